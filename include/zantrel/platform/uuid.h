@@ -1,0 +1,13 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <zantrel/export.h>
+
+#include <string>
+
+namespace KelSDK {
+
+/// A new random identifier (version 4) as 36 lower-case characters. Unique per call, from any thread.
+ZANTREL_EXPORT std::wstring CreateUUID_t();
+
+} // namespace KelSDK

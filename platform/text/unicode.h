@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace Zantrel::Text {
+
+/// Appends `text` as UTF-8. A pair of surrogates is joined, also where wchar_t has 32 bits. False, and `utf8` holds
+/// what came before, at a lone surrogate or a value above U+10FFFF.
+bool AppendUtf8(std::wstring_view text, std::string& utf8);
+
+/// Appends well-formed UTF-8 as wide text; each ill-formed byte becomes U+FFFD.
+void AppendWide(std::string_view utf8, std::wstring& text);
+
+/// Whether `text` converts to exactly these UTF-8 bytes. Never allocates.
+bool EqualsUtf8(std::wstring_view text, std::string_view utf8) noexcept;
+
+} // namespace Zantrel::Text
