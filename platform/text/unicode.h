@@ -6,9 +6,13 @@
 
 namespace Zantrel::Text {
 
-/// Appends `text` as UTF-8. A pair of surrogates is joined, also where wchar_t has 32 bits. False, and `utf8` holds
-/// what came before, at a lone surrogate or a value above U+10FFFF.
+/// Appends `text` as UTF-8. A pair of surrogates is joined, also where wchar_t has 32 bits. False, and `utf8`
+/// holds what came before, at a lone surrogate or a value above U+10FFFF.
 bool AppendUtf8(std::wstring_view text, std::string& utf8);
+
+/// As AppendUtf8, but goes on: a lone surrogate becomes the three bytes of its code point, a value above
+/// U+10FFFF the byte FF. Neither is UTF-8, so whoever checks the result refuses it.
+void AppendUtf8Unchecked(std::wstring_view text, std::string& utf8);
 
 /// Appends well-formed UTF-8 as wide text; each ill-formed byte becomes U+FFFD.
 void AppendWide(std::string_view utf8, std::wstring& text);

@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "platform/xml/tokeniser.h"
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+namespace Zantrel::Files {
+
+/// A file to read from its start to its end, as a source of bytes.
+class InputFile : public Xml::ByteSource {
+public:
+    InputFile() = default;
+    InputFile(InputFile const&) = delete;
+    InputFile& operator=(InputFile const&) = delete;
+    ~InputFile() override;
+
+    /// False when the path can't be opened or is a folder.
+    bool Open(std::wstring const& path);
+    std::ptrdiff_t Read(char* into, std::size_t size) override;
+
+    /// Why Open or Read failed, one sentence; empty before.
+    std::wstring const& FailureText() const noexcept { return m_failure; }
+
+private:
+    std::wstring m_path;
+    std::wstring m_failure;
+#ifdef _WIN32
+    void* m_handle = nullptr;
+#else
+    int m_descriptor = -1;
+#endif
+};
+
+/// Puts the bytes of the file at `path` into `bytes`. False, and `bytes` stays as it was, when it can't be
+/// read.
+bool ReadWholeFile(std::wstring const& path, std::vector<std::byte>& bytes);
+
+} // namespace Zantrel::Files

@@ -1,0 +1,168 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "platform/files/input_file.h"
+#include "platform/files/output_file.h"
+#include "tests/platform/sax_test_support.h"
+
+#include <zantrel/platform/mfile.h>
+
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+
+using namespace Zantrel::Files;
+namespace fs = std::filesystem;
+
+TEST(OutputFile, LeavesTheOldFileUntilItIsCommitted) {
+    TemporaryFolder const folder;
+    Fill(folder / "a", "old");
+    {
+        OutputFile file;
+        ASSERT_TRUE(file.Open((folder / "a").wstring()) && file.Write("new"));
+        EXPECT_EQ(ContentOf(folder / "a"), "old");
+    }
+    EXPECT_EQ(ContentOf(folder / "a"), "old");
+    EXPECT_EQ(folder.CountEntries(), 1);
+    EXPECT_TRUE(WriteWholeFile((folder / "a").wstring(), "new"));
+    EXPECT_EQ(ContentOf(folder / "a"), "new");
+    EXPECT_EQ(folder.CountEntries(), 1);
+}
+
+TEST(OutputFile, SaysWhyAPathCannotBeWritten) {
+    TemporaryFolder const folder;
+    fs::path const path = folder / "none" / "a";
+    OutputFile file;
+    EXPECT_FALSE(file.Open(path.wstring()));
+    EXPECT_EQ(file.FailureText(), L"Can't write \"" + path.wstring() + L"\": No such file or directory.");
+}
+
+TEST(OutputFile, RefusesFoldersAndPathsThatNoFileCanHave) {
+    TemporaryFolder const folder;
+    std::wstring const base = (folder / "").wstring();
+    for (std::wstring const& path :
+         {std::wstring(), base, base + L"\xD800", base + L'\0' + L"a", base + std::wstring(300, L'n')}) {
+        std::vector<std::byte> bytes;
+        EXPECT_FALSE(WriteWholeFile(path, "new"));
+        EXPECT_FALSE(ReadWholeFile(path, bytes));
+    }
+    EXPECT_EQ(folder.CountEntries(), 0);
+}
+
+TEST(OutputFile, TakesAnyUnicodeNameWhateverTheLocale) {
+    TemporaryFolder const folder;
+    std::wstring const path = (folder / "").wstring() + L"Gr\x00F6\x00DF"
+                                                        L"e \x65E5 \U0001F600";
+    std::vector<std::byte> bytes;
+    EXPECT_TRUE(WriteWholeFile(path, "new"));
+    EXPECT_EQ(ContentOf(folder / "Gr\xC3\xB6\xC3\x9F"
+                                 "e \xE6\x97\xA5 \xF0\x9F\x98\x80"),
+              "new");
+    EXPECT_TRUE(ReadWholeFile(path, bytes));
+    EXPECT_EQ(bytes.size(), 3u);
+}
+
+#ifndef _WIN32
+#include <csignal>
+#include <fcntl.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+TEST(OutputFile, KeepsThePermissionsOfTheTarget) {
+    TemporaryFolder const folder;
+    Fill(folder / "a", "old");
+    fs::permissions(folder / "a", fs::perms(0751));
+    EXPECT_TRUE(WriteWholeFile((folder / "a").wstring(), "new"));
+    EXPECT_EQ(fs::status(folder / "a").permissions(), fs::perms(0751));
+}
+
+TEST(OutputFile, FollowsLinksAndLeavesThem) {
+    TemporaryFolder const folder;
+    fs::create_directory(folder / "sub");
+    Fill(folder / "sub" / "real", "old");
+    fs::create_symlink("sub/link", folder / "a");
+    fs::create_symlink("real", folder / "sub" / "link");
+    fs::create_symlink("sub/made", folder / "dangling");
+    fs::create_symlink("round", folder / "round");
+    EXPECT_TRUE(WriteWholeFile((folder / "a").wstring(), "new"));
+    EXPECT_EQ(ContentOf(folder / "sub" / "real"), "new");
+    EXPECT_TRUE(fs::is_symlink(folder / "a") && fs::is_symlink(folder / "sub" / "link"));
+    EXPECT_TRUE(WriteWholeFile((folder / "dangling").wstring(), "made"));
+    EXPECT_EQ(ContentOf(folder / "sub" / "made"), "made");
+    EXPECT_FALSE(WriteWholeFile((folder / "round").wstring(), "new"));
+}
+
+TEST(OutputFile, TakesANameAsLongAsTheSystemAllows) {
+    TemporaryFolder const folder;
+    fs::path const path = folder / std::string(255, 'n').c_str();
+    EXPECT_TRUE(WriteWholeFile(path.wstring(), "1") && WriteWholeFile(path.wstring(), "2"));
+    EXPECT_EQ(ContentOf(path), "2");
+}
+
+TEST(OutputFile, LeavesNothingWhenTheDiskFillsUp) {
+    TemporaryFolder const folder;
+    Fill(folder / "a", "old");
+    auto const oldAction = std::signal(SIGXFSZ, SIG_IGN);
+    rlimit oldLimit{};
+    getrlimit(RLIMIT_FSIZE, &oldLimit);
+    rlimit const limit{1000, oldLimit.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &limit);
+    bool const written = WriteWholeFile((folder / "a").wstring(), std::string(5000, 'x'));
+    setrlimit(RLIMIT_FSIZE, &oldLimit);
+    std::signal(SIGXFSZ, oldAction);
+    EXPECT_FALSE(written);
+    EXPECT_EQ(ContentOf(folder / "a"), "old");
+    EXPECT_EQ(folder.CountEntries(), 1);
+}
+
+TEST(OutputFile, WritesDirectlyToWhatIsNoRegularFile) {
+    TemporaryFolder const folder;
+    fs::path const path = folder / "pipe";
+    ASSERT_EQ(mkfifo(path.c_str(), 0600), 0);
+    int const reader = open(path.c_str(), O_RDONLY | O_NONBLOCK);
+    EXPECT_TRUE(WriteWholeFile(path.wstring(), "new"));
+    char got[8] = {};
+    EXPECT_EQ(read(reader, got, sizeof got), 3);
+    close(reader);
+    EXPECT_TRUE(fs::is_fifo(path));
+    EXPECT_EQ(folder.CountEntries(), 1);
+    EXPECT_TRUE(WriteWholeFile(L"/dev/null", "new"));
+    EXPECT_FALSE(WriteWholeFile(L"/dev/full", "new"));
+}
+#endif
+
+TEST(BinaryStream, KeepsNumbersLittleEndian) {
+    MFile file;
+    file.WriteUnsigned8(0x01);
+    file.WriteUnsigned32(0x02030405);
+    file.WriteUnsigned64(0x060708090A0B0C0D);
+    std::vector<std::byte> expected;
+    for (int const byte : {1, 5, 4, 3, 2, 13, 12, 11, 10, 9, 8, 7, 6}) {
+        expected.push_back(static_cast<std::byte>(byte));
+    }
+    EXPECT_EQ(file.GetBytes(), expected);
+    EXPECT_EQ(file.ReadUnsigned8(), 0x01);
+    EXPECT_EQ(file.ReadUnsigned32(), 0x02030405u);
+    EXPECT_EQ(file.ReadUnsigned64(), 0x060708090A0B0C0Du);
+}
+
+TEST(BinaryStream, StaysWhereItIsWhenItRunsShort) {
+    MFile file;
+    file.WriteUnsigned32(7);
+    EXPECT_THROW(file.ReadUnsigned64(), std::runtime_error);
+    EXPECT_EQ(file.ReadUnsigned32(), 7u);
+    EXPECT_THROW(file.ReadUnsigned8(), std::runtime_error);
+    EXPECT_THROW(file.SetPosition(5), std::out_of_range);
+}
+
+TEST(BinaryStream, GoesToAFileAndBack) {
+    TemporaryFolder const folder;
+    MFile file;
+    for (std::uint32_t number = 0; number < 50000; ++number) { // more than one piece
+        file.WriteUnsigned32(number);
+    }
+    MFile other;
+    EXPECT_FALSE(other.ReadFromFile((folder / "a").wstring()));
+    EXPECT_TRUE(file.WriteToFile((folder / "a").wstring()));
+    EXPECT_TRUE(other.ReadFromFile((folder / "a").wstring()));
+    EXPECT_EQ(other.GetBytes(), file.GetBytes());
+}

@@ -1,0 +1,175 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "platform/text/base64.h"
+#include "platform/text/unicode.h"
+#include "platform/text/utf16_order.h"
+
+#include <zantrel/platform/string_conversion.h>
+#include <zantrel/platform/uuid.h>
+
+#include <gtest/gtest.h>
+
+#include <set>
+
+using namespace Zantrel::Text;
+
+namespace {
+
+std::wstring Wide(char32_t code) {
+    if (sizeof(wchar_t) == 2 && code > 0xFFFF) {
+        return {static_cast<wchar_t>(0xD7C0 + (code >> 10)), static_cast<wchar_t>(0xDC00 + (code & 0x3FF))};
+    }
+    return std::wstring(1, static_cast<wchar_t>(code));
+}
+
+std::vector<std::byte> Bytes(std::string_view text) {
+    auto const* const first = reinterpret_cast<std::byte const*>(text.data());
+    return {first, first + text.size()};
+}
+
+} // namespace
+
+TEST(TextConversion, EncodesTheBordersOfEachLength) {
+    struct Row {
+        char32_t code;
+        char const* utf8;
+    };
+    Row const rows[] = {
+        {0x1, "\x01"},
+        {0x7F, "\x7F"},
+        {0x80, "\xC2\x80"},
+        {0x7FF, "\xDF\xBF"},
+        {0x800, "\xE0\xA0\x80"},
+        {0xD7FF, "\xED\x9F\xBF"},
+        {0xE000, "\xEE\x80\x80"},
+        {0xFFFF, "\xEF\xBF\xBF"},
+        {0x10000, "\xF0\x90\x80\x80"},
+        {0x10FFFF, "\xF4\x8F\xBF\xBF"},
+    };
+    for (Row const& row : rows) {
+        EXPECT_EQ(StringConversion::NativeToUtf8(Wide(row.code)), row.utf8);
+    }
+}
+
+TEST(TextConversion, BringsEveryCodePointBackBehindTextOfAnyLength) {
+    for (char32_t code = 0; code <= 0x10FFFF; ++code) {
+        if (code == 0xD800) {
+            code = 0xE000;
+        }
+        std::wstring const text = std::wstring(code % 37, L'x') + Wide(code) + L"y";
+        std::string utf8;
+        ASSERT_TRUE(AppendUtf8(text, utf8)) << std::hex << static_cast<unsigned>(code);
+        ASSERT_EQ(StringConversion::Utf8ToNative(utf8), text) << std::hex << static_cast<unsigned>(code);
+        ASSERT_TRUE(EqualsUtf8(text, utf8)) << std::hex << static_cast<unsigned>(code);
+    }
+}
+
+TEST(TextConversion, StopsAtWhatIsNoCodePointUnlessToldToKeepIt) {
+    struct Row {
+        std::wstring text;
+        char const* before;
+        char const* kept;
+    };
+    Row const rows[] = {
+        {L"a\xD83D\xDE00", "a\xF0\x9F\x98\x80", "a\xF0\x9F\x98\x80"}, // a pair is joined, whatever wchar_t is
+        {L"a\xD800", "a", "a\xED\xA0\x80"},
+        {L"\xDC00z", "", "\xED\xB0\x80z"},
+        {L"\xDBFF\xDBFF\xDFFF", "", "\xED\xAF\xBF\xF4\x8F\xBF\xBF"}};
+    for (Row const& row : rows) {
+        bool const isText = std::string_view(row.before) == row.kept;
+        std::string utf8;
+        EXPECT_EQ(AppendUtf8(row.text, utf8), isText);
+        EXPECT_EQ(utf8, row.before);
+        EXPECT_EQ(StringConversion::NativeToUtf8(row.text), row.kept);
+        EXPECT_EQ(EqualsUtf8(row.text, row.kept), isText);
+    }
+}
+
+TEST(TextConversion, ReplacesEachIllFormedByte) {
+    std::pair<char const*, wchar_t const*> const rows[] = {
+        {"a\x80z", L"a\xFFFDz"},
+        {"\xC3", L"\xFFFD"},
+        {"\xE2\x82z", L"\xFFFD\xFFFDz"},
+        {"\xC0\xAF", L"\xFFFD\xFFFD"},
+        {"\xED\xA0\x80", L"\xFFFD\xFFFD\xFFFD"},
+        {"\xF4\x90\x80\x80", L"\xFFFD\xFFFD\xFFFD\xFFFD"},
+        {"0123456789abcdef\xFF", L"0123456789abcdef\xFFFD"}};
+    for (auto const& [utf8, text] : rows) {
+        EXPECT_EQ(StringConversion::Utf8ToNative(utf8), text);
+    }
+}
+
+TEST(TextConversion, TellsDifferentTextsApartWithoutConvertingThem) {
+    EXPECT_FALSE(EqualsUtf8(L"ab", "a"));
+    EXPECT_FALSE(EqualsUtf8(L"a", "ab"));
+    EXPECT_FALSE(EqualsUtf8(L"\x00E4", "\xC3\xA5"));
+    EXPECT_FALSE(EqualsUtf8(L"\x00E4", "\xE4")); // the same number, but Latin-1
+}
+
+TEST(TextOrder, GoesByUtf16CodeUnit) {
+    std::wstring const ordered[] = {
+        L"",
+        L"A",
+        L"AB",
+        L"B",
+        L"a",
+        L"\x00E4",
+        L"\xD7FF",
+        Wide(0x10000),
+        Wide(0x10000) + L"!",
+        Wide(0x10FFFF),
+        L"\xE000",
+        L"\xFFFD",
+    };
+    for (std::size_t left = 0; left < std::size(ordered); ++left) {
+        for (std::size_t right = 0; right < std::size(ordered); ++right) {
+            int const result = Compare(ordered[left], ordered[right]);
+            EXPECT_EQ((result > 0) - (result < 0), (left > right) - (left < right)) << left << ' ' << right;
+        }
+    }
+}
+
+TEST(TextOrder, TakesBothSpellingsOfAPairForOne) {
+    EXPECT_EQ(Compare(Wide(0x1F600) + L"x", L"\xD83D\xDE00x"), 0);
+    EXPECT_LT(Compare(Wide(0x1F600), L"\xD83D\xDE01"), 0);
+    EXPECT_GT(Compare(Wide(0x1F600), L"\xD83D"), 0);
+}
+
+TEST(Base64, FollowsTheTestVectorsBothWays) {
+    std::pair<char const*, char const*> const rows[] = {
+        {"", ""},
+        {"f", "Zg=="},
+        {"fo", "Zm8="},
+        {"foo", "Zm9v"},
+        {"foob", "Zm9vYg=="},
+        {"fooba", "Zm9vYmE="},
+        {"foobar", "Zm9vYmFy"},
+        {"\xFF\xEF\xBE", "/+++"},
+    };
+    for (auto const& [plain, text] : rows) {
+        EXPECT_EQ(EncodeBase64(Bytes(plain)), text);
+        EXPECT_EQ(DecodeBase64(text), Bytes(plain));
+    }
+}
+
+TEST(Base64, PassesOverWhiteSpaceOnly) {
+    EXPECT_EQ(DecodeBase64(" Zm\r\n9v\tYg = = \n"), Bytes("foob"));
+    for (char const* text : {"Z", "Zg", "Zg=", "Zm9",
+                             "Zg===", "=Zg=", "Zg==Zg==", "Zh==", "Zm9=", "Z-8=", "====", "Zg==\xC2\xA0"}) {
+        EXPECT_FALSE(DecodeBase64(text)) << text;
+    }
+}
+
+TEST(Uuid, IsRandomAndOfVersionFour) {
+    std::set<std::wstring> seen;
+    for (int count = 0; count < 1000; ++count) {
+        std::wstring uuid = KelSDK::CreateUUID_t();
+        EXPECT_TRUE(seen.insert(uuid).second);
+        EXPECT_NE(std::wstring_view(L"89ab").find(uuid.at(19)), std::wstring_view::npos);
+        for (wchar_t& place : uuid) {
+            place =
+                std::wstring_view(L"0123456789abcdef").find(place) != std::wstring_view::npos ? L'x' : place;
+        }
+        EXPECT_EQ(uuid, L"xxxxxxxx-xxxx-xxxx-xxxx-xxxxxxxxxxxx");
+        EXPECT_EQ(seen.rbegin()->at(14), L'4');
+    }
+}
