@@ -1,64 +1,110 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "platform/xml/byte_source.h"
+#include "platform/xml/fault.h"
+#include "platform/xml/input_buffer.h"
+#include "platform/xml/open_elements.h"
+#include "platform/xml/start_tag.h"
+
+#include <array>
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace Zantrel::Xml {
 
-/// Where the bytes of a document come from.
-class ByteSource {
-public:
-    virtual ~ByteSource() = default;
-    /// Puts up to `size` bytes into `into`. Gives their number, 0 at the end, a negative number when reading failed.
-    virtual std::ptrdiff_t Read(char* into, std::size_t size) = 0;
-};
-
-/// A place in a document, both counted from 1; a column is a character (code point), not a byte.
-struct Position {
-    std::uint64_t line = 1;
-    std::uint64_t column = 1;
-};
-
-struct Attribute {
-    std::string_view name;
-    std::string_view value; ///< normalised, references replaced, UTF-8
-};
-
-enum class Token {
+enum class Token : int {
     StartTag, ///< Name(), Attributes(); an empty-element tag gives StartTag and EndTag
     EndTag,   ///< Name()
-    Text,     ///< Text(): a piece of character data or CDATA; neighbouring pieces belong together
-    End,      ///< the document ended and was well-formed
-    Error,    ///< ErrorText(), Where(); every further Next() gives Error again
+    Text,  ///< Text(): a piece of character data or CDATA, never empty; neighbouring pieces belong together
+    End,   ///< the document ended and was well-formed; every further Next() gives End again
+    Error, ///< ErrorText(), Where(); every further Next() gives Error again
 };
 
 /// A pull tokeniser for XML 1.0 (fifth edition) without document types. Delivers narrow UTF-8 views that stay
 /// valid until the next Next(). Comments and processing instructions are checked and passed over.
+///
+/// What came before an error is delivered first. Memory grows with the depth and with the longest tag or
+/// reference, not with texts, comments or the document; time is linear in the document whatever the pieces.
 class Tokeniser {
 public:
+    /// Asks `source`, which must outlive the tokeniser, for `pieceSize` bytes at a time. An element nested
+    /// deeper than `maxDepth` is an error; the root has depth 1.
     explicit Tokeniser(ByteSource& source, std::size_t pieceSize = 64 * 1024, std::size_t maxDepth = 1024);
-    ~Tokeniser();
     Tokeniser(Tokeniser const&) = delete;
     Tokeniser& operator=(Tokeniser const&) = delete;
 
+    /// What the source throws goes through; after it, Next() gives Error.
     Token Next();
 
-    std::string_view Name() const;
-    std::vector<Attribute> const& Attributes() const;
-    std::string_view Text() const;
+    std::string_view Name() const noexcept { return m_name; }
+    std::vector<Attribute> const& Attributes() const noexcept { return m_tag.Attributes(); }
+    std::string_view Text() const noexcept { return m_text; }
     /// The first character of the current token, or the place of the error.
-    Position Where() const;
-    /// One sentence without a trailing line or place, for a person.
-    std::string const& ErrorText() const;
+    Position Where() const noexcept;
+    /// One sentence without a trailing line or place, for a person; empty before an error.
+    std::string const& ErrorText() const noexcept { return m_errorText; }
 
 private:
-    struct State;
-    std::unique_ptr<State> m_state;
+    enum class Stage : std::uint8_t {
+        Beginning,
+        Prolog,
+        Content,
+        Section,
+        EmptyElement,
+        Epilog,
+        Ended,
+        Failed
+    };
+
+    /// What a step gives that passed over something that isn't delivered. (An std::optional is written in two
+    /// parts and read as one, which costs more than all else in a step.)
+    static constexpr Token Nothing{-1};
+
+    Token StepInContent();
+    Token StepElsewhere();
+    Token StepOutsideRoot();
+    Token StepAtMarkup();
+    Token Begin();
+    Token PassMarkup();
+    Token PassComment();
+    Token PassInstruction();
+    Token ReadDeclaration();
+    Token ReadSection();
+    Token ReadText();
+    Token ReadReference();
+    Token ReadStartTag();
+    Token ReadEndTag();
+    Token DeliverText(char const* end, char const* next) noexcept;
+    Token DeliverEnd(char const* next) noexcept;
+
+    template <class Function> char const* Scan(Function scan);
+    char const* ScanInstructionName(char const* at);
+    char const* ScanEndTag(char const* at);
+
+    bool ReadMore();
+    std::size_t Match(std::string_view word);
+    Stage StageAfterElement() const noexcept;
+    Token FailWhereStopped(std::string_view construct);
+    Token Fail(Fault fault, char const* place, std::string_view word = {}, std::string_view otherWord = {});
+
+    // m_at is apart from m_token: as neighbours they are written as one by some compilers, and reading one of
+    // them right after it then has to wait.
+    InputBuffer m_input;
+    std::size_t const m_maxDepth;
+    char const* m_at; ///< where the next token begins
+    Stage m_stage = Stage::Beginning;
+    std::string_view m_name;
+    std::string_view m_text;
+    char const* m_token; ///< the current token; null while there is none
+    OpenElements m_open;
+    StartTag m_tag;
+    std::array<char, 4> m_character{};
+    Stop m_stop;
+    std::string m_errorText;
 };
 
 } // namespace Zantrel::Xml

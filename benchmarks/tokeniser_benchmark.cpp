@@ -1,0 +1,100 @@
+// SPDX-License-Identifier: Apache-2.0
+//
+// The tokeniser alone against libexpat with empty handlers, over the same bytes of a document like a
+// parameter file.
+
+#include "platform/xml/tokeniser.h"
+
+#include <benchmark/benchmark.h>
+#include <expat.h>
+
+#include <algorithm>
+#include <charconv>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <random>
+#include <string>
+#include <string_view>
+
+namespace {
+
+constexpr int Profiles = 10'000;
+constexpr int LeavesPerProfile = 20;
+
+std::string MakeDocument() {
+    constexpr std::string_view tags[] = {"LaserPower", "ScanSpeed", "HatchDistance", "LayerThickness"};
+    std::mt19937_64 random(1);
+    std::string text = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<BuildParameters version=\"1\">\n";
+    for (int profile = 0; profile < Profiles; ++profile) {
+        text += "  <Profile name=\"profile " + std::to_string(profile) + "\" state=\"active\">\n";
+        for (int leaf = 0; leaf < LeavesPerProfile; ++leaf) {
+            char digits[32];
+            double const value = std::generate_canonical<double, 53>(random) * 1000;
+            char* const end =
+                std::to_chars(digits, std::end(digits), value, std::chars_format::general, 17).ptr;
+            std::string_view const tag = tags[static_cast<std::size_t>(leaf) % std::size(tags)];
+            text.append("    <").append(tag).append(">").append(digits, end);
+            text.append("</").append(tag).append(">\n");
+        }
+        text += "  </Profile>\n";
+    }
+    return text + "</BuildParameters>\n";
+}
+
+std::string const& Document() {
+    static std::string const document = MakeDocument();
+    return document;
+}
+
+class MemorySource : public Zantrel::Xml::ByteSource {
+public:
+    std::ptrdiff_t Read(char* into, std::size_t size) override {
+        size = std::min(size, m_left.size());
+        std::memcpy(into, m_left.data(), size);
+        m_left.remove_prefix(size);
+        return static_cast<std::ptrdiff_t>(size);
+    }
+
+private:
+    std::string_view m_left = Document();
+};
+
+void SetBytes(benchmark::State& state) {
+    state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(Document().size()));
+}
+
+void Tokenise(benchmark::State& state) {
+    using Zantrel::Xml::Token;
+    for (auto _ : state) {
+        MemorySource source;
+        Zantrel::Xml::Tokeniser tokeniser(source);
+        Token token;
+        do {
+            token = tokeniser.Next();
+            benchmark::DoNotOptimize(token);
+        } while (token != Token::End && token != Token::Error);
+        if (token == Token::Error)
+            state.SkipWithError(tokeniser.ErrorText().c_str());
+    }
+    SetBytes(state);
+}
+BENCHMARK(Tokenise)->Unit(benchmark::kMillisecond);
+
+void ParseByExpat(benchmark::State& state) {
+    for (auto _ : state) {
+        XML_Parser const parser = XML_ParserCreate(nullptr);
+        XML_SetElementHandler(
+            parser, [](void*, XML_Char const*, XML_Char const**) {}, [](void*, XML_Char const*) {});
+        XML_SetCharacterDataHandler(parser, [](void*, XML_Char const*, int) {});
+        auto const size = static_cast<int>(Document().size());
+        if (XML_Parse(parser, Document().data(), size, 1) != XML_STATUS_OK)
+            state.SkipWithError(XML_ErrorString(XML_GetErrorCode(parser)));
+        XML_ParserFree(parser);
+    }
+    SetBytes(state);
+}
+BENCHMARK(ParseByExpat)->Unit(benchmark::kMillisecond);
+
+} // namespace
+

@@ -1,0 +1,110 @@
+// SPDX-License-Identifier: Apache-2.0
+//
+// Reads the same bytes with the tokeniser, whole and in pieces, and with libexpat: verdict and events must be
+// equal but for what the two are meant to take differently.
+
+#include "platform/xml/names.h"
+#include "platform/xml/utf8.h"
+#include "tests/conformance/two_readers.h"
+
+#include <cstdio>
+#include <cstdlib>
+
+namespace {
+
+using TwoReaders::Reading;
+
+void Require(bool condition, char const* what, Reading const& ours, Reading const& theirs) {
+    if (condition)
+        return;
+    std::fprintf(stderr, "%s\nours:   %s\ntheirs: %s (at byte %zu)\n", what, ours.error.c_str(),
+                 theirs.error.c_str(), theirs.errorByte);
+    std::abort();
+}
+
+enum class Form { Utf8, LittleEndian, BigEndian };
+
+Form FormOf(std::string_view bytes) {
+    return bytes.starts_with("\xFF\xFE")   ? Form::LittleEndian
+           : bytes.starts_with("\xFE\xFF") ? Form::BigEndian
+                                           : Form::Utf8;
+}
+
+char32_t UnitAt(std::string_view bytes, Form form, std::size_t at) {
+    std::size_t const low = form == Form::LittleEndian ? 0 : 1;
+    return static_cast<unsigned char>(bytes[at + low]) |
+           static_cast<char32_t>(static_cast<unsigned char>(bytes[at + 1 - low])) << 8;
+}
+
+/// libexpat takes a high surrogate with whatever follows it.
+bool HasUnpairedSurrogate(std::string_view bytes) {
+    Form const form = FormOf(bytes);
+    bool isOpen = false;
+    for (std::size_t at = 0; form != Form::Utf8 && at + 2 <= bytes.size(); at += 2) {
+        char32_t const unit = UnitAt(bytes, form, at);
+        bool const isLow = unit >= 0xDC00 && unit < 0xE000;
+        if (isLow != isOpen)
+            return true;
+        isOpen = unit >= 0xD800 && unit < 0xDC00;
+    }
+    return isOpen;
+}
+
+/// libexpat also takes UTF-16 without a byte order mark, and two more encodings.
+bool IsInAnotherEncoding(std::string_view bytes, Reading const& theirs) {
+    if (bytes.substr(0, 2).find('\0') != bytes.npos)
+        return true;
+    std::string name = theirs.declaredEncoding;
+    std::ranges::transform(name, name.begin(),
+                           [](char c) { return c >= 'a' && c <= 'z' ? char(c - 0x20) : c; });
+    return name == "ISO-8859-1" || name == "US-ASCII";
+}
+
+/// libexpat knows the names of the fourth edition only.
+bool StopsAtNameOfFifthEdition(std::string_view bytes, Reading const& theirs) {
+    using namespace Zantrel::Xml;
+    if (theirs.errorCode != XML_ERROR_INVALID_TOKEN || theirs.errorByte + 2 > bytes.size())
+        return false;
+    std::string character;
+    char32_t code = 0;
+    if (Form const form = FormOf(bytes); form == Form::Utf8) {
+        char const* const at = bytes.data() + theirs.errorByte;
+        auto const decoded = DecodeUtf8(at, bytes.data() + bytes.size());
+        code = decoded.code;
+        character.assign(at, decoded.size);
+    } else {
+        code = UnitAt(bytes, form, theirs.errorByte);
+        if (code >= 0xD800 && code < 0xE000)
+            return true; // the fourth edition has no name character beyond U+FFFF
+        character.resize(4);
+        character.resize(static_cast<std::size_t>(EncodeUtf8(code, character.data()) - character.data()));
+    }
+    return IsNameStart(code) != IsPortableXmlName(character) ||
+           IsNameCharacter(code) != IsPortableXmlName("a" + character);
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size) {
+    std::string_view const bytes(reinterpret_cast<char const*>(data), size);
+    Reading const theirs = TwoReaders::ReadByExpat(bytes);
+    Reading const whole = TwoReaders::ReadByTokeniser(bytes, size);
+    std::size_t const pieceSize = 1 + std::hash<std::string_view>()(bytes) % 40;
+    Reading const ours = TwoReaders::ReadByTokeniser(bytes, pieceSize);
+
+    Require(ours.isAccepted == whole.isAccepted && ours.error == whole.error &&
+                ours.errorPosition.line == whole.errorPosition.line &&
+                ours.errorPosition.column == whole.errorPosition.column,
+            "the pieces make a difference", ours, whole);
+    if (ours.isAccepted)
+        Require(ours.events == whole.events, "the pieces change the events", ours, whole);
+
+    if (ours.isAccepted && !theirs.isAccepted)
+        Require(StopsAtNameOfFifthEdition(bytes, theirs), "only we accept it", ours, theirs);
+    else if (!ours.isAccepted && theirs.isAccepted)
+        Require(IsInAnotherEncoding(bytes, theirs) || HasUnpairedSurrogate(bytes), "only libexpat accepts it",
+                ours, theirs);
+    else if (ours.isAccepted)
+        Require(ours.events == theirs.events, "the events differ", ours, theirs);
+    return 0;
+}

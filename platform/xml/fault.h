@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace Zantrel::Xml {
+
+/// What can be wrong with a document.
+enum class Fault : std::uint8_t {
+    ReadFailed,
+    NoEncoding,
+    IllFormed,
+    Unpaired,
+    Truncated,
+    NotAllowed,
+    EndsInside,
+    NotClosed,
+    NoRoot,
+    UnsupportedEncoding,
+    ContradictingEncoding,
+    MalformedDeclaration,
+    MisplacedDeclaration,
+    DocumentType,
+    UnknownMarkup,
+    NoInstructionName,
+    ReservedName,
+    MalformedInstruction,
+    DashesInComment,
+    TextOutsideRoot,
+    SecondRoot,
+    NoTagName,
+    NoTagEnd,
+    NoAttribute,
+    NoEqualsSign,
+    NoQuote,
+    LessThanInValue,
+    AttributeTwice,
+    TooDeep,
+    NoStartTag,
+    OtherEndTag,
+    MalformedEndTag,
+    SectionEndInText,
+    MalformedReference,
+    MalformedNumber,
+    NoCharacter,
+    UndefinedEntity,
+};
+
+/// Where and why a scan stopped, and the word it stopped at if that says more.
+struct Stop {
+    Fault fault = Fault::ReadFailed;
+    char const* place = nullptr;
+    std::string_view word = {};
+
+    /// Notes it and gives the null that a scan gives then.
+    std::nullptr_t At(Fault what, char const* where, std::string_view which = {}) noexcept {
+        fault = what;
+        place = where;
+        word = which;
+        return nullptr;
+    }
+};
+
+/// The fault as one sentence, with the words it speaks of. Long words are shortened.
+std::string Describe(Fault fault, std::string_view word, std::string_view otherWord);
+
+} // namespace Zantrel::Xml

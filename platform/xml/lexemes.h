@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "platform/xml/names.h"
+#include "platform/xml/scan.h"
+#include "platform/xml/utf8.h"
+
+/// The smallest pieces of markup, in a buffer of whole and allowed characters with a NUL at its end.
+namespace Zantrel::Xml {
+
+/// CR never gets here: line ends are normalised as they are read.
+inline bool IsSpace(char byte) noexcept { return byte == ' ' || byte == '\n' || byte == '\t'; }
+
+inline char const* SkipSpace(char const* at) noexcept {
+    while (IsSpace(*at))
+        ++at;
+    return at;
+}
+
+inline bool IsAscii(char byte) noexcept { return static_cast<unsigned char>(byte) < 0x80; }
+
+/// A letter in lower case; everything else unchanged.
+inline char ToLower(char byte) noexcept {
+    return byte >= 'A' && byte <= 'Z' ? static_cast<char>(byte | 0x20) : byte;
+}
+
+/// Characters are whole, so that decoding needs no end.
+inline Utf8Character Decode(char const* at) noexcept { return DecodeUtf8(at, at + 4); }
+
+/// The end of the name at `at`, which is `at` itself if there is none.
+inline char const* SkipName(char const* at) noexcept {
+    bool const isStart =
+        IsAscii(*at) ? IsAsciiNameStart(static_cast<unsigned char>(*at)) : IsNameStart(Decode(at).code);
+    if (!isStart)
+        return at;
+    for (at = SkipAsciiName(at); !IsAscii(*at); at = SkipAsciiName(at)) {
+        auto const character = Decode(at);
+        if (!IsNameCharacter(character.code))
+            break;
+        at += character.size;
+    }
+    return at;
+}
+
+} // namespace Zantrel::Xml

@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "platform/xml/scan.h"
+
+#include <cstddef>
+#include <cstring>
+#include <string_view>
+#include <vector>
+
+namespace Zantrel::Xml {
+
+/// The names of the elements that are open, one behind the other.
+class OpenElements {
+public:
+    std::size_t Depth() const noexcept { return m_begins.size(); }
+    std::string_view Innermost() const noexcept {
+        return {m_names.data() + m_begins.back(), m_size - m_begins.back()};
+    }
+
+    /// At least Block::Size bytes must be readable from the beginning of `name`.
+    void Push(std::string_view name) {
+        if (m_names.size() < m_size + name.size() + Block::Size)
+            m_names.resize(2 * (m_size + name.size() + Block::Size));
+        m_begins.push_back(m_size);
+        // A copy of fixed size is much faster than one of a few bytes.
+        if (name.size() <= Block::Size)
+            std::memcpy(m_names.data() + m_size, name.data(), Block::Size);
+        else
+            std::memcpy(m_names.data() + m_size, name.data(), name.size());
+        m_size += name.size();
+    }
+
+    /// The name stays readable until the next Push.
+    std::string_view Pop() noexcept {
+        std::string_view const name = Innermost();
+        m_size = m_begins.back();
+        m_begins.pop_back();
+        return name;
+    }
+
+    /// Whether [at, end) begins with the innermost name. Block::Size bytes must be readable behind `end`.
+    bool InnermostIsAt(char const* at, char const* end) const noexcept {
+        std::string_view const name = Innermost();
+        if (name.size() <= Block::Size)
+            return Block(at).Equal(Block(name.data())).Others().First() >= name.size();
+        return static_cast<std::size_t>(end - at) >= name.size() &&
+               std::memcmp(at, name.data(), name.size()) == 0;
+    }
+
+private:
+    std::vector<char> m_names;
+    std::size_t m_size = 0;
+    std::vector<std::size_t> m_begins;
+};
+
+} // namespace Zantrel::Xml

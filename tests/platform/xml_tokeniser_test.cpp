@@ -1,0 +1,462 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "platform/xml/tokeniser.h"
+
+#include "platform/xml/utf8.h"
+#include "tests/support/failing_allocator.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstring>
+#include <functional>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+
+using namespace Zantrel::Xml;
+
+namespace {
+
+using namespace std::string_literals;
+
+constexpr std::size_t Whole = 64 * 1024;
+
+/// Gives `bytes`, then what `atEnd` gives.
+class PieceSource : public ByteSource {
+public:
+    explicit PieceSource(
+        std::string_view bytes, std::function<std::ptrdiff_t()> atEnd = [] { return 0; })
+        : m_left(bytes), m_atEnd(std::move(atEnd)) {}
+
+    std::ptrdiff_t Read(char* into, std::size_t size) override {
+        if (m_left.empty())
+            return m_atEnd();
+        size = std::min(size, m_left.size());
+        std::memcpy(into, m_left.data(), size);
+        m_left.remove_prefix(size);
+        return static_cast<std::ptrdiff_t>(size);
+    }
+
+private:
+    std::string_view m_left;
+    std::function<std::ptrdiff_t()> m_atEnd;
+};
+
+std::string PlaceOf(Tokeniser const& tokeniser) {
+    auto const [line, column] = tokeniser.Where();
+    return std::to_string(line) + ":" + std::to_string(column);
+}
+
+/// What is delivered, in a form of its own: "<a b=[1]>" for a start, "</a>" for an end, texts joined; an
+/// error is
+/// "!line:column sentence" and replaces all else.
+std::string Read(Tokeniser& tokeniser) {
+    std::string events;
+    for (;;) {
+        switch (tokeniser.Next()) {
+        case Token::StartTag:
+            events.append("<").append(tokeniser.Name());
+            for (auto const& [name, value] : tokeniser.Attributes())
+                events.append(" ").append(name).append("=[").append(value).append("]");
+            events += ">";
+            break;
+        case Token::EndTag:
+            events.append("</").append(tokeniser.Name()).append(">");
+            break;
+        case Token::Text:
+            events += tokeniser.Text();
+            break;
+        case Token::End:
+            return events;
+        case Token::Error:
+            return "!" + PlaceOf(tokeniser) + " " + tokeniser.ErrorText();
+        }
+    }
+}
+
+std::string Read(std::string_view document, std::size_t pieceSize = Whole) {
+    PieceSource source(document);
+    Tokeniser tokeniser(source, pieceSize);
+    return Read(tokeniser);
+}
+
+std::string InUtf16(std::string_view utf8, bool isLittleEndian) {
+    std::string bytes;
+    auto const put = [&](char32_t unit) {
+        char const low = static_cast<char>(unit & 0xFF);
+        char const high = static_cast<char>(unit >> 8);
+        bytes += isLittleEndian ? low : high;
+        bytes += isLittleEndian ? high : low;
+    };
+    put(0xFEFF);
+    for (char const* at = utf8.data(); at != utf8.data() + utf8.size();) {
+        auto const [code, size, incomplete] = DecodeUtf8(at, utf8.data() + utf8.size());
+        at += size;
+        if (code >= 0x10000) {
+            put(0xD800 + ((code - 0x10000) >> 10));
+            put(0xDC00 + ((code - 0x10000) & 0x3FF));
+        } else {
+            put(code);
+        }
+    }
+    return bytes;
+}
+
+struct Case {
+    std::string document;
+    std::string expected;
+};
+
+/// However the document is cut.
+void ExpectRead(std::initializer_list<Case> cases) {
+    for (auto const& [document, expected] : cases)
+        for (std::size_t const pieceSize :
+             {Whole, std::size_t(1), std::size_t(2), std::size_t(3), std::size_t(4), std::size_t(5)})
+            EXPECT_EQ(Read(document, pieceSize), expected) << document << "\nin pieces of " << pieceSize;
+}
+
+/// Also in each encoding.
+void ExpectReadInEachEncoding(std::initializer_list<Case> cases) {
+    for (auto const& [document, expected] : cases)
+        ExpectRead({{document, expected},
+                    {"\xEF\xBB\xBF" + document, expected},
+                    {InUtf16(document, true), expected},
+                    {InUtf16(document, false), expected}});
+}
+
+TEST(XmlTokeniser, DeliversElementsAttributesAndText) {
+    ExpectReadInEachEncoding({
+        {"<a/>", "<a></a>"},
+        {"<a></a>", "<a></a>"},
+        {"<a>1.5</a>", "<a>1.5</a>"},
+        {" \n<a> <b>x</b >y<c />\t</a\n>\n ", "<a> <b>x</b>y<c></c>\t</a>"},
+        {"<a b='1' c = \"2\"\n\td='\"'/>", "<a b=[1] c=[2] d=[\"]></a>"},
+        {"<:a.b-c_1 \u00E9\u4E2D='\u20AC'>\U0001F600</:a.b-c_1>",
+         "<:a.b-c_1 \u00E9\u4E2D=[\u20AC]>\U0001F600</:a.b-c_1>"},
+        {"<a_name_longer_than_a_block_of_sixteen\u00B7></a_name_longer_than_a_block_of_sixteen\u00B7>",
+         "<a_name_longer_than_a_block_of_sixteen\u00B7></a_name_longer_than_a_block_of_sixteen\u00B7>"},
+        {"<a>a text, longer than a block, with > and ] and ]] but no end of a section</a>",
+         "<a>a text, longer than a block, with > and ] and ]] but no end of a section</a>"},
+    });
+}
+
+TEST(XmlTokeniser, PassesOverCommentsAndInstructions) {
+    ExpectReadInEachEncoding({
+        {"<!--><a>-&x;- --><a>1<!---->2<!-- - -->3</a><!-- -->", "<a>123</a>"},
+        {"<?p?><?xml-stylesheet <a> ?? ?><a>1<?p >?>2<?q\n?></a><?r?>", "<a>12</a>"},
+    });
+}
+
+TEST(XmlTokeniser, TakesADeclaration) {
+    ExpectRead({
+        {"<?xml version='1.0'?><a/>", "<a></a>"},
+        {"<?xml version=\"1.0\" encoding='utf-8' standalone = \"yes\" ?>\n<a/>", "<a></a>"},
+        {"\xEF\xBB\xBF<?xml version='1.1' standalone='no'?><a/>", "<a></a>"},
+        {InUtf16("<?xml version='1.0' encoding='UTF-16'?><a/>", true), "<a></a>"},
+        {InUtf16("<?xml version='1.0' encoding='utf-16be'?><a/>", false), "<a></a>"},
+    });
+}
+
+TEST(XmlTokeniser, ReplacesReferences) {
+    ExpectReadInEachEncoding({
+        {"<a b='&lt;&gt;&amp;&apos;&quot;'>&lt;&gt;&amp;&apos;&quot;</a>", "<a b=[<>&'\"]><>&'\"</a>"},
+        {"<a b='&#65;-&#x20aC;'>&#x10FFFF;-&#0000000000000065;</a>", "<a b=[A-\u20AC]>\U0010FFFF-A</a>"},
+        {"<a>]]&gt;</a>", "<a>]]></a>"},
+    });
+}
+
+TEST(XmlTokeniser, DeliversSectionsAsText) {
+    ExpectReadInEachEncoding({
+        {"<a>1<![CDATA[<&>]]]]><![CDATA[]]>2</a>", "<a>1<&>]]2</a>"},
+        {"<a><![CDATA[]]]]]><![CDATA[> ]]></a>", "<a>]]]> </a>"},
+    });
+}
+
+TEST(XmlTokeniser, NormalisesLineEnds) {
+    ExpectReadInEachEncoding({
+        {"<a>1\r\n2\r3\n\r4\r\r\n5&#13;\n6</a>\r", "<a>1\n2\n3\n\n4\n\n5\r\n6</a>"},
+        {"<a><![CDATA[\r\n\r]]></a>", "<a>\n\n</a>"},
+        {"<a\r\nb='1'\r/>", "<a b=[1]></a>"},
+    });
+}
+
+TEST(XmlTokeniser, NormalisesAttributeValues) {
+    ExpectReadInEachEncoding({
+        {"<a b='1\t2\n3\r\n4\r5  6'/>", "<a b=[1 2 3 4 5  6]></a>"},
+        {"<a b='&#9;&#10;&#13;&#32;'/>", "<a b=[\t\n\r ]></a>"},
+        {"<a b='1\t' c='2' d='&lt;3' e='4'/>", "<a b=[1 ] c=[2] d=[<3] e=[4]></a>"},
+    });
+}
+
+TEST(XmlTokeniser, RefusesWhatIsNoMarkup) {
+    ExpectRead({
+        {"<a>< b/></a>", "!1:4 '<' must be followed by a name, or be written as '&lt;'."},
+        {"<a></ a>", "!1:4 '<' must be followed by a name, or be written as '&lt;'."},
+        {"<a><!b></a>", "!1:4 '<!' begins neither a comment nor a CDATA section here."},
+        {"<!DOCTYPE a><a/>", "!1:1 A document type is not accepted."},
+        {"<a><!-- -- --></a>", "!1:9 A comment cannot contain '--'."},
+        {"<a><!-- ---></a>", "!1:9 A comment cannot contain '--'."},
+        {"<a><? p?></a>", "!1:6 '<?' must be followed by a name."},
+        {"<a><?p+?></a>", "!1:7 The processing instruction 'p' needs white space or '?>' after its name."},
+        {"<a><?p?+?></a>", "!1:8 The processing instruction 'p' needs white space or '?>' after its name."},
+        {"<a><?xMl ?></a>", "!1:6 A processing instruction cannot have the name 'xMl'."},
+        {"<a>]]></a>", "!1:4 Text cannot contain ']]>', only ']]&gt;'."},
+    });
+}
+
+TEST(XmlTokeniser, RefusesMalformedTags) {
+    ExpectRead({
+        {"<a+/>", "!1:3 The start tag 'a' goes on with neither '>' nor white space and an attribute."},
+        {"<a b='1'c='2'/>",
+         "!1:9 The start tag 'a' goes on with neither '>' nor white space and an attribute."},
+        {"<a 1='1'/>", "!1:4 The start tag 'a' goes on with neither '>' nor white space and an attribute."},
+        {"<a b/>", "!1:5 The attribute 'b' must be followed by '='."},
+        {"<a b=1/>", "!1:6 The value of the attribute 'b' must stand in quotes."},
+        {"<a b='<'/>", "!1:7 The value of the attribute 'b' contains '<', which must be written as '&lt;'."},
+        {"<a / >", "!1:5 '/' must be followed by '>' here."},
+        {"<a></a b>", "!1:8 The end tag 'a' must be followed by '>'."},
+        {"<a b='1' c='2' b='3'/>", "!1:16 The attribute 'b' is given twice."},
+        {"<a\n a='' b='' c='' d='' e='' f='' g='' h='' i='' j='' k='' l='' m='' n='' o='' p='' q=''\n  e='' "
+         "c=''/>",
+         "!3:8 The attribute 'c' is given twice."},
+    });
+}
+
+TEST(XmlTokeniser, RefusesElementsThatDoNotNest) {
+    ExpectRead({
+        {"<a>\n <b>\n</a>", "!3:1 The end tag of 'b' was expected, not that of 'a'."},
+        {"<a></ab>", "!1:4 The end tag of 'a' was expected, not that of 'ab'."},
+        {"<ab></a>", "!1:5 The end tag of 'ab' was expected, not that of 'a'."},
+        {"<a/></a>", "!1:5 The end tag 'a' has no start tag."},
+        {"<a/>\n<b/>", "!2:1 The document has a second root element, 'b'."},
+        {"x<a/>", "!1:1 There is text outside the root element."},
+        {"<a/>&lt;", "!1:5 There is text outside the root element."},
+        {"<![CDATA[]]><a/>", "!1:1 There is text outside the root element."},
+    });
+}
+
+TEST(XmlTokeniser, RefusesBadReferences) {
+    ExpectRead({
+        {"<a>x & y</a>", "!1:6 '&' must begin a reference, or be written as '&amp;'."},
+        {"<a b='&lt'/>", "!1:7 '&' must begin a reference, or be written as '&amp;'."},
+        {"<a>&nbsp;</a>", "!1:4 The entity 'nbsp' is not defined."},
+        {"<a>&LT;</a>", "!1:4 The entity 'LT' is not defined."},
+        {"<a>&#;</a>", "!1:4 A character reference is a number between '&#' or '&#x' and ';'."},
+        {"<a>&#1A;</a>", "!1:4 A character reference is a number between '&#' or '&#x' and ';'."},
+        {"<a>&#X41;</a>", "!1:4 A character reference is a number between '&#' or '&#x' and ';'."},
+        {"<a>&#0;</a>", "!1:4 XML does not allow the character '&#0;'."},
+        {"<a>&#xD800;</a>", "!1:4 XML does not allow the character '&#xD800;'."},
+        {"<a b='&#xFFFF;'/>", "!1:7 XML does not allow the character '&#xFFFF;'."},
+        {"<a>&#99999999999999999999;</a>",
+         "!1:4 XML does not allow the character '&#99999999999999999999;'."},
+    });
+}
+
+TEST(XmlTokeniser, RefusesMalformedDeclarations) {
+    std::string const malformed = " The XML declaration is malformed.";
+    ExpectRead({
+        {"<?xml ?><a/>", "!1:7" + malformed},
+        {"<?xml encoding='UTF-8'?><a/>", "!1:7" + malformed},
+        {"<?xml version='1.0'encoding='UTF-8'?><a/>", "!1:20" + malformed},
+        {"<?xml version='1.0' standalone='yes' encoding='UTF-8'?><a/>", "!1:38" + malformed},
+        {"<?xml version='1.0' standalone='Yes'?><a/>", "!1:33" + malformed},
+        {"<?xml version='1.0' encoding=''?><a/>", "!1:31" + malformed},
+        {"<?xml version='1 0'?><a/>", "!1:17" + malformed},
+        {"<?xml version=1.0?><a/>", "!1:15" + malformed},
+        {"<?xml version '1.0'?><a/>", "!1:15" + malformed},
+        {"<?xml version='1.0'><a/>", "!1:20" + malformed},
+        {" <?xml version='1.0'?><a/>", "!1:2 An XML declaration can only stand at the very beginning."},
+    });
+}
+
+TEST(XmlTokeniser, RefusesOtherEncodings) {
+    std::string const utf16 = "<?xml version='1.0' encoding='utf-16'?><a/>";
+    std::string const contradiction =
+        "!1:31 The document says its encoding is 'utf-16', but it is another one.";
+    std::string const none = "!1:1 The document is neither in UTF-8 nor in UTF-16 with a byte order mark.";
+    ExpectRead({
+        {"<?xml version='1.0' encoding='latin1'?><a/>",
+         "!1:31 The encoding 'latin1' is not supported, only UTF-8 and UTF-16 are."},
+        {utf16, contradiction},
+        {"\xEF\xBB\xBF" + utf16, contradiction},
+        {InUtf16("<?xml version='1.0' encoding='utf-16LE'?><a/>", false),
+         "!1:31 The document says its encoding is 'utf-16LE', but it is another one."},
+        {InUtf16("<a/>", true).substr(2), none},
+        {InUtf16("<a/>", false).substr(2), none},
+    });
+}
+
+TEST(XmlTokeniser, RefusesIllFormedUtf8) {
+    for (std::string const bytes :
+         {"\x80", "\xC0\x80", "\xC1\xBF", "\xC3<", "\xE0\x9F\xBF", "\xED\xA0\x80", "\xE2\x82<",
+          "\xF0\x8F\xBF\xBF", "\xF4\x90\x80\x80", "\xF5\x80\x80\x80", "\xFF"})
+        ExpectRead({{"<a>\n\u00E9" + bytes + "</a>", "!2:2 This is not well-formed UTF-8."},
+                    {"<a b='" + bytes + "'/>", "!1:7 This is not well-formed UTF-8."},
+                    {"<a/><!--" + bytes + "-->", "!1:9 This is not well-formed UTF-8."}});
+    ExpectRead({{"<a>\xE2\x82", "!1:4 The document ends inside a character."}});
+}
+
+TEST(XmlTokeniser, RefusesIllFormedUtf16) {
+    std::string const unpaired = "!1:4 This surrogate has no partner.";
+    std::string const begin = InUtf16("<a>", true);
+    ExpectRead({{begin + "\x3D\xD8<\0/\0a\0>\0"s, unpaired},
+                {begin + "\x3D\xD8", unpaired},
+                {begin + "\x00\xDE</a>"s, unpaired},
+                {begin + "<", "!1:4 The document ends inside a character."}});
+}
+
+TEST(XmlTokeniser, RefusesCharactersThatXmlDoesNotAllow) {
+    ExpectReadInEachEncoding({
+        {"<a>\x01</a>", "!1:4 XML does not allow the character U+0001."},
+        {"<a>\0</a>"s, "!1:4 XML does not allow the character U+0000."},
+        {"<a b='\x1F'/>", "!1:7 XML does not allow the character U+001F."},
+        {"<!--\uFFFE--><a/>", "!1:5 XML does not allow the character U+FFFE."},
+        {"<a/>\uFFFF", "!1:5 XML does not allow the character U+FFFF."},
+    });
+}
+
+TEST(XmlTokeniser, SaysWhatTheDocumentEndsInsideOf) {
+    ExpectReadInEachEncoding({
+        {" ", "!1:2 The document has no root element."},
+        {"<!-- -->", "!1:9 The document has no root element."},
+        {"<a>\n<b>x]]", "!2:7 The document ends before the end tag of 'b'."},
+        {"<a><", "!1:5 The document ends inside a tag."},
+        {"<a b='&lt;", "!1:11 The document ends inside a start tag."},
+        {"<a></a", "!1:7 The document ends inside an end tag."},
+        {"<a>&l", "!1:6 The document ends inside a reference."},
+        {"<a><![CDATA[]]", "!1:15 The document ends inside a CDATA section."},
+        {"<a><![CD", "!1:9 The document ends inside a comment or CDATA section."},
+        {"<a><!-- --", "!1:11 The document ends inside a comment."},
+        {"<?p ?", "!1:6 The document ends inside a processing instruction."},
+        {"<?xml version='1.0'?", "!1:21 The document ends inside the XML declaration."},
+    });
+    EXPECT_EQ(Read(""), "!1:1 The document has no root element.");
+}
+
+TEST(XmlTokeniser, ShortensLongWordsInItsSentences) {
+    std::string const name = "a" + std::string(78, 'b') + "\u00E9" + std::string(1000, 'c');
+    EXPECT_EQ(Read("<a>&" + name + ";</a>"),
+              "!1:4 The entity 'a" + std::string(78, 'b') + "...' is not defined.");
+}
+
+TEST(XmlTokeniser, KnowsThePlaceOfEachToken) {
+    std::string const document = "\xEF\xBB\xBF<?xml version='1.0'?>\r\n<!--\n\u00E9--><a\r>\u00E9&lt;\n<b "
+                                 "c='&#10;\n'/><![CDATA[x]]></a>\n";
+    for (std::size_t const pieceSize : {Whole, std::size_t(1), std::size_t(7)}) {
+        PieceSource source(document);
+        Tokeniser tokeniser(source, pieceSize);
+        std::string places = PlaceOf(tokeniser);
+        Token last = Token::End;
+        for (Token token = tokeniser.Next(); token != Token::End; token = tokeniser.Next()) {
+            ASSERT_NE(token, Token::Error) << tokeniser.ErrorText();
+            if (token != Token::Text || last != Token::Text)
+                places += " " + PlaceOf(tokeniser);
+            EXPECT_EQ(PlaceOf(tokeniser), PlaceOf(tokeniser));
+            last = token;
+        }
+        EXPECT_EQ(places + " " + PlaceOf(tokeniser), "1:1 3:5 4:2 5:1 5:1 6:13 6:17 7:1")
+            << "in pieces of " << pieceSize;
+    }
+}
+
+TEST(XmlTokeniser, RefusesElementsNestedTooDeep) {
+    auto const read = [](std::string_view document) {
+        PieceSource source(document);
+        Tokeniser tokeniser(source, Whole, 3);
+        return Read(tokeniser);
+    };
+    EXPECT_EQ(read("<a><b><c/><d></d></b></a>"), "<a><b><c></c><d></d></b></a>");
+    EXPECT_EQ(read("<a><b><c><d/></c></b></a>"), "!1:10 The element 'd' is nested too deep.");
+    EXPECT_EQ(read("<a><b><c><d></d></c></b></a>"), "!1:10 The element 'd' is nested too deep.");
+}
+
+TEST(XmlTokeniser, NeedsNoStackForDepth) {
+    constexpr std::size_t depth = 1'000'000;
+    std::string document;
+    for (std::size_t level = 0; level < depth; ++level)
+        document += "<a>";
+    document += "<!---->";
+    for (std::size_t level = 0; level < depth; ++level)
+        document += "</a>";
+    PieceSource source(document);
+    Tokeniser tokeniser(source, Whole, depth);
+    std::size_t ends = 0;
+    for (Token token = tokeniser.Next(); token != Token::End && token != Token::Error;
+         token = tokeniser.Next())
+        ends += token == Token::EndTag;
+    EXPECT_EQ(ends, depth);
+}
+
+TEST(XmlTokeniser, ReportsASourceThatFails) {
+    for (std::string_view const document : {"", "<", "<a", "<a>", "<a>x", "<a><!--", "<a/>", "\xFF\xFE<"}) {
+        PieceSource source(document, [] { return -1; });
+        Tokeniser tokeniser(source);
+        EXPECT_TRUE(Read(tokeniser).ends_with(" Reading the document failed.")) << document;
+        EXPECT_EQ(tokeniser.Next(), Token::Error);
+    }
+}
+
+TEST(XmlTokeniser, LetsWhatTheSourceThrowsThrough) {
+    for (std::string_view const document : {"", "<", "<a b='", "<a>x", "<a>\xC3", "\xFF\xFE<"}) {
+        PieceSource source(document, []() -> std::ptrdiff_t { throw std::runtime_error("lost"); });
+        Tokeniser tokeniser(source, 1);
+        EXPECT_THROW(Read(tokeniser), std::runtime_error) << document;
+        EXPECT_TRUE(Read(tokeniser).ends_with(" Reading the document failed.")) << document;
+    }
+}
+
+TEST(XmlTokeniser, RefusesASourceThatGivesMoreThanItWasAskedFor) {
+    PieceSource source("<a>", [] { return std::ptrdiff_t(Whole) + 1; });
+    Tokeniser tokeniser(source);
+    EXPECT_EQ(Read(tokeniser), "!1:4 Reading the document failed.");
+}
+
+TEST(XmlTokeniser, StaysAtItsEnd) {
+    PieceSource source("<a/>");
+    Tokeniser tokeniser(source);
+    EXPECT_EQ(Read(tokeniser), "<a></a>");
+    EXPECT_EQ(tokeniser.Next(), Token::End);
+    EXPECT_EQ(tokeniser.ErrorText(), "");
+}
+
+// Time that grew with the square of a token's size would take hours here.
+TEST(XmlTokeniser, ReadsTokensOfAnySizeByteByByte) {
+    constexpr std::size_t size = 1'000'000;
+    std::string const many(size, 'x');
+    std::string attributes;
+    for (std::size_t count = 0; count < size / 10; ++count)
+        attributes += " a" + std::to_string(count) + "=''";
+    for (std::string const& document :
+         {"<a>" + many + "</a>", "<" + many + "></" + many + ">", "<a " + many + "='" + many + "'/>",
+          "<a b='\t" + many + "'/>", "<a><!--" + many + "--><?" + many + " " + many + "?></a>",
+          "<a><![CDATA[" + std::string(size, ']') + "]]></a>", "<a" + attributes + "/>"})
+        EXPECT_NE(Read(document, 1)[0], '!') << document.substr(0, 20);
+}
+
+TEST(XmlTokeniser, AllocatesNothingOnceWarm) {
+    std::string const child = "<b c='1' d='&lt;'>text &amp; more<!-- --><![CDATA[x]]><e/></b>\n";
+    std::string document = "<a>" + child;
+    for (int count = 0; count < 10'000; ++count)
+        document += child;
+    document += "</a>";
+    PieceSource source(document);
+    Tokeniser tokeniser(source);
+    for (int count = 0; count < 10; ++count)
+        tokeniser.Next();
+    TestSupport::AllocationFailure const failure(0, TestSupport::AllocationFailure::Times::FromThenOn);
+    Token token = Token::Text;
+    EXPECT_NO_THROW(do token = tokeniser.Next(); while (token != Token::End && token != Token::Error));
+    EXPECT_EQ(token, Token::End);
+}
+
+TEST(XmlTokeniser, LosesNothingWhereMemoryRunsOut) {
+    std::string const document = "<a " + std::string(100, 'b') + "='&lt;'>\xE2\x82\xAC</a>";
+    TestSupport::FailEachAllocation([&] {
+        PieceSource source(document);
+        Tokeniser tokeniser(source, 5);
+        while (tokeniser.Next() != Token::End)
+            ASSERT_EQ(tokeniser.ErrorText(), "");
+    });
+}
+
+} // namespace
