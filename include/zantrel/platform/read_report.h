@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <zantrel/export.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace Zantrel {
+
+/// What a read tells its caller beyond true and false. Given to a reading function, it collects what went
+/// wrong and what was passed over, in document order; entries of earlier reads stay. Belongs to one thread at
+/// a time.
+class ZANTREL_EXPORT ReadReport {
+public:
+    enum class Kind {
+        CannotRead,        ///< the file or stream can't be opened or read
+        DocumentError,     ///< the document is not well-formed, or not of the kind that is taken
+        RefusedDocument,   ///< well-formed, and refused by the reader of its format
+        UntakenElement,    ///< an element below the root that no handler took
+        UnparsedText,      ///< an element's text that is no value of the wanted type
+        UnparsedAttribute, ///< the same of an attribute, which then counts as absent
+        DroppedValue,      ///< a value or flag that what it was read for can't have
+    };
+
+    struct Entry {
+        Kind kind = Kind::DocumentError;
+        std::uint64_t line = 0;   ///< from 1; 0 when the entry has no place in a document
+        std::uint64_t column = 0; ///< from 1, in characters
+        std::wstring path;        ///< names of the elements from the root, as in "Root/Child/Leaf"
+        std::wstring sentence;    ///< for a person, quotes the text in question
+    };
+
+    std::vector<Entry> m_entries;
+    /// How many entries are kept. The kinds that make a read fail are kept beyond it, so that the cause is
+    /// never lost.
+    std::size_t m_limit = 10000;
+    /// How many entries were not kept.
+    std::uint64_t m_leftOut = 0;
+
+    /// Keeps the entry, or counts it as left out.
+    void Add(Entry entry);
+    /// Whether Add would keep an entry of this kind. Saves building its texts in vain.
+    bool HasRoomFor(Kind kind) const noexcept;
+
+    /// "line:column: sentence (path)", without the parts that the entry doesn't have.
+    static std::wstring Format(Entry const& entry);
+};
+
+} // namespace Zantrel

@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <zantrel/export.h>
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace KelSAX {
+
+/// What a handler writes the element that is open through. Names and texts are UTF-8, or wide and converted
+/// here through a buffer that is kept, so that writing a leaf allocates nothing.
+///
+/// What XML can't carry (most control characters, lone surrogates, ill-formed UTF-8, a name that is no XML
+/// name, an attribute given twice or after content, more than 1,024 elements in each other) makes the whole
+/// write fail; the calls after it do nothing. A writer belongs to the thread that writes.
+class ZANTREL_EXPORT ISAXWriter {
+public:
+    ISAXWriter() = default;
+    ISAXWriter(ISAXWriter const&) = delete;
+    ISAXWriter& operator=(ISAXWriter const&) = delete;
+    virtual ~ISAXWriter();
+
+    /// Writes a number as text of the open element, with `precision` significant digits, whatever the locale;
+    /// 17 read back bit for bit. "INF", "-INF" and "NaN" for what is not finite. `reserved` is 0.
+    virtual void WriteDoubleValue(double value, int precision, int reserved) = 0;
+    /// Adds an attribute to the element opened last, which must not have content or children yet.
+    virtual void WriteAttribute(std::string_view name, std::string_view value) = 0;
+    /// Adds text to the open element, escaped as XML requires.
+    virtual void WriteValue(std::string_view value) = 0;
+    /// Opens a child of the open element. MSAXTagWriter calls these two in pairs.
+    virtual void OpenElement(std::string_view tag) = 0;
+    virtual void CloseElement() noexcept = 0;
+
+    void WriteAttribute(std::string_view name, std::wstring_view value);
+    void WriteValue(std::wstring_view value);
+    void OpenElement(std::wstring_view tag);
+    /// In plain decimal.
+    void WriteIntegerValue(std::int64_t value);
+
+private:
+    std::string m_converted;
+};
+
+} // namespace KelSAX

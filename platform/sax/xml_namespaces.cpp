@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <zantrel/platform/xml_namespaces.h>
+
+#include "platform/files/native_path.h"
+
+#include <filesystem>
+#include <system_error>
+
+namespace Zantrel {
+
+namespace XML_namespaces {
+
+std::wstring const m_namespace_build_processors_2016_04 =
+    L"https://schemas.zantrel.example/build_processing/2016/04";
+std::wstring const m_namespace_build_processors_2017_02 =
+    L"https://schemas.zantrel.example/build_processing/2017/02";
+std::wstring const m_namespace_profiles_meta =
+    L"https://schemas.zantrel.example/build_processing/profiles_meta";
+
+std::wstring m_local_schema_file_build_processors_2016_04;
+std::wstring m_local_schema_file_build_processors_2017_02;
+
+} // namespace XML_namespaces
+
+namespace {
+
+bool Exists(std::wstring const& path) {
+    auto const native = Files::ToNativePath(path);
+    if (!native) {
+        return false; // empty, or no file can have this path
+    }
+    std::error_code error;
+    std::filesystem::file_status const status = std::filesystem::status(*native, error);
+    if (!std::filesystem::status_known(status)) {
+        throw std::filesystem::filesystem_error("exists", *native, error);
+    }
+    return std::filesystem::exists(status);
+}
+
+} // namespace
+
+void AddBuildProcessingNamespace(KelAM::SaxUtilities::WriteOptions& options, std::wstring const& uri) {
+    using namespace XML_namespaces;
+    options.m_namespaces.emplace_back(std::wstring(), uri);
+    if (uri == m_namespace_build_processors_2016_04 && Exists(m_local_schema_file_build_processors_2016_04)) {
+        options.m_schemaFile = m_local_schema_file_build_processors_2016_04;
+        options.m_schemaNamespace = uri;
+    }
+    // Hosts that install only the 2016/04 schema rely on its file deciding for 2017/02 as well.
+    if (uri == m_namespace_build_processors_2017_02 && Exists(m_local_schema_file_build_processors_2016_04)) {
+        options.m_schemaFile = m_local_schema_file_build_processors_2017_02;
+        options.m_schemaNamespace = uri;
+    }
+}
+
+} // namespace Zantrel

@@ -1,0 +1,297 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "tests/platform/sax_test_support.h"
+
+#include <zantrel/platform/read_report.h>
+#include <zantrel/platform/sax_utilities.h>
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+#include <stdexcept>
+
+using namespace KelAM::SaxUtilities;
+using Zantrel::ReadReport;
+
+namespace {
+
+/// What the handlers of one read went through.
+struct Course {
+    std::string log;
+    int alive = 0;
+    int eventsUntilThrow = -1;
+
+    void Note(std::string const& event) {
+        if (eventsUntilThrow-- == 0) {
+            throw std::runtime_error("thrown on purpose");
+        }
+        log += event + ' ';
+    }
+};
+
+/// Notes each call under its name. An element's name tells what it does: "push", "twice", "null", "no" (not
+/// taken).
+class Recorder : public ISAXPersistHelper {
+public:
+    Recorder(Course& course, std::string name) : m_course(course), m_name(std::move(name)) {
+        ++m_course.alive;
+    }
+    Recorder(Recorder const&) = delete;
+    ~Recorder() override {
+        --m_course.alive;
+        m_course.log += '~' + m_name + ' ';
+    }
+
+    void SetDefaults() override { m_course.Note(m_name + ".defaults"); }
+    bool HandleTag(std::string const& tag, KelSAX::ISAXReader& reader) override {
+        m_course.Note(m_name + "<" + tag + std::to_string(reader.GetDepth()) + reader.GetAncestorTag(1));
+        if (tag == "push" || tag == "twice") {
+            reader.PushHandler(new Recorder(m_course, m_name + "a"));
+        }
+        if (tag == "twice") {
+            reader.PushHandler(new Recorder(m_course, m_name + "b"));
+        }
+        if (tag == "null") {
+            reader.PushHandler(nullptr);
+        }
+        if (tag == "self") {
+            reader.PushHandler(this);
+        }
+        return tag != "no";
+    }
+    void HandleEndTag(std::string_view tag) override { m_course.Note(m_name + ">" + std::string(tag)); }
+    void ResolveReferences(KelSAX::ISAXReader&) override { m_course.Note(m_name + ".resolve"); }
+    void InitAfterLoading() override { m_course.Note(m_name + ".init"); }
+
+private:
+    Course& m_course;
+    std::string m_name;
+};
+
+bool Read(std::string const& document, ISAXPersist& handler, std::size_t piece = 1000,
+          ReadReport* report = nullptr) {
+    PieceBuffer buffer(document, piece);
+    std::istream in(&buffer);
+    return ReadStream(in, handler, report);
+}
+
+/// Calls `look` when the element `tag` is handled.
+void LookAt(std::string const& document, std::string const& tag,
+            std::function<void(KelSAX::ISAXReader&)> const& look) {
+    int looks = 0;
+    ReadingHandler handler([&](std::string const& current, KelSAX::ISAXReader& reader) {
+        if (current == tag) {
+            look(reader);
+            ++looks;
+        }
+        return true;
+    });
+    for (std::size_t const piece : {1000u, 1u}) {
+        EXPECT_TRUE(Read(document, handler, piece)) << document;
+    }
+    EXPECT_EQ(looks, 2) << document;
+}
+
+std::vector<std::wstring> Lines(ReadReport const& report) {
+    std::vector<std::wstring> lines;
+    for (ReadReport::Entry const& entry : report.m_entries) {
+        lines.push_back(ReadReport::Format(entry));
+    }
+    return lines;
+}
+
+} // namespace
+
+TEST(Reading, CallsHandlersInTheOrderOfTheDocument) {
+    struct Row {
+        char const* document;
+        bool isWellFormed;
+        char const* log;
+    };
+    Row const rows[] = {
+        {"<r/>", true, "R.defaults R<r0 R>r R.resolve R.init "},
+        {"<r><x><y/></x><z/></r>", true,
+         "R.defaults R<r0 R<x1r R<y2x R>y R>x R<z1r R>z R>r R.resolve R.init "},
+        {"<r><no><y/></no></r>", true, "R.defaults R<r0 R<no1r R<y2no R>y R>no R>r R.resolve R.init "},
+        {"<r><push><x/></push><y/></r>", true,
+         "R.defaults R<r0 R<push1r Ra<x2push Ra>x R>push ~Ra R<y1r R>y R>r R.resolve R.init "},
+        {"<push><push/></push>", true,
+         "R.defaults R<push0 Ra<push1push Ra>push ~Raa R>push ~Ra R.resolve R.init "},
+        {"<r><twice><x/></twice></r>", true,
+         "R.defaults R<r0 R<twice1r Rb<x2twice Rb>x R>twice ~Rb ~Ra R>r R.resolve R.init "},
+        {"<r><null><x><push/></x></null><y/></r>", true,
+         "R.defaults R<r0 R<null1r R>null R<y1r R>y R>r R.resolve R.init "},
+        {"<push><self><x/></self></push>", true,
+         "R.defaults R<push0 Ra<self1push Ra<x2self Ra>x Ra>self R>push ~Ra R.resolve R.init "},
+        {"<r><push><push><x/>", false, "R.defaults R<r0 R<push1r Ra<push2push Raa<x3push Raa>x ~Raa ~Ra "},
+        {"<r><push/></s>", false, "R.defaults R<r0 R<push1r R>push ~Ra "},
+        {"<r/><r/>", false, "R.defaults R<r0 R>r "},
+        {"", false, "R.defaults "},
+    };
+    for (Row const& row : rows) {
+        for (std::size_t const piece : {1u, 3u, 1000u}) {
+            Course course;
+            Recorder root(course, "R");
+            EXPECT_EQ(Read(row.document, root, piece), row.isWellFormed) << row.document;
+            EXPECT_EQ(course.log, row.log) << row.document;
+            EXPECT_EQ(course.alive, 1);
+        }
+    }
+}
+
+TEST(Reading, DestroysWhatIsPushedWhicheverCallThrows) {
+    int thrown = 0;
+    for (bool isThrown = true; isThrown; ++thrown) {
+        Course course;
+        Recorder root(course, "R");
+        course.eventsUntilThrow = thrown;
+        isThrown = false;
+        try {
+            EXPECT_TRUE(Read("<r><twice><push><x/></push></twice><push/></r>", root));
+        } catch (std::runtime_error const& error) {
+            EXPECT_STREQ(error.what(), "thrown on purpose");
+            isThrown = true;
+        }
+        EXPECT_EQ(course.alive, 1) << thrown;
+    }
+    EXPECT_EQ(thrown, 14); // thirteen calls, then one read that nothing disturbs
+}
+
+TEST(Reading, GivesTheTextUpToTheFirstChild) {
+    std::pair<char const*, wchar_t const*> const rows[] = {
+        {"<r/>", L""},
+        {"<r> x </r>", L" x "},
+        {"<r>\r\n</r>", L"\n"},
+        {"<r> <c/></r>", L""},
+        {"<r> x <c/>y</r>", L" x "},
+        {"<r>a<!-- c -->b<?p i?><![CDATA[<&]]>c</r>", L"ab<&c"},
+        {"<r>&#x1F600;&amp;\xC3\xA4</r>", L"\U0001F600&\x00E4"},
+    };
+    for (auto const& [document, text] : rows) {
+        LookAt(document, "r", [expected = text](KelSAX::ISAXReader& reader) {
+            std::wstring value = L"old";
+            EXPECT_TRUE(reader.ReadValue(value));
+            EXPECT_EQ(value, expected);
+        });
+    }
+}
+
+TEST(Reading, LeavesTheTargetWhenTheTextIsNoValueOfItsType) {
+    LookAt("<r>12,5</r>", "r", [](KelSAX::ISAXReader& reader) {
+        double number = 1.5;
+        std::int32_t integer = 7;
+        bool flag = true;
+        EXPECT_FALSE(reader.ReadValue(number) || reader.ReadValue(integer) || reader.ReadValue(flag));
+        EXPECT_TRUE(number == 1.5 && integer == 7 && flag);
+    });
+    LookAt("<r>\n 1 </r>", "r", [](KelSAX::ISAXReader& reader) {
+        double number = 0;
+        std::int32_t integer = 0;
+        bool flag = false;
+        EXPECT_TRUE(reader.ReadValue(number) && reader.ReadValue(integer) && reader.ReadValue(flag));
+        EXPECT_TRUE(number == 1.0 && integer == 1 && flag);
+    });
+}
+
+TEST(Reading, KeepsAttributesReadableBesideTheText) {
+    LookAt(
+        "<r xmlns='u' xmlns:p='v' p:a='&lt;x&gt;' f='false' t=' True ' n='yes'>text</r>", "r",
+        [](KelSAX::ISAXReader& reader) {
+            std::wstring text;
+            EXPECT_TRUE(reader.ReadValue(text));
+            std::map<std::string, std::string> const all = {{"xmlns", "u"}, {"xmlns:p", "v"}, {"p:a", "<x>"},
+                                                            {"f", "false"}, {"t", " True "},  {"n", "yes"}};
+            EXPECT_EQ(reader.GetAttributes(), all);
+            std::string value = "old";
+            EXPECT_FALSE(reader.ReadAttribute(value, "a"));
+            EXPECT_EQ(value, "old");
+            EXPECT_TRUE(reader.ReadAttribute(value, "p:a"));
+            EXPECT_EQ(value, "<x>");
+            bool flag = true;
+            EXPECT_TRUE(reader.ReadAttribute(flag, "f") && !flag && reader.ReadAttribute(flag, "t") && flag);
+            EXPECT_FALSE(reader.ReadAttribute(flag, "n") || reader.ReadAttribute(flag, "none"));
+            EXPECT_TRUE(flag && reader.ReadValue(text) && text == L"text");
+        });
+}
+
+TEST(Reading, HasNoElementOutsideOfHandleTag) {
+    struct Late : ISAXPersistHelper {
+        void ResolveReferences(KelSAX::ISAXReader& reader) override {
+            std::wstring text = L"old";
+            std::int32_t number = 7;
+            std::string value;
+            EXPECT_FALSE(reader.ReadValue(text) || reader.ReadValue(number) ||
+                         reader.ReadAttribute(value, "a"));
+            EXPECT_TRUE(reader.GetAttributes().empty() && reader.GetText().empty());
+            EXPECT_TRUE(reader.GetAncestorTag(0).empty() && reader.GetDepth() == 0);
+            reader.PushHandler(new ISAXPersistHelper); // a leak if the reader forgot it
+        }
+    } handler;
+    ReadReport report;
+    EXPECT_TRUE(Read("<r a='1'>5</r>", handler, 1000, &report));
+    EXPECT_TRUE(report.m_entries.empty());
+}
+
+TEST(ReadReport, SaysWhatWasLostAndWhere) {
+    ReadingHandler handler([](std::string const& tag, KelSAX::ISAXReader& reader) {
+        std::int32_t number = 0;
+        bool flag = false;
+        reader.ReadAttribute(flag, "f");
+        if (tag == "int") {
+            reader.ReadValue(number);
+        } else if (tag == "dropped") {
+            reader.NoteDropped(L"It has no room.");
+        }
+        return tag != "other" && tag != "root";
+    });
+    std::string const document = "<root f='maybe'>\n  <int>12.5</int>\n  <other>\n    <int>" +
+                                 std::string(100, '9') +
+                                 "</int>\n  </other>\n  <dropped/>\n  <\xC3\xA4 f='1' f='2'/>\n</root>";
+    ReadReport report;
+    EXPECT_FALSE(Read(document, handler, 1000, &report));
+    std::vector<std::wstring> const lines = Lines(report);
+    ASSERT_EQ(lines.size(), 6u);
+    EXPECT_EQ(lines[0], L"1:1: The attribute f=\"maybe\" is no flag and counts as absent. (root)");
+    EXPECT_EQ(lines[1], L"2:3: The text \"12.5\" is no 32-bit integer; the old value stays. (root/int)");
+    EXPECT_EQ(lines[2], L"3:3: The element \"other\" is not known here and was passed over. (root/other)");
+    EXPECT_EQ(lines[3], L"4:5: The text \"" + std::wstring(80, L'9') +
+                            L"...\" is no 32-bit integer; the old value stays. (root/other/int)");
+    EXPECT_EQ(lines[4], L"6:3: It has no room. (root/dropped)");
+    EXPECT_EQ(lines[5].substr(0, 2), L"7:");
+    EXPECT_EQ(report.m_entries[5].kind, ReadReport::Kind::DocumentError);
+    EXPECT_EQ(report.m_entries[5].path, L"root");
+}
+
+TEST(ReadReport, KeepsTheCauseOfAFailureBeyondItsLimit) {
+    ReadingHandler handler([](std::string const&, KelSAX::ISAXReader&) { return false; });
+    ReadReport report;
+    report.m_limit = 2;
+    EXPECT_FALSE(Read("<r><a/><a/><a/><a/><a/></x>", handler, 1000, &report));
+    EXPECT_EQ(report.m_entries.size(), 3u);
+    EXPECT_EQ(report.m_leftOut, 3u);
+    EXPECT_EQ(report.m_entries.back().kind, ReadReport::Kind::DocumentError);
+}
+
+TEST(ReadReport, SaysWhyNothingCouldBeRead) {
+    TemporaryFolder const folder;
+    ISAXPersistHelper handler;
+    ReadReport report;
+    std::istringstream failed;
+    failed.setstate(std::ios::failbit);
+    EXPECT_FALSE(ReadFile((folder / "none").wstring(), handler, &report));
+    EXPECT_FALSE(ReadFile((folder / "").wstring(), handler, &report));
+    EXPECT_FALSE(ReadStream(failed, handler, &report));
+    std::wstring const base = L"Can't open \"" + (folder / "").wstring();
+    EXPECT_EQ(Lines(report),
+              (std::vector<std::wstring>{base + L"none\": No such file or directory.",
+                                         base + L"\": Is a directory.", L"The stream can't be read."}));
+}
+
+TEST(Reading, GivesFalseForAStreamThatBreaksOffByAnException) {
+    struct Broken : std::streambuf {
+        int underflow() override { throw std::runtime_error("broken"); }
+    } buffer;
+    std::istream in(&buffer);
+    ISAXPersistHelper handler;
+    EXPECT_FALSE(ReadStream(in, handler));
+    EXPECT_TRUE(in.bad());
+}
