@@ -6,8 +6,8 @@
 
 namespace Zantrel::Text {
 
-/// Compares by UTF-16 code unit, also where wchar_t holds code points, so that one database gives the same bytes on
-/// every platform. Negative, zero, positive; a prefix comes first.
+/// Compares by UTF-16 code unit, also where wchar_t holds code points, so that one database gives the same
+/// bytes on every platform. Negative, zero, positive; a prefix comes first.
 int Compare(std::wstring_view left, std::wstring_view right) noexcept;
 
 /// The ordering of names in bags, indices and sets. Never allocates.

@@ -1,0 +1,127 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <zantrel/platform/persistent_properties.h>
+
+#include "platform/properties/name_copier.h"
+#include "platform/properties/visit_property.h"
+
+template class PersistentProperty<PersistentProperties>;
+
+using Zantrel::EntryName;
+using Zantrel::EntryTable;
+using Zantrel::NameCopier;
+using Zantrel::NamedProperty;
+using Zantrel::PropertyHandle;
+
+namespace {
+
+void Replace(EntryTable& target, EntryTable const& source, NameCopier::Borrowed borrowed) {
+    NameCopier names(borrowed);
+    EntryTable copy;
+    copy.CopyFrom(source, names);
+    target.Swap(copy); // what stood in the target goes last: `source` may lie within it
+}
+
+/// Whether `bag` stands somewhere below `root`.
+bool Contains(PersistentProperties const& root, PersistentProperties const& bag) {
+    if (&root == &bag) {
+        return true;
+    }
+    for (NamedProperty const& entry : root) {
+        auto const* value = entry.property->GetPolymorphicValue();
+        if (auto const* inner = dynamic_cast<PersistentProperties const*>(value)) {
+            if (Contains(*inner, bag)) {
+                return true;
+            }
+        } else if (auto const* sequence = dynamic_cast<IndexedProperties<PersistentProperties> const*>(value)) {
+            for (unsigned long long i = 0; i < sequence->GetNumProperties(); ++i) {
+                if (Contains(sequence->GetProperty(static_cast<std::int32_t>(i)), bag)) {
+                    return true;
+                }
+            }
+        }
+    }
+    return false;
+}
+
+} // namespace
+
+PersistentProperties::PersistentProperties(PersistentProperties const& other) : IMergeablePropertyValue(other) {
+    NameCopier names(NameCopier::Borrowed::Own);
+    m_entries.CopyFrom(other.m_entries, names);
+}
+
+PersistentProperties& PersistentProperties::operator=(PersistentProperties const& other) {
+    if (this != &other) {
+        Replace(m_entries, other.m_entries, NameCopier::Borrowed::Own);
+    }
+    return *this;
+}
+
+PersistentProperties::~PersistentProperties() = default;
+
+void PersistentProperties::_AssignWithinLayout(PersistentProperties const& other) {
+    if (this != &other) {
+        Replace(m_entries, other.m_entries, NameCopier::Borrowed::Keep);
+    }
+}
+
+bool PersistentProperties::operator==(PersistentProperties const& other) const {
+    Iterator left = begin();
+    Iterator right = other.begin();
+    for (; left != end() && right != other.end(); ++left, ++right) {
+        if ((*left).name != (*right).name || !(*left).property->IsEqual((*right).property)) {
+            return false;
+        }
+    }
+    return left == end() && right == other.end();
+}
+
+void PersistentProperties::Merge(IMergeablePropertyValue const& other, bool overwrite) {
+    auto const* source = dynamic_cast<PersistentProperties const*>(&other);
+    if (source == nullptr || source == this) {
+        return;
+    }
+    if (Contains(*this, *source)) {
+        Merge(PersistentProperties(*source), overwrite); // the walk below may change what lies within this bag
+        return;
+    }
+    for (auto const& [name, property] : *source) {
+        IPersistentProperty* target = nullptr;
+        for (Iterator at = m_entries.Find(name); at != end() && (*at).name == name && target == nullptr; ++at) {
+            IPersistentProperty& candidate = *(*at).property;
+            if (typeid(candidate) == typeid(*property)) {
+                target = &candidate;
+            }
+        }
+        if (target == nullptr) {
+            m_entries.Insert(EntryName::Own(name), PropertyHandle::Heap(property->Clone()));
+        } else if (overwrite) {
+            target->Assign(property);
+        }
+    }
+}
+
+void PersistentProperties::AddProperty(std::wstring const& name, IPersistentProperty* property) {
+    if (property != nullptr) {
+        AppendOwned(name, property);
+    }
+}
+
+void PersistentProperties::RemoveProperty(std::wstring const& name, bool firstOnly) {
+    while (m_entries.RemoveFirst(name) && !firstOnly) {
+    }
+}
+
+void PersistentProperties::AppendOwned(std::wstring_view name, IPersistentProperty* property) {
+    std::unique_ptr<IPersistentProperty> owned(property);
+    EntryName ownName = EntryName::Own(name);
+    m_entries.Insert(std::move(ownName), PropertyHandle::Heap(owned.release()));
+}
+
+void PersistentProperties::ReplaceFirst(std::wstring_view name, IPersistentProperty* property) {
+    bool const replaces = m_entries.FindFirst(name) != nullptr;
+    AppendOwned(name, property);
+    if (replaces) {
+        m_entries.RemoveFirst(name); // last, since it can't fail
+    }
+}

@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <string_view>
+
+/// The words of a bag in a document, written once for reader and writer.
+namespace Zantrel::PropertySetWord {
+
+inline constexpr std::string_view Property = "Property";
+inline constexpr std::string_view Component = "Component";
+inline constexpr std::string_view Instance = "Instance";
+
+inline constexpr std::string_view Name = "Name";
+inline constexpr std::string_view Type = "Type";
+inline constexpr std::string_view Deleted = "Deleted";
+inline constexpr std::string_view Uuid = "uuid";
+
+// Words of the attribute "Type" that differ from the property's type name.
+inline constexpr std::string_view Complex = "Complex";
+inline constexpr std::string_view Complex2 = "Complex2";
+inline constexpr std::string_view ComplexArray = "ComplexArray";
+inline constexpr std::string_view Number = "number";
+inline constexpr std::string_view ProfileName = "ProfileName"; ///< read as a string, never written
+
+// Type names of the properties themselves.
+inline constexpr std::string_view Double = "double";
+inline constexpr std::string_view String = "string";
+
+} // namespace Zantrel::PropertySetWord

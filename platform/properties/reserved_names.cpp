@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "platform/properties/reserved_names.h"
+
+namespace Zantrel {
+
+std::wstring const* ReservedNames::Find(std::wstring_view text) const noexcept {
+    static constexpr std::wstring const ReservedNames::*All[] = {
+        &ReservedNames::value,         &ReservedNames::readOnly,         &ReservedNames::hidden,
+        &ReservedNames::nameReadOnly,  &ReservedNames::canBeDeleted,     &ReservedNames::userDefaultProfile,
+        &ReservedNames::disableAddRemove, &ReservedNames::defaultProfile,
+    };
+    for (auto member : All) {
+        if (this->*member == text) {
+            return &(this->*member);
+        }
+    }
+    return nullptr;
+}
+
+ReservedNames const& Reserved() noexcept {
+    static auto const& names = *new ReservedNames();
+    return names;
+}
+
+} // namespace Zantrel

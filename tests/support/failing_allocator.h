@@ -1,0 +1,73 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <new>
+
+/// Replaces operator new of the test program, to let allocations fail and to count them. All of it concerns
+/// the calling thread alone.
+namespace TestSupport {
+
+/// Allocations of this thread minus its deallocations.
+std::ptrdiff_t LiveAllocations() noexcept;
+
+/// While it lives, the allocation number `nth`, counted from 0, throws std::bad_alloc, and with FromThenOn
+/// each one after it too. One at a time.
+class AllocationFailure {
+public:
+    enum class Times { Once, FromThenOn };
+
+    explicit AllocationFailure(std::size_t nth, Times times = Times::Once) noexcept;
+    AllocationFailure(AllocationFailure const&) = delete;
+    AllocationFailure& operator=(AllocationFailure const&) = delete;
+    ~AllocationFailure();
+
+    bool Happened() const noexcept;
+};
+
+/// Fails the test when its scope ends with more or fewer allocations alive than it began with.
+class LeakCheck {
+public:
+    LeakCheck() = default;
+    LeakCheck(LeakCheck const&) = delete;
+    LeakCheck& operator=(LeakCheck const&) = delete;
+    ~LeakCheck() { EXPECT_EQ(LiveAllocations(), m_before) << "allocations alive at the end of the scope"; }
+
+private:
+    std::ptrdiff_t m_before = LiveAllocations();
+};
+
+/// Calls `action` with its first allocation failing, then with its second, until it gets through without a
+/// failure; after each call `check`, which must find the same whether the action got through or not, apart
+/// from what it is told. `check(bool completed)`. Gives the number of failures.
+template <class Action, class Check> std::size_t FailEachAllocation(Action action, Check check) {
+    for (std::size_t nth = 0;; ++nth) {
+        bool completed = false;
+        bool happened = false;
+        {
+            AllocationFailure const failure(nth);
+            try {
+                action();
+                completed = true;
+            } catch (std::bad_alloc const&) {
+            }
+            happened = failure.Happened();
+        }
+        SCOPED_TRACE(testing::Message() << "allocation " << nth);
+        check(completed);
+        if (!happened) {
+            return nth;
+        }
+    }
+}
+
+/// The same for an action that leaves nothing behind: neither completing nor failing may leak.
+template <class Action> std::size_t FailEachAllocation(Action action) {
+    action(); // what is made once for the whole program is made now
+    std::ptrdiff_t const before = LiveAllocations();
+    return FailEachAllocation(action, [before](bool) { EXPECT_EQ(LiveAllocations(), before) << "leaked"; });
+}
+
+} // namespace TestSupport

@@ -1,0 +1,94 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "tests/support/failing_allocator.h"
+
+#include <cstdlib>
+#include <limits>
+#include <memory>
+#include <vector>
+
+namespace {
+
+constexpr std::size_t Never = std::numeric_limits<std::size_t>::max();
+
+struct ThreadState {
+    std::ptrdiff_t live = 0;
+    std::size_t untilFailure = Never;
+    bool goesOn = false;
+    bool happened = false;
+};
+thread_local ThreadState state;
+
+void* Allocate(std::size_t size) noexcept {
+    if (state.untilFailure == 0) {
+        state.happened = true;
+        state.untilFailure = state.goesOn ? 0 : Never;
+        return nullptr;
+    }
+    if (state.untilFailure != Never) {
+        --state.untilFailure;
+    }
+    void* const memory = std::malloc(size != 0 ? size : 1);
+    state.live += memory != nullptr;
+    return memory;
+}
+
+void* AllocateOrThrow(std::size_t size) {
+    void* const memory = Allocate(size);
+    if (memory == nullptr) {
+        throw std::bad_alloc();
+    }
+    return memory;
+}
+
+void Free(void* memory) noexcept {
+    state.live -= memory != nullptr;
+    std::free(memory);
+}
+
+} // namespace
+
+// All forms but those for aligned memory, so that each pair meets whatever else replaces them.
+void* operator new(std::size_t size) { return AllocateOrThrow(size); }
+void* operator new[](std::size_t size) { return AllocateOrThrow(size); }
+void* operator new(std::size_t size, std::nothrow_t const&) noexcept { return Allocate(size); }
+void* operator new[](std::size_t size, std::nothrow_t const&) noexcept { return Allocate(size); }
+void operator delete(void* memory) noexcept { Free(memory); }
+void operator delete[](void* memory) noexcept { Free(memory); }
+void operator delete(void* memory, std::size_t) noexcept { Free(memory); }
+void operator delete[](void* memory, std::size_t) noexcept { Free(memory); }
+void operator delete(void* memory, std::nothrow_t const&) noexcept { Free(memory); }
+void operator delete[](void* memory, std::nothrow_t const&) noexcept { Free(memory); }
+
+namespace TestSupport {
+
+std::ptrdiff_t LiveAllocations() noexcept { return state.live; }
+
+AllocationFailure::AllocationFailure(std::size_t nth, Times times) noexcept {
+    state.untilFailure = nth;
+    state.goesOn = times == Times::FromThenOn;
+    state.happened = false;
+}
+
+AllocationFailure::~AllocationFailure() { state.untilFailure = Never; }
+
+bool AllocationFailure::Happened() const noexcept { return state.happened; }
+
+} // namespace TestSupport
+
+TEST(FailingAllocator, FailsTheAllocationAskedForAndCountsWhatIsAlive) {
+    std::ptrdiff_t const before = TestSupport::LiveAllocations();
+    std::vector<std::unique_ptr<int>> numbers(3);
+    std::size_t made = 0;
+    std::size_t const failures = TestSupport::FailEachAllocation(
+        [&] {
+            for (made = 0; made < numbers.size(); ++made) {
+                numbers[made] = std::make_unique<int>(1);
+            }
+        },
+        [&, nth = std::size_t{0}](bool completed) mutable {
+            EXPECT_EQ(made, nth++);
+            EXPECT_EQ(completed, made == numbers.size());
+        });
+    EXPECT_EQ(failures, numbers.size());
+    EXPECT_EQ(TestSupport::LiveAllocations(), before + 4);
+}
