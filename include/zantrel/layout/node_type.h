@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstdint>
+
+namespace Zantrel {
+
+/// What a layout node declares. The numbers are part of the interface: hosts store them.
+enum eTypeLayoutNode : std::int32_t {
+    Group = 0,               ///< holds other nodes, has no value of its own
+    Int = 1,                 ///< std::int32_t
+    Double = 2,              ///< double
+    Distance = 3,            ///< double, a length
+    Bool = 4,                ///< bool
+    String = 5,              ///< free text
+    Options = 6,             ///< text, a choice among the node's own options
+    OptionsFromProfiles = 7, ///< text, the name of a member of a profile list
+    FileAbsolute = 8,        ///< text, the path of a file
+    FileAttachment = 9,      ///< KelAM::FileContent, a file whose bytes travel with the values
+    StandardOptions = 10,    ///< options that the driver supplies; formatting gives it no value
+};
+
+} // namespace Zantrel

@@ -1,0 +1,319 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <zantrel/layout/layout_node.h>
+
+#include <zantrel/platform/string_conversion.h>
+
+#include "tests/support/failing_allocator.h"
+
+#include <initializer_list>
+#include <limits>
+#include <memory>
+#include <stdexcept>
+
+namespace Zantrel {
+namespace {
+
+using TestSupport::LeakCheck;
+
+using Owned = std::unique_ptr<LayoutNode>;
+
+Owned Root(std::initializer_list<wchar_t const*> children) {
+    Owned root(LayoutNode::MakeNode(L"root", Group));
+    for (wchar_t const* const child : children) {
+        root->AddNode(child);
+    }
+    return root;
+}
+
+std::wstring Shown(LayoutNode const& node) {
+    std::wstring names;
+    for (LayoutNode const* const child : node.m_children) {
+        names += child->m_name;
+    }
+    return names;
+}
+
+LayoutNode* Find(LayoutNode const& node, wchar_t const* name) { return node.m_children.Find(name); }
+
+/// Tells when it ends, and how many children it has then.
+struct Mortal : LayoutNode {
+    Mortal(wchar_t const* name, std::wstring& deaths) : LayoutNode(name, Group, nullptr), m_deaths(deaths) {}
+    ~Mortal() override { m_deaths += m_name + std::to_wstring(Size()) + L" "; }
+    std::wstring& m_deaths;
+};
+
+TEST(LayoutNode, AnEmptyNodeHasNoChildAtAll) {
+    LayoutNode node(nullptr, Group, nullptr);
+    EXPECT_EQ(node.Size(), 0U);
+    EXPECT_EQ(node.Back(), nullptr);
+    EXPECT_EQ(node.GetNode(static_cast<wchar_t const*>(nullptr)), nullptr);
+    try {
+        node.At(0);
+        FAIL() << "no exception";
+    } catch (std::out_of_range const& error) {
+        EXPECT_STREQ(error.what(), "invalid vector subscript");
+    }
+}
+
+TEST(LayoutNode, OnlyTheConstructorGivesADistanceItsUnit) {
+    EXPECT_EQ(LayoutNode(L"a", Distance, nullptr).GetPostfix(), L"mm");
+    EXPECT_EQ(LayoutNode(L"a", Double, nullptr).SetType(Distance)->GetPostfix(), L"");
+}
+
+TEST(LayoutNode, AppendingGivesTheParentAndAddingTheChild) {
+    Owned const root = Root({});
+    root->m_childrenWriteToParameterFile = false;
+    LayoutNode* const a = root->AppendNode(L"a")->AppendNode(L"b")->At(0).AddNode(L"c")->GetParentNode();
+    EXPECT_EQ(Shown(*root), L"ab");
+    EXPECT_EQ(a, root->GetNode(L"a"));
+    EXPECT_EQ(a->Parent(), root.get());
+    EXPECT_FALSE(a->m_writeToParameterFile);
+    EXPECT_TRUE(a->Back()->m_writeToParameterFile);
+}
+
+TEST(LayoutNode, TheIndexKnowsTheLaterOfTwoNamesakes) {
+    Owned const root = Root({L"a", L"a"});
+    EXPECT_EQ(root->Size(), 2U);
+    EXPECT_EQ(root->GetNode(L"a"), &root->At(1));
+}
+
+TEST(LayoutNode, MovingFollowsTheRuleOfTheNewListAndFreesEachNodeOnce) {
+    struct Row {
+        wchar_t const* child;
+        std::size_t index;
+        wchar_t const* shown;
+    };
+    for (Row const& row : {Row{L"c", 0, L"cAB"}, Row{L"A", 0, L"ABc"}, Row{L"A", 1, L"BAc"},
+                           Row{L"A", 2, L"Bcc"}, Row{L"A", 9, L"Bcc"}, Row{L"B", 2, L"Acc"},
+                           Row{L"c", 1, L"AcB"}, Row{L"c", 2, L"ABc"}, Row{L"c", 3, L"ABc"}}) {
+        SCOPED_TRACE(testing::Message() << row.child << " to " << row.index);
+        LeakCheck const leaks;
+        Owned const root = Root({L"A", L"B", L"c"});
+        root->MoveNodeTo(root->GetNode(row.child), row.index);
+        EXPECT_EQ(Shown(*root), row.shown);
+        for (wchar_t const* const name : {L"A", L"B", L"c"}) {
+            ASSERT_NE(root->GetNode(name), nullptr);
+            EXPECT_EQ(root->GetNode(name)->m_name, name);
+        }
+        EXPECT_EQ(LayoutNode(*root).Size(), 3U);
+    }
+}
+
+TEST(LayoutNode, MovingSomethingElseThanAChildChangesNothing) {
+    Owned const root = Root({L"a", L"b"});
+    LayoutNode const* const grandchild = root->At(0).AddNode(L"g");
+    for (LayoutNode const* const node :
+         {grandchild, static_cast<LayoutNode const*>(root.get()), static_cast<LayoutNode const*>(nullptr)}) {
+        root->MoveNodeTo(node, 0);
+    }
+    EXPECT_EQ(Shown(*root), L"ab");
+}
+
+TEST(LayoutNode, ADroppedChildCanBeMovedBack) {
+    Owned const root = Root({L"A", L"B", L"c"});
+    root->MoveNodeTo(root->GetNode(L"A"), 2);
+    root->MoveNodeTo(root->GetNode(L"A"), 0);
+    EXPECT_EQ(Shown(*root), L"ABc");
+}
+
+TEST(LayoutNode, EachNodeHasOneOwnerWhateverIsAppended) {
+    LeakCheck const leaks;
+    Owned const root = Root({L"a", L"b"});
+    LayoutNode* const a = Find(*root, L"a");
+    LayoutNode* const b = Find(*root, L"b");
+    root->AppendNode(static_cast<LayoutNode*>(nullptr))->AppendNode(root.get());
+    a->AppendNode(root.get())->AppendNode(a);
+    EXPECT_EQ(Shown(*root) + Shown(*a), L"ab") << "neither nothing nor a node above";
+    root->AppendNode(a);
+    EXPECT_EQ(Shown(*root), L"aba") << "listed once more";
+    b->AppendNode(*a);
+    EXPECT_EQ(Shown(*root) + Shown(*b), L"ba") << "gone to another parent";
+    EXPECT_EQ(a->Parent(), b);
+    EXPECT_EQ(root->GetNode(L"a"), nullptr);
+}
+
+TEST(LayoutNode, AChildThatEndsFirstLeavesItsNameToTheOneBefore) {
+    Owned const root = Root({L"a", L"b", L"a"});
+    {
+        LayoutNode local(L"a", Group, nullptr);
+        root->AppendNode(local);
+        EXPECT_EQ(root->GetNode(L"a"), &local);
+    }
+    EXPECT_EQ(root->GetNode(L"a"), &root->At(2));
+    delete root->Back();
+    EXPECT_EQ(root->GetNode(L"a"), &root->At(0));
+    delete &root->At(0);
+    EXPECT_EQ(root->GetNode(L"a"), nullptr);
+    EXPECT_EQ(Shown(*root), L"b");
+}
+
+TEST(LayoutNode, ChildrenEndInListOrderEachBeforeItsOwn) {
+    std::wstring deaths;
+    {
+        Owned const root(new Mortal(L"r", deaths));
+        for (wchar_t const* const name : {L"a", L"b"}) {
+            root->AppendNode(new Mortal(name, deaths));
+            root->Back()->AppendNode(new Mortal(L"x", deaths))->AppendNode(new Mortal(L"y", deaths));
+            root->Back()->At(0).AppendNode(new Mortal(L"z", deaths));
+        }
+    }
+    EXPECT_EQ(deaths, L"r2 a2 x1 z0 y0 b2 x1 z0 y0 ");
+}
+
+TEST(LayoutNode, ACopyHasTheNodesButNeitherTheirNamesNorTheirParents) {
+    Owned const source = Root({L"a", L"b"});
+    source->At(0).AddNode(L"x")->AddOption(L"1", L"one");
+    Owned const root = Root({});
+    LayoutNode const* const copy = root->AddNode(*source);
+    EXPECT_EQ(copy->m_parent, root.get());
+    EXPECT_EQ(root->GetNode(L"root"), copy);
+    EXPECT_EQ(Shown(*copy), L"ab");
+    EXPECT_EQ(copy->GetNode(L"a"), nullptr);
+    EXPECT_EQ(copy->At(0).GetNode(L"x"), nullptr);
+    EXPECT_EQ(copy->At(0).m_parent, source.get());
+    EXPECT_EQ(copy->At(0).At(0).m_parent, &source->At(0));
+    EXPECT_EQ(copy->At(0).At(0).m_optionDisplayNames, std::vector<std::wstring>{L"one"});
+}
+
+TEST(LayoutNode, AssignmentFromBelowKeepsTheNodeAndItsLinksWhole) {
+    Owned const root = Root({L"a"});
+    LayoutNode& node = root->At(0);
+    node.AddNode(L"b")->AddNode(L"c")->AddNode(L"d");
+    node = node.At(0);
+    EXPECT_EQ(node.m_name, L"b");
+    EXPECT_EQ(node.m_parent, root.get());
+    ASSERT_EQ(Shown(node), L"c");
+    EXPECT_EQ(node.At(0).At(0).GetQueryName(*root), L"b_c_d");
+    node = static_cast<LayoutNode const&>(node);
+    node.m_children = node.At(0).m_children;
+    EXPECT_EQ(node.At(0).GetQueryName(*root), L"b_d");
+}
+
+TEST(LayoutNode, DepthIsBoundedByTheHeapAlone) {
+    Owned root(LayoutNode::MakeNode(L"deepest", Group));
+    for (int level = 0; level < 100'000; ++level) {
+        Owned above(LayoutNode::MakeNode(L"n", Group));
+        above->AppendNode(root.release());
+        root = std::move(above);
+    }
+    Owned const copy(LayoutNode::MakeNode(*root));
+    EXPECT_EQ(root->FindProfileList(L"none", true), nullptr);
+    root->m_children.Clear();
+    EXPECT_EQ(copy->Size(), 1U);
+}
+
+TEST(LayoutNode, AnyHintFindsByUtf8WhatTheIndexFinds) {
+    Owned const root = Root({L"a", L"\u00fcmlaut", L"a", L"b", L"\ufffd", L"", L"\U0001F600"});
+    Find(*root, L"b")->SetName(L"renamed");
+    root->AppendNode(Find(*root, L"b"));
+    LayoutNode const* const steps[] = {nullptr, Find(*root, L"b"), Find(*root, L"\ufffd")};
+    for (LayoutNode const* const step : steps) {
+        root->MoveNodeTo(step, step == steps[1] ? 0 : 99);
+        for (char const* const name :
+             {"a", "\xc3\xbcmlaut", "b", "renamed", "\xff", "\xef\xbf\xbd", "", "none", "\xf0\x9f\x98\x80"}) {
+            for (std::size_t start = 0; start <= root->Size() + 1; ++start) {
+                std::size_t hint = start <= root->Size() ? start : std::numeric_limits<std::size_t>::max();
+                EXPECT_EQ(root->FindChildUtf8(name, hint),
+                          root->GetNode(StringConversion::Utf8ToNative(name)))
+                    << name << " from " << start;
+            }
+        }
+    }
+    std::size_t hint = 0;
+    EXPECT_EQ(LayoutNode(*root).FindChildUtf8("a", hint), nullptr);
+}
+
+TEST(LayoutNode, NamesInListOrderAreFoundWithoutAnAllocation) {
+    Owned const root =
+        Root({L"long enough for the heap", L"the second of these names", L"the third of these names"});
+    std::size_t hint = 1;
+    TestSupport::AllocationFailure const failure(0);
+    LayoutNode const* const third = root->FindChildUtf8("the third of these names", hint);
+    LayoutNode const* const first = root->FindChildUtf8("long enough for the heap", hint);
+    EXPECT_EQ(third, &root->At(2));
+    EXPECT_EQ(first, &root->At(0));
+    EXPECT_EQ(hint, 1U);
+}
+
+TEST(LayoutNode, AQueryNameJoinsTheNamesBelowTheTop) {
+    struct Row {
+        wchar_t const *upper, *middle, *lower, *expected;
+    };
+    for (Row const& row :
+         {Row{L"a", L"b", L"c", L"a_b_c"}, Row{L"", L"b", L"c", L"_b_c"}, Row{L"a", L"", L"c", L"a__c"},
+          Row{L"a", L"b", L"", L"a_b"}, Row{L"", L"", L"", L""}}) {
+        Owned const root = Root({row.upper});
+        LayoutNode* const lower = root->At(0).AddNode(row.middle)->AddNode(row.lower);
+        EXPECT_EQ(lower->GetQueryName(*root), row.expected);
+        EXPECT_EQ(lower->GetQueryName(*lower), L"");
+    }
+}
+
+TEST(LayoutNode, AQueryPathEndsAtTheTopOrAtTheRoot) {
+    Owned const root = Root({L"a", L"b"});
+    LayoutNode const& a = root->At(0);
+    std::deque<LayoutNode const*> path{&a};
+    EXPECT_TRUE(a.GetQueryPath(a, path));
+    EXPECT_TRUE(path.empty());
+    EXPECT_FALSE(a.GetQueryPath(root->At(1), path));
+    EXPECT_EQ(path, (std::deque<LayoutNode const*>{root.get(), &a}));
+    EXPECT_EQ(root->At(0).GetQueryName(root->At(1)), L"root_a");
+}
+
+TEST(LayoutNode, AQueryEndsWhenCopiesTieTheParentsIntoARing) {
+    Owned root = Root({L"a"});
+    LayoutNode copy(root->At(0));
+    LayoutNode const other(L"other", Group, nullptr);
+    copy.AppendNode(root.release());
+    std::deque<LayoutNode const*> path;
+    EXPECT_FALSE(copy.At(0).At(0).GetQueryPath(other, path));
+}
+
+TEST(LayoutNode, AProfileListIsFoundDepthFirstAndThroughTheIndexAlone) {
+    Owned const root = Root({L"p", L"a", L"b"});
+    LayoutNode* const deep = root->At(1).AddNode(L"x")->AddNode(L"p")->SetProfile(true, L"Profile");
+    LayoutNode* const flat = root->At(2).AddNode(L"p")->SetProfile(true, L"Profile");
+    EXPECT_EQ(root->FindProfileList(L"p", false), nullptr);
+    EXPECT_EQ(root->FindProfileList(L"p", true), deep);
+    EXPECT_EQ(root->At(2).FindProfileList(L"p", false), flat);
+    EXPECT_EQ(LayoutNode(*root).FindProfileList(L"p", true), nullptr);
+}
+
+TEST(LayoutNode, AnIdentifierIsMadeOnceAndDiffersFromOthers) {
+    LayoutNode node(L"a", Group, nullptr);
+    LayoutNode other(L"b", Group, nullptr);
+    node.GenerateSourceIdentifier();
+    other.GenerateSourceIdentifier();
+    std::wstring const identifier = node.GetIdentifier();
+    node.GenerateSourceIdentifier();
+    EXPECT_EQ(identifier.find(L"SourceID_"), 0U);
+    EXPECT_EQ(node.GetIdentifier(), identifier);
+    EXPECT_NE(other.GetIdentifier(), identifier);
+}
+
+TEST(LayoutNode, AFailedAllocationLeavesTheTreeAsItWasAndNothingBehind) {
+    Owned const source = Root({L"a name that needs the heap", L"b"});
+    source->At(1).AddNode(L"c")->AddOption(L"an option that needs the heap", L"its name, which needs it too");
+    std::wstring const shown = Shown(*source);
+    auto const addToCopy = [&](auto add) {
+        TestSupport::FailEachAllocation([&] {
+            LayoutNode root(*source);
+            Owned other(LayoutNode::MakeNode(L"another name that needs the heap", Group));
+            try {
+                add(root, other);
+            } catch (std::bad_alloc const&) {
+                EXPECT_EQ(Shown(root), shown);
+                throw;
+            }
+        });
+    };
+    addToCopy([](LayoutNode& root, Owned&) { root.AddNode(L"a new name that needs the heap"); });
+    addToCopy([](LayoutNode& root, Owned&) { root.AddNode(L"n", Double, 1.5); });
+    addToCopy([](LayoutNode& root, Owned& other) { root.AppendNode(other.release()); });
+    addToCopy([](LayoutNode& root, Owned&) { root.At(0).AddNode(root); });
+    addToCopy([](LayoutNode& root, Owned& other) { root = *other; });
+    addToCopy([](LayoutNode& root, Owned&) { root = root.At(1); });
+}
+
+} // namespace
+} // namespace Zantrel

@@ -1,0 +1,194 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <zantrel/layout/layout_node.h>
+
+#include "tests/support/failing_allocator.h"
+
+#include <cstring>
+#include <limits>
+#include <locale>
+#include <random>
+#include <sstream>
+
+namespace Zantrel {
+namespace {
+
+LayoutNode Node() { return LayoutNode(L"node", Double, nullptr); }
+
+template <class T> T ByStream(std::wstring const& text) {
+    std::wistringstream stream(text);
+    T value{};
+    stream >> value;
+    return value;
+}
+
+/// A way of writing numbers that shares no character with the usual one but the digits.
+struct OtherPunctuation : std::numpunct<wchar_t> {
+    wchar_t do_decimal_point() const override { return L','; }
+    wchar_t do_thousands_sep() const override { return L'.'; }
+    std::string do_grouping() const override { return "\3"; }
+};
+
+class GlobalLocale {
+public:
+    GlobalLocale() : m_before(std::locale::global(std::locale(std::locale(), new OtherPunctuation))) {}
+    GlobalLocale(GlobalLocale const&) = delete;
+    GlobalLocale& operator=(GlobalLocale const&) = delete;
+    ~GlobalLocale() { std::locale::global(m_before); }
+
+private:
+    std::locale m_before;
+};
+
+TEST(LayoutNodeValues, ADoublePrintsFixedWithItsPrecisionAndAlwaysThePoint) {
+    struct Row {
+        double value;
+        std::int32_t precision;
+        wchar_t const* text;
+    };
+    for (Row const& row :
+         {Row{1.5, 4, L"1.5000"}, Row{2.0, 0, L"2."}, Row{-0.0, 1, L"-0.0"},
+          Row{1e22, 0, L"10000000000000000000000."}, Row{1.0 / 3, 20, L"0.33333333333333331483"}}) {
+        EXPECT_EQ(Node().SetPrecision(row.precision)->FormatValue(row.value), row.text);
+    }
+    EXPECT_EQ(Node().FormatValue(1.5), L"1.5000");
+}
+
+TEST(LayoutNodeValues, AnyPrecisionIsPrintedToTheLastDigit) {
+    double const smallest = std::numeric_limits<double>::denorm_min();
+    std::wstring const exact = Node().SetPrecision(1074)->FormatValue(smallest);
+    std::wstring const longer = Node().SetPrecision(1'000'000)->FormatValue(smallest);
+    EXPECT_EQ(longer, exact + std::wstring(1'000'000 - 1074, L'0'));
+    EXPECT_EQ(exact.back(), L'5');
+    EXPECT_EQ(Node().SetPrecision(2000)->FormatValue(std::numeric_limits<double>::infinity()), L"inf");
+}
+
+TEST(LayoutNodeValues, OtherTypesPrintPlainly) {
+    EXPECT_EQ(Node().FormatValue(std::int32_t{-2147483647 - 1}), L"-2147483648");
+    EXPECT_EQ(Node().FormatValue(true) + Node().FormatValue(false), L"TrueFalse");
+    EXPECT_EQ(Node().FormatValue(L"literal"), L"literal");
+    EXPECT_EQ(Node().FormatValue<wchar_t const*>(nullptr), L"");
+}
+
+TEST(LayoutNodeValues, NumbersAreTakenFromTheFrontOfAText) {
+    struct Row {
+        wchar_t const* text;
+        std::int32_t integer;
+        double number;
+    };
+    double const most = std::numeric_limits<double>::max();
+    for (Row const& row : {Row{L"", 0, 0}, Row{L"abc", 0, 0}, Row{L"12abc", 12, 12}, Row{L" \n+7 ", 7, 7},
+                           Row{L"-", 0, 0}, Row{L"1.75", 1, 1.75}, Row{L"-.5", 0, -0.5}, Row{L"5.", 5, 5},
+                           Row{L"1e2", 1, 100}, Row{L"010", 10, 10}, Row{L"3000000000", 2147483647, 3e9},
+                           Row{L"-3000000000", -2147483647 - 1, -3e9}, Row{L"1e999", 1, most},
+                           Row{L"1,5", 1, 1}, Row{L"1.2.3", 1, 1.2}, Row{L"\uff11", 0, 0}}) {
+        EXPECT_EQ(Node().GetValue<std::int32_t>(row.text), row.integer) << row.text;
+        EXPECT_EQ(Node().GetValue<double>(row.text), row.number) << row.text;
+    }
+}
+
+TEST(LayoutNodeValues, PlainNumbersReadAsTheStreamReadsThem) {
+    std::mt19937 random(20240229);
+    std::wstring const characters = L"00123456789987654321.-";
+    for (int count = 0; count < 20'000; ++count) {
+        std::wstring text(random() % 22, L' ');
+        for (wchar_t& character : text) {
+            character = characters[random() % characters.size()];
+        }
+        double const read = Node().GetValue<double>(text);
+        double const expected = ByStream<double>(text);
+        ASSERT_EQ(std::memcmp(&read, &expected, sizeof read), 0) << text;
+        ASSERT_EQ(Node().GetValue<std::int32_t>(text), ByStream<std::int32_t>(text)) << text;
+    }
+}
+
+TEST(LayoutNodeValues, APlainNumberIsReadWithoutAnAllocation) {
+    LayoutNode const node = Node();
+    std::wstring const text = L"-1234567.123456789";
+    TestSupport::AllocationFailure const failure(0);
+    double const value = node.GetValue<double>(text);
+    EXPECT_EQ(value, -1234567.123456789);
+}
+
+TEST(LayoutNodeValues, TheGlobalLocaleIsTheOneInForce) {
+    GlobalLocale const locale;
+    EXPECT_EQ(Node().FormatValue(1234.5), L"1.234,5000");
+    EXPECT_EQ(Node().FormatValue(std::int32_t{1234}), L"1.234");
+    EXPECT_EQ(Node().GetValue<double>(L"1,5"), 1.5);
+    EXPECT_EQ(Node().GetValue<double>(L"1.234"), 1234);
+}
+
+TEST(LayoutNodeValues, OnlyOneTextIsTrue) {
+    for (wchar_t const* const text : {L"true", L"TRUE", L"1", L" True", L"True ", L""}) {
+        EXPECT_FALSE(Node().GetValue<bool>(text)) << text;
+    }
+    EXPECT_TRUE(Node().GetValue<bool>(L"True"));
+}
+
+TEST(LayoutNodeValues, TypedHelpersStoreTexts) {
+    LayoutNode root = Node();
+    LayoutNode const* const child =
+        root.AddNode(L"d", Double, 0.1)->SetRange(-1.0, 2.5)->GetParentNode()->AddNode(L"s", String, L"text");
+    EXPECT_EQ(child->m_defaultValue, L"text");
+    EXPECT_EQ(root.At(0).m_defaultValue, L"0.1000");
+    EXPECT_EQ(root.At(0).m_min + L" " + root.At(0).m_max, L"-1.0000 2.5000");
+}
+
+TEST(LayoutNodeValues, AConditionNamesItsSourceAndKeepsTheOrder) {
+    LayoutNode source = Node();
+    LayoutNode named = Node();
+    named.SetIdentifier(L"own");
+    LayoutNode node = Node();
+    node.AddVisibilitySource<bool>(&source, true)
+        ->AddVisibilitySource<std::wstring>(&named, L"x")
+        ->AddVisibilitySource(static_cast<LayoutNode*>(nullptr), L"nothing")
+        ->AddEditabilitySource<bool>(&named, false);
+    ASSERT_EQ(node.m_visibilitySources.size(), 2U);
+    EXPECT_EQ(node.m_visibilitySources[0].m_source, &source);
+    EXPECT_EQ(node.m_visibilitySources[0].m_value, L"True");
+    EXPECT_EQ(node.m_visibilitySources[1].m_value, L"x");
+    EXPECT_EQ(node.m_editabilitySources.at(0).m_value, L"False");
+    EXPECT_EQ(source.GetIdentifier().find(L"SourceID_"), 0U);
+    EXPECT_EQ(named.GetIdentifier(), L"own");
+}
+
+TEST(LayoutNodeValues, ContainerSettersTouchWhatTheySay) {
+    LayoutNode list = Node();
+    list.SetNodeDisplayName(L"shown")->SetList(true, L"Item", std::wstring());
+    EXPECT_EQ(list.GetNodeName() + list.GetNodeDisplayName(), L"Itemshown");
+
+    LayoutNode categories = Node();
+    categories.SetCategoryList(true, L"Category")->SetCategoryList(false, L"Profile");
+    EXPECT_TRUE(categories.GetIsProfileList());
+    EXPECT_FALSE(categories.GetIsCategoryList());
+
+    LayoutNode choice = Node();
+    choice.SetTypeFromProfiles(&list);
+    choice.SetTypeFromProfiles(L"other")->AddVisibilityRequest(L"first")->AddVisibilityRequest(L"second");
+    EXPECT_EQ(choice.GetType(), OptionsFromProfiles);
+    EXPECT_EQ(choice.GetNodeName() + choice.GetProfileName(), L"other");
+    EXPECT_EQ(choice.GetProfileNode(), &list);
+    EXPECT_EQ(choice.m_visibilityRequest, L"second");
+}
+
+TEST(LayoutNodeValues, ListSettingsGoBackToTheirDefaultsInOneAssignment) {
+    LayoutNode list = Node();
+    list.SetList(true, L"Item", L"item")->SetUserCanAddRemove(false)->SetMultiplicity(3)->SetVisible(false);
+    static_cast<LayoutNodeListSettings&>(list) = {};
+    EXPECT_FALSE(list.m_isList);
+    EXPECT_TRUE(list.m_userCanAddRemove);
+    EXPECT_EQ(list.m_nodeName, L"ListItem");
+    EXPECT_EQ(list.m_multiplicity, 0U);
+    EXPECT_FALSE(list.m_visible);
+}
+
+TEST(LayoutNodeValues, AnOptionMayBeACopyOfAnother) {
+    LayoutNode node = Node();
+    node.AddOption(L"a value that needs the heap", L"shown");
+    for (int count = 0; count < 4; ++count) {
+        node.AddOption(node.m_optionValues[0], node.m_optionValues[0]);
+    }
+    EXPECT_EQ(node.m_optionDisplayNames.back(), L"a value that needs the heap");
+}
+
+} // namespace
+} // namespace Zantrel
