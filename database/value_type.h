@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <zantrel/layout/node_type.h>
+#include <zantrel/platform/file_content.h>
+
+#include <cstdint>
+#include <string>
+
+namespace Zantrel {
+
+template <class T> struct TypeTag {
+    using Type = T;
+};
+
+/// In place of a value's type, for a node that has none.
+struct NoValue {};
+
+/// The one place where node types meet the types of values: calls `visit` with a TypeTag of the type that a node of `type`
+/// holds. A StandardOptions node is a text that formatting leaves out.
+template <class Visitor> decltype(auto) VisitValueType(eTypeLayoutNode type, Visitor&& visit) {
+    switch (type) { // no default: the compiler names a type that is forgotten
+    case eTypeLayoutNode::Group:
+        return visit(TypeTag<NoValue>());
+    case eTypeLayoutNode::Int:
+        return visit(TypeTag<std::int32_t>());
+    case eTypeLayoutNode::Double:
+    case eTypeLayoutNode::Distance:
+        return visit(TypeTag<double>());
+    case eTypeLayoutNode::Bool:
+        return visit(TypeTag<bool>());
+    case eTypeLayoutNode::String:
+    case eTypeLayoutNode::Options:
+    case eTypeLayoutNode::OptionsFromProfiles:
+    case eTypeLayoutNode::FileAbsolute:
+    case eTypeLayoutNode::StandardOptions:
+        return visit(TypeTag<std::wstring>());
+    case eTypeLayoutNode::FileAttachment:
+        return visit(TypeTag<KelAM::FileContent>());
+    }
+    return visit(TypeTag<NoValue>()); // a number that is no type
+}
+
+} // namespace Zantrel
