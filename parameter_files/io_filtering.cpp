@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <zantrel/parameter_files/io_filtering.h>
+
+#include "parameter_files/vocabulary.h"
+
+#include <zantrel/platform/sax_reader.h>
+
+namespace Zantrel {
+
+bool ParameterDatabaseIOFilteringReader::HandleTag(std::string const& tag, KelSAX::ISAXReader& reader) {
+    if (tag == ParameterFileWord::ExportGeneralParameters) {
+        reader.ReadValue(m_filtering->m_exportGeneralParameters);
+    } else if (tag == ParameterFileWord::ExportDefaultParameters) {
+        reader.ReadValue(m_filtering->m_exportDefaultParameters);
+    }
+    return true;
+}
+
+} // namespace Zantrel

@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "parameter_files/node_value_sax.h"
+
+#include "platform/text/numbers.h"
+
+namespace Zantrel {
+
+void NoteStrayText(KelSAX::ISAXReader& reader) {
+    if (reader.HasReport() && !Text::Trim(reader.GetText()).empty()) {
+        reader.NoteDropped(L"The element holds elements only; its text was passed over.");
+    }
+}
+
+template <class T> void ReadLeafValue(ParameterNode const& leaf, KelSAX::ISAXReader& reader) {
+    if constexpr (std::is_same_v<T, KelAM::FileContent>) {
+        NoteStrayText(reader);
+    }
+    if (T* value = ValueCursor(leaf)._FindReference<T>()) {
+        HandleValueOfProperty(*value, reader);
+    } else if (!leaf.IsValid() || leaf.m_pNode->m_type != eTypeLayoutNode::StandardOptions) {
+        reader.NoteDropped(NoPlace);
+        if constexpr (std::is_same_v<T, KelAM::FileContent>) {
+            reader.PushHandler(nullptr); // its children are no parameters
+        }
+    } else if (!reader.GetText().empty()) { // empty text leaves options of the driver without a value
+        std::wstring text;
+        reader.ReadValue(text);
+        ParameterNode(leaf).SetValueFromText(text);
+    }
+}
+
+template void ReadLeafValue<std::int32_t>(ParameterNode const&, KelSAX::ISAXReader&);
+template void ReadLeafValue<double>(ParameterNode const&, KelSAX::ISAXReader&);
+template void ReadLeafValue<bool>(ParameterNode const&, KelSAX::ISAXReader&);
+template void ReadLeafValue<std::wstring>(ParameterNode const&, KelSAX::ISAXReader&);
+template void ReadLeafValue<KelAM::FileContent>(ParameterNode const&, KelSAX::ISAXReader&);
+
+bool WriteNodeValue(ParameterNode const& leaf, KelSAX::ISAXWriter& writer) {
+    return VisitValueType(leaf.m_pNode->m_type, [&]<class T>(TypeTag<T>) {
+        if constexpr (!std::is_same_v<T, NoValue>) {
+            if (T const* value = ValueCursor(leaf)._FindReference<T>()) {
+                return WriteValueOfProperty(*value, writer);
+            }
+        }
+        return true;
+    });
+}
+
+} // namespace Zantrel

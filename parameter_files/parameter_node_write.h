@@ -1,0 +1,18 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <zantrel/database/parameter_node.h>
+#include <zantrel/parameter_files/io_filtering.h>
+#include <zantrel/platform/sax_persist.h>
+
+/// Writes the content of one node as a generic parameter file has it.
+class ParameterNodeWrite : public ISAXPersistHelper {
+public:
+    explicit ParameterNodeWrite(Zantrel::ParameterNode const& node) : m_node(node) {}
+    bool Write(KelSAX::ISAXWriter& writer) const override;
+
+    Zantrel::ParameterDatabaseIOFiltering m_filtering;
+
+private:
+    Zantrel::ParameterNode m_node;
+};

@@ -1,0 +1,177 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "platform/xml/names.h"
+#include "tests/conformance/two_readers.h"
+#include "tests/support/dump.h"
+#include "tests/support/generated_database.h"
+#include "tests/support/small_parameter_file.h"
+
+#include <gtest/gtest.h>
+#include <libxml/parser.h>
+
+#include <functional>
+
+using namespace TestSupport;
+
+namespace {
+
+std::string_view Utf8(xmlChar const* text) { return reinterpret_cast<char const*>(text); }
+
+/// What libxml2 makes of a document, in the same form; nothing where it refuses it.
+std::string ReadByLibxml2(std::string_view document) {
+    using TwoReaders::EventText;
+    EventText events;
+    xmlSAXHandler handler{};
+    handler.startElement = [](void* to, xmlChar const* name, xmlChar const** attributes) {
+        static_cast<EventText*>(to)->Start(Utf8(name));
+        for (; attributes != nullptr && *attributes != nullptr; attributes += 2) {
+            static_cast<EventText*>(to)->Attribute(Utf8(attributes[0]), Utf8(attributes[1]));
+        }
+    };
+    handler.endElement = [](void* to, xmlChar const* name) { static_cast<EventText*>(to)->End(Utf8(name)); };
+    handler.characters = [](void* to, xmlChar const* text, int size) {
+        static_cast<EventText*>(to)->Text(Utf8(text).substr(0, static_cast<std::size_t>(size)));
+    };
+    xmlParserCtxtPtr const parser = xmlCreatePushParserCtxt(&handler, &events, nullptr, 0, nullptr);
+    xmlCtxtUseOptions(parser, XML_PARSE_NOENT | XML_PARSE_HUGE); // without the first it leaves "&" in attributes as "&#38;"
+    bool const isRead = xmlParseChunk(parser, document.data(), static_cast<int>(document.size()), 1) == XML_ERR_OK;
+    xmlFreeParserCtxt(parser);
+    return isRead ? events.Take() : "refused";
+}
+
+/// That all three readers find the same elements, attributes and texts in it.
+void ExpectOneReading(std::string const& document) {
+    std::string const events = TwoReaders::ReadByTokeniser(document, 4096).events;
+    EXPECT_TRUE(events == TwoReaders::ReadByExpat(document).events) << document.substr(0, 20000);
+    EXPECT_TRUE(events == ReadByLibxml2(document)) << document.substr(0, 20000);
+}
+
+} // namespace
+
+TEST(RoundTrip, BringsEveryValueBackAndThenTheSameBytes) {
+    for (unsigned seed = 1; seed <= 200; ++seed) {
+        SCOPED_TRACE(testing::Message() << "seed " << seed);
+        Generator generator(seed);
+        std::unique_ptr<ParameterLayout> const layout = generator.MakeLayout();
+        ParameterDatabase written(layout.get()), back(layout.get());
+        generator.FillContent(written.GetProfileEditor());
+        std::string const document = WriteText(written);
+        ExpectOneReading(document);
+        ReadReport report;
+        ASSERT_TRUE(ReadText(back, document, &report));
+        EXPECT_TRUE(report.m_entries.empty()) << StringConversion::NativeToUtf8(ReadReport::Format(report.m_entries[0]));
+        ASSERT_EQ(Dump(back), Dump(written));
+        ASSERT_EQ(WriteText(back), document);
+    }
+}
+
+TEST(RoundTrip, BringsEveryCharacterThatXmlCarriesBackAndRefusesTheOthers) {
+    SmallLayout const layout;
+    ParameterDatabase written(&layout), back(&layout);
+    ParameterNode string = written.GetProfileEditor().Get(L"G").Get(L"S");
+    std::wstring all;
+    int refused = 0;
+    for (char32_t code = 0; code <= 0x10FFFF; ++code) {
+        std::wstring const character =
+            sizeof(wchar_t) == 2 && code > 0xFFFF
+                ? std::wstring{static_cast<wchar_t>(0xD7C0 + (code >> 10)), static_cast<wchar_t>(0xDC00 + (code & 0x3FF))}
+                : std::wstring(1, static_cast<wchar_t>(code));
+        if (Xml::IsXmlCharacter(code)) {
+            all += character;
+        } else {
+            string.SetValue<std::wstring>(L"x" + character);
+            refused += WriteText(written).empty();
+        }
+    }
+    EXPECT_EQ(refused, 2079);
+    string.SetValue(all);
+    written.GetProfileEditor().Get(L"Z").AddProfile(all.c_str(), true);
+    std::string const document = WriteText(written);
+    ExpectOneReading(document);
+    ASSERT_TRUE(ReadText(back, document));
+    EXPECT_TRUE(Dump(back) == Dump(written));
+}
+
+TEST(RoundTrip, WritesALayoutOfAnyDepthOnlyIfItCanBeReadAgain) {
+    for (int const levels : {1023, 1024}) { // the root is one more
+        ParameterLayout layout;
+        LayoutNode* group = layout.m_profileEditor;
+        for (int level = 1; level < levels; ++level) {
+            group = group->AddNode(L"G");
+        }
+        group->AddNode(L"I", Int, 1);
+        ParameterDatabase written(&layout), back(&layout);
+        std::string const document = WriteText(written);
+        EXPECT_EQ(document.empty(), levels > 1023);
+        EXPECT_TRUE(document.empty() || ReadText(back, document));
+    }
+}
+
+namespace {
+
+/// The small layout, and nodes that a file can't hold in full.
+class LosingLayout : public SmallLayout {
+public:
+    LosingLayout() {
+        LayoutNode& editor = *m_profileEditor;
+        editor.AppendNode(MakeNode(L"T", Int)->SetProfile(true, L"Profile"));
+        editor.AddNode(L"V", Int, 1)->AddNode(L"I", Int, 1);
+        editor.AddNode(L"W")->SetProfile(true, L"Default")->AddNode(L"I", Int, 1);
+        editor.AddNode(L"E")->AddNode(L"GenericParameters")->AddNode(L"I", Int, 1);
+    }
+};
+
+} // namespace
+
+TEST(RoundTrip, LosesNothingButThis) {
+    struct Row {
+        std::function<void(ParameterNode)> change; // of the profile editor's cursor
+        char const* before;
+        char const* after;
+    };
+    Row const rows[] = {
+        // Flags.
+        {[](ParameterNode editor) { editor.Get(L"Z").AddProfile(L"a", true).SetCanBeDeleted(true); },
+         "Z<{I=1}; 'a'!d{I=1}>", "Z<{I=1}; 'a'{I=1}>"},
+        {[](ParameterNode editor) { editor.Get(L"Z").AddProfile(L"a", true).SetHidden(true); }, "Z<{I=1}; 'a'!h{I=1}>",
+         "Z<{I=1}; 'a'{I=1}>"},
+        {[](ParameterNode editor) {
+             ParameterNode profile = editor.Get(L"Z").GetDefault();
+             profile.SetReadOnly(true), profile.SetHidden(true), profile.SetNameReadOnly(true);
+             profile.SetUserDefaultProfile(true);
+         },
+         "Z<!r!h!n!u{I=1};>", ""},
+        {[](ParameterNode editor) { editor.Get(L"C").SetReadOnly(true), editor.Get(L"C").SetHidden(true); },
+         "C!r!h<{I=1 N[=0;] C<{S='s'};>};>", ""},
+        {[](ParameterNode editor) { editor.Get(L"N").SetDisableAddRemove(true); }, "N!a[=0;]", ""},
+        {[](ParameterNode editor) { editor.SetReadOnly(true), editor.SetHidden(true); }, "!r!h", ""},
+        // Values that no element is written for.
+        {[](ParameterNode editor) { editor.Get(L"N").GetDefault().SetValue<std::int32_t>(5); }, "N[=5;]", ""},
+        {[](ParameterNode editor) { editor.Get(L"V").SetValue<std::int32_t>(5); }, "V=5", ""},
+        {[](ParameterNode editor) { editor.Get(L"G").Get(L"X").SetValueFromText(L""); }, "G/X=''", ""},
+        {[](ParameterNode editor) {
+             ParameterNode general = editor.Get(L"E").Get(L"GenericParameters");
+             general.SetHidden(true), general.Get(L"I").SetValue<std::int32_t>(5);
+         },
+         "E/GenericParameters!h E/GenericParameters/I=5", ""},
+        // Values that are written and not found again.
+        {[](ParameterNode editor) { editor.Get(L"T").AddProfile(L"a", true).SetValue<std::int32_t>(5); }, "T<=0; 'a'=5>",
+         "T<=0; 'a'=0>"},
+        {[](ParameterNode editor) { editor.Get(L"W").AddProfile(L"a", true).Get(L"I").SetValue<std::int32_t>(5); },
+         "W<{I=1}; 'a'{I=5}>", "W<{I=5};>"},
+        {[](ParameterNode editor) { editor.Get(L"Z").AddProfile(L"Value", true).Get(L"I").SetValue<std::int32_t>(5); },
+         "Z<{I=1}; 'Value'{I=5}>", "Z<{I=1}; 'Value'->"},
+        {[](ParameterNode editor) { // the name finds the first of them, before and after
+             editor.Get(L"Z").AddProfile(L"a", true);
+             editor.Get(L"Z").AddProfile(L"a", true).Get(L"I").SetValue<std::int32_t>(5);
+         },
+         "Z<{I=1}; 'a'{I=1} 'a'{I=1}>", "Z<{I=1}; 'a'{I=1} 'a'{I=1}>"},
+    };
+    for (Row const& row : rows) {
+        LosingLayout const layout;
+        ParameterDatabase written(&layout), back(&layout);
+        row.change(written.GetProfileEditor());
+        EXPECT_EQ(DumpChanges(written), row.before);
+        ASSERT_TRUE(ReadText(back, WriteText(written)));
+        EXPECT_EQ(DumpChanges(back), row.after) << row.before;
+    }
+}
