@@ -1,0 +1,208 @@
+// SPDX-License-Identifier: Apache-2.0
+//
+// Reading and writing a generic parameter file of 10 thousand, 100 thousand and 1 million leaves, beside what a reader
+// and a writer can't do without: a bare pass of libexpat, pugixml with every value converted, a flat loop of std::to_chars.
+
+#include "benchmarks/sample_job.h"
+
+#include <zantrel/parameter_files/generic_parameter_file.h>
+
+#include <benchmark/benchmark.h>
+#include <expat.h>
+#include <malloc.h>
+#include <pugixml.hpp>
+
+#include <charconv>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <memory>
+#include <sstream>
+#include <vector>
+
+namespace {
+
+using namespace Zantrel;
+
+/// A written job of a number of leaves, made once.
+struct Job {
+    std::wstring path;
+    std::string text;
+    std::vector<double> numbers;
+    std::size_t leaves = 0; ///< values of all types in the database
+
+    static Sample::ParameterLayout const& Layout() {
+        static Sample::ParameterLayout const layout(0);
+        return layout;
+    }
+
+    static Job const& Of(std::int64_t leaves) {
+        static std::map<std::int64_t, std::unique_ptr<Job>> jobs;
+        auto& job = jobs[leaves];
+        if (job == nullptr) {
+            job = std::make_unique<Job>(static_cast<std::size_t>(leaves));
+        }
+        return *job;
+    }
+
+    explicit Job(std::size_t wanted) {
+        std::filesystem::path const shared = "/dev/shm"; // a disk would be measured with the code
+        auto const folder = std::filesystem::exists(shared) ? shared : std::filesystem::temp_directory_path();
+        path = (folder / ("zantrel_benchmark_" + std::to_string(wanted) + ".xml")).wstring();
+        ParameterDatabase database(&Layout());
+        ZantrelBenchmark::FillSampleJob(database, wanted);
+        auto collect = [this](double value) { numbers.push_back(value); };
+        ZantrelBenchmark::VisitNumbers(database.GetProfileEditor(), collect);
+        leaves = wanted;
+        WriteFile(database, path, L"");
+        std::ostringstream bytes;
+        bytes << std::ifstream(std::filesystem::path(path), std::ios::binary).rdbuf();
+        text = bytes.str();
+    }
+
+    Job(Job const&) = delete;
+    Job& operator=(Job const&) = delete;
+    ~Job() {
+        std::error_code ignored;
+        std::filesystem::remove(path, ignored);
+    }
+};
+
+void Rate(benchmark::State& state, Job const& job) {
+    state.SetItemsProcessed(static_cast<std::int64_t>(job.leaves) * state.iterations());
+    state.counters["bytes_per_leaf"] = static_cast<double>(job.text.size()) / static_cast<double>(job.leaves);
+}
+
+void Expat(benchmark::State& state) {
+    Job const& job = Job::Of(state.range(0));
+    for ([[maybe_unused]] auto _ : state) {
+        XML_Parser parser = XML_ParserCreate(nullptr);
+        XML_SetElementHandler(
+            parser, [](void*, XML_Char const*, XML_Char const**) {}, [](void*, XML_Char const*) {});
+        XML_SetCharacterDataHandler(parser, [](void*, XML_Char const*, int) {});
+        if (XML_Parse(parser, job.text.data(), static_cast<int>(job.text.size()), 1) != XML_STATUS_OK) {
+            state.SkipWithError("libexpat refuses the file");
+        }
+        XML_ParserFree(parser);
+    }
+    Rate(state, job);
+}
+
+/// Every leaf's text as a number, as far as it is one.
+double Convert(pugi::xml_node const& node) {
+    double sum = 0;
+    for (pugi::xml_node const& child : node.children()) {
+        if (child.first_child().type() == pugi::node_pcdata) {
+            sum += child.text().as_double();
+        } else {
+            sum += Convert(child);
+        }
+    }
+    return sum;
+}
+
+void Pugixml(benchmark::State& state) {
+    Job const& job = Job::Of(state.range(0));
+    for ([[maybe_unused]] auto _ : state) {
+        pugi::xml_document document;
+        document.load_file(std::filesystem::path(job.path).c_str());
+        benchmark::DoNotOptimize(Convert(document));
+    }
+    Rate(state, job);
+}
+
+void Read(benchmark::State& state) {
+    Job const& job = Job::Of(state.range(0));
+    double bytes = 0;
+    for ([[maybe_unused]] auto _ : state) {
+        std::size_t const before = mallinfo2().uordblks;
+        auto database = std::make_unique<ParameterDatabase>(&Job::Layout());
+        if (!ReadFile(*database, job.path)) {
+            state.SkipWithError("the file can't be read");
+        }
+        state.PauseTiming();
+        bytes = static_cast<double>(mallinfo2().uordblks - before);
+        database.reset();
+        state.ResumeTiming();
+    }
+    Rate(state, job);
+    state.counters["heap_per_value"] = bytes / static_cast<double>(job.leaves);
+}
+
+void Write(benchmark::State& state) {
+    Job const& job = Job::Of(state.range(0));
+    ParameterDatabase database(&Job::Layout());
+    ReadFile(database, job.path);
+    std::wstring const path = job.path + L".out";
+    for ([[maybe_unused]] auto _ : state) {
+        if (!WriteFile(database, path, L"")) {
+            state.SkipWithError("the file can't be written");
+        }
+    }
+    std::filesystem::remove(path);
+    Rate(state, job);
+}
+
+void FlatPrint(benchmark::State& state) {
+    Job const& job = Job::Of(state.range(0));
+    std::filesystem::path const path = job.path + L".flat";
+    constexpr std::size_t pieceSize = 256 * 1024;
+    std::vector<char> piece(pieceSize);
+    for ([[maybe_unused]] auto _ : state) {
+        std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(path.c_str(), "wb"), &std::fclose);
+        std::setvbuf(file.get(), nullptr, _IONBF, 0);
+        char* at = piece.data();
+        for (double const number : job.numbers) {
+            at = std::to_chars(at, piece.data() + pieceSize, number, std::chars_format::general, 17).ptr;
+            *at++ = '\n';
+            if (at > piece.data() + pieceSize - 64) {
+                std::fwrite(piece.data(), 1, static_cast<std::size_t>(at - piece.data()), file.get());
+                at = piece.data();
+            }
+        }
+        std::fwrite(piece.data(), 1, static_cast<std::size_t>(at - piece.data()), file.get());
+    }
+    std::filesystem::remove(path);
+    Rate(state, job);
+}
+
+/// A layout of `leaves` parameters in groups of ten.
+void Format(benchmark::State& state) {
+    ParameterLayout layout;
+    LayoutNode* group = nullptr;
+    LayoutNode* branch = nullptr;
+    for (std::int64_t i = 0; i < state.range(0); ++i) {
+        if (i % 1000 == 0) {
+            branch = layout.m_profileEditor->AddNode((L"Branch" + std::to_wstring(i)).c_str());
+        }
+        if (i % 10 == 0) {
+            group = branch->AddNode((L"Group" + std::to_wstring(i % 1000)).c_str());
+        }
+        group->AddNode<double>((L"Parameter" + std::to_wstring(i % 10)).c_str(), eTypeLayoutNode::Double, 0.5);
+    }
+    double bytes = 0;
+    for ([[maybe_unused]] auto _ : state) {
+        std::size_t const before = mallinfo2().uordblks;
+        auto database = std::make_unique<ParameterDatabase>(&layout);
+        state.PauseTiming();
+        bytes = static_cast<double>(mallinfo2().uordblks - before);
+        database.reset();
+        state.ResumeTiming();
+    }
+    state.SetItemsProcessed(state.range(0) * state.iterations());
+    state.counters["heap_per_value"] = bytes / static_cast<double>(state.range(0));
+}
+
+void Sizes(benchmark::internal::Benchmark* benchmark) {
+    benchmark->RangeMultiplier(10)->Range(10'000, 1'000'000)->Unit(benchmark::kMillisecond)->UseRealTime();
+}
+
+BENCHMARK(Expat)->Apply(Sizes);
+BENCHMARK(Pugixml)->Apply(Sizes);
+BENCHMARK(Read)->Apply(Sizes);
+BENCHMARK(FlatPrint)->Apply(Sizes);
+BENCHMARK(Write)->Apply(Sizes);
+BENCHMARK(Format)->Apply(Sizes);
+
+} // namespace

@@ -1,0 +1,12 @@
+# SPDX-License-Identifier: Apache-2.0
+include(CMakePackageConfigHelpers)
+set(package_folder ${CMAKE_INSTALL_LIBDIR}/cmake/Zantrel)
+
+install(TARGETS zantrel EXPORT ZantrelTargets)
+install(DIRECTORY include/zantrel DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} FILES_MATCHING PATTERN "*.h")
+install(FILES LICENSE README.md CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
+
+# The package depends on no other, so the exported targets are all of it.
+install(EXPORT ZantrelTargets FILE ZantrelConfig.cmake NAMESPACE Zantrel:: DESTINATION ${package_folder})
+write_basic_package_version_file(ZantrelConfigVersion.cmake COMPATIBILITY SameMinorVersion)
+install(FILES ${CMAKE_CURRENT_BINARY_DIR}/ZantrelConfigVersion.cmake DESTINATION ${package_folder})

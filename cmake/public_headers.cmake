@@ -1,0 +1,15 @@
+# SPDX-License-Identifier: Apache-2.0
+# Each public header compiled alone, included twice, as the C++17 that the library promises to its users.
+file(GLOB_RECURSE public_headers CONFIGURE_DEPENDS
+  RELATIVE ${PROJECT_SOURCE_DIR}/include ${PROJECT_SOURCE_DIR}/include/*.h)
+
+set(header_checks)
+foreach(header IN LISTS public_headers)
+  set(check ${PROJECT_BINARY_DIR}/public_headers/${header}.cpp)
+  file(CONFIGURE OUTPUT ${check} CONTENT "#include <${header}>\n#include <${header}>\n")
+  list(APPEND header_checks ${check})
+endforeach()
+
+add_library(zantrel_public_headers OBJECT ${header_checks})
+target_link_libraries(zantrel_public_headers PRIVATE Zantrel::Zantrel zantrel_warnings)
+set_target_properties(zantrel_public_headers PROPERTIES CXX_STANDARD 17 CXX_STANDARD_REQUIRED ON)
