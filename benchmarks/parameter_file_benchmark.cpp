@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 //
-// Reading and writing a generic parameter file of 10 thousand, 100 thousand and 1 million leaves, beside what a reader
-// and a writer can't do without: a bare pass of libexpat, pugixml with every value converted, a flat loop of std::to_chars.
+// Reading and writing a generic parameter file of 10 thousand, 100 thousand and 1 million leaves, beside what
+// a reader and a writer can't do without: a bare pass of libexpat, pugixml with every value converted, a flat
+// loop of std::to_chars.
 
 #include "benchmarks/sample_job.h"
 
@@ -179,7 +180,8 @@ void Format(benchmark::State& state) {
         if (i % 10 == 0) {
             group = branch->AddNode((L"Group" + std::to_wstring(i % 1000)).c_str());
         }
-        group->AddNode<double>((L"Parameter" + std::to_wstring(i % 10)).c_str(), eTypeLayoutNode::Double, 0.5);
+        group->AddNode<double>((L"Parameter" + std::to_wstring(i % 10)).c_str(), eTypeLayoutNode::Double,
+                               0.5);
     }
     double bytes = 0;
     for ([[maybe_unused]] auto _ : state) {

@@ -11,8 +11,8 @@
 
 namespace ZantrelBenchmark {
 
-/// Fills a database on the sample layout with about `leaves` values as a large job has them: categories with profiles
-/// for each stage, and lists of ranges in the export profiles. All numbers have 17 digits.
+/// Fills a database on the sample layout with about `leaves` values as a large job has them: categories with
+/// profiles for each stage, and lists of ranges in the export profiles. All numbers have 17 digits.
 inline void FillSampleJob(Zantrel::ParameterDatabase& database, std::size_t leaves) {
     using Zantrel::ParameterNode;
     std::mt19937_64 random(17);
@@ -62,7 +62,8 @@ template <class Visitor> void VisitNumbers(Zantrel::ParameterNode const& node, V
         for (unsigned long long i = 0; i < node.GetSize(); ++i) {
             VisitNumbers(node.GetListNode(i), visit);
         }
-    } else if (layout.m_type == Zantrel::eTypeLayoutNode::Double || layout.m_type == Zantrel::eTypeLayoutNode::Distance) {
+    } else if (layout.m_type == Zantrel::eTypeLayoutNode::Double ||
+               layout.m_type == Zantrel::eTypeLayoutNode::Distance) {
         visit(node.GetValue<double>());
     } else {
         for (std::size_t i = 0; i < layout.Size(); ++i) {

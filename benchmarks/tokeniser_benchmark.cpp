@@ -49,6 +49,7 @@ std::string const& Document() {
 
 class MemorySource : public Zantrel::Xml::ByteSource {
 public:
+    explicit MemorySource(std::string_view bytes) : m_left(bytes) {}
     std::ptrdiff_t Read(char* into, std::size_t size) override {
         size = std::min(size, m_left.size());
         std::memcpy(into, m_left.data(), size);
@@ -57,17 +58,17 @@ public:
     }
 
 private:
-    std::string_view m_left = Document();
+    std::string_view m_left;
 };
 
-void SetBytes(benchmark::State& state) {
-    state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(Document().size()));
+void SetBytes(benchmark::State& state, std::string_view document) {
+    state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(document.size()));
 }
 
-void Tokenise(benchmark::State& state) {
+void Tokenise(benchmark::State& state, std::string_view document) {
     using Zantrel::Xml::Token;
     for (auto _ : state) {
-        MemorySource source;
+        MemorySource source(document);
         Zantrel::Xml::Tokeniser tokeniser(source);
         Token token;
         do {
@@ -77,11 +78,13 @@ void Tokenise(benchmark::State& state) {
         if (token == Token::Error)
             state.SkipWithError(tokeniser.ErrorText().c_str());
     }
-    SetBytes(state);
+    SetBytes(state, document);
 }
-BENCHMARK(Tokenise)->Unit(benchmark::kMillisecond);
 
-void ParseByExpat(benchmark::State& state) {
+void TokeniseParameters(benchmark::State& state) { Tokenise(state, Document()); }
+BENCHMARK(TokeniseParameters)->Unit(benchmark::kMillisecond);
+
+void ParseParametersByExpat(benchmark::State& state) {
     for (auto _ : state) {
         XML_Parser const parser = XML_ParserCreate(nullptr);
         XML_SetElementHandler(
@@ -92,9 +95,36 @@ void ParseByExpat(benchmark::State& state) {
             state.SkipWithError(XML_ErrorString(XML_GetErrorCode(parser)));
         XML_ParserFree(parser);
     }
-    SetBytes(state);
+    SetBytes(state, Document());
 }
-BENCHMARK(ParseByExpat)->Unit(benchmark::kMillisecond);
+BENCHMARK(ParseParametersByExpat)->Unit(benchmark::kMillisecond);
+
+void TokeniseLongToken(benchmark::State& state, std::string_view before, std::string_view after) {
+    std::string document(before);
+    document.append(static_cast<std::size_t>(state.range()), 'x').append(after);
+    Tokenise(state, document);
+    state.SetComplexityN(state.range());
+}
+void OfGrowingSize(benchmark::internal::Benchmark* benchmark) {
+    benchmark->RangeMultiplier(10)->Range(1'000'000, 100'000'000);
+    benchmark->Complexity(benchmark::oN)->Unit(benchmark::kMillisecond);
+}
+BENCHMARK_CAPTURE(TokeniseLongToken, attribute, "<a b='", "'/>")->Apply(OfGrowingSize);
+BENCHMARK_CAPTURE(TokeniseLongToken, normalised_attribute, "<a b='&lt;", "'/>")->Apply(OfGrowingSize);
+BENCHMARK_CAPTURE(TokeniseLongToken, comment, "<a><!--", "--></a>")->Apply(OfGrowingSize);
+BENCHMARK_CAPTURE(TokeniseLongToken, text, "<a>", "</a>")->Apply(OfGrowingSize);
+
+void TokeniseManyAttributes(benchmark::State& state) {
+    std::string document = "<a";
+    for (std::int64_t count = 0; count < state.range(); ++count)
+        document += " attribute" + std::to_string(count) + "=''";
+    Tokenise(state, document + "/>");
+    state.SetComplexityN(state.range());
+}
+BENCHMARK(TokeniseManyAttributes)
+    ->RangeMultiplier(10)
+    ->Range(10'000, 1'000'000)
+    ->Complexity(benchmark::oNLogN)
+    ->Unit(benchmark::kMillisecond);
 
 } // namespace
-

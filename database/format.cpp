@@ -7,8 +7,8 @@
 
 #include <zantrel/platform/indexed_properties.h>
 
-// The bags of a group's children, with the values of those that are leaves, are built in one allocation: the group's
-// block. A list item or a profile of a million is one such block.
+// The bags of a group's children, with the values of those that are leaves, are built in one allocation: the
+// group's block. A list item or a profile of a million is one such block.
 
 namespace Zantrel {
 
@@ -17,11 +17,13 @@ namespace {
 using BagProperty = PersistentProperty<PersistentProperties>;
 using Items = IndexedProperties<PersistentProperties>;
 
-bool HoldsValueOnceFormatted(LayoutNode const& node) { return node.m_type != eTypeLayoutNode::StandardOptions; }
+bool HoldsValueOnceFormatted(LayoutNode const& node) {
+    return node.m_type != eTypeLayoutNode::StandardOptions;
+}
 
 std::wstring const& DefaultText(LayoutNode const& node) {
-    bool const takesFirstOption =
-        node.m_type == eTypeLayoutNode::Options && node.m_defaultValue.empty() && !node.m_optionValues.empty();
+    bool const takesFirstOption = node.m_type == eTypeLayoutNode::Options && node.m_defaultValue.empty() &&
+                                  !node.m_optionValues.empty();
     return takesFirstOption ? node.m_optionValues.front() : node.m_defaultValue;
 }
 

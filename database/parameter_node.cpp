@@ -17,7 +17,8 @@ namespace {
 
 [[noreturn]] void ThrowNoPath() { throw std::runtime_error("invalid query path, no such node"); }
 
-/// The nodes from the first level below `top` down to `node`; empty when it doesn't lie below. Throws for `top` itself.
+/// The nodes from the first level below `top` down to `node`; empty when it doesn't lie below. Throws for
+/// `top` itself.
 std::deque<LayoutNode const*> PathTo(LayoutNode const& node, LayoutNode const& top) {
     std::deque<LayoutNode const*> path;
     if (!node.GetQueryPath(top, path)) {
@@ -149,7 +150,8 @@ template <> void ParameterNode::_SetValue<std::wstring>(std::wstring const& text
 void ParameterNode::SetValueFromText(std::wstring const& text) {
     PersistentProperties& bag = RequireBag(*this);
     std::wstring const& name = Reserved().value;
-    // A Distance is not among the numbers: its text stands as a second value behind the number, which hosts rely on.
+    // A Distance is not among the numbers: its text stands as a second value behind the number, which hosts
+    // rely on.
     switch (m_pNode != nullptr ? m_pNode->m_type : eTypeLayoutNode::String) {
     case eTypeLayoutNode::Bool:
         *bag.GetValuePointer<bool>(name, true) = IsWordTrue(text);

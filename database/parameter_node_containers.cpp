@@ -10,8 +10,8 @@
 #include <algorithm>
 #include <stdexcept>
 
-// Which precondition each operation tests, the layout's or the cursor's, and that HasProfile and Clear throw the texts of
-// GetProfile and GetSize, is what callers were written against.
+// Which precondition each operation tests, the layout's or the cursor's, and that HasProfile and Clear throw
+// the texts of GetProfile and GetSize, is what callers were written against.
 
 namespace Zantrel {
 
@@ -20,7 +20,9 @@ namespace {
 using BagProperty = PersistentProperty<PersistentProperties>;
 
 bool IsList(ParameterNode const& cursor) { return cursor.m_pNode != nullptr && cursor.m_pNode->m_isList; }
-bool IsProfileList(ParameterNode const& cursor) { return cursor.m_pNode != nullptr && cursor.m_pNode->m_isProfileList; }
+bool IsProfileList(ParameterNode const& cursor) {
+    return cursor.m_pNode != nullptr && cursor.m_pNode->m_isProfileList;
+}
 bool IsProfile(ParameterNode const& cursor) { return IsProfileList(cursor) && !cursor.m_isContainer; }
 bool IsListOrProfileList(ParameterNode const& cursor) { return IsProfileList(cursor) || IsList(cursor); }
 
@@ -44,10 +46,12 @@ void SetFlag(ParameterNode const& cursor, std::wstring const& name, bool value) 
 
 /// Whether an entry of a profile list's bag is a profile that users see.
 bool IsNamedProfile(NamedProperty const& entry) {
-    return entry.name != Reserved().defaultProfile && PropertyCast<PersistentProperties>(entry.property) != nullptr;
+    return entry.name != Reserved().defaultProfile &&
+           PropertyCast<PersistentProperties>(entry.property) != nullptr;
 }
 
-/// Fills what is to be an item or profile of `list`, before it is added: where memory runs out, no list has half an item.
+/// Fills what is to be an item or profile of `list`, before it is added: where memory runs out, no list has
+/// half an item.
 void FillItem(ParameterNode const& list, bool copyDefault, PersistentProperties& content) {
     auto const* model = copyDefault ? FindBag(RequireBag(list), Reserved().defaultProfile) : nullptr;
     if (model != nullptr) {
@@ -64,7 +68,8 @@ PersistentProperties& RequireBag(ParameterNode const& cursor) {
     return *cursor.m_pProperties;
 }
 
-/// The sequence of a list's items; made where it is missing, also for an item that is wrongly taken for its list.
+/// The sequence of a list's items; made where it is missing, also for an item that is wrongly taken for its
+/// list.
 IndexedProperties<PersistentProperties>& ParameterNode::Items() const {
     PersistentProperties& bag = RequireBag(*this);
     std::wstring const& name = Reserved().value;
@@ -162,7 +167,8 @@ unsigned long long ParameterNode::GetSize() const {
         return Items().GetNumProperties();
     }
     Require(IsProfileList(*this), "GetProfiles requires profile or category container node");
-    return static_cast<unsigned long long>(std::count_if(m_pProperties->begin(), m_pProperties->end(), IsNamedProfile));
+    return static_cast<unsigned long long>(
+        std::count_if(m_pProperties->begin(), m_pProperties->end(), IsNamedProfile));
 }
 
 void ParameterNode::Clear() {

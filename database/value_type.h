@@ -9,15 +9,13 @@
 
 namespace Zantrel {
 
-template <class T> struct TypeTag {
-    using Type = T;
-};
+template <class T> struct TypeTag { using Type = T; };
 
 /// In place of a value's type, for a node that has none.
 struct NoValue {};
 
-/// The one place where node types meet the types of values: calls `visit` with a TypeTag of the type that a node of `type`
-/// holds. A StandardOptions node is a text that formatting leaves out.
+/// The one place where node types meet the types of values: calls `visit` with a TypeTag of the type that a
+/// node of `type` holds. A StandardOptions node is a text that formatting leaves out.
 template <class Visitor> decltype(auto) VisitValueType(eTypeLayoutNode type, Visitor&& visit) {
     switch (type) { // no default: the compiler names a type that is forgotten
     case eTypeLayoutNode::Group:

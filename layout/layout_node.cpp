@@ -11,9 +11,7 @@ namespace Zantrel {
 
 namespace {
 
-std::wstring TextOf(wchar_t const* text) {
-    return text != nullptr ? std::wstring(text) : std::wstring();
-}
+std::wstring TextOf(wchar_t const* text) { return text != nullptr ? std::wstring(text) : std::wstring(); }
 
 } // namespace
 
@@ -35,7 +33,7 @@ LayoutNode::LayoutNode(LayoutNode const& source) : LayoutNode(source, WithoutChi
 
 LayoutNode& LayoutNode::operator=(LayoutNode const& source) {
     if (this != &source) {
-        LayoutNodeAttributes attributes(source);
+        LayoutNodeAttributes attributes = static_cast<LayoutNodeAttributes const&>(source);
         bool const sourceEnds = source.m_children.StandsBelow(m_children);
         LayoutNode* const parent = sourceEnds || source.m_parent == this ? m_parent : source.m_parent;
         m_children = source.m_children; // the last use of the source, and the last thing that can fail
@@ -55,9 +53,7 @@ LayoutNode* LayoutNode::MakeNode(wchar_t const* name, eTypeLayoutNode type) {
     return new LayoutNode(name, type, nullptr);
 }
 
-LayoutNode* LayoutNode::MakeNode(LayoutNode const& source) {
-    return new LayoutNode(source);
-}
+LayoutNode* LayoutNode::MakeNode(LayoutNode const& source) { return new LayoutNode(source); }
 
 LayoutNode* LayoutNode::AddNode(wchar_t const* name) {
     LayoutNode* const child = MakeNode(name, Group);
@@ -84,17 +80,11 @@ LayoutNode* LayoutNode::AppendNode(LayoutNode const& child) {
     return AppendNode(const_cast<LayoutNode*>(&child));
 }
 
-LayoutNode* LayoutNode::AppendNode(wchar_t const* name) {
-    return AppendNode(MakeNode(name, Group));
-}
+LayoutNode* LayoutNode::AppendNode(wchar_t const* name) { return AppendNode(MakeNode(name, Group)); }
 
-void LayoutNode::MoveNodeTo(LayoutNode const* child, std::size_t index) {
-    m_children.Move(child, index);
-}
+void LayoutNode::MoveNodeTo(LayoutNode const* child, std::size_t index) { m_children.Move(child, index); }
 
-std::wstring LayoutNode::GenerateNewSourceIdentifier() {
-    return L"SourceID_" + KelSDK::CreateUUID_t();
-}
+std::wstring LayoutNode::GenerateNewSourceIdentifier() { return L"SourceID_" + KelSDK::CreateUUID_t(); }
 
 void LayoutNode::GenerateSourceIdentifier() {
     if (m_identifier.empty()) {

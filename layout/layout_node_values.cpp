@@ -54,9 +54,7 @@ template <> std::wstring LayoutNode::FormatValue(bool const& value) const {
     return value ? L"True" : L"False";
 }
 
-template <> std::wstring LayoutNode::FormatValue(std::wstring const& value) const {
-    return value;
-}
+template <> std::wstring LayoutNode::FormatValue(std::wstring const& value) const { return value; }
 
 template <> std::wstring LayoutNode::FormatValue(wchar_t const* const& value) const {
     return value != nullptr ? std::wstring(value) : std::wstring();
@@ -70,13 +68,9 @@ template <> std::int32_t LayoutNode::GetValue(std::wstring const& text) const {
     return ValueReader().ReadInteger(text);
 }
 
-template <> bool LayoutNode::GetValue(std::wstring const& text) const {
-    return text == L"True";
-}
+template <> bool LayoutNode::GetValue(std::wstring const& text) const { return text == L"True"; }
 
-template <> std::wstring LayoutNode::GetValue(std::wstring const& text) const {
-    return text;
-}
+template <> std::wstring LayoutNode::GetValue(std::wstring const& text) const { return text; }
 
 template <> LayoutNode* LayoutNode::AddVisibilitySource(LayoutNode* source, std::wstring const& value) {
     return AddSource(this, m_visibilitySources, source, value);

@@ -21,9 +21,7 @@ LayoutNodes::LayoutNodes() noexcept = default;
 
 LayoutNodes::LayoutNodes(LayoutNode* holder) noexcept : m_holder(holder) {}
 
-LayoutNodes::LayoutNodes(LayoutNodes const& source) : LayoutNodes() {
-    CopyFrom(source, Parents::AsInSource);
-}
+LayoutNodes::LayoutNodes(LayoutNodes const& source) : LayoutNodes() { CopyFrom(source, Parents::AsInSource); }
 
 LayoutNodes& LayoutNodes::operator=(LayoutNodes const& source) {
     if (this != &source) {
@@ -177,6 +175,7 @@ void LayoutNodes::Take(LayoutNodes& other) noexcept {
 void LayoutNodes::Own(LayoutNode& node) noexcept {
     (m_firstOwned != nullptr ? m_lastOwned->m_nextOwned : m_firstOwned) = &node;
     m_lastOwned = &node;
+    node.m_nextOwned = nullptr;
     node.m_owner = this;
 }
 
@@ -188,8 +187,6 @@ void LayoutNodes::Release(LayoutNode& node) noexcept {
     (before != nullptr ? before->m_nextOwned : m_firstOwned) = node.m_nextOwned;
     m_lastOwned = m_lastOwned == &node ? before : m_lastOwned;
     node.m_owner = nullptr;
-    node.m_nextOwned = nullptr;
-    node.m_indexed = nullptr;
     std::erase(m_nodes, &node);
 
     // Its names go back to the children that had them before.

@@ -22,18 +22,11 @@ void Append(LayoutNodes const& children, std::vector<LayoutNode const*>& nodes) 
 
 } // namespace
 
-ParameterLayout::ParameterLayout() : LayoutNode(L"SomeRootname", Group, nullptr) {
-    _Init();
-}
+ParameterLayout::ParameterLayout() : LayoutNode(L"SomeRootname", Group, nullptr) { _Init(); }
 
-// Moving is copying: what holds for the anchors of a copy then holds for all four.
 ParameterLayout::ParameterLayout(ParameterLayout const& source) = default;
-ParameterLayout::ParameterLayout(ParameterLayout&& source) : ParameterLayout(std::as_const(source)) {}
 
 ParameterLayout& ParameterLayout::operator=(ParameterLayout const& source) = default;
-ParameterLayout& ParameterLayout::operator=(ParameterLayout&& source) {
-    return *this = std::as_const(source);
-}
 
 ParameterLayout::~ParameterLayout() = default;
 

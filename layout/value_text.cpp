@@ -2,10 +2,11 @@
 #include "layout/value_text.h"
 
 #include <charconv>
-#include <cstddef>
+#include <iterator>
 #include <locale>
 #include <optional>
 #include <sstream>
+#include <system_error>
 
 namespace Zantrel {
 
@@ -18,35 +19,27 @@ template <class T> T Extract(std::wstring const& text) {
     return value;
 }
 
-// What these decimal digits say is the same for the stream and for from_chars: a double of so many is rounded
-// once, an integer can't be out of range.
-constexpr std::size_t IntegerDigits = 9;
-constexpr std::size_t DoubleDigits = 17;
-
-/// The value of a text that is nothing but an optional "-", one to `maxDigits` digits and, if `T` may have
-/// one, a "." with digits on either side. Everything else is left to the stream.
-template <class T>
-std::optional<T> ReadPlain(std::wstring const& text, std::size_t maxDigits, bool mayHavePoint) noexcept {
-    char narrow[DoubleDigits + 2];
-    std::size_t size = 0;
-    std::size_t digits = 0;
+/// The value of a short text of digits, "-" and "." that is a number as a whole: from_chars and the stream
+/// give the same one. The rest is left to the stream.
+template <class T> std::optional<T> ReadPlain(std::wstring const& text) noexcept {
+    char narrow[20];
+    char* end = narrow;
     for (wchar_t const character : text) {
-        bool const isDigit = character >= L'0' && character <= L'9';
-        bool const isSign = character == L'-' && size == 0;
-        bool const isPoint = character == L'.' && mayHavePoint && digits != 0;
-        if (!(isDigit || isSign || isPoint) || digits + isDigit > maxDigits) {
+        bool const isPlain =
+            (character >= L'0' && character <= L'9') || character == L'-' || character == L'.';
+        if (!isPlain || end == std::end(narrow)) {
             return std::nullopt;
         }
-        mayHavePoint = mayHavePoint && !isPoint;
-        digits += isDigit;
-        narrow[size++] = static_cast<char>(character);
-    }
-    if (digits == 0 || narrow[size - 1] == '.') {
-        return std::nullopt;
+        *end++ = static_cast<char>(character);
     }
     T value{};
-    std::from_chars(narrow, narrow + size, value);
-    return value;
+    auto const [stop, error] = std::from_chars(narrow, end, value);
+    return stop == end && error == std::errc() ? std::optional<T>(value) : std::nullopt;
+}
+
+template <class T> T Read(std::wstring const& text, bool isClassic) {
+    std::optional<T> const value = isClassic ? ReadPlain<T>(text) : std::nullopt;
+    return value ? *value : Extract<T>(text);
 }
 
 } // namespace
@@ -54,15 +47,9 @@ std::optional<T> ReadPlain(std::wstring const& text, std::size_t maxDigits, bool
 ValueReader::ValueReader() : m_isClassic(std::locale() == std::locale::classic()) {}
 
 std::int32_t ValueReader::ReadInteger(std::wstring const& text) const {
-    std::optional<std::int32_t> const value =
-        m_isClassic ? ReadPlain<std::int32_t>(text, IntegerDigits, false) : std::nullopt;
-    return value ? *value : Extract<std::int32_t>(text);
+    return Read<std::int32_t>(text, m_isClassic);
 }
 
-double ValueReader::ReadDouble(std::wstring const& text) const {
-    std::optional<double> const value =
-        m_isClassic ? ReadPlain<double>(text, DoubleDigits, true) : std::nullopt;
-    return value ? *value : Extract<double>(text);
-}
+double ValueReader::ReadDouble(std::wstring const& text) const { return Read<double>(text, m_isClassic); }
 
 } // namespace Zantrel

@@ -61,7 +61,8 @@ bool WriteFile(ParameterDatabase const& database, std::wstring const& path, std:
     return KelAM::SaxUtilities::WriteFile(path, handler, options, report);
 }
 
-ISAXPersist* _CreateSaxHandlerForWriting(ParameterDatabase const& database, ParameterDatabaseIOFiltering& filtering) {
+ISAXPersist* _CreateSaxHandlerForWriting(ParameterDatabase const& database,
+                                         ParameterDatabaseIOFiltering& filtering) {
     auto* handler = new ParameterNodeWrite(ProfileEditorOf(database));
     handler->m_filtering = filtering;
     return handler;

@@ -22,8 +22,8 @@ inline constexpr std::wstring_view NoPlace = L"The database has no place for thi
 /// Takes the text of the element into the value of a leaf. What has no place to go is noted on the reader.
 template <class T> void ReadLeafValue(ParameterNode const& leaf, KelSAX::ISAXReader& reader);
 
-/// Writes the value of a leaf as content of the open element; nothing where the leaf has no value. False when it can't
-/// be written.
+/// Writes the value of a leaf as content of the open element; nothing where the leaf has no value. False when
+/// it can't be written.
 bool WriteNodeValue(ParameterNode const& leaf, KelSAX::ISAXWriter& writer);
 
 /// Notes the text of an element that should hold elements only.
@@ -35,8 +35,8 @@ template <class Handler> void ReadNodeChildren(ParameterNode const& node, KelSAX
     reader.PushHandler(new Handler(node));
 }
 
-/// Reads the element as the content of a node that is no container, or of one item of a list: a leaf's value at once, the
-/// children of a group by a new `Handler` on the cursor.
+/// Reads the element as the content of a node that is no container, or of one item of a list: a leaf's value
+/// at once, the children of a group by a new `Handler` on the cursor.
 template <class Handler> void ReadNodeValue(ParameterNode const& node, KelSAX::ISAXReader& reader) {
     VisitValueType(node.m_pNode->m_type, [&]<class T>(TypeTag<T>) {
         if constexpr (std::is_same_v<T, NoValue>) {

@@ -14,8 +14,8 @@ namespace Word = Zantrel::ParameterFileWord;
 
 namespace {
 
-// The attributes that an element is read for, in this order. A profile's "Hidden" is written and not read, and a "Default"
-// has no attributes for the reader: files rely on neither.
+// The attributes that an element is read for, in this order. A profile's "Hidden" is written and not read,
+// and a "Default" has no attributes for the reader: files rely on neither.
 constexpr FlagAttribute NodeFlags[] = {Flag::DisableAddRemove, Flag::ReadOnly, Flag::Hidden};
 constexpr FlagAttribute ProfileFlags[] = {Flag::NameReadOnly, Flag::CanBeDeleted, Flag::UserDefaultProfile,
                                           Flag::ReadOnly};
@@ -32,7 +32,8 @@ void ReadFlags(FlagAttribute const (&flags)[N], ParameterNode& node, KelSAX::ISA
             (node.*flag.set)(value);
         } catch (std::runtime_error const&) { // a flag that this node can't have
             if (reader.HasReport()) {
-                reader.NoteDropped(L"The node can't have the flag " + StringConversion::Utf8ToNative(flag.word) + L".");
+                reader.NoteDropped(L"The node can't have the flag " +
+                                   StringConversion::Utf8ToNative(flag.word) + L".");
             }
         }
     }
@@ -102,7 +103,8 @@ void ParameterNodeRead::ReadItem(KelSAX::ISAXReader& reader) {
 
 void ParameterNodeRead::ReadChild(LayoutNode const& child, KelSAX::ISAXReader& reader) {
     ParameterNode node = m_node.Get(&child);
-    if (node.m_pNode == nullptr) { // below a cursor without a bag: still told apart by the layout, to be passed over
+    if (node.m_pNode ==
+        nullptr) { // below a cursor without a bag: still told apart by the layout, to be passed over
         node.m_pNode = &child;
         node.m_isContainer = child.m_isList || child.m_isProfileList;
     }

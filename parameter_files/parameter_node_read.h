@@ -7,8 +7,8 @@
 
 #include <cstddef>
 
-/// Reads the children of one element of a generic parameter file in step with the layout: the content of a group, of a
-/// list or profile list as a whole, or of one item or profile.
+/// Reads the children of one element of a generic parameter file in step with the layout: the content of a
+/// group, of a list or profile list as a whole, or of one item or profile.
 class ParameterNodeRead : public ISAXPersistHelper {
 public:
     explicit ParameterNodeRead(Zantrel::ParameterNode const& node);
@@ -25,5 +25,6 @@ private:
 
     Zantrel::ParameterDatabaseIOFiltering m_filtering;
     Zantrel::ParameterNode m_node;
-    std::size_t m_childHint = 0; ///< where the next child is expected, since documents keep the layout's order
+    std::size_t m_childHint =
+        0; ///< where the next child is expected, since documents keep the layout's order
 };

@@ -22,7 +22,8 @@ void WriteFlag(FlagAttribute const& flag, ParameterNode const& node, KelSAX::ISA
 }
 
 void WriteProfiles(ParameterNode const& list, Filtering const& filtering, KelSAX::ISAXWriter& writer) {
-    WriteFlag(Flag::DisableAddRemove, list, writer); // a profile list's ReadOnly and Hidden are read, but never written
+    WriteFlag(Flag::DisableAddRemove, list,
+              writer); // a profile list's ReadOnly and Hidden are read, but never written
     if (filtering.m_exportDefaultParameters) {
         MSAXTagWriter element(writer, Word::Default);
         WriteNode(list.GetDefault(), Filtering(), writer); // the filter doesn't reach into a "Default"

@@ -27,7 +27,8 @@ inline constexpr std::string_view ExportDefaultParameters = "ExportDefaultParame
 
 namespace Zantrel {
 
-/// A flag of a node in a file: its attribute and the cursor's operations. It is written where it differs from `ordinary`.
+/// A flag of a node in a file: its attribute and the cursor's operations. It is written where it differs from
+/// `ordinary`.
 struct FlagAttribute {
     std::string_view word;
     bool (ParameterNode::*get)() const;
@@ -37,16 +38,17 @@ struct FlagAttribute {
 
 namespace Flag {
 
-inline constexpr FlagAttribute DisableAddRemove{ParameterFileWord::DisableAddRemove, &ParameterNode::GetDisableAddRemove,
+inline constexpr FlagAttribute DisableAddRemove{ParameterFileWord::DisableAddRemove,
+                                                &ParameterNode::GetDisableAddRemove,
                                                 &ParameterNode::SetDisableAddRemove, false};
 inline constexpr FlagAttribute ReadOnly{ParameterFileWord::ReadOnly, &ParameterNode::GetReadOnly,
                                         &ParameterNode::SetReadOnly, false};
-inline constexpr FlagAttribute Hidden{ParameterFileWord::Hidden, &ParameterNode::GetHidden, &ParameterNode::SetHidden,
-                                      false};
+inline constexpr FlagAttribute Hidden{ParameterFileWord::Hidden, &ParameterNode::GetHidden,
+                                      &ParameterNode::SetHidden, false};
 inline constexpr FlagAttribute NameReadOnly{ParameterFileWord::NameReadOnly, &ParameterNode::GetNameReadOnly,
                                             &ParameterNode::SetNameReadOnly, false};
-/// A profile can be deleted unless its file says otherwise, so true is not written, and a profile that never had the flag
-/// is written with false.
+/// A profile can be deleted unless its file says otherwise, so true is not written, and a profile that never
+/// had the flag is written with false.
 inline constexpr FlagAttribute CanBeDeleted{ParameterFileWord::CanBeDeleted, &ParameterNode::GetCanBeDeleted,
                                             &ParameterNode::SetCanBeDeleted, true};
 inline constexpr FlagAttribute UserDefaultProfile{ParameterFileWord::UserDefaultProfile,

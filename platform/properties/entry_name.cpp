@@ -37,7 +37,8 @@ void EntryName::Release() noexcept {
 
 bool EntryNameLess::operator()(std::wstring_view left, std::wstring_view right) const noexcept {
     int const order = Text::Compare(left, right);
-    // Where wchar_t has 32 bits, a joined surrogate pair and its two halves are one text of UTF-16 but two names.
+    // Where wchar_t has 32 bits, a joined surrogate pair and its two halves are one text of UTF-16 but two
+    // names.
     return order != 0 ? order < 0 : left < right;
 }
 

@@ -14,8 +14,8 @@ namespace Zantrel {
 static_assert(sizeof(void*) == 8, "a table tells its forms by the three low bits of an address");
 static_assert(sizeof(Entry) == 2 * sizeof(void*));
 
-/// Sorted entries, and behind them the properties that were placed with them. A block that was outgrown lives on, without
-/// its entries, where properties were placed in it or in one before it.
+/// Sorted entries, and behind them the properties that were placed with them. A block that was outgrown lives
+/// on, without its entries, where properties were placed in it or in one before it.
 struct EntryBlock {
     static constexpr std::uint32_t CapacityMask = (1u << 30) - 1;
 
@@ -183,8 +183,8 @@ EntryTable::Iterator EntryTable::Find(std::wstring_view name) const {
         auto const node = AsTree()->entries.lower_bound(name);
         return node != AsTree()->entries.end() && node->name.View() == name ? At(node) : end();
     }
-    auto const found =
-        std::find_if(Block()->begin(), Block()->end(), [name](Entry const& entry) { return entry.name.View() == name; });
+    auto const found = std::find_if(Block()->begin(), Block()->end(),
+                                    [name](Entry const& entry) { return entry.name.View() == name; });
     return found != Block()->end() ? At(static_cast<void const*>(found)) : end();
 }
 
@@ -359,10 +359,11 @@ void EntryTable::Clear() noexcept {
 
 namespace {
 
-template <class Class> constexpr bool IsPlainBag = std::is_same_v<Class, PersistentProperty<PersistentProperties>>;
+template <class Class>
+constexpr bool IsPlainBag = std::is_same_v<Class, PersistentProperty<PersistentProperties>>;
 
-/// What a copy of this property takes of its bag's room: the property, and for a bag with a value alone, as every leaf of
-/// a database is, the value's property too.
+/// What a copy of this property takes of its bag's room: the property, and for a bag with a value alone, as
+/// every leaf of a database is, the value's property too.
 std::size_t RoomFor(IPersistentProperty const& property) {
     std::size_t bytes = 0;
     VisitProperty(property, [&bytes]<class Class>(Class const& typed) {
@@ -380,7 +381,8 @@ void CopyEntry(EntryTable& table, EntryName name, IPersistentProperty const& pro
                NameCopier& names) {
     bool const known = VisitProperty(property, [&]<class Class>(Class const& typed) {
         using Value = decltype(typed.m_value);
-        if constexpr (std::is_same_v<Value, PersistentProperties> || std::is_same_v<Value, KelAM::SubProperties>) {
+        if constexpr (std::is_same_v<Value, PersistentProperties> ||
+                      std::is_same_v<Value, KelAM::SubProperties>) {
             auto& copy = table.Emplace<Class>(std::move(name), room);
             auto const* value = typed.m_value._Entries().GetSingle();
             if (IsPlainBag<Class> && value != nullptr) {

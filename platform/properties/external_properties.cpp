@@ -103,7 +103,8 @@ bool DatabaseExternalPropertiesSax::HandleTag(std::string const& tag, KelSAX::IS
     if (tag != Word::Instance || m_database == nullptr || !reader.ReadAttribute(uuid, Word::Uuid)) {
         return false;
     }
-    reader.PushHandler(new Zantrel::PropertySetRead(m_database->GetProperties(ExternalPropertyID(uuid), true)));
+    reader.PushHandler(
+        new Zantrel::PropertySetRead(m_database->GetProperties(ExternalPropertyID(uuid), true)));
     return true;
 }
 

@@ -12,8 +12,8 @@ template class PersistentProperty<IndexedProperties<PersistentProperties>>;
 
 namespace {
 
-// Piece 0 holds bags 0 and 1, piece k from 1 to 8 the bags from 2^k to 2^(k+1) - 1, every further piece 256: a short list
-// stays small, and a long one wastes little.
+// Piece 0 holds bags 0 and 1, piece k from 1 to 8 the bags from 2^k to 2^(k+1) - 1, every further piece 256:
+// a short list stays small, and a long one wastes little.
 constexpr std::size_t LastDoubled = 8;
 constexpr std::size_t LargePiece = std::size_t(1) << LastDoubled;
 

@@ -7,12 +7,12 @@
 
 namespace Zantrel {
 
-/// Makes the names of a copied tree. A counted text is never shared with the source, whose tree may belong to another
-/// thread; within the copy each text stands once.
+/// Makes the names of a copied tree. A counted text is never shared with the source, whose tree may belong to
+/// another thread; within the copy each text stands once.
 class NameCopier {
 public:
-    /// What becomes of names that the source borrows from a layout: a copy on the same layout may go on borrowing, any
-    /// other copy owns its names, since it may outlive the layout.
+    /// What becomes of names that the source borrows from a layout: a copy on the same layout may go on
+    /// borrowing, any other copy owns its names, since it may outlive the layout.
     enum class Borrowed { Keep, Own };
 
     explicit NameCopier(Borrowed borrowed) : m_borrowed(borrowed) {}

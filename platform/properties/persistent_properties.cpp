@@ -32,7 +32,8 @@ bool Contains(PersistentProperties const& root, PersistentProperties const& bag)
             if (Contains(*inner, bag)) {
                 return true;
             }
-        } else if (auto const* sequence = dynamic_cast<IndexedProperties<PersistentProperties> const*>(value)) {
+        } else if (auto const* sequence =
+                       dynamic_cast<IndexedProperties<PersistentProperties> const*>(value)) {
             for (unsigned long long i = 0; i < sequence->GetNumProperties(); ++i) {
                 if (Contains(sequence->GetProperty(static_cast<std::int32_t>(i)), bag)) {
                     return true;
@@ -45,7 +46,8 @@ bool Contains(PersistentProperties const& root, PersistentProperties const& bag)
 
 } // namespace
 
-PersistentProperties::PersistentProperties(PersistentProperties const& other) : IMergeablePropertyValue(other) {
+PersistentProperties::PersistentProperties(PersistentProperties const& other)
+    : IMergeablePropertyValue(other) {
     NameCopier names(NameCopier::Borrowed::Own);
     m_entries.CopyFrom(other.m_entries, names);
 }
@@ -82,12 +84,14 @@ void PersistentProperties::Merge(IMergeablePropertyValue const& other, bool over
         return;
     }
     if (Contains(*this, *source)) {
-        Merge(PersistentProperties(*source), overwrite); // the walk below may change what lies within this bag
+        Merge(PersistentProperties(*source),
+              overwrite); // the walk below may change what lies within this bag
         return;
     }
     for (auto const& [name, property] : *source) {
         IPersistentProperty* target = nullptr;
-        for (Iterator at = m_entries.Find(name); at != end() && (*at).name == name && target == nullptr; ++at) {
+        for (Iterator at = m_entries.Find(name); at != end() && (*at).name == name && target == nullptr;
+             ++at) {
             IPersistentProperty& candidate = *(*at).property;
             if (typeid(candidate) == typeid(*property)) {
                 target = &candidate;

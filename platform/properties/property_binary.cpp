@@ -7,8 +7,8 @@
 #include <limits>
 #include <stdexcept>
 
-// The binary form: little-endian numbers, texts and bytes behind their length, a bag as the number of its entries and for
-// each its name, type name, deleted mark and value. docs/binary_form.md tells it in full.
+// The binary form: little-endian numbers, texts and bytes behind their length, a bag as the number of its
+// entries and for each its name, type name, deleted mark and value. docs/binary_form.md tells it in full.
 
 using Sequence = IndexedProperties<PersistentProperties>;
 
@@ -52,8 +52,8 @@ void Put(PersistentProperties const& bag, MFile& file, int depth) {
         Put(name, file);
         Put(property->GetType(), file);
         file.WriteUnsigned8(property->IsDeleted() ? 1 : 0);
-        bool const known =
-            Zantrel::VisitProperty(*property, [&](auto const& typed) { Put(typed.m_value, file, depth + 1); });
+        bool const known = Zantrel::VisitProperty(
+            *property, [&](auto const& typed) { Put(typed.m_value, file, depth + 1); });
         if (!known) {
             throw std::runtime_error("a property of a class of the host's own has no binary form in a bag");
         }

@@ -133,7 +133,8 @@ std::string TypeWord(IPersistentProperty const& property) {
 
 } // namespace
 
-bool Zantrel::WriteProperties(PersistentProperties const& bag, KelSAX::ISAXWriter& writer, bool leaveOutComponents) {
+bool Zantrel::WriteProperties(PersistentProperties const& bag, KelSAX::ISAXWriter& writer,
+                              bool leaveOutComponents) {
     bool written = true;
     for (auto const& [name, property] : bag) {
         bool const isComponent = leaveOutComponents && HasGuidShape(name) &&
@@ -154,7 +155,8 @@ bool Zantrel::WriteSequence(Sequence const& sequence, KelSAX::ISAXWriter& writer
     for (unsigned long long i = 0; i < sequence.GetNumProperties(); ++i) {
         MSAXTagWriter element(writer, Word::Property);
         writer.WriteAttribute(Word::Type, Word::Complex);
-        written = WriteProperties(sequence.GetProperty(static_cast<std::int32_t>(i)), writer, false) && written;
+        written =
+            WriteProperties(sequence.GetProperty(static_cast<std::int32_t>(i)), writer, false) && written;
     }
     return written;
 }

@@ -4,7 +4,8 @@
 #include <zantrel/platform/indexed_properties.h>
 #include <zantrel/platform/sax_persist.h>
 
-/// A bag in a document: "Property" elements, each with "Name" and "Type", and "Component" elements, each with "uuid".
+/// A bag in a document: "Property" elements, each with "Name" and "Type", and "Component" elements, each with
+/// "uuid".
 
 namespace Zantrel {
 
@@ -31,13 +32,13 @@ private:
     IndexedProperties<PersistentProperties>* m_target;
 };
 
-/// Writes the live properties of a bag. With `leaveOutComponents`, nested sets that are named by a GUID are passed over.
-/// False when a value can't be written.
+/// Writes the live properties of a bag. With `leaveOutComponents`, nested sets that are named by a GUID are
+/// passed over. False when a value can't be written.
 bool WriteProperties(PersistentProperties const& bag, KelSAX::ISAXWriter& writer, bool leaveOutComponents);
 bool WriteSequence(IndexedProperties<PersistentProperties> const& sequence, KelSAX::ISAXWriter& writer);
 
-/// Whether a name has the length and the punctuation of a GUID, with braces or without; the other characters may be
-/// anything.
+/// Whether a name has the length and the punctuation of a GUID, with braces or without; the other characters
+/// may be anything.
 bool HasGuidShape(std::wstring_view name);
 
 } // namespace Zantrel

@@ -11,8 +11,9 @@
 
 namespace Zantrel {
 
-/// Memory for properties inside the block of a bag, given out from front to back. A bag made in one go, from a layout or
-/// from another bag, so takes one allocation with all its leaves and their values. The memory goes with the bag's block.
+/// Memory for properties inside the block of a bag, given out from front to back. A bag made in one go, from
+/// a layout or from another bag, so takes one allocation with all its leaves and their values. The memory
+/// goes with the bag's block.
 class RecordRoom {
 public:
     RecordRoom() = default;
@@ -31,7 +32,8 @@ public:
         return (sizeof(T) + Alignment - 1) / Alignment * Alignment;
     }
 
-    static constexpr std::size_t Alignment = alignof(double) > alignof(void*) ? alignof(double) : alignof(void*);
+    static constexpr std::size_t Alignment = alignof(double) > alignof(void*) ? alignof(double)
+                                                                              : alignof(void*);
 
 private:
     std::byte* m_next = nullptr;

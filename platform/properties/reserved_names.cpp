@@ -1,13 +1,20 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "platform/properties/reserved_names.h"
 
+#include <array>
+
 namespace Zantrel {
 
 std::wstring const* ReservedNames::Find(std::wstring_view text) const noexcept {
-    static constexpr std::wstring const ReservedNames::*All[] = {
-        &ReservedNames::value,         &ReservedNames::readOnly,         &ReservedNames::hidden,
-        &ReservedNames::nameReadOnly,  &ReservedNames::canBeDeleted,     &ReservedNames::userDefaultProfile,
-        &ReservedNames::disableAddRemove, &ReservedNames::defaultProfile,
+    static constexpr std::array All = {
+        &ReservedNames::value,
+        &ReservedNames::readOnly,
+        &ReservedNames::hidden,
+        &ReservedNames::nameReadOnly,
+        &ReservedNames::canBeDeleted,
+        &ReservedNames::userDefaultProfile,
+        &ReservedNames::disableAddRemove,
+        &ReservedNames::defaultProfile,
     };
     for (auto member : All) {
         if (this->*member == text) {

@@ -6,8 +6,8 @@
 
 namespace Zantrel {
 
-/// The words with which the library itself names entries of a database's bags. Never destroyed, so that a bag with static
-/// lifetime may outlive everything else.
+/// The words with which the library itself names entries of a database's bags. Never destroyed, so that a bag
+/// with static lifetime may outlive everything else.
 struct ReservedNames {
     std::wstring const value = L"Value";
     std::wstring const readOnly = L"ReadOnly";

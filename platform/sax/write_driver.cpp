@@ -254,8 +254,10 @@ void WriteDriver::OpenElement(std::string_view tag) {
     if (m_levels.size() == MaxDepth) {
         return Fail(WriteFault::TooDeep);
     }
+    if (!m_manyAttributes.empty()) {
+        m_manyAttributes.clear();
+    }
     // All that can throw comes first, so that a tag that wasn't opened needs no closing.
-    m_manyAttributes.clear();
     m_names.reserve(m_names.size() + tag.size());
     m_levels.push_back({m_names.size()});
     m_names.append(tag);
@@ -323,8 +325,11 @@ void WriteDriver::CompleteStartTag() noexcept {
 }
 
 void WriteDriver::BreakLine(std::size_t depth) noexcept {
-    Put("\n");
-    for (; depth != 0; --depth) {
+    constexpr std::string_view Line = "\n                                                                ";
+    std::size_t blanks = 2 * depth;
+    std::size_t const first = std::min(blanks, Line.size() - 1);
+    Put(Line.substr(0, 1 + first));
+    for (blanks -= first; blanks != 0; blanks -= 2) {
         Put("  ");
     }
 }

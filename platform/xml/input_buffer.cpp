@@ -35,17 +35,20 @@ bool InputBuffer::ReadMore(char const*& keep) {
         return false;
     MakeRoom(keep);
     char const* const before = m_end;
-    while (m_end == before && m_state == InputState::Open)
-        ReadPiece();
+    try {
+        while (m_end == before && m_state == InputState::Open)
+            ReadPiece();
+    } catch (...) {
+        Fail();
+        throw;
+    }
     return m_end != before;
 }
 
-bool InputBuffer::ReadAsMuchAgain(char const*& keep) {
+void InputBuffer::ReadAsMuchAgain(char const*& keep) {
     auto const size = m_end - keep;
-    bool const some = ReadMore(keep);
     while (m_end - keep < 2 * size && ReadMore(keep)) {
     }
-    return some;
 }
 
 // Moving no more than what is dropped, and doubling otherwise, keeps the copying linear for tokens of any
@@ -80,20 +83,17 @@ void InputBuffer::ReadPiece() {
 
 /// Gives 0 at the end and after a failure.
 std::size_t InputBuffer::ReadBytes(char* into) {
-    auto const fail = [this] {
-        SetEnd(m_end);
-        m_state = InputState::ReadFailed;
-    };
-    try {
-        auto const count = m_source.Read(into, m_pieceSize);
-        if (count >= 0 && static_cast<std::size_t>(count) <= m_pieceSize)
-            return static_cast<std::size_t>(count);
-    } catch (...) {
-        fail();
-        throw;
-    }
-    fail();
+    auto const count = m_source.Read(into, m_pieceSize);
+    if (count >= 0 && static_cast<std::size_t>(count) <= m_pieceSize)
+        return static_cast<std::size_t>(count);
+    Fail();
     return 0;
+}
+
+/// Whatever was written behind the end is not taken.
+void InputBuffer::Fail() noexcept {
+    SetEnd(m_end);
+    m_state = InputState::ReadFailed;
 }
 
 void InputBuffer::DetectEncoding() {
@@ -113,7 +113,7 @@ void InputBuffer::DetectEncoding() {
         m_encoding = bytes[0] == '\xFF' ? Encoding::Utf16LittleEndian : Encoding::Utf16BigEndian;
         m_raw.assign(m_end + 2, m_end + size);
         Transcode();
-    } else if (bytes.substr(0, 2).find('\0') != bytes.npos) {
+    } else if (bytes.substr(0, 2).find('\0') != std::string_view::npos) {
         SetEnd(m_end);
         m_state = InputState::NoEncoding;
     } else if (size == 0) {
@@ -131,6 +131,7 @@ void InputBuffer::ReadUtf8() {
         m_raw.clear();
         Accept(m_end, to + size);
     } else if (m_state == InputState::Open) {
+        SetEnd(m_end);
         m_state = m_raw.empty() ? InputState::Complete : InputState::Truncated;
     }
 }

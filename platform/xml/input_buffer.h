@@ -30,7 +30,7 @@ public:
     bool ReadMore(char const*& keep);
     /// Reads until twice as much follows `keep`, or all there is. A token that is scanned anew after each
     /// such call is scanned in linear time, whatever the size of the pieces.
-    bool ReadAsMuchAgain(char const*& keep);
+    void ReadAsMuchAgain(char const*& keep);
 
     InputState State() const noexcept { return m_state; }
     /// The character that is not allowed, in that state.
@@ -51,6 +51,7 @@ private:
     void Accept(char* at, char* end);
     std::size_t CheckCharacter(char const* at, char const* end);
     void SetEnd(char* end) noexcept;
+    void Fail() noexcept;
 
     ByteSource& m_source;
     std::size_t const m_pieceSize;

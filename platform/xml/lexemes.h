@@ -27,19 +27,17 @@ inline char ToLower(char byte) noexcept {
 /// Characters are whole, so that decoding needs no end.
 inline Utf8Character Decode(char const* at) noexcept { return DecodeUtf8(at, at + 4); }
 
+/// The end of a name that begins before `at`, where it goes on with a character beyond ASCII or ends.
+char const* SkipNameBeyondAscii(char const* at) noexcept;
+
 /// The end of the name at `at`, which is `at` itself if there is none.
 inline char const* SkipName(char const* at) noexcept {
-    bool const isStart =
-        IsAscii(*at) ? IsAsciiNameStart(static_cast<unsigned char>(*at)) : IsNameStart(Decode(at).code);
-    if (!isStart)
+    if (!IsAscii(*at))
+        return IsNameStart(Decode(at).code) ? SkipNameBeyondAscii(at) : at;
+    if (!IsAsciiNameStart(static_cast<unsigned char>(*at)))
         return at;
-    for (at = SkipAsciiName(at); !IsAscii(*at); at = SkipAsciiName(at)) {
-        auto const character = Decode(at);
-        if (!IsNameCharacter(character.code))
-            break;
-        at += character.size;
-    }
-    return at;
+    at = SkipAsciiName(at);
+    return IsAscii(*at) ? at : SkipNameBeyondAscii(at);
 }
 
 } // namespace Zantrel::Xml

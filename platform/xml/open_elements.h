@@ -10,7 +10,8 @@
 
 namespace Zantrel::Xml {
 
-/// The names of the elements that are open, one behind the other.
+/// The names of the elements that are open, one behind the other. A name that fits in a block is copied and
+/// compared as one, which is much faster than a few bytes are.
 class OpenElements {
 public:
     std::size_t Depth() const noexcept { return m_begins.size(); }
@@ -20,14 +21,10 @@ public:
 
     /// At least Block::Size bytes must be readable from the beginning of `name`.
     void Push(std::string_view name) {
-        if (m_names.size() < m_size + name.size() + Block::Size)
-            m_names.resize(2 * (m_size + name.size() + Block::Size));
+        if (name.size() > Block::Size || m_size + 2 * Block::Size > m_names.size())
+            return PushWithCare(name);
         m_begins.push_back(m_size);
-        // A copy of fixed size is much faster than one of a few bytes.
-        if (name.size() <= Block::Size)
-            std::memcpy(m_names.data() + m_size, name.data(), Block::Size);
-        else
-            std::memcpy(m_names.data() + m_size, name.data(), name.size());
+        std::memcpy(m_names.data() + m_size, name.data(), Block::Size);
         m_size += name.size();
     }
 
@@ -42,14 +39,16 @@ public:
     /// Whether [at, end) begins with the innermost name. Block::Size bytes must be readable behind `end`.
     bool InnermostIsAt(char const* at, char const* end) const noexcept {
         std::string_view const name = Innermost();
-        if (name.size() <= Block::Size)
-            return Block(at).Equal(Block(name.data())).Others().First() >= name.size();
-        return static_cast<std::size_t>(end - at) >= name.size() &&
-               std::memcmp(at, name.data(), name.size()) == 0;
+        if (name.size() > Block::Size)
+            return IsAt(name, at, end);
+        return Block(at).Equal(Block(name.data())).Others().First() >= name.size();
     }
 
 private:
-    std::vector<char> m_names;
+    void PushWithCare(std::string_view name);
+    static bool IsAt(std::string_view name, char const* at, char const* end) noexcept;
+
+    std::vector<char> m_names; ///< with at least a block behind m_size
     std::size_t m_size = 0;
     std::vector<std::size_t> m_begins;
 };

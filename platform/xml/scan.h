@@ -84,8 +84,11 @@ public:
     static constexpr std::size_t Size = 8;
 
     explicit Block(char const* at) noexcept {
-        for (std::size_t index = Size; index-- != 0;)
-            m_bytes = m_bytes << 8 | static_cast<unsigned char>(at[index]);
+        std::memcpy(&m_bytes, at, Size);
+        // The first byte must be the lowest.
+        if constexpr (std::endian::native == std::endian::big)
+            for (std::size_t index = Size; index-- != 0;)
+                m_bytes = m_bytes << 8 | static_cast<unsigned char>(at[index]);
     }
 
     Marks Equal(char byte) const noexcept { return Zeros(m_bytes ^ Each(byte)); }

@@ -70,8 +70,9 @@ inline Token Tokeniser::StepInContent() {
     if (at[1] != '/')
         return StepAtMarkup();
     char const* const name = at + 2;
-    char const* const end = name + m_open.Innermost().size();
-    return m_open.InnermostIsAt(name, m_input.End()) && *end == '>' ? DeliverEnd(end + 1) : ReadEndTag();
+    std::size_t const size = m_open.Innermost().size();
+    bool const isUsual = m_open.InnermostIsAt(name, m_input.End()) && name[size] == '>';
+    return isUsual ? DeliverEnd(name + size + 1) : ReadEndTag();
 }
 
 Token Tokeniser::StepElsewhere() {
@@ -294,12 +295,9 @@ Token Tokeniser::ReadStartTag() {
     if (m_open.Depth() >= m_maxDepth)
         return Fail(Fault::TooDeep, m_at, m_name);
 
-    if (m_tag.IsEmptyElement()) {
-        m_stage = Stage::EmptyElement;
-    } else {
-        m_stage = Stage::Content;
+    if (!m_tag.IsEmptyElement())
         m_open.Push(m_name);
-    }
+    m_stage = m_tag.IsEmptyElement() ? Stage::EmptyElement : Stage::Content;
     m_token = m_at;
     m_at = next;
     return Token::StartTag;

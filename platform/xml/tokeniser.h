@@ -27,17 +27,19 @@ enum class Token : int {
 /// A pull tokeniser for XML 1.0 (fifth edition) without document types. Delivers narrow UTF-8 views that stay
 /// valid until the next Next(). Comments and processing instructions are checked and passed over.
 ///
-/// What came before an error is delivered first. Memory grows with the depth and with the longest tag or
-/// reference, not with texts, comments or the document; time is linear in the document whatever the pieces.
+/// Memory grows with the depth and with the longest tag, not with texts, comments or the document. Time is
+/// linear in the document, whatever the size of its tokens and of the pieces it comes in.
 class Tokeniser {
 public:
     /// Asks `source`, which must outlive the tokeniser, for `pieceSize` bytes at a time. An element nested
     /// deeper than `maxDepth` is an error; the root has depth 1.
-    explicit Tokeniser(ByteSource& source, std::size_t pieceSize = 64 * 1024, std::size_t maxDepth = 1024);
+    explicit Tokeniser(ByteSource& source, std::size_t pieceSize = std::size_t(64) * 1024,
+                       std::size_t maxDepth = 1024);
     Tokeniser(Tokeniser const&) = delete;
     Tokeniser& operator=(Tokeniser const&) = delete;
 
-    /// What the source throws goes through; after it, Next() gives Error.
+    /// What the source throws goes through, and Next() gives Error from then on. After std::bad_alloc it does
+    /// the same, or takes the step once more.
     Token Next();
 
     std::string_view Name() const noexcept { return m_name; }

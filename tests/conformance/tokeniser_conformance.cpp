@@ -11,7 +11,6 @@
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <map>
 #include <sstream>
 #include <stdexcept>
@@ -23,9 +22,10 @@ using TwoReaders::Reading;
 
 std::string ReadWhole(std::filesystem::path const& path) {
     std::ifstream file(path, std::ios::binary);
-    if (!file)
+    std::ostringstream bytes;
+    if (!file || (file.peek() != EOF && !(bytes << file.rdbuf())))
         throw std::runtime_error("can't read " + path.string());
-    return {std::istreambuf_iterator<char>(file), {}};
+    return std::move(bytes).str();
 }
 
 /// Collects the documents that the suite's index names; each URI is relative to the xml:base of its

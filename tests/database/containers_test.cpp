@@ -41,11 +41,10 @@ TEST(ProfileList, FindsTheFirstProfileOfAName) {
     ParameterNode const first = machines.AddProfile(L"B", true);
     ParameterNode const second = machines.AddProfile(L"B", true);
     EXPECT_NE(first.m_pProperties, second.m_pProperties);
-    for (ParameterNode const& found : {machines.GetProfile(L"B"), machines.GetProfile(L"B")}) {
-        EXPECT_EQ(found.m_pProperties, first.m_pProperties);
-        EXPECT_EQ(found.m_pParentProperties, machines.m_pProperties);
-        EXPECT_FALSE(found.m_isContainer);
-    }
+    ParameterNode const found = machines.GetProfile(L"B");
+    EXPECT_EQ(found.m_pProperties, first.m_pProperties);
+    EXPECT_EQ(found.m_pParentProperties, machines.m_pProperties);
+    EXPECT_FALSE(found.m_isContainer);
     EXPECT_EQ(machines.GetProfile(nullptr).m_pProperties, machines.GetDefault().m_pProperties);
     ParameterNode const unknown = machines.GetProfile(L"b");
     EXPECT_FALSE(unknown.IsValid());
@@ -100,7 +99,8 @@ TEST(ProfileList, TakesAHundredThousandProfilesInAnyOrder) {
         for (std::size_t number : numbers) {
             machines.AddProfile(std::to_wstring(Count + number).c_str(), true);
         }
-        Names const names = ProfilesOf(ParameterDatabase(database.values).GetProfileEditor().Get(L"Machines"));
+        Names const names =
+            ProfilesOf(ParameterDatabase(database.values).GetProfileEditor().Get(L"Machines"));
         EXPECT_EQ(names.size(), Count);
         EXPECT_TRUE(std::is_sorted(names.begin(), names.end()));
         EXPECT_TRUE(machines.GetProfile(names.back().c_str()).IsValid());
@@ -123,7 +123,8 @@ TEST(List, NewItemsAreCopiesOfTheTemplateOrHaveTheDefaultsOfTheLayout) {
     EXPECT_EQ(list.GetSize(), 4u);
     EXPECT_EQ(list.GetListNode(3).m_pProperties, fresh.m_pProperties);
     EXPECT_THROW(list.GetListNode(4), std::out_of_range);
-    EXPECT_EQ(list.GetListNode(4294967297).m_pProperties, list.GetListNode(1).m_pProperties); // the low 32 bits count
+    EXPECT_EQ(list.GetListNode(4294967297).m_pProperties,
+              list.GetListNode(1).m_pProperties); // the low 32 bits count
 }
 
 TEST(List, ClearLeavesTheTemplateAndTheFlags) {
@@ -180,12 +181,12 @@ TEST(Containers, GainAWholeItemOrNoneWhereMemoryRunsOut) {
         PersistentProperties const whole = *each.add().m_pProperties;
         each.container.Clear();
         ParameterNode added;
-        std::size_t const failures = TestSupport::FailEachAllocation(
-            [&] { added = each.add(); },
-            [&](bool completed) {
-                EXPECT_EQ(each.container.GetSize(), completed ? 1u : 0u);
-                EXPECT_TRUE(!completed || *added.m_pProperties == whole);
-            });
+        std::size_t const failures =
+            TestSupport::FailEachAllocation([&] { added = each.add(); },
+                                            [&](std::size_t, bool completed) {
+                                                EXPECT_EQ(each.container.GetSize(), completed ? 1u : 0u);
+                                                EXPECT_TRUE(!completed || *added.m_pProperties == whole);
+                                            });
         EXPECT_GT(failures, 3u);
     }
 }

@@ -38,7 +38,8 @@ TEST(Formatting, TakesTheDefaultOfAnOptionAsItStandsAndElseTheFirstOption) {
         if (each.hasOption) {
             option->AddOption(L"First", L"Shown")->AddOption(L"Second", L"");
         }
-        EXPECT_EQ(ParameterDatabase(&layout).GetProfileEditor().Get(option).GetValue<std::wstring>(), each.expected);
+        EXPECT_EQ(ParameterDatabase(&layout).GetProfileEditor().Get(option).GetValue<std::wstring>(),
+                  each.expected);
     }
 }
 
@@ -46,21 +47,29 @@ TEST(Formatting, NestsTheTemplatesAndItemsOfListsWithinTemplatesAndItems) {
     TestDatabase database;
     std::wstring const steps = L"Steps(::DefaultProfile::(Width(Value)) Value[Width(Value)])";
     std::wstring const range = L"Begin(Value) " + steps;
-    EXPECT_EQ(Shape(*database.Editor().m_pProperties),
-              L"Counts(::DefaultProfile::(Value) Value) Machines(::DefaultProfile::(Speed(Value))) "
-              L"Parameters(Attachment(Value) Gas() Layer count(Value) Material(Value) Path(Value) Power(Value) "
-              L"Scanner(Value) Strategy(Value) Supports(Value) Thickness(Value)) "
-              L"Ranges(::DefaultProfile::(" + range + L") Value[" + range + L"][" + range + L"])");
+    EXPECT_EQ(
+        Shape(*database.Editor().m_pProperties),
+        L"Counts(::DefaultProfile::(Value) Value) Machines(::DefaultProfile::(Speed(Value))) "
+        L"Parameters(Attachment(Value) Gas() Layer count(Value) Material(Value) Path(Value) Power(Value) "
+        L"Scanner(Value) Strategy(Value) Supports(Value) Thickness(Value)) "
+        L"Ranges(::DefaultProfile::(" +
+            range + L") Value[" + range + L"][" + range + L"])");
     EXPECT_EQ(Shape(*database.values.GetRoot().m_pProperties).substr(0, 15), L"ProfileEditor(C");
-    EXPECT_TRUE(database.At(database.layout.ranges).GetListNode(1).IsEqual(database.At(database.layout.ranges).GetDefault()));
+    EXPECT_TRUE(database.At(database.layout.ranges)
+                    .GetListNode(1)
+                    .IsEqual(database.At(database.layout.ranges).GetDefault()));
 }
 
 TEST(Formatting, TakesANodeThatIsBothForAProfileListAndAnUnknownTypeForNothing) {
     ParameterLayout layout;
-    layout.m_profileEditor->AddNode(L"Both", Int, L"1")->SetIsList(true)->SetIsProfileList(true)->SetMultiplicity(3);
+    layout.m_profileEditor->AddNode(L"Both", Int, L"1")
+        ->SetIsList(true)
+        ->SetIsProfileList(true)
+        ->SetMultiplicity(3);
     layout.m_profileEditor->AddNode(L"Unknown", Int, L"1")->SetType(static_cast<eTypeLayoutNode>(11));
     ParameterDatabase database(&layout);
-    EXPECT_EQ(Shape(*database.GetProfileEditor().m_pProperties), L"Both(::DefaultProfile::(Value)) Unknown()");
+    EXPECT_EQ(Shape(*database.GetProfileEditor().m_pProperties),
+              L"Both(::DefaultProfile::(Value)) Unknown()");
 }
 
 TEST(Formatting, GivesSiblingsOfOneNameABagEachAndFindsTheFirst) {
@@ -72,7 +81,8 @@ TEST(Formatting, GivesSiblingsOfOneNameABagEachAndFindsTheFirst) {
     ParameterDatabase database(&layout);
     ParameterNode const editor = database.GetProfileEditor();
     EXPECT_EQ(Shape(*editor.m_pProperties), L"Same(Value) Same(Value) Value(Value) Value(Value)");
-    EXPECT_EQ(editor.Get(L"Same").m_pNode->m_defaultValue, L"2"); // the layout finds the last node, the bag its first
+    EXPECT_EQ(editor.Get(L"Same").m_pNode->m_defaultValue,
+              L"2"); // the layout finds the last node, the bag its first
     EXPECT_EQ(editor.Get(L"Same").GetValue<std::int32_t>(), 1);
     EXPECT_EQ(editor.Get(L"Value").GetValue<std::int32_t>(), 1);
 }
@@ -81,7 +91,8 @@ TEST(Formatting, GroupsAndListsOfEverySizeKeepAllTheirChildren) {
     for (std::size_t count : {1u, 31u, 32u, 33u, 300u}) {
         SCOPED_TRACE(count);
         ParameterLayout layout;
-        LayoutNode* list = layout.m_profileEditor->AddNode(L"List")->SetList(true, L"Item", L"")->SetMultiplicity(count);
+        LayoutNode* list =
+            layout.m_profileEditor->AddNode(L"List")->SetList(true, L"Item", L"")->SetMultiplicity(count);
         for (std::size_t i = 0; i < count; ++i) {
             list->AddNode(std::to_wstring(1000 - i).c_str(), Int, std::to_wstring(i));
         }
@@ -113,6 +124,24 @@ TEST(Formatting, OneNodeGoesIntoTheBagOfItsParent) {
     EXPECT_TRUE(cursor.m_isContainer);
     EXPECT_EQ(cursor.GetSize(), 2u);
     EXPECT_TRUE(cursor.IsEqual(database.At(database.layout.ranges)));
+}
+
+TEST(Formatting, ContentThatStandsThereResetsAValueAndAddsBehindTheChildrenOfAGroup) {
+    struct OpenCursor : ParameterNode {
+        explicit OpenCursor(ParameterNode const& cursor) : ParameterNode(cursor) {}
+        using ParameterNode::_FormatContent;
+    };
+    TestDatabase database;
+    ParameterNode real = database.At(database.layout.real);
+    real.SetValue<double>(7.0);
+    for (int i = 0; i < 2; ++i) {
+        OpenCursor(database.At(database.layout.group))._FormatContent();
+    }
+    EXPECT_EQ(database.At(database.layout.group).m_pProperties->GetNumProperties(), 30u);
+    EXPECT_EQ(real.GetValue<double>(), 7.0);
+    OpenCursor(real)._FormatContent();
+    EXPECT_EQ(real.GetValue<double>(), 0.1);
+    OpenCursor(ParameterNode())._FormatContent();
 }
 
 TEST(Database, WithoutALayoutIsEmptyAndSafe) {
@@ -187,7 +216,8 @@ TEST(Database, WhatIsCopiedOutOfItOutlivesTheLayout) {
             copy(*database.GetProfileEditor().m_pProperties, bag);
             shape = Shape(*database.GetProfileEditor().m_pProperties);
         }
-        for (LayoutNode* node : {layout->group, layout->text, layout->ranges, layout->begin, layout->step, layout->speed}) {
+        for (LayoutNode* node :
+             {layout->group, layout->text, layout->ranges, layout->begin, layout->step, layout->speed}) {
             node->SetName(L"no longer there");
         }
         EXPECT_EQ(Shape(bag), shape);
@@ -208,8 +238,9 @@ TEST(Database, IsMadeAndCopiedWholeOrNotAtAllWhereMemoryRunsOut) {
     ParameterDatabase target(&database.layout);
     ParameterDatabase const before(target);
     auto const assign = [&] { target = database.values; };
-    TestSupport::FailEachAllocation(
-        assign, [&](bool completed) { EXPECT_TRUE(target.IsEqual(completed ? database.values : before)); });
+    TestSupport::FailEachAllocation(assign, [&](std::size_t, bool completed) {
+        EXPECT_TRUE(target.IsEqual(completed ? database.values : before));
+    });
 }
 
 } // namespace

@@ -8,37 +8,21 @@
 namespace Zantrel {
 namespace {
 
-/// What a cursor may stand on, as far as operations tell it apart.
-enum Place { Nowhere, OnGroup, OnGroupWithoutBag, OnList, OnListWithoutBag, OnItem, OnProfiles, OnProfile };
+// What a cursor may stand on, as far as operations tell it apart.
+using Place = ParameterNode (*)(TestDatabase&);
 
-ParameterNode CursorOn(Place place, TestDatabase& database) {
-    ParameterNode cursor;
-    switch (place) {
-    case Nowhere:
-        break;
-    case OnGroup:
-    case OnGroupWithoutBag:
-        cursor = database.At(database.layout.group);
-        break;
-    case OnList:
-    case OnListWithoutBag:
-        cursor = database.At(database.layout.ranges);
-        break;
-    case OnItem:
-        cursor = database.At(database.layout.ranges).GetListNode(0);
-        break;
-    case OnProfiles:
-        cursor = database.At(database.layout.machines);
-        break;
-    case OnProfile:
-        cursor = database.At(database.layout.machines).GetDefault();
-        break;
-    }
-    if (place == OnGroupWithoutBag || place == OnListWithoutBag) {
-        cursor.m_pProperties = nullptr;
-    }
+ParameterNode WithoutBag(ParameterNode cursor) {
+    cursor.m_pProperties = nullptr;
     return cursor;
 }
+ParameterNode Nowhere(TestDatabase&) { return {}; }
+ParameterNode OnGroup(TestDatabase& database) { return database.At(database.layout.group); }
+ParameterNode OnGroupWithoutBag(TestDatabase& database) { return WithoutBag(OnGroup(database)); }
+ParameterNode OnList(TestDatabase& database) { return database.At(database.layout.ranges); }
+ParameterNode OnListWithoutBag(TestDatabase& database) { return WithoutBag(OnList(database)); }
+ParameterNode OnItem(TestDatabase& database) { return OnList(database).GetListNode(0); }
+ParameterNode OnProfiles(TestDatabase& database) { return database.At(database.layout.machines); }
+ParameterNode OnProfile(TestDatabase& database) { return OnProfiles(database).GetDefault(); }
 
 struct Case {
     char const* operation;
@@ -67,19 +51,31 @@ std::vector<Place> const NoProfiles = {Nowhere, OnGroup, OnList, OnItem, OnProfi
 
 std::vector<Case> const Cases = {
     {"Get(own)", [](auto& at) { at.Get(at.m_pNode); }, {OnGroup, OnList, OnItem, OnProfile}, NoPath},
-    {"IfExists(own)", [](auto& at) { at.GetParameterNodeIfExists(at.m_pNode); }, {OnGroup, OnList, OnItem}, NoPath},
-    {"Get(name)", [](auto& at) { at.Get(L"None"); }, {OnGroup, OnList, OnItem, OnProfiles, OnProfile}, NoName},
+    {"IfExists(own)",
+     [](auto& at) { at.GetParameterNodeIfExists(at.m_pNode); },
+     {OnGroup, OnList, OnItem},
+     NoPath},
+    {"Get(name)",
+     [](auto& at) { at.Get(L"None"); },
+     {OnGroup, OnList, OnItem, OnProfiles, OnProfile},
+     NoName},
     {"Get(name)", [](auto& at) { at.Get(L"None"); }, {Nowhere, OnGroupWithoutBag}, nullptr},
     {"Get(null)", [](auto& at) { at.Get(static_cast<wchar_t const*>(nullptr)); }, {OnGroup}, NoName},
     {"IfExists(name)", [](auto& at) { at.GetParameterNodeIfExists(L"None"); }, {OnGroup, OnItem}, NoName},
-    {"IfExists(name)", [](auto& at) { at.GetParameterNodeIfExists(L"None"); }, {Nowhere, OnGroupWithoutBag}, nullptr},
+    {"IfExists(name)",
+     [](auto& at) { at.GetParameterNodeIfExists(L"None"); },
+     {Nowhere, OnGroupWithoutBag},
+     nullptr},
 
     {"AddListNode", [](auto& at) { at.AddListNode(true); }, NoLists, NeedsList},
     {"AddListNode", [](auto& at) { at.AddListNode(true); }, {OnList, OnItem}, nullptr},
     {"AddListNode", [](auto& at) { at.AddListNode(true); }, {OnListWithoutBag}, NeedsBag},
     {"AddProfile", [](auto& at) { at.AddProfile(L"A", false); }, NoProfileLists, NeedsProfileList},
     {"AddProfile", [](auto& at) { at.AddProfile(L"A", false); }, {OnProfiles, OnProfile}, nullptr},
-    {"AddProfile(null)", [](auto& at) { at.AddProfile(nullptr, false); }, {OnProfiles}, "AddProfile requires a name"},
+    {"AddProfile(null)",
+     [](auto& at) { at.AddProfile(nullptr, false); },
+     {OnProfiles},
+     "AddProfile requires a name"},
     {"GetListNode", [](auto& at) { at.GetListNode(0); }, NoLists, NeedsListToGet},
     {"GetListNode", [](auto& at) { at.GetListNode(0); }, {Nowhere, OnGroupWithoutBag, OnList}, nullptr},
     {"GetProfile", [](auto& at) { at.GetProfile(L"A"); }, NoProfileLists, NeedsProfilesToGet},
@@ -89,39 +85,56 @@ std::vector<Case> const Cases = {
     {"GetProfiles", [](auto& at) { ProfilesOf(at); }, NoProfileLists, NeedsProfilesToList},
     {"GetProfiles", [](auto& at) { ProfilesOf(at); }, {Nowhere, OnGroupWithoutBag, OnProfile}, nullptr},
     {"GetDefault", [](auto& at) { at.GetDefault(); }, NoContainers, NeedsContainer},
-    {"GetDefault", [](auto& at) { at.GetDefault(); }, {Nowhere, OnGroupWithoutBag, OnList, OnProfiles}, nullptr},
+    {"GetDefault",
+     [](auto& at) { at.GetDefault(); },
+     {Nowhere, OnGroupWithoutBag, OnList, OnProfiles},
+     nullptr},
     {"GetSize", [](auto& at) { at.GetSize(); }, NoContainers, NeedsContainerForSize},
     {"GetSize", [](auto& at) { at.GetSize(); }, {Nowhere, OnGroupWithoutBag, OnList, OnProfiles}, nullptr},
-    {"GetSize(forged)", [](auto& at) { at.m_isContainer = true, at.GetSize(); }, {OnGroup}, NeedsProfilesToList},
+    {"GetSize(forged)",
+     [](auto& at) { at.m_isContainer = true, at.GetSize(); },
+     {OnGroup},
+     NeedsProfilesToList},
     {"Clear", [](auto& at) { at.Clear(); }, NoContainers, NeedsContainerForSize},
     {"Clear", [](auto& at) { at.Clear(); }, {OnListWithoutBag}, NeedsBag},
 
-    {"GetNameReadOnly", [](auto& at) { at.GetNameReadOnly(); }, NoProfiles, "GetNameReadOnly requires profile node"},
-    {"SetNameReadOnly", [](auto& at) { at.SetNameReadOnly(true); }, NoProfiles, "SetNameReadOnly requires profile node"},
-    {"GetCanBeDeleted", [](auto& at) { at.GetCanBeDeleted(); }, NoProfiles, "GetCanBeDeleted requires profile node"},
-    {"SetCanBeDeleted", [](auto& at) { at.SetCanBeDeleted(true); }, NoProfiles, "SetCanBeDeleted requires profile node"},
+    {"GetNameReadOnly", [](auto& at) { at.GetNameReadOnly(); }, NoProfiles,
+     "GetNameReadOnly requires profile node"},
+    {"SetNameReadOnly", [](auto& at) { at.SetNameReadOnly(true); }, NoProfiles,
+     "SetNameReadOnly requires profile node"},
+    {"GetCanBeDeleted", [](auto& at) { at.GetCanBeDeleted(); }, NoProfiles,
+     "GetCanBeDeleted requires profile node"},
+    {"SetCanBeDeleted", [](auto& at) { at.SetCanBeDeleted(true); }, NoProfiles,
+     "SetCanBeDeleted requires profile node"},
     {"GetUserDefaultProfile", [](auto& at) { at.GetUserDefaultProfile(); }, NoProfiles,
      "GetUserDefaultProfile requires profile node"},
     {"SetUserDefaultProfile", [](auto& at) { at.SetUserDefaultProfile(true); }, NoProfiles,
      "SetUserDefaultProfile requires profile node"},
     {"GetDisableAddRemove", [](auto& at) { at.GetDisableAddRemove(); }, {Nowhere, OnGroup}, NeedsListToAsk},
-    {"SetDisableAddRemove", [](auto& at) { at.SetDisableAddRemove(true); }, {Nowhere, OnGroup}, NeedsListToLock},
-    {"SetDisableAddRemove", [](auto& at) { at.SetDisableAddRemove(true); }, {OnList, OnItem, OnProfiles, OnProfile},
+    {"SetDisableAddRemove",
+     [](auto& at) { at.SetDisableAddRemove(true); },
+     {Nowhere, OnGroup},
+     NeedsListToLock},
+    {"SetDisableAddRemove",
+     [](auto& at) { at.SetDisableAddRemove(true); },
+     {OnList, OnItem, OnProfiles, OnProfile},
      nullptr},
     {"SetReadOnly", [](auto& at) { at.SetReadOnly(true); }, {Nowhere, OnGroupWithoutBag}, NeedsBag},
     {"SetHidden", [](auto& at) { at.SetHidden(true); }, {Nowhere}, NeedsBag},
     {"SetValueFromText", [](auto& at) { at.SetValueFromText(L"x"); }, {Nowhere}, NeedsBag},
-    {"Format", [](auto& at) { at.Format(); }, {Nowhere, OnGroup},
+    {"Format",
+     [](auto& at) { at.Format(); },
+     {Nowhere, OnGroup},
      "formatting needs a layout node and the bag to format it into"},
 };
 
 TEST(Misuse, ThrowsTheTextThatCallersKnowAndChangesNothing) {
     for (Case const& each : Cases) {
-        for (Place const place : each.places) {
-            SCOPED_TRACE(testing::Message() << each.operation << ", cursor " << place);
+        for (Place const& place : each.places) {
+            SCOPED_TRACE(testing::Message() << each.operation << ", place " << &place - each.places.data());
             TestDatabase database;
             ParameterDatabase const before(database.values);
-            ParameterNode cursor = CursorOn(place, database);
+            ParameterNode cursor = place(database);
             try {
                 each.call(cursor);
                 EXPECT_EQ(each.message, nullptr) << "nothing thrown";

@@ -42,16 +42,16 @@ TEST(Navigation, GoesDownThroughGroupsButNotThroughContainers) {
         {root, layout.real, Content, true},
         {database.Editor(), layout.real, Content, true},
         {database.Editor(), layout.ranges, Content, true},
-        {database.Editor(), layout.begin, NodeOnly, true},     // directly below the container
+        {database.Editor(), layout.begin, NodeOnly, true}, // directly below the container
         {database.Editor(), layout.steps, NodeOnly, true},
-        {database.Editor(), layout.step, Nothing, false},      // below what isn't there
+        {database.Editor(), layout.step, Nothing, false}, // below what isn't there
         {list, layout.begin, NodeOnly, true},
         {list, layout.step, Nothing, false},
         {list.GetListNode(1), layout.begin, Content, true},
         {list.GetDefault(), layout.steps, Content, true},
         {list.GetDefault(), layout.step, NodeOnly, true},
         {list.GetDefault().Get(layout.steps).GetListNode(0), layout.step, Content, true},
-        {list.GetListNode(0), layout.real, Nothing, false},    // in another branch
+        {list.GetListNode(0), layout.real, Nothing, false},         // in another branch
         {database.At(layout.group), layout.editor, Nothing, false}, // above
         {database.At(layout.real), layout.text, Nothing, false},
         {root, layout.m_platformConfigurator.GetNode(), NodeOnly, true}, // never formatted

@@ -18,7 +18,8 @@ struct TestLayout : ParameterLayout {
     LayoutNode* length = group->AddNode(L"Thickness", Distance, L"0.05");
     LayoutNode* flag = group->AddNode(L"Supports", Bool, L"True");
     LayoutNode* text = group->AddNode(L"Material", String, L" steel ");
-    LayoutNode* option = group->AddNode(L"Strategy", Options, L"")->AddOption(L"Fast", L"")->AddOption(L"Fine", L"");
+    LayoutNode* option =
+        group->AddNode(L"Strategy", Options, L"")->AddOption(L"Fast", L"")->AddOption(L"Fine", L"");
     LayoutNode* member = group->AddNode(L"Scanner", OptionsFromProfiles, L"Left");
     LayoutNode* path = group->AddNode(L"Path", FileAbsolute, L"a.txt");
     LayoutNode* file = group->AddNode(L"Attachment", FileAttachment, L"ignored");

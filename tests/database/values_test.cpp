@@ -31,21 +31,25 @@ TEST(Values, AreReadAndWrittenByTheTypeOfTheNodeAlone) {
         LayoutNode* TestLayout::*node;
         char const* type; ///< the letter of the type that is allowed
     } const cases[] = {
-        {&TestLayout::number, "l"}, {&TestLayout::real, "d"},   {&TestLayout::length, "d"}, {&TestLayout::flag, "b"},
-        {&TestLayout::text, "s"},   {&TestLayout::option, "s"}, {&TestLayout::member, "s"}, {&TestLayout::path, "s"},
-        {&TestLayout::file, "f"},   {&TestLayout::byDriver, ""}, {&TestLayout::group, ""},  {&TestLayout::counts, ""},
+        {&TestLayout::number, "l"},  {&TestLayout::real, "d"}, {&TestLayout::length, "d"},
+        {&TestLayout::flag, "b"},    {&TestLayout::text, "s"}, {&TestLayout::option, "s"},
+        {&TestLayout::member, "s"},  {&TestLayout::path, "s"}, {&TestLayout::file, "f"},
+        {&TestLayout::byDriver, ""}, {&TestLayout::group, ""}, {&TestLayout::counts, ""},
     };
     for (auto const& each : cases) {
         TestDatabase database;
         ParameterDatabase const before(database.values);
         ParameterNode const cursor = database.At(database.layout.*each.node);
         SCOPED_TRACE(testing::Message() << cursor.m_pNode->m_name);
-        auto const expected = [&](char type, char const* message) { return *each.type == type ? "" : message; };
+        auto const expected = [&](char type, char const* message) {
+            return *each.type == type ? "" : message;
+        };
         EXPECT_EQ(ErrorOf<std::int32_t>(cursor), expected('l', "Invalid type cast : use long"));
         EXPECT_EQ(ErrorOf<double>(cursor), expected('d', "Invalid type cast : use double"));
         EXPECT_EQ(ErrorOf<bool>(cursor), expected('b', "Invalid type cast : use bool"));
         EXPECT_EQ(ErrorOf<std::wstring>(cursor), expected('s', "Invalid type cast : use std::string_t"));
-        EXPECT_EQ(ErrorOf<KelAM::FileContent>(cursor), expected('f', "Invalid type cast : use KelAM::FileContent"));
+        EXPECT_EQ(ErrorOf<KelAM::FileContent>(cursor),
+                  expected('f', "Invalid type cast : use KelAM::FileContent"));
         bool const isDefault = *each.type == '\0' || *each.type == 'f';
         EXPECT_EQ(database.values.IsEqual(before), isDefault) << "what was written is what was checked";
     }
@@ -70,13 +74,20 @@ TEST(Values, SetFromTextFollowTheTypeOfTheNode) {
         wchar_t const* text;
         wchar_t const* expected;
     } const cases[] = {
-        {&TestLayout::flag, L"true", L"True"},        {&TestLayout::flag, L"tRUE", L"True"},
-        {&TestLayout::flag, L" true", L"False"},      {&TestLayout::flag, L"1", L"False"},
-        {&TestLayout::flag, L"", L"False"},           {&TestLayout::flag, L"TRUE ", L"False"},
-        {&TestLayout::number, L"-5", L"-5"},          {&TestLayout::number, L"7.9", L"7"},
-        {&TestLayout::number, L"x", L"0"},            {&TestLayout::real, L"2.5mm", L"2.5000"},
-        {&TestLayout::real, L"", L"0.0000"},          {&TestLayout::text, L" a ", L" a "},
-        {&TestLayout::option, L"Other", L"Other"},    {&TestLayout::path, L"", L""},
+        {&TestLayout::flag, L"true", L"True"},
+        {&TestLayout::flag, L"tRUE", L"True"},
+        {&TestLayout::flag, L" true", L"False"},
+        {&TestLayout::flag, L"1", L"False"},
+        {&TestLayout::flag, L"", L"False"},
+        {&TestLayout::flag, L"TRUE ", L"False"},
+        {&TestLayout::number, L"-5", L"-5"},
+        {&TestLayout::number, L"7.9", L"7"},
+        {&TestLayout::number, L"x", L"0"},
+        {&TestLayout::real, L"2.5mm", L"2.5000"},
+        {&TestLayout::real, L"", L"0.0000"},
+        {&TestLayout::text, L" a ", L" a "},
+        {&TestLayout::option, L"Other", L"Other"},
+        {&TestLayout::path, L"", L""},
         {&TestLayout::byDriver, L"Helium", L"Helium"},
     };
     for (auto const& each : cases) {
@@ -86,8 +97,9 @@ TEST(Values, SetFromTextFollowTheTypeOfTheNode) {
         ParameterNode cursor = database.At(&node);
         for (bool const isThere : {true, false}) { // the second time the value has to be created
             cursor.SetValueFromText(each.text);
-            std::wstring const found = node.m_type == Bool     ? node.FormatValue(cursor.GetValue<bool>())
-                                       : node.m_type == Int    ? node.FormatValue(cursor.GetValue<std::int32_t>())
+            std::wstring const found = node.m_type == Bool ? node.FormatValue(cursor.GetValue<bool>())
+                                       : node.m_type == Int
+                                           ? node.FormatValue(cursor.GetValue<std::int32_t>())
                                        : node.m_type == Double ? node.FormatValue(cursor.GetValue<double>())
                                                                : cursor.GetValue<std::wstring>();
             EXPECT_EQ(found, each.expected) << isThere;

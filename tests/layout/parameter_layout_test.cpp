@@ -54,7 +54,7 @@ TEST(ParameterLayout, TheCategoryOptionComesFirstAndOnce) {
     EXPECT_TRUE(layout.m_categories->GetIsCategoryList());
     EXPECT_EQ(layout.m_genericParameters.GetNode(), layout.m_profileEditor->GetNode(L"GenericParameters"));
     layout.m_categories->SetDisplayName(L"Shown");
-    layout.m_platformOptions->AddNode(L"Other");
+    layout.m_platformOptions->AddNode(L"Other")->SetProfileName(L"Categories");
     layout.AddCategoryNodeIfNeeded();
     layout.AddCategoryNodeIfNeeded();
     EXPECT_EQ(Outline(*layout.m_platformOptions), L"PlatformOptions(Category Other)");

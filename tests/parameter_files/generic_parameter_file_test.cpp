@@ -54,15 +54,16 @@ TEST(GenericParameterFile, ReadsValuesAsTheirTypesSay) {
              {"<G><S> a&#13;&#10;b\r\n</S><P>\t</P></G>", "G/S=' a\r\nb\n' G/P='\t'"},
              {"<G><S>a<!-- c -->b<?p i?>c<![CDATA[<&]]></S><I>1<!-- -->2</I></G>", "G/I=12 G/S='abc<&'"},
              {"<G><I>5.5</I><D>1,5</D>\n<B>yes</B><I/><I>2147483648</I></G>", "",
-              "text@1:10:Root/G/I text@1:20:Root/G/D text@2:1:Root/G/B text@2:11:Root/G/I text@2:15:Root/G/I"},
+              "text@1:10:Root/G/I text@1:20:Root/G/D text@2:1:Root/G/B text@2:11:Root/G/I "
+              "text@2:15:Root/G/I"},
              {"<G><I>1</I><I>2</I></G>", "G/I=2"},
              {"<G><I>5<D>2</D></I></G>", "G/I=5 G/D=2"},
              {"<G><X/></G>", ""},
              {"<G><X> </X><X/></G>", "G/X=''"},
              {"<G><A><Data>AQ==</Data><Name>n</Name><S>s</S></A><S>t</S></G>", "G/S='t' G/A='n':01",
               "untaken@1:44:Root/G/A/S"},
-             {"<G><A>a<Name>n</Name><Data>AQ</Data></A></G>", "G/A='n':",
-              "dropped@1:10:Root/G/A dropped@1:28:Root/G/A/Data"},
+             {"<G><A>a<Name>n</Name><Data>AQ</Data></A></G>",
+              "G/A='n':", "dropped@1:10:Root/G/A dropped@1:28:Root/G/A/Data"},
              {"5<G>6<I>7</I></G><C>x</C><C><Default>y</Default></C>", "G/I=7",
               "dropped@1:8:Root/G dropped@1:24:Root/C dropped@1:35:Root/C/Default"},
          }) {
@@ -75,15 +76,20 @@ TEST(GenericParameterFile, ReadsElementsByTheirNamesInTheLayout) {
              {"<?xml version='1.0'?><Other xmlns='u'><N><Item>5</Item></N></Other>", "N[=0; =5]"},
              {"<?xml version='1.0'?><N><Item>5</Item></N>", "N[=0; =5]"},
              {"<?xml version='1.0'?><G><I>5</I></G>", "G/I=5"},
-             {"<n><Item>1</Item></n><p:N xmlns:p='u'/>", "", "untaken@1:7:Root/n untaken@1:10:Root/n/Item "
-                                                             "untaken@1:28:Root/p:N"},
-             {"<U>x<V><N><Item>5</Item></N></V></U>", "N[=0; =5]", "untaken@1:7:Root/U untaken@1:11:Root/U/V"},
+             {"<n><Item>1</Item></n><p:N xmlns:p='u'/>", "",
+              "untaken@1:7:Root/n untaken@1:10:Root/n/Item "
+              "untaken@1:28:Root/p:N"},
+             {"<U>x<V><N><Item>5</Item></N></V></U>", "N[=0; =5]",
+              "untaken@1:7:Root/U untaken@1:11:Root/U/V"},
              {"<N><Item>1</Item></N><N><Item>2</Item></N>", "N[=0; =2]"},
              {"<Z><Both Name='a'/></Z>", "Z<{I=1}; 'a'{I=1}>"},
              {"<C><Profile Name='a'/></C><C><Profile><N/></Profile></C>",
               "C<{I=1 N[=0;] C<{S='s'};>}; ''{I=1 N[=0;] C<{S='s'};>}>"},
              {"<Z><Both Name='b'><I>2</I></Both><Both Name='a'/><Default><I>3</I></Default></Z>",
               "Z<{I=3}; 'a'{I=1} 'b'{I=2}>"},
+             // Both a list and a profile list: emptied as a list is, and the first of a name is the one that
+             // is found.
+             {"<Z><Both Name='a'><I>2</I></Both></Z><Z><Both Name='a'/></Z>", "Z<{I=1}; 'a'{I=2} 'a'{I=2}>"},
              {"<M><Row/><Item><I>2</I></Item><I>5</I></M>", "M[{I=1 N[=0;]}; {I=2 N[=0;]}]",
               "untaken@1:10:Root/M/Row untaken@1:37:Root/M/I"},
          }) {
@@ -91,11 +97,19 @@ TEST(GenericParameterFile, ReadsElementsByTheirNamesInTheLayout) {
     }
 }
 
+TEST(GenericParameterFile, GivesNewEntriesTheDefaultsOfTheLayout) {
+    SmallLayout const layout;
+    ParameterDatabase database(&layout);
+    database.GetProfileEditor().Get(L"N").GetDefault().SetValue<std::int32_t>(9);
+    EXPECT_TRUE(ReadText(database, "<R><N><Item/></N><Z><Default><I>9</I></Default><Both Name='a'/></Z></R>"));
+    EXPECT_EQ(DumpChanges(database), "N[=9; =0] Z<{I=9}; 'a'{I=1}>");
+}
+
 TEST(GenericParameterFile, ReadsTheFlagsThatANodeCanHave) {
     for (Case const& row : std::initializer_list<Case>{
-             {"<G ReadOnly='true' Hidden='1'/><N Hidden='True' DisableAddRemove='true'/>", "G!r!h N!h!a[=0;]"},
-             {"<G ReadOnly='true'/><G ReadOnly=' false '/><G ReadOnly='no'/>", "",
-              "attribute@1:50:Root/G"},
+             {"<G ReadOnly='true' Hidden='1'/><N Hidden='True' DisableAddRemove='true'/>",
+              "G!r!h N!h!a[=0;]"},
+             {"<G ReadOnly='true'/><G ReadOnly=' false '/><G ReadOnly='no'/>", "", "attribute@1:50:Root/G"},
              {"<G DisableAddRemove='true' ReadOnly='true'><I DisableAddRemove='false'/></G>", "G!r",
               "dropped@1:7:Root/G dropped@1:50:Root/G/I text@1:50:Root/G/I"},
              {"<Z ReadOnly='true'><Both Name='a' ReadOnly='true' Hidden='true' NameReadOnly='true' "
@@ -114,12 +128,14 @@ TEST(GenericParameterFile, PassesOverWhatHasNoPlaceInTheDatabase) {
              {"<C><I ReadOnly='true'>5</I></C>", "", "dropped@1:10:Root/C/I dropped@1:10:Root/C/I"},
              {"<C><N>x<Item>1<I>2</I></Item></N></C>", "",
               "dropped@1:10:Root/C/N dropped@1:14:Root/C/N/Item untaken@1:21:Root/C/N/Item/I"},
-             {"<C><C DisableAddRemove='true'><Profile Name='p'><S>1</S></Profile><Default><S>2</S></Default></C></C>",
-              "", "dropped@1:10:Root/C/C dropped@1:37:Root/C/C/Profile dropped@1:55:Root/C/C/Profile/S "
-                  "dropped@1:82:Root/C/C/Default/S"},
+             {"<C><C DisableAddRemove='true'><Profile "
+              "Name='p'><S>1</S></Profile><Default><S>2</S></Default></C></C>",
+              "",
+              "dropped@1:10:Root/C/C dropped@1:37:Root/C/C/Profile dropped@1:55:Root/C/C/Profile/S "
+              "dropped@1:82:Root/C/C/Default/S"},
              // Profiles that are taken for a child of their list.
-             {"<C><Profile Name='I'/><I>9</I></C>", "C<{I=1 N[=0;] C<{S='s'};>}; 'I'{I=1 N[=0;] C<{S='s'};>}>",
-              "dropped@1:29:Root/C/I"},
+             {"<C><Profile Name='I'/><I>9</I></C>",
+              "C<{I=1 N[=0;] C<{S='s'};>}; 'I'{I=1 N[=0;] C<{S='s'};>}>", "dropped@1:29:Root/C/I"},
              {"<C><Profile Name='N'/><N><Item>9</Item></N></C>",
               "C<{I=1 N[=0;] C<{S='s'};>}; 'N'{I=1 N[=0;] C<{S='s'};>}>"},
              {"<C><Profile Name='C'/><C><Default/></C></C>", "C<{I=1 N[=0;] C<{S='s'};>}; 'C'{I- N- C-}>",
@@ -128,7 +144,8 @@ TEST(GenericParameterFile, PassesOverWhatHasNoPlaceInTheDatabase) {
               "C<{I=1 N[=0;] C<{S='s'};>}; 'ReadOnly'{I=2 N[=0;] C<{S='s'};>}>"},
              {"<Z><Both Name='::DefaultProfile::'><I>2</I></Both></Z>", ""},
              // Documents that end too early, and what had arrived.
-             {"<?xml version='1.0'?><Root><N><Item>1</Item><Item>2</N></Root>", "N[=0; =1]", "document@1:52:Root/N/Item"},
+             {"<?xml version='1.0'?><Root><N><Item>1</Item><Item>2</N></Root>", "N[=0; =1]",
+              "document@1:52:Root/N/Item"},
              {"<?xml version='1.0'?><!DOCTYPE Root><Root><N/></Root>", "", "document@1:22:"},
              {"<?xml version='1.0' encoding='latin1'?><Root/>", "", "document@1:31:"},
              {"<?xml version='1.0'?>", "", "document@1:22:"},
@@ -258,8 +275,12 @@ public:
         LayoutNode& editor = *m_profileEditor;
         editor.AppendNode(L"GenericParameters");
         editor.AddNode(L"G")->AppendNode(L"GenericParameters");
-        editor.AddNode(L"N")->SetList(true, L"Item", L"")->SetMultiplicity(1)->AppendNode(L"GenericParameters");
-        LayoutNode& profiles = *editor.AddNode(L"C")->SetProfile(true, L"P")->AppendNode(L"GenericParameters");
+        editor.AddNode(L"N")
+            ->SetList(true, L"Item", L"")
+            ->SetMultiplicity(1)
+            ->AppendNode(L"GenericParameters");
+        LayoutNode& profiles =
+            *editor.AddNode(L"C")->SetProfile(true, L"P")->AppendNode(L"GenericParameters");
         profiles.AddNode(L"D")->SetProfile(true, L"P");
     }
 };
@@ -281,16 +302,18 @@ std::string Compact(std::string const& document) {
 TEST(FilterFile, LeavesOutWhatItNamesButNotBelowDefaultsAndItems) {
     FilterLayout const layout;
     TemporaryFolder const folder;
-    std::string const all = "<R><GenericParameters/><G><GenericParameters/></G><N><Item><GenericParameters/></Item></N>"
-                            "<C><Default><GenericParameters/><D><Default/></D></Default>"
-                            "<P Name=\"p\"><GenericParameters/><D><Default/></D></P></C></R>";
+    std::string const all =
+        "<R><GenericParameters/><G><GenericParameters/></G><N><Item><GenericParameters/></Item></N>"
+        "<C><Default><GenericParameters/><D><Default/></D></Default>"
+        "<P Name=\"p\"><GenericParameters/><D><Default/></D></P></C></R>";
     std::string const noGeneral = "<R><G/><N><Item><GenericParameters/></Item></N>"
                                   "<C><Default><GenericParameters/><D><Default/></D></Default>"
                                   "<P Name=\"p\"><D><Default/></D></P></C></R>";
     std::string const noDefault =
         "<R><GenericParameters/><G><GenericParameters/></G><N><Item><GenericParameters/></Item></N>"
         "<C><P Name=\"p\"><GenericParameters/><D/></P></C></R>";
-    std::string const neither = "<R><G/><N><Item><GenericParameters/></Item></N><C><P Name=\"p\"><D/></P></C></R>";
+    std::string const neither =
+        "<R><G/><N><Item><GenericParameters/></Item></N><C><P Name=\"p\"><D/></P></C></R>";
     struct Row {
         char const* filter;
         std::string written;
@@ -315,7 +338,8 @@ TEST(FilterFile, LeavesOutWhatItNamesButNotBelowDefaultsAndItems) {
         EXPECT_TRUE(WriteFile(database, (folder / "file").wstring(), (folder / "filter").wstring()));
         EXPECT_EQ(Compact(ContentOf(folder / "file")), row.written) << row.filter;
     }
-    for (std::wstring const& noFilter : {std::wstring(), (folder / "none").wstring(), (folder / "").wstring()}) {
+    for (std::wstring const& noFilter :
+         {std::wstring(), (folder / "none").wstring(), (folder / "").wstring()}) {
         ParameterDatabase database(&layout);
         database.GetProfileEditor().Get(L"C").AddProfile(L"p", false);
         EXPECT_TRUE(WriteFile(database, (folder / "file").wstring(), noFilter));
@@ -336,8 +360,9 @@ TEST(FilterFile, DoesNotBringHiddenGeneralParametersBack) {
     KelAM::SaxUtilities::WriteOptions options;
     options.m_rootTag = "R";
     ASSERT_TRUE(KelAM::SaxUtilities::WriteFile((folder / "file").wstring(), *handler, options));
-    EXPECT_EQ(Compact(ContentOf(folder / "file")),
-              "<R><G Hidden=\"true\"><GenericParameters/></G><N><Item><GenericParameters/></Item></N><C/></R>");
+    EXPECT_EQ(
+        Compact(ContentOf(folder / "file")),
+        "<R><G Hidden=\"true\"><GenericParameters/></G><N><Item><GenericParameters/></Item></N><C/></R>");
     EXPECT_TRUE(ReadFile(back, (folder / "file").wstring()));
     EXPECT_EQ(Dump(back), Dump(database));
 }

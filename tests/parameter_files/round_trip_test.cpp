@@ -32,8 +32,10 @@ std::string ReadByLibxml2(std::string_view document) {
         static_cast<EventText*>(to)->Text(Utf8(text).substr(0, static_cast<std::size_t>(size)));
     };
     xmlParserCtxtPtr const parser = xmlCreatePushParserCtxt(&handler, &events, nullptr, 0, nullptr);
-    xmlCtxtUseOptions(parser, XML_PARSE_NOENT | XML_PARSE_HUGE); // without the first it leaves "&" in attributes as "&#38;"
-    bool const isRead = xmlParseChunk(parser, document.data(), static_cast<int>(document.size()), 1) == XML_ERR_OK;
+    xmlCtxtUseOptions(parser, XML_PARSE_NOENT |
+                                  XML_PARSE_HUGE); // without the first it leaves "&" in attributes as "&#38;"
+    bool const isRead =
+        xmlParseChunk(parser, document.data(), static_cast<int>(document.size()), 1) == XML_ERR_OK;
     xmlFreeParserCtxt(parser);
     return isRead ? events.Take() : "refused";
 }
@@ -58,7 +60,8 @@ TEST(RoundTrip, BringsEveryValueBackAndThenTheSameBytes) {
         ExpectOneReading(document);
         ReadReport report;
         ASSERT_TRUE(ReadText(back, document, &report));
-        EXPECT_TRUE(report.m_entries.empty()) << StringConversion::NativeToUtf8(ReadReport::Format(report.m_entries[0]));
+        EXPECT_TRUE(report.m_entries.empty())
+            << StringConversion::NativeToUtf8(ReadReport::Format(report.m_entries[0]));
         ASSERT_EQ(Dump(back), Dump(written));
         ASSERT_EQ(WriteText(back), document);
     }
@@ -71,10 +74,10 @@ TEST(RoundTrip, BringsEveryCharacterThatXmlCarriesBackAndRefusesTheOthers) {
     std::wstring all;
     int refused = 0;
     for (char32_t code = 0; code <= 0x10FFFF; ++code) {
-        std::wstring const character =
-            sizeof(wchar_t) == 2 && code > 0xFFFF
-                ? std::wstring{static_cast<wchar_t>(0xD7C0 + (code >> 10)), static_cast<wchar_t>(0xDC00 + (code & 0x3FF))}
-                : std::wstring(1, static_cast<wchar_t>(code));
+        std::wstring const character = sizeof(wchar_t) == 2 && code > 0xFFFF
+                                           ? std::wstring{static_cast<wchar_t>(0xD7C0 + (code >> 10)),
+                                                          static_cast<wchar_t>(0xDC00 + (code & 0x3FF))}
+                                           : std::wstring(1, static_cast<wchar_t>(code));
         if (Xml::IsXmlCharacter(code)) {
             all += character;
         } else {
@@ -132,8 +135,8 @@ TEST(RoundTrip, LosesNothingButThis) {
         // Flags.
         {[](ParameterNode editor) { editor.Get(L"Z").AddProfile(L"a", true).SetCanBeDeleted(true); },
          "Z<{I=1}; 'a'!d{I=1}>", "Z<{I=1}; 'a'{I=1}>"},
-        {[](ParameterNode editor) { editor.Get(L"Z").AddProfile(L"a", true).SetHidden(true); }, "Z<{I=1}; 'a'!h{I=1}>",
-         "Z<{I=1}; 'a'{I=1}>"},
+        {[](ParameterNode editor) { editor.Get(L"Z").AddProfile(L"a", true).SetHidden(true); },
+         "Z<{I=1}; 'a'!h{I=1}>", "Z<{I=1}; 'a'{I=1}>"},
         {[](ParameterNode editor) {
              ParameterNode profile = editor.Get(L"Z").GetDefault();
              profile.SetReadOnly(true), profile.SetHidden(true), profile.SetNameReadOnly(true);
@@ -154,11 +157,15 @@ TEST(RoundTrip, LosesNothingButThis) {
          },
          "E/GenericParameters!h E/GenericParameters/I=5", ""},
         // Values that are written and not found again.
-        {[](ParameterNode editor) { editor.Get(L"T").AddProfile(L"a", true).SetValue<std::int32_t>(5); }, "T<=0; 'a'=5>",
-         "T<=0; 'a'=0>"},
-        {[](ParameterNode editor) { editor.Get(L"W").AddProfile(L"a", true).Get(L"I").SetValue<std::int32_t>(5); },
+        {[](ParameterNode editor) { editor.Get(L"T").AddProfile(L"a", true).SetValue<std::int32_t>(5); },
+         "T<=0; 'a'=5>", "T<=0; 'a'=0>"},
+        {[](ParameterNode editor) {
+             editor.Get(L"W").AddProfile(L"a", true).Get(L"I").SetValue<std::int32_t>(5);
+         },
          "W<{I=1}; 'a'{I=5}>", "W<{I=5};>"},
-        {[](ParameterNode editor) { editor.Get(L"Z").AddProfile(L"Value", true).Get(L"I").SetValue<std::int32_t>(5); },
+        {[](ParameterNode editor) {
+             editor.Get(L"Z").AddProfile(L"Value", true).Get(L"I").SetValue<std::int32_t>(5);
+         },
          "Z<{I=1}; 'Value'{I=5}>", "Z<{I=1}; 'Value'->"},
         {[](ParameterNode editor) { // the name finds the first of them, before and after
              editor.Get(L"Z").AddProfile(L"a", true);

@@ -11,6 +11,7 @@
 
 #include "platform/text/utf16_order.h"
 #include "tests/platform/sax_test_support.h"
+#include "tests/support/failing_allocator.h"
 
 #include <gtest/gtest.h>
 
@@ -38,9 +39,7 @@ template <> bool HandleValueOfProperty(HostValue& value, KelSAX::ISAXReader& rea
 template <> void WriteValueOfProperty(HostValue const& value, MFile& file) {
     WriteValueOfProperty(value.text, file);
 }
-template <> void ReadValueOfProperty(HostValue& value, MFile& file) {
-    ReadValueOfProperty(value.text, file);
-}
+template <> void ReadValueOfProperty(HostValue& value, MFile& file) { ReadValueOfProperty(value.text, file); }
 
 namespace {
 
@@ -112,6 +111,8 @@ TEST(Bag, CreatesBehindExistingEntriesOrReplacesOnlyTheFirst) {
     EXPECT_EQ(bag.GetNumProperties(), 2u);
     EXPECT_EQ(bag.FindProperty(L"n"), second);
     EXPECT_EQ((*++bag.begin()).property, third);
+    auto* only = bag.CreateValue<double>(L"o", false);
+    EXPECT_EQ(bag.FindProperty(L"o"), only);
 }
 
 TEST(Property, CopiesCarryTheDeletedMarkAndNoOtherFlag) {
@@ -187,7 +188,8 @@ private:
 
 TEST(Bag, BehavesLikeAMultiMapAtEverySizeAndInAnyOrder) {
     std::mt19937 random(20240711);
-    std::vector<std::wstring> names = {L"Value", L"", L"Hidden", L"b", L"B", L"\U0001F600", L"\uFFFD", L"Val", L"Values"};
+    std::vector<std::wstring> names = {L"Value",      L"",       L"Hidden", L"b",     L"B",
+                                       L"\U0001F600", L"\uFFFD", L"Val",    L"Values"};
     for (int i = 0; i < 60; ++i) {
         names.push_back(L"n" + std::to_wstring(random() % 50));
     }
@@ -228,7 +230,8 @@ TEST(Bag, KeepsValuesInPlaceWhileItGrows) {
     Bag bag;
     std::vector<double*> values;
     for (int i = 0; i < 100; ++i) {
-        values.push_back(bag.GetValuePointer<double>(i == 0 ? std::wstring(L"Value") : std::to_wstring(1000 - i), true));
+        values.push_back(
+            bag.GetValuePointer<double>(i == 0 ? std::wstring(L"Value") : std::to_wstring(1000 - i), true));
         *values.back() = i;
     }
     for (int i = 0; i < 100; ++i) {
@@ -239,10 +242,15 @@ TEST(Bag, KeepsValuesInPlaceWhileItGrows) {
 TEST(Bag, CopiesDeeplyAlsoFromWithinItself) {
     Bag bag;
     FillWithEveryClass(bag);
-    bag.FindProperty(L"text")->SetDeleted(true);
+    Bag marked(bag);
+    for (auto const& [name, property] : marked) {
+        property->SetDeleted(true);
+    }
+    for (auto const& [name, property] : Bag(marked)) {
+        EXPECT_TRUE(property->IsDeleted()) << name.size();
+    }
     Bag copy(bag);
     EXPECT_TRUE(copy == bag);
-    EXPECT_TRUE(copy.FindProperty(L"text")->IsDeleted());
     copy.GetValuePointer<Bag>(L"bag", true)->SetValue<double>(L"Value", 3.0);
     EXPECT_FALSE(copy == bag);
 
@@ -280,6 +288,47 @@ TEST(Bag, MergesPerNameAndReplacesSequencesAsAWhole) {
     target.Merge(target, true);
 }
 
+TEST(Bag, TakesWhatEndsInTheTaking) {
+    PersistentProperty<Bag> target;
+    auto* const within =
+        target.m_value.GetValuePointer<Bags>(L"s", true)->AddProperty().CreateValue<Bag>(L"", true);
+    within->SetDeleted(true);
+    within->m_value.GetValuePointer<Bags>(L"s", true); // replaces the sequence that all of this stands in
+    within->m_value.SetValue<double>(L"z", 5.0);
+    target.Assign(within);
+    EXPECT_TRUE(target.IsDeleted());
+    EXPECT_EQ(target.m_value.GetValueOr<double>(L"z", 0), 5.0);
+    EXPECT_EQ(target.m_value.GetValuePointer<Bags>(L"s", false)->GetNumProperties(), 0u);
+}
+
+TEST(Bag, IsAsItWasWhereMemoryRunsOut) {
+    void (*const changes[])(Bag&, Bag const&) = {
+        [](Bag& bag, Bag const&) { bag.SetValue<std::wstring>(L"a new name", L"a new value"); },
+        [](Bag& bag, Bag const&) { bag.CreateValue<std::wstring>(L"1", false)->m_value.clear(); },
+        [](Bag& bag, Bag const&) {
+            std::wstring const name = L"a new name";
+            bag.AddProperty(name, new PersistentProperty<double>(1.0));
+        },
+        [](Bag& bag, Bag const& other) { bag = other; },
+    };
+    Bag other;
+    FillWithEveryClass(other);
+    for (int const size : {0, 1, 2, 31, 32, 33}) {
+        for (auto const& change : changes) {
+            SCOPED_TRACE(testing::Message() << size << " entries, change " << &change - changes);
+            Bag bag;
+            for (int i = 0; i < size; ++i) {
+                bag.SetValue<std::wstring>(std::to_wstring(i), L"an old value");
+            }
+            Bag const before(bag);
+            EXPECT_GT(TestSupport::FailEachAllocation(
+                          [&] { change(bag, other); },
+                          [&](std::size_t, bool completed) { EXPECT_EQ(bag == before, !completed); }),
+                      0u);
+        }
+    }
+}
+
 TEST(Sequence, KeepsItsBagsInPlaceWhileItGrows) {
     Bags sequence;
     std::vector<Bag*> bags;
@@ -307,7 +356,8 @@ TEST(BinaryForm, BringsEveryClassBackAndRefusesEveryTruncation) {
 
     auto const& bytes = file.GetBytes();
     for (std::size_t size = 0; size < bytes.size(); ++size) {
-        MFile truncated(std::vector<std::byte>(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(size)));
+        MFile truncated(
+            std::vector<std::byte>(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(size)));
         EXPECT_THROW(read.Read(truncated), std::runtime_error) << size;
     }
     EXPECT_TRUE(read.IsEqual(&property)); // what couldn't be read changed nothing
@@ -337,8 +387,8 @@ TEST(BinaryForm, RefusesBagsNestedTooDeeply) {
 }
 
 TEST(Creator, MakesEveryClassByItsTypeNameAndNoOther) {
-    for (wchar_t const* type : {L"integer", L"double", L"bool", L"string", L"FileContent", L"Properties", L"SubProperties",
-                                L"IndexedPropertySets"}) {
+    for (wchar_t const* type : {L"integer", L"double", L"bool", L"string", L"FileContent", L"Properties",
+                                L"SubProperties", L"IndexedPropertySets"}) {
         std::unique_ptr<IPersistentProperty> const made(IPersistentPropertyCreator::__CreateProperty(type));
         ASSERT_NE(made, nullptr) << type;
         EXPECT_EQ(made->GetType(), type);
@@ -354,8 +404,8 @@ TEST(Identifier, BringsAllSpellingsOfAGuidTogetherAndNothingElse) {
         EXPECT_EQ(Id(spelling).FormatGuid(false, false), lower);
         EXPECT_EQ(Id(spelling).FormatGuid(true, true), L"{" + upper + L"}");
     }
-    for (std::wstring const& text : {std::wstring(), std::wstring(L"Part 7"), std::wstring(L"PART 7"), L"{" + lower, lower + L" ",
-                                     std::wstring(36, L'-')}) {
+    for (std::wstring const& text : {std::wstring(), std::wstring(L"Part 7"), std::wstring(L"PART 7"),
+                                     L"{" + lower, lower + L" ", std::wstring(36, L'-')}) {
         EXPECT_EQ(Id(text).FormatGuid(false, false), text);
         EXPECT_EQ(Id(text).FormatGuid(true, true), text);
     }
@@ -371,7 +421,8 @@ template <class T> std::string Written(T const& value) {
     std::ostringstream out;
     KelAM::SaxUtilities::WriteOptions options;
     options.m_rootTag = "Root";
-    WritingHandler const handler([&](KelSAX::ISAXWriter& writer) { return WriteValueOfProperty(value, writer); });
+    WritingHandler const handler(
+        [&](KelSAX::ISAXWriter& writer) { return WriteValueOfProperty(value, writer); });
     EXPECT_TRUE(KelAM::SaxUtilities::WriteStream(out, handler, options));
     return out.str();
 }
@@ -387,8 +438,12 @@ template <class T> void ReadFrom(std::string const& document, T& value) {
 TEST(XmlForm, BringsEveryClassBackButNoDeletedProperty) {
     Bag bag;
     FillWithEveryClass(bag);
-    bag.GetValuePointer<Bags>(L"sequence", true)->GetProperty(2).GetValuePointer<Bags>(L"inner", true)->AddProperty();
-    bag.GetValuePointer<Bag>(L"bag", true)->GetValuePointer<KelAM::SubProperties>(std::wstring(36, L'-'), true);
+    bag.GetValuePointer<Bags>(L"sequence", true)
+        ->GetProperty(2)
+        .GetValuePointer<Bags>(L"inner", true)
+        ->AddProperty();
+    bag.GetValuePointer<Bag>(L"bag", true)
+        ->GetValuePointer<KelAM::SubProperties>(std::wstring(36, L'-'), true);
     bag.CreateValue<double>(L"text", true)->m_value = 0.1 + 0.2; // one name, two properties
     Bag read;
     ReadFrom(Written(bag), read);
@@ -429,7 +484,8 @@ TEST(XmlForm, NamesTheTypesOfItsProperties) {
 
 TEST(XmlForm, KeepsWhatItCanOfForeignDocuments) {
     Bag bag;
-    bag.GetValuePointer<KelAM::SubProperties>(L"{0A1B2C3D-4E5F-6071-8293-A4B5C6D7E8F9}", true)->SetValue<double>(L"x", 1.0);
+    bag.GetValuePointer<KelAM::SubProperties>(L"{0A1B2C3D-4E5F-6071-8293-A4B5C6D7E8F9}", true)
+        ->SetValue<double>(L"x", 1.0);
     ReadFrom(R"(<Root>
         <Property Name="profile" Type="ProfileName">A</Property>
         <Property Name="bad" Type="number">1,5</Property>
@@ -441,7 +497,8 @@ TEST(XmlForm, KeepsWhatItCanOfForeignDocuments) {
         <Component uuid="0a1b2c3d-4e5f-6071-8293-a4b5c6d7e8f9"><Property Name="y" Type="bool">true</Property></Component>
         <Component><Property Name="lost child" Type="string">kept</Property></Component>
         <Other/>
-      </Root>)", bag);
+      </Root>)",
+             bag);
     Bag expected;
     expected.SetValue<std::wstring>(L"profile", L"A");
     expected.SetValue<double>(L"bad", 0.0);
@@ -449,7 +506,8 @@ TEST(XmlForm, KeepsWhatItCanOfForeignDocuments) {
     expected.GetValuePointer<Bag>(L"back", true);
     expected.SetValue<bool>(L"inner", true); // an element that isn't kept leaves its children to the bag
     expected.SetValue<std::wstring>(L"lost child", L"kept");
-    auto& component = *expected.GetValuePointer<KelAM::SubProperties>(L"{0A1B2C3D-4E5F-6071-8293-A4B5C6D7E8F9}", true);
+    auto& component =
+        *expected.GetValuePointer<KelAM::SubProperties>(L"{0A1B2C3D-4E5F-6071-8293-A4B5C6D7E8F9}", true);
     component.SetValue<double>(L"x", 1.0);
     component.SetValue<bool>(L"y", true);
     EXPECT_TRUE(bag == expected);
@@ -468,11 +526,13 @@ TEST(HostsProperty, KeepsItsClassInCopiesAndCountsInEqualityAndFilters) {
         Bag copy(outer);
         EXPECT_TRUE(copy == outer);
         Bag& copiedBag = *copy.GetValuePointer<Bag>(L"inner", true);
-        auto* const copied = copiedBag.FindProperty(L"matrix");
-        EXPECT_EQ(copied->GetType(), L"PositionMatrix");
-        EXPECT_EQ(typeid(*copied), typeid(*bag.FindProperty(L"matrix")));
+        IPersistentProperty const& original = *bag.FindProperty(L"matrix");
+        IPersistentProperty const& copied = *copiedBag.FindProperty(L"matrix");
+        EXPECT_EQ(typeid(copied), typeid(original));
+        EXPECT_EQ(copied.GetType(), L"PositionMatrix");
         MFile file;
-        EXPECT_THROW(PersistentProperty<Bag>(outer).Write(file), std::runtime_error); // a bag couldn't read it back
+        EXPECT_THROW(PersistentProperty<Bag>(outer).Write(file),
+                     std::runtime_error); // a bag couldn't read it back
 
         copiedBag.RemoveProperty(L"matrix", true);
         EXPECT_FALSE(copy == outer);
@@ -518,7 +578,8 @@ TEST(FileContent, TakesNameAndBytesOfAFileOrNothing) {
     Fill(folder / "a.bin", std::string("\0\xFF\r\n", 4));
     KelAM::FileContent content;
     ASSERT_TRUE(content.LoadFile((folder / "a.bin").wstring()));
-    EXPECT_EQ(content, (KelAM::FileContent{L"a.bin", {std::byte{0}, std::byte{255}, std::byte{13}, std::byte{10}}}));
+    EXPECT_EQ(content,
+              (KelAM::FileContent{L"a.bin", {std::byte{0}, std::byte{255}, std::byte{13}, std::byte{10}}}));
     EXPECT_FALSE(content.LoadFile((folder / "missing").wstring()));
     EXPECT_EQ(content.m_name, L"a.bin");
     EXPECT_TRUE(content.SaveFile((folder / "b.bin").wstring()));
@@ -530,7 +591,8 @@ TEST(FileContent, KeepsItsBytesWhenAFileHoldsNoBase64) {
     struct {
         char const* data;
         std::size_t expectedSize;
-    } const cases[] = {{"<Data>AP8=</Data>", 2}, {"<Data/>", 0}, {"", 3}, {"<Data>A</Data>", 3}, {"<Data>AP8*</Data>", 3}};
+    } const cases[] = {
+        {"<Data>AP8=</Data>", 2}, {"<Data/>", 0}, {"", 3}, {"<Data>A</Data>", 3}, {"<Data>AP8*</Data>", 3}};
     for (auto const& each : cases) {
         KelAM::FileContent content{L"old", std::vector<std::byte>(3)};
         ReadFrom("<Root><Name>new</Name><Other/>" + std::string(each.data) + "</Root>", content);

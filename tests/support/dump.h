@@ -27,7 +27,9 @@ using namespace Zantrel;
 
 inline std::string Print(std::int32_t value) { return std::to_string(value); }
 inline std::string Print(bool value) { return value ? "True" : "False"; }
-inline std::string Print(std::wstring const& value) { return '\'' + StringConversion::NativeToUtf8(value) + '\''; }
+inline std::string Print(std::wstring const& value) {
+    return '\'' + StringConversion::NativeToUtf8(value) + '\'';
+}
 inline std::string Print(double value) {
     char text[Text::NumberRoom];
     return {text, Text::PrintDouble(text, value, 17)};
@@ -47,8 +49,10 @@ inline std::string DumpFlags(ParameterNode const& node) {
     bool const isProfile = node.m_pNode->m_isProfileList && !node.m_isContainer;
     bool const isList = node.m_pNode->m_isProfileList || node.m_pNode->m_isList;
     return std::string(node.GetReadOnly() ? "!r" : "") + (node.GetHidden() ? "!h" : "") +
-           (isList && node.GetDisableAddRemove() ? "!a" : "") + (isProfile && node.GetNameReadOnly() ? "!n" : "") +
-           (isProfile && node.GetCanBeDeleted() ? "!d" : "") + (isProfile && node.GetUserDefaultProfile() ? "!u" : "");
+           (isList && node.GetDisableAddRemove() ? "!a" : "") +
+           (isProfile && node.GetNameReadOnly() ? "!n" : "") +
+           (isProfile && node.GetCanBeDeleted() ? "!d" : "") +
+           (isProfile && node.GetUserDefaultProfile() ? "!u" : "");
 }
 
 /// One node without its name.
@@ -59,7 +63,8 @@ inline std::string Dump(ParameterNode const& node) {
 inline std::string DumpChildren(ParameterNode const& node) {
     std::string text;
     for (LayoutNode const* const child : node.m_pNode->m_children) {
-        text += (text.empty() ? "" : " ") + StringConversion::NativeToUtf8(child->m_name) + Dump(node.Get(child));
+        text +=
+            (text.empty() ? "" : " ") + StringConversion::NativeToUtf8(child->m_name) + Dump(node.Get(child));
     }
     return '{' + text + '}';
 }
@@ -99,7 +104,8 @@ inline void AppendChanges(ParameterNode const& now, ParameterNode const& before,
     if (Dump(now) == Dump(before)) {
         return;
     }
-    bool const isGroup = now.IsValid() && before.IsValid() && !now.m_isContainer && now.m_pNode->m_type == Group;
+    bool const isGroup =
+        now.IsValid() && before.IsValid() && !now.m_isContainer && now.m_pNode->m_type == Group;
     if (!isGroup || DumpFlags(now) != DumpFlags(before)) {
         text += (text.empty() ? "" : " ") + path + (isGroup ? DumpFlags(now) : Dump(now));
     }
@@ -111,7 +117,8 @@ inline void AppendChanges(ParameterNode const& now, ParameterNode const& before,
     }
 }
 
-/// What is not as formatting makes it, as in "G!r G/I=5": leaves, lists and flags, with the groups that they stand in.
+/// What is not as formatting makes it, as in "G!r G/I=5": leaves, lists and flags, with the groups that they
+/// stand in.
 inline std::string DumpChanges(ParameterDatabase& database) {
     ParameterDatabase untouched(database.GetLayout());
     std::string text;

@@ -40,14 +40,15 @@ private:
 };
 
 /// Calls `action` with its first allocation failing, then with its second, until it gets through without a
-/// failure; after each call `check`, which must find the same whether the action got through or not, apart
-/// from what it is told. `check(bool completed)`. Gives the number of failures.
-template <class Action, class Check> std::size_t FailEachAllocation(Action action, Check check) {
+/// failure, and after each call `check(nth, completed)`. Gives the number of failures.
+template <class Action, class Check>
+std::size_t FailEachAllocation(Action action, Check check,
+                               AllocationFailure::Times times = AllocationFailure::Times::Once) {
     for (std::size_t nth = 0;; ++nth) {
         bool completed = false;
         bool happened = false;
         {
-            AllocationFailure const failure(nth);
+            AllocationFailure const failure(nth, times);
             try {
                 action();
                 completed = true;
@@ -55,8 +56,7 @@ template <class Action, class Check> std::size_t FailEachAllocation(Action actio
             }
             happened = failure.Happened();
         }
-        SCOPED_TRACE(testing::Message() << "allocation " << nth);
-        check(completed);
+        check(nth, completed);
         if (!happened) {
             return nth;
         }
@@ -64,10 +64,16 @@ template <class Action, class Check> std::size_t FailEachAllocation(Action actio
 }
 
 /// The same for an action that leaves nothing behind: neither completing nor failing may leak.
-template <class Action> std::size_t FailEachAllocation(Action action) {
+template <class Action>
+std::size_t FailEachAllocation(Action action, AllocationFailure::Times times = AllocationFailure::Times::Once) {
     action(); // what is made once for the whole program is made now
     std::ptrdiff_t const before = LiveAllocations();
-    return FailEachAllocation(action, [before](bool) { EXPECT_EQ(LiveAllocations(), before) << "leaked"; });
+    return FailEachAllocation(
+        action,
+        [before](std::size_t nth, bool) {
+            EXPECT_EQ(LiveAllocations(), before) << "leaked when allocation " << nth << " failed";
+        },
+        times);
 }
 
 } // namespace TestSupport

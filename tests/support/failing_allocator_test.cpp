@@ -85,9 +85,9 @@ TEST(FailingAllocator, FailsTheAllocationAskedForAndCountsWhatIsAlive) {
                 numbers[made] = std::make_unique<int>(1);
             }
         },
-        [&, nth = std::size_t{0}](bool completed) mutable {
-            EXPECT_EQ(made, nth++);
-            EXPECT_EQ(completed, made == numbers.size());
+        [&](std::size_t nth, bool completed) {
+            EXPECT_EQ(made, nth);
+            EXPECT_EQ(completed, nth == numbers.size());
         });
     EXPECT_EQ(failures, numbers.size());
     EXPECT_EQ(TestSupport::LiveAllocations(), before + 4);

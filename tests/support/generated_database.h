@@ -20,7 +20,8 @@ namespace TestSupport {
 
 using namespace Zantrel;
 
-/// Layouts and values that look different for each seed and the same everywhere. What a file is known to lose is left out.
+/// Layouts and values that look different for each seed and the same everywhere. What a file is known to lose
+/// is left out.
 class Generator {
 public:
     explicit Generator(unsigned seed) : m_random(seed) {}
@@ -57,7 +58,8 @@ public:
 
     /// Some text that XML can carry.
     std::wstring Text() {
-        static wchar_t const* const pieces[] = {L" ", L"\t", L"\n", L"\r", L"\r\n", L"]]>", L"<", L"&amp;", L"\"'", L"-->"};
+        static wchar_t const* const pieces[] = {L" ",   L"\t", L"\n",    L"\r",  L"\r\n",
+                                                L"]]>", L"<",  L"&amp;", L"\"'", L"-->"};
         std::wstring text;
         for (unsigned count = Below(3) * Below(6); count != 0; --count) {
             switch (Below(4)) {
@@ -90,15 +92,19 @@ private:
 
     /// A name of an element, never the same twice.
     std::wstring Name() {
-        static wchar_t const* const starts[] = {L"a", L"_", L"Value", L"Z.-", L"\x00C4\x00DF", L"\x65E5\x672C", L"\x03A9\x0301"};
+        static wchar_t const* const starts[] = {
+            L"a", L"_", L"Value", L"Z.-", L"\x00C4\x00DF", L"\x65E5\x672C", L"\x03A9\x0301"};
         return starts[Below(std::size(starts))] + std::to_wstring(++m_names);
     }
 
     void AddNodes(LayoutNode& parent, unsigned depth) {
         for (unsigned count = 1 + Below(4); count != 0 && m_nodesLeft != 0; --count, --m_nodesLeft) {
+            bool const isReserved = Chance(8) && parent.GetNode(L"Value") == nullptr;
+            std::wstring const name = isReserved ? L"Value" : Name();
             auto const type = depth < 4 && Chance(3) ? Group : static_cast<eTypeLayoutNode>(Below(11));
-            LayoutNode* const node = LayoutNode::MakeNode(m_names == 1 ? L"Value" : Name().c_str(), type);
-            node->SetMultiplicity(Below(3))->SetIsList(Chance(4))->SetIsProfileList(type == Group && Chance(3));
+            LayoutNode* const node = LayoutNode::MakeNode(name.c_str(), type);
+            node->SetMultiplicity(Below(3))->SetIsList(Chance(4))->SetIsProfileList(type == Group &&
+                                                                                    Chance(3));
             node->SetNodeName(Name())->SetDefaultValue(L"1")->AddOption(L"first", L"");
             parent.AppendNode(node);
             if (type == Group) {
@@ -142,11 +148,18 @@ private:
     std::int32_t Value(std::int32_t) {
         static std::int32_t const edges[] = {0, -1, std::numeric_limits<std::int32_t>::min(),
                                              std::numeric_limits<std::int32_t>::max()};
-        return Chance(2) ? edges[Below(std::size(edges))] : std::bit_cast<std::int32_t>(static_cast<std::uint32_t>(m_random()));
+        return Chance(2) ? edges[Below(std::size(edges))]
+                         : std::bit_cast<std::int32_t>(static_cast<std::uint32_t>(m_random()));
     }
     double Value(double) {
-        static double const edges[] = {0.0, -0.0, 0.1, 1e23, 5e-324, -std::numeric_limits<double>::max(),
-                                       std::numeric_limits<double>::infinity(), -std::numeric_limits<double>::infinity(),
+        static double const edges[] = {0.0,
+                                       -0.0,
+                                       0.1,
+                                       1e23,
+                                       5e-324,
+                                       -std::numeric_limits<double>::max(),
+                                       std::numeric_limits<double>::infinity(),
+                                       -std::numeric_limits<double>::infinity(),
                                        std::numeric_limits<double>::quiet_NaN()};
         if (Chance(3)) {
             return edges[Below(std::size(edges))];

@@ -54,7 +54,8 @@ private:
 /// A file that has something for each node of it.
 inline constexpr char const* SmallFile =
     "<Root><GenericParameters Hidden='true'><I>7</I></GenericParameters>"
-    "<G ReadOnly='true'><I>-8</I><D>1.5</D><L>2e-3</L><B>True</B><S Hidden='true'> a\xC3\xA4&lt;b </S><O>o</O><F>f</F>"
+    "<G ReadOnly='true'><I>-8</I><D>1.5</D><L>2e-3</L><B>True</B><S Hidden='true'> a\xC3\xA4&lt;b "
+    "</S><O>o</O><F>f</F>"
     "<P>/p</P><A><Name>n.bin</Name><Data>AP8=</Data></A><X>x</X></G>"
     "<N ReadOnly='true'><Item>1</Item><Item Hidden='true'>2</Item></N>"
     "<AS><Item><Name>m</Name><Data>AQID</Data></Item></AS>"

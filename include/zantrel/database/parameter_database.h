@@ -9,11 +9,12 @@ namespace Zantrel {
 
 class ParameterLayout;
 
-/// The values of one schema. A database is complete from its construction on: every value has the layout's default,
-/// every list its template and first items, every profile list its default profile.
+/// The values of one schema. A database is complete from its construction on: every value has the layout's
+/// default, every list its template and first items, every profile list its default profile.
 ///
-/// It borrows its layout, which must outlive it and must not change while it lives. A database and its cursors belong to one
-/// thread at a time, also for reading; databases on different threads may share a layout.
+/// It borrows its layout, which must outlive it and must not change while it lives. A database and its
+/// cursors belong to one thread at a time, also for reading; databases on different threads may share a
+/// layout.
 class ZANTREL_EXPORT ParameterDatabase {
 public:
     /// Formats the database to `layout`. Null gives an empty database. Throws std::bad_alloc.
@@ -26,12 +27,12 @@ public:
 
     /// The cursor on the layout itself. Its one content is the profile editor.
     ParameterNode GetRoot();
-    /// The cursor on the layout's "ProfileEditor", under which all values stand. Invalid without a layout, and on a layout that
-    /// was copied, since a copy's anchors stay in its source.
+    /// The cursor on the layout's "ProfileEditor", under which all values stand. Invalid without a layout,
+    /// and on a layout that was copied, since a copy's anchors stay in its source.
     ParameterNode GetProfileEditor();
 
-    /// Fills the root bag from the layout. The constructor has done so; called again it changes nothing that a cursor
-    /// reaches. There is no reset: make a new database.
+    /// Fills the root bag from the layout. The constructor has done so; called again it changes nothing that
+    /// a cursor reaches. There is no reset: make a new database.
     void Format();
 
     /// Whether both stand on the same layout object and hold equal values.

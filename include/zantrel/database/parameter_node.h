@@ -16,52 +16,57 @@ namespace Zantrel {
 
 struct LayoutNode;
 
-/// A cursor: one node of the layout paired with the bag that holds its content. Everyone reads and writes the values of a
-/// database through cursors. The items of a list and the profiles of a profile list have no layout nodes of their own: they are
-/// further bags for the same node.
+/// A cursor: one node of the layout paired with the bag that holds its content. Everyone reads and writes the
+/// values of a database through cursors. The items of a list and the profiles of a profile list have no
+/// layout nodes of their own: they are further bags for the same node.
 ///
-/// A cursor is a small value that owns nothing. It goes stale without notice when its bag goes: by Clear of the
-/// container, by assignment to a bag above it, or with the database. A database and its cursors belong to one thread at a
-/// time, also for reading, because looking up writes.
+/// A cursor is a small value that owns nothing. It goes stale without notice when its bag goes: by Clear of
+/// the container, by assignment to a bag above it, or with the database. A database and its cursors belong to
+/// one thread at a time, also for reading, because looking up writes.
 ///
-/// Misuse throws std::runtime_error with the texts given below, and leaves the bags as they were. Where memory runs out,
-/// std::bad_alloc passes through.
+/// Misuse throws std::runtime_error with the texts given below, and leaves the bags as they were. Where
+/// memory runs out, std::bad_alloc passes through.
 struct ZANTREL_EXPORT ParameterNode {
-    LayoutNode const* m_pNode = nullptr;                 ///< borrowed from the layout
-    PersistentProperties* m_pProperties = nullptr;       ///< borrowed; null: no content here
-    bool m_isContainer = false;                          ///< on a list or profile list as a whole, not on one item
-    PersistentProperties* m_pParentProperties = nullptr; ///< borrowed; the bag that holds this one, where it is known
+    LayoutNode const* m_pNode = nullptr;           ///< borrowed from the layout
+    PersistentProperties* m_pProperties = nullptr; ///< borrowed; null: no content here
+    bool m_isContainer = false;                    ///< on a list or profile list as a whole, not on one item
+    PersistentProperties* m_pParentProperties =
+        nullptr; ///< borrowed; the bag that holds this one, where it is known
 
     /// Whether there is content. A cursor on a layout node without a bag is invalid.
     bool IsValid() const { return m_pProperties != nullptr; }
 
-    /// The cursor on `node`, which lies below this node, any number of levels down. Groups only are passed on the way: to go
-    /// below a list or profile list, take GetListNode, GetProfile or GetDefault first. Content that is missing gives an
-    /// invalid cursor on `node`; a node outside of this subtree, or an invalid cursor, gives an invalid cursor on nothing.
-    /// Throws "invalid query path, no such node" for this cursor's own node.
+    /// The cursor on `node`, which lies below this node, any number of levels down. Groups only are passed on
+    /// the way: to go below a list or profile list, take GetListNode, GetProfile or GetDefault first. Content
+    /// that is missing gives an invalid cursor on `node`; a node outside of this subtree, or an invalid
+    /// cursor, gives an invalid cursor on nothing. Throws "invalid query path, no such node" for this
+    /// cursor's own node.
     ParameterNode Get(LayoutNode const* node) const;
-    /// The same for a direct child by name. Throws "invalid query, no such node" when the layout has no such child.
+    /// The same for a direct child by name. Throws "invalid query, no such node" when the layout has no such
+    /// child.
     ParameterNode Get(wchar_t const* name) const;
     ParameterNode Get(std::wstring const& name) const { return Get(name.c_str()); }
 
-    /// As Get, but null where Get gives an invalid cursor on nothing, and when content is missing above the last level. A
-    /// direct child without content still gives a cursor, one that is not valid.
+    /// As Get, but null where Get gives an invalid cursor on nothing, and when content is missing above the
+    /// last level. A direct child without content still gives a cursor, one that is not valid.
     std::unique_ptr<ParameterNode> GetParameterNodeIfExists(LayoutNode const* node) const;
     std::unique_ptr<ParameterNode> GetParameterNodeIfExists(wchar_t const* name) const;
 
     /// Whether both have equal content; the nodes may differ.
     bool IsEqual(ParameterNode const& other) const;
 
-    /// Flags of any node, false until set. An invalid cursor has none; setting one there throws "the cursor has no content".
+    /// Flags of any node, false until set. An invalid cursor has none; setting one there throws "the cursor
+    /// has no content".
     bool GetReadOnly() const;
     void SetReadOnly(bool value);
     bool GetHidden() const;
     void SetHidden(bool value);
 
-    /// The value, by the type that the layout gives it: std::int32_t for Int, double for Double and Distance, bool for
-    /// Bool, KelAM::FileContent for FileAttachment, std::wstring for all others. Good until the next write to this value.
-    /// Throws "Invalid type cast : use long" (or double, std::string_t, KelAM::FileContent, bool, after the T asked for)
-    /// when the node is of another type or has no such value.
+    /// The value, by the type that the layout gives it: std::int32_t for Int, double for Double and Distance,
+    /// bool for Bool, KelAM::FileContent for FileAttachment, std::wstring for all others. Good until the next
+    /// write to this value. Throws "Invalid type cast : use long" (or double, std::string_t,
+    /// KelAM::FileContent, bool, after the T asked for) when the node is of another type or has no such
+    /// value.
     template <class T> T const& GetValue() const {
         CheckValueType<T>();
         return _GetReference<T>();
@@ -71,31 +76,34 @@ struct ZANTREL_EXPORT ParameterNode {
         CheckValueType<T>();
         _GetReference<T>() = value;
     }
-    /// Sets the value from a text, by the node's type, and creates it where it is missing. A flag is true for "true" in
-    /// any case and false for every other text; a number that doesn't parse is 0 (see LayoutNode::GetValue).
-    /// On a Distance the text is kept beside the number and the number stays: write it with SetValue<double>.
+    /// Sets the value from a text, by the node's type, and creates it where it is missing. A flag is true for
+    /// "true" in any case and false for every other text; a number that doesn't parse is 0 (see
+    /// LayoutNode::GetValue). On a Distance the text is kept beside the number and the number stays: write it
+    /// with SetValue<double>.
     void SetValueFromText(std::wstring const& text);
 
-    // Lists and profile lists. The preconditions differ on purpose: some ask the layout node, and so hold on an item too,
-    // others ask m_isContainer.
+    // Lists and profile lists. The preconditions differ on purpose: some ask the layout node, and so hold on
+    // an item too, others ask m_isContainer.
 
     /// Appends an item: a copy of the list's template, or with `copyDefault` false the layout's defaults.
     /// Throws "AddListNode requires list-container node".
     ParameterNode AddListNode(bool copyDefault) const;
-    /// Adds a profile: a copy of the default profile, or with `copyDefault` false the layout's defaults. A name that is in
-    /// use gets a second entry, and lookups keep finding the first. Throws "Not possible to add a profile to a non-profile-list
-    /// node"; with `copyDefault` on a profile instead of the list, "GetDefault requires container node" after the adding.
+    /// Adds a profile: a copy of the default profile, or with `copyDefault` false the layout's defaults. A
+    /// name that is in use gets a second entry, and lookups keep finding the first. Throws "Not possible to
+    /// add a profile to a non-profile-list node"; with `copyDefault` on a profile instead of the list,
+    /// "GetDefault requires container node" after the adding.
     ParameterNode AddProfile(wchar_t const* name, bool copyDefault);
-    /// The item at `index`, from 0; the number is taken as 32 bits. Throws "GetListNode requires list-container node", and
-    /// std::out_of_range past the end.
+    /// The item at `index`, from 0; the number is taken as 32 bits. Throws "GetListNode requires
+    /// list-container node", and std::out_of_range past the end.
     ParameterNode GetListNode(unsigned long long index) const;
     /// The first profile of this name, null for the default profile; invalid when there is none.
     /// Throws "GetProfile requires profile or category container node".
     ParameterNode GetProfile(wchar_t const* name) const;
-    /// Whether there is such a profile; "::DefaultProfile::" is one here. Throws as GetProfile, with its message.
+    /// Whether there is such a profile; "::DefaultProfile::" is one here. Throws as GetProfile, with its
+    /// message.
     bool HasProfile(wchar_t const* name) const;
-    /// Replaces `names` by the names of all profiles but the default one, by UTF-16 code unit; a name in use twice comes
-    /// twice. Throws "GetProfiles requires profile or category container node".
+    /// Replaces `names` by the names of all profiles but the default one, by UTF-16 code unit; a name in use
+    /// twice comes twice. Throws "GetProfiles requires profile or category container node".
     void GetProfiles(std::vector<std::wstring>& names) const;
     /// The template item or the default profile. Throws "GetDefault requires container node".
     ParameterNode GetDefault() const;
@@ -104,19 +112,22 @@ struct ZANTREL_EXPORT ParameterNode {
     /// Ends all items, or all profiles but the default one. Throws "GetSize requires container node".
     void Clear();
 
-    /// Flags of a profile, false until set. Throw "GetNameReadOnly requires profile node" and so on anywhere else.
+    /// Flags of a profile, false until set. Throw "GetNameReadOnly requires profile node" and so on anywhere
+    /// else.
     bool GetNameReadOnly() const;
     void SetNameReadOnly(bool value);
     bool GetCanBeDeleted() const;
     void SetCanBeDeleted(bool value);
     bool GetUserDefaultProfile() const;
     void SetUserDefaultProfile(bool value);
-    /// A flag of lists and profile lists. Throws "GetDisableAddRemove requires profile or category container node".
+    /// A flag of lists and profile lists. Throws "GetDisableAddRemove requires profile or category container
+    /// node".
     bool GetDisableAddRemove() const;
     void SetDisableAddRemove(bool value);
 
-    /// Adds the content that the layout gives m_pNode to m_pParentProperties, which both must be set, and goes to it. Content
-    /// that stands there under the name already stays in front, and lookups go on finding it.
+    /// Adds the content that the layout gives m_pNode to m_pParentProperties, which both must be set, and
+    /// goes to it. Content that stands there under the name already stays in front, and lookups go on finding
+    /// it.
     void Format();
 
 protected:
@@ -133,8 +144,9 @@ private:
     template <class T> static constexpr void CheckValueType() {
         static_assert(!std::is_same_v<T, long> && !std::is_same_v<T, unsigned long>,
                       "an integer parameter is a std::int32_t on every platform: use std::int32_t, not long");
-        static_assert(std::is_same_v<T, std::int32_t> || std::is_same_v<T, double> || std::is_same_v<T, bool> ||
-                          std::is_same_v<T, std::wstring> || std::is_same_v<T, KelAM::FileContent>,
+        static_assert(std::is_same_v<T, std::int32_t> || std::is_same_v<T, double> ||
+                          std::is_same_v<T, bool> || std::is_same_v<T, std::wstring> ||
+                          std::is_same_v<T, KelAM::FileContent>,
                       "a value is a std::int32_t, double, bool, std::wstring or KelAM::FileContent");
     }
     IndexedProperties<PersistentProperties>& Items() const;

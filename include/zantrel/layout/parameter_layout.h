@@ -49,13 +49,11 @@ public:
     ResourceDictionary* m_resourceDictionary = nullptr; ///< not owned
 
     ParameterLayout();
-    /// All four copy the nodes as LayoutNode does and the anchors as bare pointers: the anchors of the copy
-    /// stand in the source's tree, so the source must outlive the copy and keep its nodes. Moving is copying.
+    /// Copies the nodes as LayoutNode does and the anchors as bare pointers: the anchors of the copy stand in
+    /// the source's tree, so the source must outlive the copy and keep its nodes. Moving is copying.
     /// Assigning a layout to itself changes nothing.
     ParameterLayout(ParameterLayout const& source);
-    ParameterLayout(ParameterLayout&& source);
     ParameterLayout& operator=(ParameterLayout const& source);
-    ParameterLayout& operator=(ParameterLayout&& source);
     ~ParameterLayout() override;
 
     /// Gives the platform options a first option "Category", a choice among the members of the one profile

@@ -10,34 +10,37 @@
 
 #include <string>
 
-/// The generic parameter file: the values of a database in XML whose element names are those of its layout. The functions
-/// run on the caller's thread, which the database belongs to.
+/// The generic parameter file: the values of a database in XML whose element names are those of its layout.
+/// The functions run on the caller's thread, which the database belongs to.
 namespace Zantrel {
 
-/// Reads the file into `database`. What the file doesn't mention keeps its value; a list or profile list that it mentions
-/// is emptied before its entries arrive. Elements that the layout doesn't know and values that don't parse are passed over.
-/// A group "GenericParameters" that the layout has and the file hasn't is hidden.
+/// Reads the file into `database`. What the file doesn't mention keeps its value; a list or profile list that
+/// it mentions is emptied before its entries arrive. Elements that the layout doesn't know and values that
+/// don't parse are passed over. A group "GenericParameters" that the layout has and the file hasn't is
+/// hidden.
 ///
-/// False only when the file can't be opened or isn't well-formed; the database then holds what had arrived. `report`, where
-/// given, hears of that and of all that was passed over. Throws std::bad_alloc.
-ZANTREL_EXPORT bool ReadFile(ParameterDatabase& database, std::wstring const& path, ReadReport* report = nullptr);
+/// False only when the file can't be opened or isn't well-formed; the database then holds what had arrived.
+/// `report`, where given, hears of that and of all that was passed over. Throws std::bad_alloc.
+ZANTREL_EXPORT bool ReadFile(ParameterDatabase& database, std::wstring const& path,
+                             ReadReport* report = nullptr);
 
-/// The handler that ReadFile uses, for a host that drives the read itself; nothing is hidden then. The caller owns the
-/// result, and `database` must outlive it.
+/// The handler that ReadFile uses, for a host that drives the read itself; nothing is hidden then. The caller
+/// owns the result, and `database` must outlive it.
 ZANTREL_EXPORT ISAXPersist* _CreateSaxHandlerForReading(ParameterDatabase& database);
 
-/// Writes `database` to the file, whole or not at all: on failure the file that stood there before is untouched.
-/// `filterPath` names a filter file (see ParameterDatabaseIOFilteringReader) or is empty; a filter file that can't be read
-/// filters nothing.
+/// Writes `database` to the file, whole or not at all: on failure the file that stood there before is
+/// untouched. `filterPath` names a filter file (see ParameterDatabaseIOFilteringReader) or is empty; a filter
+/// file that can't be read filters nothing.
 ///
-/// False when the file can't be written, when a text holds what XML can't carry, or when the name of a node is no XML name;
-/// `report`, where given, says why. Reading what was written gives equal values, apart from a profile's "CanBeDeleted" that
-/// is true, flags of default profiles, "Hidden" of profiles, and second profiles of one name.
+/// False when the file can't be written, when a text holds what XML can't carry, or when the name of a node
+/// is no XML name; `report`, where given, says why. Reading what was written gives equal values, apart from a
+/// profile's "CanBeDeleted" that is true, flags of default profiles, "Hidden" of profiles, and second
+/// profiles of one name.
 ZANTREL_EXPORT bool WriteFile(ParameterDatabase const& database, std::wstring const& path,
                               std::wstring const& filterPath, WriteReport* report = nullptr);
 
-/// The handlers that WriteFile uses, with a copy of `filtering` or with the filter file read. The caller owns the result,
-/// and `database` must outlive it.
+/// The handlers that WriteFile uses, with a copy of `filtering` or with the filter file read. The caller owns
+/// the result, and `database` must outlive it.
 ZANTREL_EXPORT ISAXPersist* _CreateSaxHandlerForWriting(ParameterDatabase const& database,
                                                         ParameterDatabaseIOFiltering& filtering);
 ZANTREL_EXPORT ISAXPersist* _CreateSaxHandlerForWriting(ParameterDatabase const& database,

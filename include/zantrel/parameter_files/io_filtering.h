@@ -14,12 +14,14 @@ struct ZANTREL_EXPORT ParameterDatabaseIOFiltering {
     bool m_exportDefaultParameters = true; ///< write the element "Default" of profile lists
 };
 
-/// Reads such a choice from a document of any root: each element "ExportGeneralParameters" or "ExportDefaultParameters", at
-/// any depth, holds "True" or "False". A flag that is absent or unreadable keeps its value.
+/// Reads such a choice from a document of any root: each element "ExportGeneralParameters" or
+/// "ExportDefaultParameters", at any depth, holds "True" or "False". A flag that is absent or unreadable
+/// keeps its value.
 class ZANTREL_EXPORT ParameterDatabaseIOFilteringReader : public ISAXPersistHelper {
 public:
     /// `filtering` must outlive the reader.
-    explicit ParameterDatabaseIOFilteringReader(ParameterDatabaseIOFiltering* filtering) : m_filtering(filtering) {}
+    explicit ParameterDatabaseIOFilteringReader(ParameterDatabaseIOFiltering* filtering)
+        : m_filtering(filtering) {}
     bool HandleTag(std::string const& tag, KelSAX::ISAXReader& reader) override;
 
 private:

@@ -10,10 +10,10 @@
 
 namespace Zantrel {
 
-/// The name of a bag's entry. Names repeat endlessly, so this is one word: the address of a text that outlives every bag
-/// that names it (a literal of the library, the name of a node of a layout that outlives its databases), or of a counted
-/// text. The count isn't atomic: the entries of one tree share a text, two trees never do, and a tree belongs to one
-/// thread at a time.
+/// The name of a bag's entry. Names repeat endlessly, so this is one word: the address of a text that
+/// outlives every bag that names it (a literal of the library, the name of a node of a layout that outlives
+/// its databases), or of a counted text. The count isn't atomic: the entries of one tree share a text, two
+/// trees never do, and a tree belongs to one thread at a time.
 class ZANTREL_EXPORT EntryName {
 public:
     /// `text` must outlive every entry of this name and keep its content.

@@ -30,9 +30,13 @@ struct NamedProperty {
 class ZANTREL_EXPORT PropertyHandle {
 public:
     static PropertyHandle Heap(IPersistentProperty* property) noexcept { return PropertyHandle(property, 0); }
-    static PropertyHandle Placed(IPersistentProperty* property) noexcept { return PropertyHandle(property, 1); }
+    static PropertyHandle Placed(IPersistentProperty* property) noexcept {
+        return PropertyHandle(property, 1);
+    }
 
-    IPersistentProperty* Get() const noexcept { return reinterpret_cast<IPersistentProperty*>(m_word & ~Mask); }
+    IPersistentProperty* Get() const noexcept {
+        return reinterpret_cast<IPersistentProperty*>(m_word & ~Mask);
+    }
     bool IsPlaced() const noexcept { return (m_word & Mask) != 0; }
     void End() noexcept;
 
@@ -65,9 +69,10 @@ struct EntryLess {
     }
 };
 
-/// What a bag holds: an ordered multi-map from name to owned property, equal names in the order of insertion. A job holds
-/// millions of bags, most with the one entry "Value" or a few entries, so a table is one word: empty, or the property
-/// "Value" alone, or a sorted block, or, when it outgrows EntryTable::BlockLimit, a tree.
+/// What a bag holds: an ordered multi-map from name to owned property, equal names in the order of insertion.
+/// A job holds millions of bags, most with the one entry "Value" or a few entries, so a table is one word:
+/// empty, or the property "Value" alone, or a sorted block, or, when it outgrows EntryTable::BlockLimit, a
+/// tree.
 class ZANTREL_EXPORT EntryTable {
 public:
     static constexpr std::uint32_t BlockLimit = 32;
@@ -120,29 +125,32 @@ public:
     /// The same for a text that the entry has borrowed as its name; then no text is compared.
     IPersistentProperty* FindBorrowed(std::wstring const& name) const;
 
-    /// The one property of a table that holds "Value" alone, as every leaf of a database does; otherwise null.
+    /// The one property of a table that holds "Value" alone, as every leaf of a database does; otherwise
+    /// null.
     IPersistentProperty* GetSingle() const noexcept { return IsSingle() ? Single().Get() : nullptr; }
 
     /// Adds a property behind the entries of its name. Owns it, also when this throws std::bad_alloc.
     void Insert(EntryName name, PropertyHandle property);
     /// Ends and removes the first entry of `name`. Whether there was one.
     bool RemoveFirst(std::wstring_view name);
-    /// Ends and removes each entry for which `drops` is true. When `drops` throws, the entries already judged are gone.
+    /// Ends and removes each entry for which `drops` is true. When `drops` throws, the entries already judged
+    /// are gone.
     void RemoveWhere(std::function<bool(NamedProperty const&)> const& drops);
     void Clear() noexcept;
     void Swap(EntryTable& other) noexcept { std::swap(m_word, other.m_word); }
 
-    /// Makes room for `count` more entries and for `bytes` of properties in one allocation, to be used up by Emplace. A
-    /// table that is a tree or would become one gives no room, and Emplace then takes the heap.
+    /// Makes room for `count` more entries and for `bytes` of properties in one allocation, to be used up by
+    /// Emplace. A table that is a tree or would become one gives no room, and Emplace then takes the heap.
     RecordRoom Reserve(std::size_t count, std::size_t bytes);
     /// Inserts a new T made from `arguments`, in `room` as long as that lasts.
-    template <class T, class... Arguments> T& Emplace(EntryName name, RecordRoom& room, Arguments const&... arguments);
+    template <class T, class... Arguments>
+    T& Emplace(EntryName name, RecordRoom& room, Arguments const&... arguments);
     /// Inserts copies of all entries of `source`, which is another table.
     void CopyFrom(EntryTable const& source, NameCopier& names);
 
 private:
-    // The word: 0 for an empty table, an EntryBlock's address, or with one of these bits a PropertyHandle or an EntryTree's
-    // address. All these objects are aligned to eight bytes; bit 0 is the handle's own.
+    // The word: 0 for an empty table, an EntryBlock's address, or with one of these bits a PropertyHandle or
+    // an EntryTree's address. All these objects are aligned to eight bytes; bit 0 is the handle's own.
     static constexpr std::uintptr_t SingleBit = 2, TreeBit = 4;
 
     bool IsSingle() const noexcept { return (m_word & SingleBit) != 0; }

@@ -10,8 +10,8 @@
 
 template <class Bag> class IndexedProperties;
 
-/// An ordered sequence of bags. A reference to a bag stays good while the sequence grows, until Clear, an assignment or
-/// Read. Belongs to one thread at a time.
+/// An ordered sequence of bags. A reference to a bag stays good while the sequence grows, until Clear, an
+/// assignment or Read. Belongs to one thread at a time.
 template <> class ZANTREL_EXPORT IndexedProperties<PersistentProperties> : public IMergeablePropertyValue {
 public:
     IndexedProperties() noexcept = default;
@@ -23,8 +23,8 @@ public:
     bool operator==(IndexedProperties const& other) const;
     bool operator!=(IndexedProperties const& other) const { return !(*this == other); }
 
-    /// With `overwrite` true the sequence is replaced as a whole; with false only where it is empty. Nothing when
-    /// `other` is no sequence of bags.
+    /// With `overwrite` true the sequence is replaced as a whole; with false only where it is empty. Nothing
+    /// when `other` is no sequence of bags.
     void Merge(IMergeablePropertyValue const& other, bool overwrite) override;
 
     /// Appends an empty bag.
@@ -36,8 +36,8 @@ public:
     void Clear() noexcept;
     void Swap(IndexedProperties& other) noexcept;
 
-    /// The binary form. Read replaces the content; it throws std::runtime_error on bytes that are no such form, and the
-    /// sequence is then as it was.
+    /// The binary form. Read replaces the content; it throws std::runtime_error on bytes that are no such
+    /// form, and the sequence is then as it was.
     void Read(MFile& file);
     void Write(MFile& file) const;
 

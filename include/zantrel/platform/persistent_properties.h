@@ -9,12 +9,12 @@
 #include <string_view>
 #include <utility>
 
-/// A bag: an ordered multi-map from name to an owned property. Names order by UTF-16 code unit; entries of one name stay in
-/// the order of insertion, and the first of them is the one that lookups find.
+/// A bag: an ordered multi-map from name to an owned property. Names order by UTF-16 code unit; entries of
+/// one name stay in the order of insertion, and the first of them is the one that lookups find.
 ///
-/// Pointers to properties, and through them to values and inner bags, stay good while their entry lives; copying into a
-/// bag ends its old entries. A bag belongs to one thread at a time, also for reading: lookups write the deleted mark.
-/// Wherever memory runs out, std::bad_alloc passes through and the bag is as it was.
+/// Pointers to properties, and through them to values and inner bags, stay good while their entry lives;
+/// copying into a bag ends its old entries. A bag belongs to one thread at a time, also for reading: lookups
+/// write the deleted mark. Wherever memory runs out, std::bad_alloc passes through and the bag is as it was.
 class ZANTREL_EXPORT PersistentProperties : public IMergeablePropertyValue {
 public:
     using Iterator = Zantrel::EntryTable::Iterator;
@@ -29,13 +29,13 @@ public:
     bool operator==(PersistentProperties const& other) const;
     bool operator!=(PersistentProperties const& other) const { return !(*this == other); }
 
-    /// Per name of `other`: assigns where a property of the same class stands, otherwise adds a clone. With `overwrite`
-    /// false, values that stand here are kept. Nothing when `other` is no bag. Where memory runs out, what was merged up to
-    /// there stays.
+    /// Per name of `other`: assigns where a property of the same class stands, otherwise adds a clone. With
+    /// `overwrite` false, values that stand here are kept. Nothing when `other` is no bag. Where memory runs
+    /// out, what was merged up to there stays.
     void Merge(IMergeablePropertyValue const& other, bool overwrite) override;
 
-    /// Adds an entry and takes ownership of `property`, a heap object, also when this throws. A name may stand in a bag
-    /// several times; the new entry comes behind. Null adds nothing.
+    /// Adds an entry and takes ownership of `property`, a heap object, also when this throws. A name may
+    /// stand in a bag several times; the new entry comes behind. Null adds nothing.
     void AddProperty(std::wstring const& name, IPersistentProperty* property);
     /// Ends all properties of this name, or the first one only.
     void RemoveProperty(std::wstring const& name, bool firstOnly);
@@ -48,14 +48,15 @@ public:
     /// The first property of this name whatever its class, or null. Doesn't allocate.
     IPersistentProperty* FindProperty(std::wstring_view name) const { return m_entries.FindFirst(name); }
 
-    /// The value of the first entry of `name`, and its deleted mark cleared. When that entry is missing, of another
-    /// class, or (with `create` false) marked deleted: null, or with `create` true a new default value in a further
-    /// entry. Only creating allocates.
+    /// The value of the first entry of `name`, and its deleted mark cleared. When that entry is missing, of
+    /// another class, or (with `create` false) marked deleted: null, or with `create` true a new default
+    /// value in a further entry. Only creating allocates.
     template <class T> T* GetValuePointer(std::wstring_view name, bool create);
 
-    /// Stores a value in the first entry of `name` that has this class, whatever stands in front of it, or in a new one.
-    /// The property's flags start afresh. Gives the name and the property.
-    template <class T> std::pair<std::wstring, IPersistentProperty*> SetValue(std::wstring_view name, T const& value);
+    /// Stores a value in the first entry of `name` that has this class, whatever stands in front of it, or in
+    /// a new one. The property's flags start afresh. Gives the name and the property.
+    template <class T>
+    std::pair<std::wstring, IPersistentProperty*> SetValue(std::wstring_view name, T const& value);
 
     /// The value of the first entry of `name`, or `fallback` when it is missing, of another class or deleted.
     template <class T> T GetValueOr(std::wstring_view name, T fallback) const;
@@ -63,8 +64,8 @@ public:
     /// Whether the first entry of `name` has this class and isn't deleted.
     template <class T> bool HasValue(std::wstring_view name) const;
 
-    /// Adds a default value in a new entry behind all of that name. With `keepExisting` false the first entry of the name
-    /// is ended before, whatever its class.
+    /// Adds a default value in a new entry behind all of that name. With `keepExisting` false the first entry
+    /// of the name is ended before, whatever its class.
     template <class T> PersistentProperty<T>* CreateValue(std::wstring_view name, bool keepExisting);
 
     /// The library's own way to the entries.
@@ -87,7 +88,8 @@ template <class T> PersistentProperty<T>* PersistentProperties::FindLive(std::ws
     return property != nullptr && !property->IsDeleted() ? property : nullptr;
 }
 
-template <class T> PersistentProperty<T>* PersistentProperties::Append(std::wstring_view name, T const& value) {
+template <class T>
+PersistentProperty<T>* PersistentProperties::Append(std::wstring_view name, T const& value) {
     auto* property = new PersistentProperty<T>(value);
     AppendOwned(name, property);
     return property;
@@ -106,7 +108,8 @@ template <class T> T* PersistentProperties::GetValuePointer(std::wstring_view na
 }
 
 template <class T>
-std::pair<std::wstring, IPersistentProperty*> PersistentProperties::SetValue(std::wstring_view name, T const& value) {
+std::pair<std::wstring, IPersistentProperty*> PersistentProperties::SetValue(std::wstring_view name,
+                                                                             T const& value) {
     std::wstring ownName(name);
     for (Iterator at = m_entries.Find(name); at != end() && (*at).name == name; ++at) {
         if (auto* property = PropertyCast<T>((*at).property)) {
@@ -127,7 +130,8 @@ template <class T> bool PersistentProperties::HasValue(std::wstring_view name) c
     return FindLive<T>(name) != nullptr;
 }
 
-template <class T> PersistentProperty<T>* PersistentProperties::CreateValue(std::wstring_view name, bool keepExisting) {
+template <class T>
+PersistentProperty<T>* PersistentProperties::CreateValue(std::wstring_view name, bool keepExisting) {
     auto* property = new PersistentProperty<T>();
     if (keepExisting) {
         AppendOwned(name, property);

@@ -22,13 +22,13 @@ public:
 /// A value that can take over the content of another one of its class.
 class ZANTREL_EXPORT IMergeablePropertyValue : public IPersistentPropertyPolymorphicValue {
 public:
-    /// Takes over `other`. With `overwrite` false, what stands here already is kept. Nothing happens when `other` is of
-    /// another class.
+    /// Takes over `other`. With `overwrite` false, what stands here already is kept. Nothing happens when
+    /// `other` is of another class.
     virtual void Merge(IMergeablePropertyValue const& other, bool overwrite) = 0;
 };
 
-/// One property of a bag. A bag owns its properties and ends them through the virtual destructor. A property belongs to
-/// one thread at a time, also for reading: lookups in the bag write the deleted mark.
+/// One property of a bag. A bag owns its properties and ends them through the virtual destructor. A property
+/// belongs to one thread at a time, also for reading: lookups in the bag write the deleted mark.
 class ZANTREL_EXPORT IPersistentProperty {
 public:
     IPersistentProperty() = default;
@@ -58,7 +58,8 @@ public:
 
     /// Writes the value as content of the element now open. False when it can't be written.
     virtual bool WriteValue(KelSAX::ISAXWriter& writer) const = 0;
-    /// Takes the value from the element now being handled. False, and the value is as it was, when it doesn't parse.
+    /// Takes the value from the element now being handled. False, and the value is as it was, when it doesn't
+    /// parse.
     virtual bool HandleValue(KelSAX::ISAXReader& reader) = 0;
     /// The type name, the word by which IPersistentPropertyCreator makes such a property.
     virtual std::wstring GetType() const = 0;
@@ -80,12 +81,14 @@ public:
     virtual void Read(MFile& file) = 0;
 };
 
-/// A typed property. `T` is std::int32_t, double, bool, std::wstring, KelAM::FileContent, PersistentProperties,
-/// KelAM::SubProperties, IndexedProperties<PersistentProperties> or KelAM::ExternalProperties. A host may use a class of
-/// its own for which it specialises the functions of property_values.h.
+/// A typed property. `T` is std::int32_t, double, bool, std::wstring, KelAM::FileContent,
+/// PersistentProperties, KelAM::SubProperties, IndexedProperties<PersistentProperties> or
+/// KelAM::ExternalProperties. A host may use a class of its own for which it specialises the functions of
+/// property_values.h.
 template <class T> class PersistentProperty : public IPersistentProperty, public IPersistentPropertyUndo {
-    static_assert(!std::is_same_v<T, long> && !std::is_same_v<T, unsigned long>,
-                  "integer properties hold std::int32_t, the same on every platform: use std::int32_t, not long");
+    static_assert(
+        !std::is_same_v<T, long> && !std::is_same_v<T, unsigned long>,
+        "integer properties hold std::int32_t, the same on every platform: use std::int32_t, not long");
 
 public:
     PersistentProperty() = default;
@@ -108,7 +111,9 @@ public:
     bool HasSecondOverride() const override { return (m_overrides & 8u) != 0; }
     void SetSecondOverride(bool value) override { m_overrides = (m_overrides & ~4u) | (value ? 12u : 8u); }
 
-    bool WriteValue(KelSAX::ISAXWriter& writer) const override { return WriteValueOfProperty(m_value, writer); }
+    bool WriteValue(KelSAX::ISAXWriter& writer) const override {
+        return WriteValueOfProperty(m_value, writer);
+    }
     bool HandleValue(KelSAX::ISAXReader& reader) override { return HandleValueOfProperty(m_value, reader); }
     std::wstring GetType() const override { return GetTypeOfProperty<T>(m_value); }
     IPersistentPropertyPolymorphicValue const* GetPolymorphicValue() const override;
@@ -121,14 +126,16 @@ public:
     bool m_deleted = false;
     bool m_firstAuxFlag = true;
     bool m_secondAuxFlag = true;
-    std::uint32_t m_overrides = 0; ///< bit 0 and 2: the overrides' values; bit 1 and 3: set once one was given
+    std::uint32_t m_overrides =
+        0; ///< bit 0 and 2: the overrides' values; bit 1 and 3: set once one was given
 
 private:
     static constexpr bool IsMergeable = std::is_base_of_v<IMergeablePropertyValue, T>;
     static constexpr bool HasBinaryMembers = IsIndexedProperties<T>::value;
 };
 
-/// The checked cast by which everything finds a property's class: null when `property` is null or of another class.
+/// The checked cast by which everything finds a property's class: null when `property` is null or of another
+/// class.
 template <class T> PersistentProperty<T>* PropertyCast(IPersistentProperty* property) {
     if (property == nullptr) {
         return nullptr;
@@ -159,7 +166,7 @@ template <class T> void PersistentProperty<T>::Assign(IPersistentProperty const*
     if (same == nullptr) {
         return;
     }
-    bool const deleted = same->IsDeleted(); // read first: `other` may stand in the value, and end with what it replaces
+    bool const deleted = same->IsDeleted(); // now: `other` may stand in the value, and end with what it replaces
     if (same != this) {
         if constexpr (IsMergeable) {
             m_value.Merge(same->m_value, true);
@@ -170,7 +177,8 @@ template <class T> void PersistentProperty<T>::Assign(IPersistentProperty const*
     SetDeleted(deleted);
 }
 
-template <class T> IPersistentPropertyPolymorphicValue const* PersistentProperty<T>::GetPolymorphicValue() const {
+template <class T>
+IPersistentPropertyPolymorphicValue const* PersistentProperty<T>::GetPolymorphicValue() const {
     if constexpr (std::is_base_of_v<IPersistentPropertyPolymorphicValue, T>) {
         return &m_value;
     } else {

@@ -9,7 +9,7 @@ class IPersistentProperty;
 
 /// Makes properties by type name. Any thread.
 struct ZANTREL_EXPORT IPersistentPropertyCreator {
-    /// A new default property of the class whose GetType is `typeName`, owned by the caller, or null when no class of the
-    /// library has that name.
+    /// A new default property of the class whose GetType is `typeName`, owned by the caller, or null when no
+    /// class of the library has that name.
     static IPersistentProperty* __CreateProperty(std::wstring const& typeName);
 };

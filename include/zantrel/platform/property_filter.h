@@ -22,7 +22,8 @@ public:
 };
 
 struct ZANTREL_EXPORT PersistentPropertyFilter {
-    /// Asks `filter` once for each property of `bag` itself, in order, and ends those that it drops. Doesn't go deeper. A null
-    /// filter drops nothing.
-    static void FilterProperties(PersistentProperties& bag, std::shared_ptr<IPersistentPropertyFilter>& filter);
+    /// Asks `filter` once for each property of `bag` itself, in order, and ends those that it drops. Doesn't
+    /// go deeper. A null filter drops nothing.
+    static void FilterProperties(PersistentProperties& bag,
+                                 std::shared_ptr<IPersistentPropertyFilter>& filter);
 };

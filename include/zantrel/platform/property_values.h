@@ -15,10 +15,10 @@ class ISAXReader;
 class ISAXWriter;
 } // namespace KelSAX
 
-/// What a property's value does by its type. The library instantiates these functions for std::int32_t, double, bool,
-/// std::wstring, KelAM::FileContent, PersistentProperties, KelAM::SubProperties and KelAM::ExternalProperties, the first
-/// three also for IndexedProperties<PersistentProperties>. A host that makes a property class of its own from
-/// PersistentProperty<T> specialises them for its `T`.
+/// What a property's value does by its type. The library instantiates these functions for std::int32_t,
+/// double, bool, std::wstring, KelAM::FileContent, PersistentProperties, KelAM::SubProperties and
+/// KelAM::ExternalProperties, the first three also for IndexedProperties<PersistentProperties>. A host that
+/// makes a property class of its own from PersistentProperty<T> specialises them for its `T`.
 
 template <class T> struct IsIndexedProperties : std::false_type {};
 template <class Bag> struct IsIndexedProperties<IndexedProperties<Bag>> : std::true_type {};
@@ -29,13 +29,17 @@ template <class T> ZANTREL_EXPORT std::wstring GetTypeOfProperty(T const& value)
 
 /// Writes `value` as content of the element that is open on `writer`. False when it can't be written.
 template <class T> ZANTREL_EXPORT bool WriteValueOfProperty(T const& value, KelSAX::ISAXWriter& writer);
-template <class T> ZANTREL_EXPORT bool WriteValueOfProperty(IndexedProperties<T> const& value, KelSAX::ISAXWriter& writer);
+template <class T>
+ZANTREL_EXPORT bool WriteValueOfProperty(IndexedProperties<T> const& value, KelSAX::ISAXWriter& writer);
 
-/// Takes `value` from the element that `reader` is handling. False, and `value` is as it was, when its text doesn't
-/// parse. A file or a bag pushes a handler and takes its content as it arrives; `value` must live until then.
+/// Takes `value` from the element that `reader` is handling. False, and `value` is as it was, when its text
+/// doesn't parse. A file or a bag pushes a handler and takes its content as it arrives; `value` must live
+/// until then.
 template <class T> ZANTREL_EXPORT bool HandleValueOfProperty(T& value, KelSAX::ISAXReader& reader);
-template <class T> ZANTREL_EXPORT bool HandleValueOfProperty(IndexedProperties<T>& value, KelSAX::ISAXReader& reader);
+template <class T>
+ZANTREL_EXPORT bool HandleValueOfProperty(IndexedProperties<T>& value, KelSAX::ISAXReader& reader);
 
-/// The binary form. Reading throws std::runtime_error on bytes that are no such value and leaves `value` as it was.
+/// The binary form. Reading throws std::runtime_error on bytes that are no such value and leaves `value` as
+/// it was.
 template <class T> ZANTREL_EXPORT void WriteValueOfProperty(T const& value, MFile& file);
 template <class T> ZANTREL_EXPORT void ReadValueOfProperty(T& value, MFile& file);

@@ -6,7 +6,8 @@
 
 namespace KelAM {
 
-/// A nested set of properties, the form in which object components live in a ticket. In every other way a bag.
+/// A nested set of properties, the form in which object components live in a ticket. In every other way a
+/// bag.
 class ZANTREL_EXPORT SubProperties : public PersistentProperties {
 public:
     SubProperties() noexcept = default;

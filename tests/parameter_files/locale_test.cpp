@@ -1,0 +1,82 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "tests/support/dump.h"
+#include "tests/support/generated_database.h"
+#include "tests/support/small_parameter_file.h"
+
+#include <zantrel/sample/sample_database.h>
+
+#include <gtest/gtest.h>
+
+#include <clocale>
+#include <locale>
+
+using namespace TestSupport;
+
+namespace {
+
+/// Numbers as in "1.234,5".
+template <class Char> struct CommaNumbers : std::numpunct<Char> {
+    Char do_decimal_point() const override { return ','; }
+    Char do_thousands_sep() const override { return '.'; }
+    std::string do_grouping() const override { return "\3"; }
+};
+
+/// While it lives, C++ writes such numbers, and C too if the system has such a locale.
+class CommaLocale {
+public:
+    CommaLocale() {
+        std::locale const narrow(m_old, new CommaNumbers<char>);
+        std::locale::global(std::locale(narrow, new CommaNumbers<wchar_t>));
+        for (char const* name : {"de_DE.UTF-8", "de_DE.utf8", "fr_FR.UTF-8", "nl_NL.UTF-8", "German"}) {
+            if (std::setlocale(LC_ALL, name) != nullptr) {
+                break;
+            }
+        }
+    }
+    CommaLocale(CommaLocale const&) = delete;
+    CommaLocale& operator=(CommaLocale const&) = delete;
+    ~CommaLocale() {
+        std::locale::global(m_old);
+        std::setlocale(LC_ALL, "C");
+    }
+
+private:
+    std::locale m_old;
+};
+
+} // namespace
+
+TEST(Locale, ChangesNoByteOfAFile) {
+    for (unsigned seed = 1; seed <= 10; ++seed) {
+        SmallLayout const layout;
+        ParameterDatabase written(&layout);
+        Generator(seed).FillContent(written.GetProfileEditor());
+        written.GetProfileEditor().Get(L"G").Get(L"D").SetValue(1234567.5);
+        written.GetProfileEditor().Get(L"G").Get(L"I").SetValue<std::int32_t>(1234567);
+        std::string const document = WriteText(written), values = Dump(written);
+
+        CommaLocale const locale;
+        std::wostringstream proof;
+        proof << 1234.5;
+        EXPECT_EQ(proof.str(), L"1.234,5");
+        EXPECT_EQ(WriteText(written), document);
+        ParameterDatabase back(&layout);
+        ReadReport report;
+        EXPECT_TRUE(ReadText(back, document, &report) && report.m_entries.empty());
+        EXPECT_EQ(Dump(back), values);
+        EXPECT_TRUE(ReadText(back, "<Root><G><D>1,5</D><L>1.234,5</L><I>1.234</I></G></Root>", &report));
+        EXPECT_EQ(report.m_entries.size(), 3u);
+    }
+}
+
+TEST(Locale, ChangesNoByteOfALayoutsDefaults) {
+    auto const write = [] {
+        Sample::ParameterLayout const layout;
+        Sample::ParameterDatabase database(&layout);
+        database.PopulateDefault();
+        return WriteText(database);
+    };
+    std::string const document = write();
+    CommaLocale const locale;
+    EXPECT_EQ(write(), document);
+}
