@@ -2,6 +2,7 @@
 #include "database/format.h"
 
 #include "database/value_type.h"
+#include "layout/value_text.h"
 #include "platform/properties/record_room.h"
 #include "platform/properties/reserved_names.h"
 
@@ -27,16 +28,6 @@ std::wstring const& DefaultText(LayoutNode const& node) {
     return takesFirstOption ? node.m_optionValues.front() : node.m_defaultValue;
 }
 
-template <class T> decltype(auto) DefaultOf(LayoutNode const& node) {
-    if constexpr (std::is_same_v<T, std::wstring>) {
-        return DefaultText(node);
-    } else if constexpr (std::is_same_v<T, KelAM::FileContent>) {
-        return KelAM::FileContent();
-    } else {
-        return node.GetValue<T>(node.m_defaultValue);
-    }
-}
-
 /// What the content by type takes of the room that its bag is built in.
 std::size_t RoomForValue(LayoutNode const& node) {
     return VisitValueType(node.m_type, [&node]<class T>(TypeTag<T>) -> std::size_t {
@@ -53,9 +44,37 @@ std::size_t RoomFor(LayoutNode const& node) {
     return RecordRoom::SizeOf<BagProperty>() + (isContainer ? 0 : RoomForValue(node));
 }
 
-PersistentProperties& FormatNode(LayoutNode const& node, EntryTable& parent, RecordRoom& room);
+/// One run of formatting.
+class Formatter {
+public:
+    PersistentProperties& FormatNode(LayoutNode const& node, EntryTable& parent, RecordRoom& room) const;
+    /// Takes from `room` for a value; a group makes a block of its own.
+    void FormatContent(LayoutNode const& node, PersistentProperties& bag, RecordRoom& room) const;
 
-void FormatChildren(LayoutNode const& group, EntryTable& table) {
+private:
+    template <class T> decltype(auto) DefaultOf(LayoutNode const& node) const;
+    void FormatChildren(LayoutNode const& group, EntryTable& table) const;
+    void FormatProfileList(LayoutNode const& node, EntryTable& table) const;
+    void FormatList(LayoutNode const& node, EntryTable& table) const;
+
+    ValueReader const m_numbers;
+};
+
+template <class T> decltype(auto) Formatter::DefaultOf(LayoutNode const& node) const {
+    if constexpr (std::is_same_v<T, std::wstring>) {
+        return DefaultText(node);
+    } else if constexpr (std::is_same_v<T, std::int32_t>) {
+        return m_numbers.ReadInteger(node.m_defaultValue);
+    } else if constexpr (std::is_same_v<T, double>) {
+        return m_numbers.ReadDouble(node.m_defaultValue);
+    } else if constexpr (std::is_same_v<T, bool>) {
+        return node.GetValue<bool>(node.m_defaultValue);
+    } else {
+        return T();
+    }
+}
+
+void Formatter::FormatChildren(LayoutNode const& group, EntryTable& table) const {
     std::size_t bytes = 0;
     for (std::size_t i = 0; i < group.Size(); ++i) {
         bytes += RoomFor(group.At(i));
@@ -66,8 +85,7 @@ void FormatChildren(LayoutNode const& group, EntryTable& table) {
     }
 }
 
-/// Takes from `room` for a value; a group makes a block of its own.
-void FormatContent(LayoutNode const& node, PersistentProperties& bag, RecordRoom& room) {
+void Formatter::FormatContent(LayoutNode const& node, PersistentProperties& bag, RecordRoom& room) const {
     VisitValueType(node.m_type, [&]<class T>(TypeTag<T>) {
         if constexpr (std::is_same_v<T, NoValue>) {
             if (node.m_type == eTypeLayoutNode::Group) {
@@ -84,13 +102,13 @@ void FormatContent(LayoutNode const& node, PersistentProperties& bag, RecordRoom
     });
 }
 
-void FormatProfileList(LayoutNode const& node, EntryTable& table) {
+void Formatter::FormatProfileList(LayoutNode const& node, EntryTable& table) const {
     RecordRoom room = table.Reserve(1, RecordRoom::SizeOf<BagProperty>() + RoomForValue(node));
     auto& profile = table.Emplace<BagProperty>(EntryName::Borrow(Reserved().defaultProfile), room);
     FormatContent(node, profile.m_value, room);
 }
 
-void FormatList(LayoutNode const& node, EntryTable& table) {
+void Formatter::FormatList(LayoutNode const& node, EntryTable& table) const {
     RecordRoom room = table.Reserve(2, RecordRoom::SizeOf<PersistentProperty<Items>>() +
                                            RecordRoom::SizeOf<BagProperty>() + RoomForValue(node));
     auto& model = table.Emplace<BagProperty>(EntryName::Borrow(Reserved().defaultProfile), room).m_value;
@@ -101,7 +119,8 @@ void FormatList(LayoutNode const& node, EntryTable& table) {
     }
 }
 
-PersistentProperties& FormatNode(LayoutNode const& node, EntryTable& parent, RecordRoom& room) {
+PersistentProperties& Formatter::FormatNode(LayoutNode const& node, EntryTable& parent,
+                                            RecordRoom& room) const {
     auto& bag = parent.Emplace<BagProperty>(EntryName::Borrow(node.m_name), room).m_value;
     if (node.m_isProfileList) {
         FormatProfileList(node, bag._Entries());
@@ -117,12 +136,12 @@ PersistentProperties& FormatNode(LayoutNode const& node, EntryTable& parent, Rec
 
 PersistentProperties& FormatNode(LayoutNode const& node, PersistentProperties& parent) {
     RecordRoom none;
-    return FormatNode(node, parent._Entries(), none);
+    return Formatter().FormatNode(node, parent._Entries(), none);
 }
 
 void FormatContent(LayoutNode const& node, PersistentProperties& bag) {
     RecordRoom none;
-    FormatContent(node, bag, none);
+    Formatter().FormatContent(node, bag, none);
 }
 
 } // namespace Zantrel

@@ -92,6 +92,10 @@ void LayoutNode::GenerateSourceIdentifier() {
     }
 }
 
+LayoutNode const* LayoutNode::GetNode(wchar_t const* name) const noexcept {
+    return name != nullptr ? m_children.Find(name) : nullptr;
+}
+
 LayoutNode const* LayoutNode::FindProfileList(std::wstring const& name, bool recursive) const {
     std::vector<LayoutNode const*> open{this};
     while (!open.empty()) {

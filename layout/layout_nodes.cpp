@@ -37,6 +37,7 @@ LayoutNodes::~LayoutNodes() {
     if (m_heir == nullptr) {
         Clear();
     } else if (m_firstOwned != nullptr) {
+        LinkInListOrder();
         for (LayoutNode* node = m_firstOwned; node != nullptr; node = node->m_nextOwned) {
             node->m_parent = nullptr;
             node->m_owner = m_heir;
@@ -48,6 +49,7 @@ LayoutNodes::~LayoutNodes() {
 }
 
 void LayoutNodes::Clear() noexcept {
+    LinkInListOrder();
     // A node leaves what it owns to this list, in its own place, so that a tree of any depth needs no depth
     // of stack.
     while (LayoutNode* const node = m_firstOwned) {
@@ -73,13 +75,13 @@ LayoutNode* LayoutNodes::Find(std::wstring_view name) const noexcept {
 }
 
 LayoutNode* LayoutNodes::FindUtf8(std::string_view utf8Name, std::size_t& hint) const {
-    if (m_nodes.empty() || m_index.empty()) {
+    if (m_index.empty()) {
         return nullptr;
     }
     // The name that counts is that of the index, which a child's own name may no longer be; and the child
     // that counts is that of the index too, which may be a later one of the same name.
     std::size_t position = hint;
-    for (int attempt = 0; attempt < 2; ++attempt) {
+    for (int attempt = 0; attempt < 2 && !m_nodes.empty(); ++attempt) {
         position = position < m_nodes.size() ? position : 0;
         Index::value_type const* const entry = m_nodes[position]->m_indexed;
         ++position;
@@ -177,6 +179,35 @@ void LayoutNodes::Own(LayoutNode& node) noexcept {
     m_lastOwned = &node;
     node.m_nextOwned = nullptr;
     node.m_owner = this;
+}
+
+/// Before the end: links the owned nodes as the list shows them, behind them those that it doesn't show, and
+/// takes them off the index.
+void LayoutNodes::LinkInListOrder() noexcept {
+    for (LayoutNode* const shown : m_nodes) {
+        shown->m_owner = nullptr; // until it is linked anew
+    }
+    LayoutNode** link = &m_firstOwned;
+    while (LayoutNode* const node = *link) {
+        node->m_indexed = nullptr;
+        if (node->m_owner == this) {
+            m_lastOwned = node;
+            link = &node->m_nextOwned;
+        } else {
+            *link = node->m_nextOwned;
+        }
+    }
+    LayoutNode* const notShown = m_firstOwned;
+    link = &m_firstOwned;
+    for (LayoutNode* const shown : m_nodes) {
+        if (shown->m_owner == nullptr) {
+            shown->m_owner = this;
+            *link = shown;
+            link = &shown->m_nextOwned;
+            m_lastOwned = notShown != nullptr ? m_lastOwned : shown;
+        }
+    }
+    *link = notShown;
 }
 
 void LayoutNodes::Release(LayoutNode& node) noexcept {

@@ -8,6 +8,9 @@
 namespace Zantrel {
 
 bool ParameterDatabaseIOFilteringReader::HandleTag(std::string const& tag, KelSAX::ISAXReader& reader) {
+    if (m_filtering == nullptr) {
+        return true;
+    }
     if (tag == ParameterFileWord::ExportGeneralParameters) {
         reader.ReadValue(m_filtering->m_exportGeneralParameters);
     } else if (tag == ParameterFileWord::ExportDefaultParameters) {

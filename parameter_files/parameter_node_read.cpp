@@ -103,8 +103,9 @@ void ParameterNodeRead::ReadItem(KelSAX::ISAXReader& reader) {
 
 void ParameterNodeRead::ReadChild(LayoutNode const& child, KelSAX::ISAXReader& reader) {
     ParameterNode node = m_node.Get(&child);
-    if (node.m_pNode ==
-        nullptr) { // below a cursor without a bag: still told apart by the layout, to be passed over
+    if (node.m_pNode == nullptr) {
+        // Below a cursor without a bag. The layout still tells what stands here, so that it is passed over
+        // piece by piece.
         node.m_pNode = &child;
         node.m_isContainer = child.m_isList || child.m_isProfileList;
     }

@@ -25,6 +25,6 @@ private:
 
     Zantrel::ParameterDatabaseIOFiltering m_filtering;
     Zantrel::ParameterNode m_node;
-    std::size_t m_childHint =
-        0; ///< where the next child is expected, since documents keep the layout's order
+    /// Where the next child is expected, since documents keep the layout's order.
+    std::size_t m_childHint = 0;
 };

@@ -22,9 +22,8 @@ void WriteFlag(FlagAttribute const& flag, ParameterNode const& node, KelSAX::ISA
 }
 
 void WriteProfiles(ParameterNode const& list, Filtering const& filtering, KelSAX::ISAXWriter& writer) {
-    WriteFlag(Flag::DisableAddRemove, list,
-              writer); // a profile list's ReadOnly and Hidden are read, but never written
-    if (filtering.m_exportDefaultParameters) {
+    WriteFlag(Flag::DisableAddRemove, list, writer); // ReadOnly and Hidden are read here, but never written
+    if (filtering.m_exportDefaultParameters && list.IsValid()) {
         MSAXTagWriter element(writer, Word::Default);
         WriteNode(list.GetDefault(), Filtering(), writer); // the filter doesn't reach into a "Default"
     }

@@ -47,8 +47,8 @@ inline constexpr FlagAttribute Hidden{ParameterFileWord::Hidden, &ParameterNode:
                                       &ParameterNode::SetHidden, false};
 inline constexpr FlagAttribute NameReadOnly{ParameterFileWord::NameReadOnly, &ParameterNode::GetNameReadOnly,
                                             &ParameterNode::SetNameReadOnly, false};
-/// A profile can be deleted unless its file says otherwise, so true is not written, and a profile that never
-/// had the flag is written with false.
+/// A profile can be deleted only where a file says so in words: here true is never written, and a profile
+/// that never had the flag is written with false.
 inline constexpr FlagAttribute CanBeDeleted{ParameterFileWord::CanBeDeleted, &ParameterNode::GetCanBeDeleted,
                                             &ParameterNode::SetCanBeDeleted, true};
 inline constexpr FlagAttribute UserDefaultProfile{ParameterFileWord::UserDefaultProfile,

@@ -21,7 +21,7 @@ ParameterDatabase::ParameterDatabase(Sample::ParameterLayout const* layout)
 
 void ParameterDatabase::PopulateDefault() {
     ParameterNode const editor = GetProfileEditor();
-    if (!editor.IsValid()) {
+    if (!editor.IsValid() || GetLayout() != m_pSampleLayout) {
         return;
     }
     Sample::ParameterLayout const& layout = *m_pSampleLayout;

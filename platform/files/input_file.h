@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "platform/xml/tokeniser.h"
+#include "platform/xml/byte_source.h"
 
 #include <cstddef>
 #include <string>

@@ -94,7 +94,8 @@ bool OutputFile::Open(std::wstring const& path) {
     if (!FollowLinks(target)) {
         return Fail(errno);
     }
-    if (exists && (::stat(target.c_str(), &found) != 0 || found.st_ino != status.st_ino)) {
+    if (exists && (::stat(target.c_str(), &found) != 0 || found.st_ino != status.st_ino ||
+                   found.st_dev != status.st_dev)) {
         return Fail(ENOENT); // a link of /proc to a file that has no name any more
     }
     return OpenFolder(target) && OpenBeside();
@@ -147,9 +148,12 @@ bool OutputFile::OpenBeside() {
         }
     }
     if (exists) {
-        // Only a privileged process can give a file away; the others keep what they can. Before the
-        // permissions, since it resets some of them.
-        [[maybe_unused]] int const ignored = ::fchown(m_descriptor, target.st_uid, target.st_gid);
+        // Only a privileged process can give a file away; the others keep the group where they are in it.
+        // Before the permissions, since it resets some of them.
+        if (::fchown(m_descriptor, target.st_uid, target.st_gid) != 0) {
+            [[maybe_unused]] int const ignored =
+                ::fchown(m_descriptor, static_cast<uid_t>(-1), target.st_gid);
+        }
         if (::fchmod(m_descriptor, target.st_mode & 07777) != 0) {
             return Fail(errno);
         }

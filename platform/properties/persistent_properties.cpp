@@ -9,7 +9,6 @@ template class PersistentProperty<PersistentProperties>;
 using Zantrel::EntryName;
 using Zantrel::EntryTable;
 using Zantrel::NameCopier;
-using Zantrel::NamedProperty;
 using Zantrel::PropertyHandle;
 
 namespace {
@@ -19,29 +18,6 @@ void Replace(EntryTable& target, EntryTable const& source, NameCopier::Borrowed 
     EntryTable copy;
     copy.CopyFrom(source, names);
     target.Swap(copy); // what stood in the target goes last: `source` may lie within it
-}
-
-/// Whether `bag` stands somewhere below `root`.
-bool Contains(PersistentProperties const& root, PersistentProperties const& bag) {
-    if (&root == &bag) {
-        return true;
-    }
-    for (NamedProperty const& entry : root) {
-        auto const* value = entry.property->GetPolymorphicValue();
-        if (auto const* inner = dynamic_cast<PersistentProperties const*>(value)) {
-            if (Contains(*inner, bag)) {
-                return true;
-            }
-        } else if (auto const* sequence =
-                       dynamic_cast<IndexedProperties<PersistentProperties> const*>(value)) {
-            for (unsigned long long i = 0; i < sequence->GetNumProperties(); ++i) {
-                if (Contains(sequence->GetProperty(static_cast<std::int32_t>(i)), bag)) {
-                    return true;
-                }
-            }
-        }
-    }
-    return false;
 }
 
 } // namespace
@@ -80,15 +56,14 @@ bool PersistentProperties::operator==(PersistentProperties const& other) const {
 
 void PersistentProperties::Merge(IMergeablePropertyValue const& other, bool overwrite) {
     auto const* source = dynamic_cast<PersistentProperties const*>(&other);
-    if (source == nullptr || source == this) {
-        return;
+    if (source != nullptr && source != this) {
+        // Of a copy, since either bag may stand within the other and would change while it is walked.
+        MergeApart(PersistentProperties(*source), overwrite);
     }
-    if (Contains(*this, *source)) {
-        Merge(PersistentProperties(*source),
-              overwrite); // the walk below may change what lies within this bag
-        return;
-    }
-    for (auto const& [name, property] : *source) {
+}
+
+void PersistentProperties::MergeApart(PersistentProperties const& source, bool overwrite) {
+    for (auto const& [name, property] : source) {
         IPersistentProperty* target = nullptr;
         for (Iterator at = m_entries.Find(name); at != end() && (*at).name == name && target == nullptr;
              ++at) {
@@ -100,8 +75,23 @@ void PersistentProperties::Merge(IMergeablePropertyValue const& other, bool over
         if (target == nullptr) {
             m_entries.Insert(EntryName::Own(name), PropertyHandle::Heap(property->Clone()));
         } else if (overwrite) {
-            target->Assign(property);
+            AssignApart(*target, *property);
         }
+    }
+}
+
+/// What IPersistentProperty::Assign does, without a copy of each inner bag. Both are of one class.
+void PersistentProperties::AssignApart(IPersistentProperty& target, IPersistentProperty const& source) {
+    bool isBag = false;
+    Zantrel::VisitProperty(target, [&]<class Class>(Class& typed) {
+        if constexpr (std::is_base_of_v<PersistentProperties, decltype(typed.m_value)>) {
+            typed.m_value.MergeApart(static_cast<Class const&>(source).m_value, true);
+            typed.SetDeleted(source.IsDeleted());
+            isBag = true;
+        }
+    });
+    if (!isBag) {
+        target.Assign(&source);
     }
 }
 

@@ -7,9 +7,9 @@ IPersistentPropertyFilter::~IPersistentPropertyFilter() = default;
 
 void PersistentPropertyFilter::FilterProperties(PersistentProperties& bag,
                                                 std::shared_ptr<IPersistentPropertyFilter>& filter) {
-    if (filter != nullptr) {
-        bag._Entries().RemoveWhere([&filter](Zantrel::NamedProperty const& entry) {
-            return !filter->Filter(std::wstring(entry.name), entry.property);
+    if (auto const kept = filter) { // the filter may let go of the caller's pointer
+        bag._Entries().RemoveWhere([&kept](Zantrel::NamedProperty const& entry) {
+            return !kept->Filter(std::wstring(entry.name), entry.property);
         });
     }
 }

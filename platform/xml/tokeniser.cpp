@@ -64,8 +64,13 @@ Token Tokeniser::Next() {
 inline Token Tokeniser::StepInContent() {
     char const* const at = m_at;
     if (*at != '<') {
+        if (char const* const end = m_indentation.Skip(at))
+            return DeliverText(end, end);
         char const* const stop = FindTextStop(at);
-        return *stop == '<' ? DeliverText(stop, stop) : ReadText();
+        if (*stop != '<')
+            return ReadText();
+        m_indentation.Keep(at, stop);
+        return DeliverText(stop, stop);
     }
     if (at[1] != '/')
         return StepAtMarkup();

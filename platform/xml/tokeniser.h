@@ -3,6 +3,7 @@
 
 #include "platform/xml/byte_source.h"
 #include "platform/xml/fault.h"
+#include "platform/xml/indentation.h"
 #include "platform/xml/input_buffer.h"
 #include "platform/xml/open_elements.h"
 #include "platform/xml/start_tag.h"
@@ -102,6 +103,7 @@ private:
     std::string_view m_name;
     std::string_view m_text;
     char const* m_token; ///< the current token; null while there is none
+    Indentation m_indentation;
     OpenElements m_open;
     StartTag m_tag;
     std::array<char, 4> m_character{};

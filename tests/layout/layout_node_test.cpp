@@ -88,16 +88,17 @@ TEST(LayoutNode, MovingFollowsTheRuleOfTheNewListAndFreesEachNodeOnce) {
                            Row{L"c", 1, L"AcB"}, Row{L"c", 2, L"ABc"}, Row{L"c", 3, L"ABc"}}) {
         SCOPED_TRACE(testing::Message() << row.child << " to " << row.index);
         LeakCheck const leaks;
-        Owned const root = Root({L"A", L"B", L"c"});
-        root->MoveNodeTo(root->GetNode(row.child), row.index);
-        EXPECT_EQ(Shown(*root), row.shown);
+        Owned const owner = Root({L"A", L"B", L"c"});
+        LayoutNode& root = *owner;
+        root.MoveNodeTo(root.GetNode(row.child), row.index);
+        EXPECT_EQ(Shown(root), row.shown);
         for (wchar_t const* const name : {L"A", L"B", L"c"}) {
-            ASSERT_NE(root->GetNode(name), nullptr);
-            EXPECT_EQ(root->GetNode(name)->m_name, name);
+            ASSERT_NE(root.GetNode(name), nullptr);
+            EXPECT_EQ(root.GetNode(name)->m_name, name);
         }
-        EXPECT_EQ(Shown(LayoutNode(*root)), row.shown);
-        root->MoveNodeTo(root->GetNode(L"A"), 0);
-        EXPECT_EQ(&root->At(0), root->GetNode(L"A")) << "even when it was dropped";
+        EXPECT_EQ(Shown(LayoutNode(root)), row.shown);
+        root.MoveNodeTo(root.GetNode(L"A"), 0);
+        EXPECT_EQ(&root.At(0), root.GetNode(L"A")) << "even when it was dropped";
     }
 }
 
@@ -158,8 +159,23 @@ TEST(LayoutNode, ChildrenEndInListOrderEachBeforeItsOwn) {
             root->Back()->AppendNode(new Mortal(L"x", deaths))->AppendNode(new Mortal(L"y", deaths));
             root->Back()->At(0).AppendNode(new Mortal(L"z", deaths));
         }
+        root->MoveNodeTo(root->Back(), 0);
+        root->At(0).MoveNodeTo(&root->At(0).At(0), 2); // out of the list, which shows the other one twice
     }
-    EXPECT_EQ(deaths, L"r2 a2 x1 z0 y0 b2 x1 z0 y0 ");
+    EXPECT_EQ(deaths, L"r2 b2 y0 x1 z0 a2 x1 z0 y0 ");
+}
+
+TEST(LayoutNode, AChildMayEndAnotherWhenItEndsWithItsParent) {
+    struct Ending : LayoutNode {
+        using LayoutNode::LayoutNode;
+        ~Ending() override { delete m_other; }
+        LayoutNode* m_other = nullptr;
+    };
+    LeakCheck const leaks;
+    Owned const root = Root({L"a"});
+    auto* const ending = new Ending(L"ending", Group, nullptr);
+    ending->m_other = root->At(0).AppendNode(ending)->AddNode(L"b");
+    root->At(0).AddNode(L"c");
 }
 
 TEST(LayoutNode, ACopyHasTheNodesButNeitherTheirNamesNorTheirParents) {
@@ -230,6 +246,16 @@ TEST(LayoutNode, AnyHintFindsByUtf8WhatTheIndexFinds) {
     }
     std::size_t hint = 0;
     EXPECT_EQ(LayoutNode(*root).FindChildUtf8("a", hint), nullptr);
+}
+
+TEST(LayoutNode, AChildThatNoListShowsIsStillFoundByUtf8) {
+    Owned const root = Root({L"a", L"b"});
+    root->MoveNodeTo(root->GetNode(L"a"), 1);
+    delete root->GetNode(L"b");
+    std::size_t hint = 0;
+    EXPECT_EQ(root->Size(), 0U);
+    EXPECT_NE(root->GetNode(L"a"), nullptr);
+    EXPECT_EQ(root->FindChildUtf8("a", hint), root->GetNode(L"a"));
 }
 
 TEST(LayoutNode, NamesInListOrderAreFoundWithoutAnAllocation) {

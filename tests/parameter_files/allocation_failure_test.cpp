@@ -53,26 +53,20 @@ TEST_P(FailedAllocation, LeaksNothing) {
 }
 
 TEST_P(FailedAllocation, LeavesADatabaseThatCanBeUsed) {
-    auto const check = [&](ParameterDatabase& database, bool completed) {
-        ParameterDatabase back(&m_layout);
-        EXPECT_TRUE(ReadText(back, WriteText(database)));
-        EXPECT_TRUE(!completed || Dump(database) == Dump(m_filled));
-        database = m_filled;
-        EXPECT_EQ(Dump(database), Dump(m_filled));
-    };
-    auto database = std::make_unique<ParameterDatabase>(&m_layout);
-    FailEachAllocation([&] { ReadFile(*database, m_source); },
-                       [&](std::size_t, bool completed) {
-                           check(*database, completed);
-                           database = std::make_unique<ParameterDatabase>(&m_layout);
-                       },
-                       GetParam());
-    FailEachAllocation([&] { *database = m_filled; },
-                       [&](std::size_t, bool completed) {
-                           check(*database, completed);
-                           database = std::make_unique<ParameterDatabase>(&m_layout);
-                       },
-                       GetParam());
+    using Action = std::function<void(ParameterDatabase&)>;
+    for (Action const& action : {Action([&](ParameterDatabase& database) { ReadFile(database, m_source); }),
+                                 Action([&](ParameterDatabase& database) { database = m_filled; })}) {
+        auto database = std::make_unique<ParameterDatabase>(&m_layout);
+        auto const check = [&](std::size_t, bool completed) {
+            ParameterDatabase back(&m_layout);
+            EXPECT_TRUE(ReadText(back, WriteText(*database)));
+            EXPECT_TRUE(!completed || Dump(*database) == Dump(m_filled));
+            *database = m_filled;
+            EXPECT_EQ(Dump(*database), Dump(m_filled));
+            database = std::make_unique<ParameterDatabase>(&m_layout);
+        };
+        EXPECT_GT(FailEachAllocation([&] { action(*database); }, check, GetParam()), 10u);
+    }
 }
 
 TEST_P(FailedAllocation, LeavesTheOldFile) {

@@ -46,6 +46,19 @@ void Check(Case const& row) {
     EXPECT_TRUE(ReadText(again, WriteText(database)));
 }
 
+/// The elements of a document on one line, with "~" for CanBeDeleted="false".
+std::string Compact(std::string const& document) {
+    std::string const flag = " CanBeDeleted=\"false\"";
+    std::istringstream lines(document);
+    std::string text, line;
+    std::getline(lines, line); // the declaration
+    while (std::getline(lines, line)) {
+        std::size_t const at = line.find(flag);
+        text += (at < line.size() ? line.replace(at, flag.size(), "~") : line).substr(line.find('<'));
+    }
+    return text;
+}
+
 } // namespace
 
 TEST(GenericParameterFile, ReadsValuesAsTheirTypesSay) {
@@ -101,7 +114,8 @@ TEST(GenericParameterFile, GivesNewEntriesTheDefaultsOfTheLayout) {
     SmallLayout const layout;
     ParameterDatabase database(&layout);
     database.GetProfileEditor().Get(L"N").GetDefault().SetValue<std::int32_t>(9);
-    EXPECT_TRUE(ReadText(database, "<R><N><Item/></N><Z><Default><I>9</I></Default><Both Name='a'/></Z></R>"));
+    EXPECT_TRUE(
+        ReadText(database, "<R><N><Item/></N><Z><Default><I>9</I></Default><Both Name='a'/></Z></R>"));
     EXPECT_EQ(DumpChanges(database), "N[=9; =0] Z<{I=9}; 'a'{I=1}>");
 }
 
@@ -142,6 +156,7 @@ TEST(GenericParameterFile, PassesOverWhatHasNoPlaceInTheDatabase) {
               ""},
              {"<C><Profile Name='ReadOnly'><I>2</I></Profile></C>",
               "C<{I=1 N[=0;] C<{S='s'};>}; 'ReadOnly'{I=2 N[=0;] C<{S='s'};>}>"},
+             {"<Z><I>5</I></Z>", "", "dropped@1:10:Root/Z/I"}, // a list, too, but not looked up as one
              {"<Z><Both Name='::DefaultProfile::'><I>2</I></Both></Z>", ""},
              // Documents that end too early, and what had arrived.
              {"<?xml version='1.0'?><Root><N><Item>1</Item><Item>2</N></Root>", "N[=0; =1]",
@@ -162,76 +177,17 @@ TEST(GenericParameterFile, IsWrittenInTheOrderOfTheLayout) {
     std::wstring const path = (folder / "file").wstring();
     ASSERT_TRUE(WriteFile(database, path, L""));
     EXPECT_EQ(ContentOf(folder / "file"), WriteText(database));
-    EXPECT_EQ(ContentOf(folder / "file"), R"(<?xml version="1.0" encoding="UTF-8"?>
-<Root>
-  <G ReadOnly="true">
-    <I>-8</I>
-    <D>1.5</D>
-    <L>0.002</L>
-    <B>True</B>
-    <S Hidden="true"> aä&lt;b </S>
-    <O>o</O>
-    <F>f</F>
-    <P>/p</P>
-    <A>
-      <Name>n.bin</Name>
-      <Data>AP8=</Data>
-    </A>
-    <X>x</X>
-  </G>
-  <N ReadOnly="true">
-    <Item>1</Item>
-    <Item Hidden="true">2</Item>
-  </N>
-  <AS>
-    <Item>
-      <Name>m</Name>
-      <Data>AQID</Data>
-    </Item>
-  </AS>
-  <M>
-    <Item ReadOnly="true">
-      <I>3</I>
-      <N>
-        <Item>4</Item>
-      </N>
-    </Item>
-  </M>
-  <C DisableAddRemove="true">
-    <Default CanBeDeleted="false">
-      <I>5</I>
-      <N/>
-      <C>
-        <Default CanBeDeleted="false">
-          <S>t</S>
-        </Default>
-      </C>
-    </Default>
-    <Profile Name="p &amp; q" NameReadOnly="true" CanBeDeleted="false" UserDefaultProfile="true">
-      <I>6</I>
-      <N>
-        <Item>9</Item>
-      </N>
-      <C>
-        <Default CanBeDeleted="false">
-          <S>s</S>
-        </Default>
-        <Profile Name="in" CanBeDeleted="false">
-          <S/>
-        </Profile>
-      </C>
-    </Profile>
-  </C>
-  <Z>
-    <Default CanBeDeleted="false">
-      <I>1</I>
-    </Default>
-    <Both Name="b" CanBeDeleted="false">
-      <I>2</I>
-    </Both>
-  </Z>
-</Root>
-)");
+    EXPECT_EQ(
+        Compact(WriteText(database)),
+        R"(<Root><G ReadOnly="true"><I>-8</I><D>1.5</D><L>0.002</L><B>True</B><S Hidden="true"> aä&lt;b </S>)"
+        "<O>o</O><F>f</F><P>/p</P><A><Name>n.bin</Name><Data>AP8=</Data></A><X>x</X></G>"
+        R"(<N ReadOnly="true"><Item>1</Item><Item Hidden="true">2</Item></N>)"
+        "<AS><Item><Name>m</Name><Data>AQID</Data></Item></AS>"
+        R"(<M><Item ReadOnly="true"><I>3</I><N><Item>4</Item></N></Item></M>)"
+        R"(<C DisableAddRemove="true"><Default~><I>5</I><N/><C><Default~><S>t</S></Default></C></Default>)"
+        R"(<Profile Name="p &amp; q" NameReadOnly="true"~ UserDefaultProfile="true"><I>6</I>)"
+        R"(<N><Item>9</Item></N><C><Default~><S>s</S></Default><Profile Name="in"~><S/></Profile></C></Profile>)"
+        R"(</C><Z><Default~><I>1</I></Default><Both Name="b"~><I>2</I></Both></Z></Root>)");
 }
 
 TEST(GenericParameters, AreHiddenWhenTheFileHasNoneAtItsTop) {
@@ -285,18 +241,6 @@ public:
     }
 };
 
-/// The elements of a document that holds no text, on one line.
-std::string Compact(std::string const& document) {
-    std::istringstream lines(document);
-    std::string text, line;
-    std::getline(lines, line); // the declaration
-    while (std::getline(lines, line)) {
-        std::size_t const flag = line.find(" CanBeDeleted=\"false\"");
-        text += line.erase(std::min(flag, line.size()), flag < line.size() ? 21 : 0).substr(line.find('<'));
-    }
-    return text;
-}
-
 } // namespace
 
 TEST(FilterFile, LeavesOutWhatItNamesButNotBelowDefaultsAndItems) {
@@ -304,22 +248,23 @@ TEST(FilterFile, LeavesOutWhatItNamesButNotBelowDefaultsAndItems) {
     TemporaryFolder const folder;
     std::string const all =
         "<R><GenericParameters/><G><GenericParameters/></G><N><Item><GenericParameters/></Item></N>"
-        "<C><Default><GenericParameters/><D><Default/></D></Default>"
-        "<P Name=\"p\"><GenericParameters/><D><Default/></D></P></C></R>";
+        "<C><Default~><GenericParameters/><D><Default~/></D></Default>"
+        "<P Name=\"p\"~><GenericParameters/><D><Default~/></D></P></C></R>";
     std::string const noGeneral = "<R><G/><N><Item><GenericParameters/></Item></N>"
-                                  "<C><Default><GenericParameters/><D><Default/></D></Default>"
-                                  "<P Name=\"p\"><D><Default/></D></P></C></R>";
+                                  "<C><Default~><GenericParameters/><D><Default~/></D></Default>"
+                                  "<P Name=\"p\"~><D><Default~/></D></P></C></R>";
     std::string const noDefault =
         "<R><GenericParameters/><G><GenericParameters/></G><N><Item><GenericParameters/></Item></N>"
-        "<C><P Name=\"p\"><GenericParameters/><D/></P></C></R>";
+        "<C><P Name=\"p\"~><GenericParameters/><D/></P></C></R>";
     std::string const neither =
-        "<R><G/><N><Item><GenericParameters/></Item></N><C><P Name=\"p\"><D/></P></C></R>";
+        "<R><G/><N><Item><GenericParameters/></Item></N><C><P Name=\"p\"~><D/></P></C></R>";
     struct Row {
         char const* filter;
         std::string written;
     };
     for (Row const& row :
          {Row{"", all},
+          {"<f><ExportGeneralParameters>False</ExportGeneralParameters>", noGeneral},
           {"<f><ExportGeneralParameters>False</ExportGeneralParameters></f>", noGeneral},
           {"<ExportGeneralParameters> false </ExportGeneralParameters>", noGeneral},
           {"<f><x><ExportDefaultParameters>False</ExportDefaultParameters></x></f>", noDefault},
@@ -334,7 +279,7 @@ TEST(FilterFile, LeavesOutWhatItNamesButNotBelowDefaultsAndItems) {
            all}}) {
         ParameterDatabase database(&layout);
         database.GetProfileEditor().Get(L"C").AddProfile(L"p", false);
-        Fill(folder / "filter", row.filter); // the first is no document at all
+        Fill(folder / "filter", row.filter); // the first two are no documents: what arrived counts
         EXPECT_TRUE(WriteFile(database, (folder / "file").wstring(), (folder / "filter").wstring()));
         EXPECT_EQ(Compact(ContentOf(folder / "file")), row.written) << row.filter;
     }

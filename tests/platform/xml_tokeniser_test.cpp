@@ -130,6 +130,8 @@ TEST(XmlTokeniser, DeliversElementsAttributesAndText) {
         {"<a></a>", "<a></a>"},
         {"<a>1.5</a>", "<a>1.5</a>"},
         {" \n<a> <b>x</b >y<c />\t</a\n>\n ", "<a> <b>x</b>y<c></c>\t</a>"},
+        {"<a>\n  <b/>\n  <b/>\n <b/>\n  x<b/>\n  </a>",
+         "<a>\n  <b></b>\n  <b></b>\n <b></b>\n  x<b></b>\n  </a>"},
         {"<a b='1' c = \"2\"\n\td='\"'/>", "<a b=[1] c=[2] d=[\"]></a>"},
         {"<:a.b-c_1 \u00E9\u4E2D='\u20AC'>\U0001F600</:a.b-c_1>",
          "<:a.b-c_1 \u00E9\u4E2D=[\u20AC]>\U0001F600</:a.b-c_1>"},
@@ -335,9 +337,9 @@ TEST(XmlTokeniser, SaysWhatTheDocumentEndsInsideOf) {
 }
 
 TEST(XmlTokeniser, ShortensLongWordsInItsSentences) {
-    std::string const name = "a" + std::string(78, 'b') + "\u00E9" + std::string(1000, 'c');
+    std::string const name = "a"s + std::string(78, 'b') + "\u00E9"s + std::string(1000, 'c');
     EXPECT_EQ(Read("<a>&" + name + ";</a>"),
-              "!1:4 The entity 'a" + std::string(78, 'b') + "...' is not defined.");
+              "!1:4 The entity 'a"s + std::string(78, 'b') + "...' is not defined.");
 }
 
 TEST(XmlTokeniser, KnowsThePlaceOfEachToken) {
@@ -351,7 +353,7 @@ TEST(XmlTokeniser, KnowsThePlaceOfEachToken) {
         for (Token token = tokeniser.Next(); token != Token::End; token = tokeniser.Next()) {
             ASSERT_NE(token, Token::Error) << tokeniser.ErrorText();
             if (token != Token::Text || last != Token::Text)
-                places += " " + PlaceOf(tokeniser);
+                places.append(" ").append(PlaceOf(tokeniser));
             EXPECT_EQ(PlaceOf(tokeniser), PlaceOf(tokeniser));
             last = token;
         }
@@ -430,7 +432,7 @@ TEST(XmlTokeniser, ReadsTokensOfAnySizeByteByByte) {
     for (std::string const& document :
          {"<a>" + many + "</a>", "<" + many + "></" + many + ">", "<a " + many + "='" + many + "'/>",
           "<a b='\t" + many + "'/>", "<a><!--" + many + "--><?" + many + " " + many + "?></a>",
-          "<a><![CDATA[" + std::string(size, ']') + "]]></a>", "<a" + attributes + "/>"})
+          "<a><![CDATA["s + std::string(size, ']') + "]]></a>", "<a" + attributes + "/>"})
         EXPECT_NE(Read(document, 1)[0], '!') << document.substr(0, 20);
 }
 
@@ -451,7 +453,7 @@ TEST(XmlTokeniser, AllocatesNothingOnceWarm) {
 }
 
 TEST(XmlTokeniser, LosesNoMemoryAndNoEventsWhereMemoryRunsOut) {
-    for (std::string const& document : {"<a " + std::string(100, 'b') + "='&lt;'>\xE2\x82\xAC</a>",
+    for (std::string const& document : {"<a "s + std::string(100, 'b') + "='&lt;'>\xE2\x82\xAC</a>",
                                         InUtf16("<a b='&lt;'>\u20AC</a>", true)}) {
         std::string const events = Read(document);
         TestSupport::FailEachAllocation([&] {

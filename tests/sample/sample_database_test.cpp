@@ -110,6 +110,10 @@ TEST(SampleDatabase, PopulatingDoesNothingWithoutALayoutOfItsOwn) {
         Sample::ParameterDatabase database(unusable);
         database.PopulateDefault();
         EXPECT_TRUE(database.IsEqual(Zantrel::ParameterDatabase(unusable)));
+        Zantrel::ParameterDatabase const other(&layout);
+        static_cast<Zantrel::ParameterDatabase&>(database) = other;
+        database.PopulateDefault();
+        EXPECT_TRUE(database.IsEqual(other)) << "a layout that is not its own";
     }
 }
 

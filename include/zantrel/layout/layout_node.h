@@ -90,9 +90,7 @@ struct ZANTREL_EXPORT LayoutNode : LayoutNodeAttributes {
 
     /// The latest child that was appended under this name, or null. Never allocates.
     LayoutNode const* GetNode(std::wstring_view name) const noexcept { return m_children.Find(name); }
-    LayoutNode const* GetNode(wchar_t const* name) const noexcept {
-        return name != nullptr ? m_children.Find(name) : nullptr;
-    }
+    LayoutNode const* GetNode(wchar_t const* name) const noexcept;
     /// GetNode of the name converted from UTF-8, fast for names in list order: see LayoutNodes::FindUtf8.
     LayoutNode const* FindChildUtf8(std::string_view utf8Name, std::size_t& hint) const {
         return m_children.FindUtf8(utf8Name, hint);
@@ -155,6 +153,7 @@ struct ZANTREL_EXPORT LayoutNode : LayoutNodeAttributes {
     LayoutNode* SetImageDescription(std::wstring image, std::wstring stretch);
 
     // --- Attributes: getters copy, setters store and give this node ---
+    // Which getters are const is what hosts were compiled against; on a const node read the field.
 
     eTypeLayoutNode GetType() { return m_type; }
     std::wstring GetName() { return m_name; }

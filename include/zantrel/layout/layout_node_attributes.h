@@ -40,7 +40,7 @@ struct LayoutNodeDisplaySettings {
     bool m_visible = true;
     bool m_readOnly = false;
     bool m_expanded = false;
-    bool m_hideName = false;
+    bool m_hideName = false;         ///< the value is shown without the name
     bool m_performTransform = false; ///< of a transform list
     std::int32_t m_precision = 4;    ///< digits behind the decimal point
     std::wstring m_displayName;
@@ -65,16 +65,16 @@ struct LayoutNodeAttributes : LayoutNodeListSettings, LayoutNodeDisplaySettings 
     std::wstring m_name;       ///< the node's key among its siblings, and its XML tag
     std::wstring m_identifier; ///< what conditions of other nodes refer to
     std::wstring m_defaultValue;
-    std::wstring m_min;         ///< lowest value, empty: none
-    std::wstring m_max;         ///< highest value, empty: none
-    std::wstring m_profileName; ///< the profile list whose members are the choices
-    std::wstring m_requestName; ///< the request by which the driver fills the node
-    std::wstring m_triggerPropertyName;
-    std::wstring m_fileFilter;
+    std::wstring m_min;                 ///< lowest value, empty: none
+    std::wstring m_max;                 ///< highest value, empty: none
+    std::wstring m_profileName;         ///< the profile list whose members are the choices
+    std::wstring m_requestName;         ///< the request by which the driver fills the node
+    std::wstring m_triggerPropertyName; ///< the property that triggers the request
+    std::wstring m_fileFilter;          ///< for a file dialog
     std::vector<std::wstring> m_optionValues;
     bool m_allowEmpty = false;
     LayoutNode const* m_profileNode = nullptr; ///< the profile list where it was given as a node; not owned
-    std::wstring m_visibilityRequest;
+    std::wstring m_visibilityRequest;          ///< the request that decides whether the node is shown
     bool m_isValueUnique = false;
 
     bool m_enableMultiLine = false;
@@ -82,11 +82,11 @@ struct LayoutNodeAttributes : LayoutNodeListSettings, LayoutNodeDisplaySettings 
     std::wstring m_regexUserFriendly; ///< the same rule in words
     std::uint64_t m_maxLength = 0;    ///< 0: not set
 
-    bool m_writeToParameterFile = true;
+    bool m_writeToParameterFile = true; ///< false: a file may lack the element, which is written all the same
     bool m_childrenWriteToParameterFile = true; ///< the m_writeToParameterFile that appended children get
     bool m_disableForParents = false;
     bool m_disableForSubParts = false;
-    std::wstring m_profileEditingPolicy;
+    std::wstring m_profileEditingPolicy; ///< a word for the host
     bool m_showOnlyPartsSelectedInTessra = true;
     std::vector<std::wstring> m_editorLicenseChecks; ///< licences that gate the node's editor pane
     std::wstring m_propName; ///< the property in tickets and templates by which the value is known

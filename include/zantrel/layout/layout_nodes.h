@@ -77,6 +77,7 @@ private:
     void CopyFrom(LayoutNodes const& source, Parents parents);
     void Take(LayoutNodes& other) noexcept;
     void Own(LayoutNode& node) noexcept;
+    void LinkInListOrder() noexcept;
     void Release(LayoutNode& node) noexcept;
     bool StandsBelow(LayoutNodes const& top) const noexcept;
 

@@ -50,8 +50,8 @@ public:
 
     ParameterLayout();
     /// Copies the nodes as LayoutNode does and the anchors as bare pointers: the anchors of the copy stand in
-    /// the source's tree, so the source must outlive the copy and keep its nodes. Moving is copying.
-    /// Assigning a layout to itself changes nothing.
+    /// the source's tree, so the source must outlive the copy and keep its nodes: a copy can't be assigned
+    /// back to its source. Moving is copying. Assigning a layout to itself changes nothing.
     ParameterLayout(ParameterLayout const& source);
     ParameterLayout& operator=(ParameterLayout const& source);
     ~ParameterLayout() override;

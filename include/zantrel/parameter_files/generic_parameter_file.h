@@ -30,12 +30,12 @@ ZANTREL_EXPORT ISAXPersist* _CreateSaxHandlerForReading(ParameterDatabase& datab
 
 /// Writes `database` to the file, whole or not at all: on failure the file that stood there before is
 /// untouched. `filterPath` names a filter file (see ParameterDatabaseIOFilteringReader) or is empty; a filter
-/// file that can't be read filters nothing.
+/// file that can't be opened filters nothing, and of one that breaks off what came before the break counts.
 ///
 /// False when the file can't be written, when a text holds what XML can't carry, or when the name of a node
-/// is no XML name; `report`, where given, says why. Reading what was written gives equal values, apart from a
-/// profile's "CanBeDeleted" that is true, flags of default profiles, "Hidden" of profiles, and second
-/// profiles of one name.
+/// is no XML name; `report`, where given, says why. Reading what was written gives equal values. A few flags,
+/// and values of nodes built in ways that docs/generic_parameter_file.md advises against, don't come back: it
+/// lists them all.
 ZANTREL_EXPORT bool WriteFile(ParameterDatabase const& database, std::wstring const& path,
                               std::wstring const& filterPath, WriteReport* report = nullptr);
 

@@ -77,6 +77,9 @@ public:
 private:
     template <class T> PersistentProperty<T>* FindLive(std::wstring_view name) const;
     template <class T> PersistentProperty<T>* Append(std::wstring_view name, T const& value);
+    /// Merge for a bag of which no part lies in this one.
+    void MergeApart(PersistentProperties const& source, bool overwrite);
+    static void AssignApart(IPersistentProperty& target, IPersistentProperty const& source);
     void AppendOwned(std::wstring_view name, IPersistentProperty* property);
     void ReplaceFirst(std::wstring_view name, IPersistentProperty* property);
 

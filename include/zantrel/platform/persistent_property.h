@@ -166,7 +166,8 @@ template <class T> void PersistentProperty<T>::Assign(IPersistentProperty const*
     if (same == nullptr) {
         return;
     }
-    bool const deleted = same->IsDeleted(); // now: `other` may stand in the value, and end with what it replaces
+    // `other` may stand in the value and end with what it replaces, so its mark is read first.
+    bool const deleted = same->IsDeleted();
     if (same != this) {
         if constexpr (IsMergeable) {
             m_value.Merge(same->m_value, true);

@@ -94,7 +94,8 @@ private:
 /// 1,024 elements. Memory grows with the depth and the longest text, not with the document.
 ZANTREL_EXPORT bool ReadFile(std::wstring const& path, ISAXPersist& handler,
                              Zantrel::ReadReport* report = nullptr);
-/// The same from where `in` stands to its end. False when the stream has failed.
+/// The same from where `in` stands to its end. False when the stream has failed. One that breaks off by an
+/// exception gets its bad bit set, which throws where the host asked the stream for that.
 ZANTREL_EXPORT bool ReadStream(std::basic_istream<char>& in, ISAXPersist& handler,
                                Zantrel::ReadReport* report = nullptr);
 
@@ -105,7 +106,8 @@ ZANTREL_EXPORT bool ReadStream(std::basic_istream<char>& in, ISAXPersist& handle
 /// handler reaches the caller.
 ZANTREL_EXPORT bool WriteFile(std::wstring const& path, ISAXPersist const& handler,
                               WriteOptions const& options, Zantrel::WriteReport* report = nullptr);
-/// The same to a stream, which on failure may have got a part of the document.
+/// The same to a stream, which on failure may have got a part of the document. A stream that doesn't take all
+/// of it gets its bad bit set, as in ReadStream.
 ZANTREL_EXPORT bool WriteStream(std::basic_ostream<char>& out, ISAXPersist const& handler,
                                 WriteOptions const& options, Zantrel::WriteReport* report = nullptr);
 

@@ -19,7 +19,8 @@ public:
     ///
     /// Meant for a new database. Called again it adds all of that once more: further ranges, and second
     /// profiles under names that exist, which lookups by name don't reach. Nothing is done without a layout,
-    /// or on a layout that was copied, as its handles stay in its source.
+    /// on a layout that was copied, as its handles stay in its source, or after assignment to the base has
+    /// brought another layout.
     void PopulateDefault();
 
 private:
