@@ -3,8 +3,10 @@
 #include "platform/files/output_file.h"
 
 #include <cerrno>
+#include <csignal>
 #include <cstdio>
 #include <fcntl.h>
+#include <optional>
 #include <random>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -154,14 +156,57 @@ bool OutputFile::OpenBeside() {
             [[maybe_unused]] int const ignored =
                 ::fchown(m_descriptor, static_cast<uid_t>(-1), target.st_gid);
         }
-        if (::fchmod(m_descriptor, target.st_mode & 07777) != 0) {
+        struct stat made {};
+        bool const isSame =
+            ::fstat(m_descriptor, &made) == 0 && ((made.st_mode ^ target.st_mode) & 07777) == 0;
+        if (!isSame && ::fchmod(m_descriptor, target.st_mode & 07777) != 0) {
             return Fail(errno);
         }
     }
     return true;
 }
 
+namespace {
+
+/// Holds SIGPIPE back while a pipe may be written to whose reader has gone: the write is to fail, not the
+/// process to end.
+class WithoutPipeSignal {
+public:
+    WithoutPipeSignal() noexcept {
+        sigset_t pending;
+        ::sigemptyset(&m_signal);
+        ::sigaddset(&m_signal, SIGPIPE);
+        ::sigpending(&pending);
+        m_wasPending = ::sigismember(&pending, SIGPIPE) == 1;
+        ::pthread_sigmask(SIG_BLOCK, &m_signal, &m_before);
+    }
+    WithoutPipeSignal(WithoutPipeSignal const&) = delete;
+    WithoutPipeSignal& operator=(WithoutPipeSignal const&) = delete;
+    ~WithoutPipeSignal() {
+        int const error = errno;
+        sigset_t pending;
+        ::sigpending(&pending);
+        if (!m_wasPending && ::sigismember(&pending, SIGPIPE) == 1) {
+            int taken = 0;
+            ::sigwait(&m_signal, &taken);
+        }
+        ::pthread_sigmask(SIG_SETMASK, &m_before, nullptr);
+        errno = error;
+    }
+
+private:
+    sigset_t m_signal;
+    sigset_t m_before;
+    bool m_wasPending;
+};
+
+} // namespace
+
 bool OutputFile::Write(std::string_view bytes) noexcept {
+    std::optional<WithoutPipeSignal> held;
+    if (m_temporary.empty()) { // written to directly
+        held.emplace();
+    }
     while (m_error == 0 && !bytes.empty()) {
         ssize_t const written =
             RepeatWhenInterrupted([&] { return ::write(m_descriptor, bytes.data(), bytes.size()); });

@@ -249,7 +249,11 @@ void EntryTable::TurnIntoTree() {
     }
     std::destroy(block->begin(), block->end());
     block->size = 0;
-    tree->older = block;
+    if (block->holdsProperties != 0 || block->hasOlder != 0) {
+        tree->older = block;
+    } else {
+        EntryBlock::FreeChain(block);
+    }
     m_word = reinterpret_cast<std::uintptr_t>(tree.release()) | TreeBit;
 }
 

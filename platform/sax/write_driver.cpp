@@ -178,7 +178,11 @@ void WriteDriver::ReferToSchema(KelAM::SaxUtilities::WriteOptions const& options
     // The attribute is a list, so a blank in a path would end the path.
     std::wstring location = options.m_schemaNamespace + L' ';
     for (wchar_t const unit : options.m_schemaFile) {
-        unit == L' ' ? location.append(L"%20") : location.append(1, unit);
+        if (unit == L' ' || unit == L'%') {
+            location.append(unit == L' ' ? L"%20" : L"%25");
+        } else {
+            location.push_back(unit);
+        }
     }
     bool const isDeclared =
         std::any_of(options.m_namespaces.begin(), options.m_namespaces.end(), [](auto const& declared) {

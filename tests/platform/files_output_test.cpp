@@ -122,7 +122,10 @@ TEST(OutputFile, WritesDirectlyToWhatIsNoRegularFile) {
     EXPECT_TRUE(WriteWholeFile(path.wstring(), "new"));
     char got[8] = {};
     EXPECT_EQ(read(reader, got, sizeof got), 3);
+    OutputFile orphaned;
+    ASSERT_TRUE(orphaned.Open(path.wstring()));
     close(reader);
+    EXPECT_FALSE(orphaned.Write("lost")); // a failure, not the end of the process
     EXPECT_TRUE(fs::is_fifo(path));
     EXPECT_EQ(folder.CountEntries(), 1);
     EXPECT_TRUE(WriteWholeFile(L"/dev/null", "new"));

@@ -65,7 +65,8 @@ std::size_t FailEachAllocation(Action action, Check check,
 
 /// The same for an action that leaves nothing behind: neither completing nor failing may leak.
 template <class Action>
-std::size_t FailEachAllocation(Action action, AllocationFailure::Times times = AllocationFailure::Times::Once) {
+std::size_t FailEachAllocation(Action action,
+                               AllocationFailure::Times times = AllocationFailure::Times::Once) {
     action(); // what is made once for the whole program is made now
     std::ptrdiff_t const before = LiveAllocations();
     return FailEachAllocation(

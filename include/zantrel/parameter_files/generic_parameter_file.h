@@ -20,7 +20,8 @@ namespace Zantrel {
 /// hidden.
 ///
 /// False only when the file can't be opened or isn't well-formed; the database then holds what had arrived.
-/// `report`, where given, hears of that and of all that was passed over. Throws std::bad_alloc.
+/// `report`, where given, hears of that, of elements that were not taken, of texts and
+/// attributes that didn't parse, and of values that have no place in the database. Throws std::bad_alloc.
 ZANTREL_EXPORT bool ReadFile(ParameterDatabase& database, std::wstring const& path,
                              ReadReport* report = nullptr);
 
