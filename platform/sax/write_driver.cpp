@@ -16,7 +16,6 @@ namespace Zantrel::Sax {
 
 namespace {
 
-constexpr std::size_t BufferSize = 256 * 1024;
 constexpr std::size_t MaxDepth = 1024; // that the reader takes
 constexpr std::wstring_view InstanceNamespace = L"http://www.w3.org/2001/XMLSchema-instance";
 
@@ -214,11 +213,11 @@ void WriteDriver::WriteAttribute(std::string_view name, std::string_view value) 
     if (!IsNewAttribute(name)) {
         return Fail(WriteFault::AttributeTwice, name);
     }
-    Put(" ");
+    Put(' ');
     Put(name);
     Put("=\"");
     PutChecked(value, Place::Attribute);
-    Put("\"");
+    Put('"');
 }
 
 bool WriteDriver::IsNewAttribute(std::string_view name) {
@@ -274,7 +273,7 @@ void WriteDriver::OpenElement(std::string_view tag) {
     if (depth != 0) {
         m_levels[depth - 1].hasChildren = true;
     }
-    Put("<");
+    Put('<');
     Put(tag);
     m_startTag = StartTag::TakesAttributes;
     m_attributeCount = 0;
@@ -299,9 +298,10 @@ void WriteDriver::EndElement() noexcept {
         if (level.hasChildren && !level.hasText) {
             BreakLine(m_levels.size() - 1);
         }
-        Put("</");
+        Put('<');
+        Put('/');
         Put(NameOf(m_levels.size() - 1));
-        Put(">");
+        Put('>');
     }
     m_startTag = StartTag::Complete;
     m_names.resize(level.nameBegin);
@@ -323,7 +323,7 @@ bool WriteDriver::BeginText() noexcept {
 
 void WriteDriver::CompleteStartTag() noexcept {
     if (m_startTag != StartTag::Complete) {
-        Put(">");
+        Put('>');
         m_startTag = StartTag::Complete;
     }
 }
@@ -384,14 +384,6 @@ void WriteDriver::Put(std::string_view bytes) noexcept {
     if (!HasFailed() && !m_sink.Write(bytes)) {
         Fail(WriteFault::Sink);
     }
-}
-
-/// The place of `size` bytes in the buffer, which are at most all of it.
-char* WriteDriver::MakeRoom(std::size_t size) noexcept {
-    if (size > BufferSize - m_used) {
-        Flush();
-    }
-    return m_buffer.get() + m_used;
 }
 
 void WriteDriver::Flush() noexcept {

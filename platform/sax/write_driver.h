@@ -62,6 +62,7 @@ public:
     void CloseElement() noexcept override;
 
 private:
+    static constexpr std::size_t BufferSize = 256 * 1024;
     static constexpr std::size_t FewAttributes = 16;
 
     /// An element that is open.
@@ -92,7 +93,17 @@ private:
     std::string_view NameOf(std::size_t level) const noexcept;
 
     void Put(std::string_view bytes) noexcept;
-    char* MakeRoom(std::size_t size) noexcept;
+    void Put(char byte) noexcept {
+        *MakeRoom(1) = byte;
+        ++m_used;
+    }
+    /// The place of `size` bytes in the buffer, which are at most all of it.
+    char* MakeRoom(std::size_t size) noexcept {
+        if (size > BufferSize - m_used) {
+            Flush();
+        }
+        return m_buffer.get() + m_used;
+    }
     void Flush() noexcept;
 
     Files::ByteSink& m_sink;
