@@ -404,7 +404,7 @@ TEST(Identifier, BringsAllSpellingsOfAGuidTogetherAndNothingElse) {
         EXPECT_EQ(Id(spelling).FormatGuid(false, false), lower);
         EXPECT_EQ(Id(spelling).FormatGuid(true, true), L"{" + upper + L"}");
     }
-    for (std::wstring const& text : {std::wstring(), std::wstring(L"Part 7"), std::wstring(L"PART 7"),
+    for (std::wstring const& text : {std::wstring(), std::wstring(L"Plate 7"), std::wstring(L"PLATE 7"),
                                      L"{" + lower, lower + L" ", std::wstring(36, L'-')}) {
         EXPECT_EQ(Id(text).FormatGuid(false, false), text);
         EXPECT_EQ(Id(text).FormatGuid(true, true), text);
