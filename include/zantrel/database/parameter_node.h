@@ -25,7 +25,7 @@ struct LayoutNode;
 /// one thread at a time, also for reading, because looking up writes.
 ///
 /// Misuse throws std::runtime_error with the texts given below, and leaves the bags as they were. Where
-/// memory runs out, std::bad_alloc passes through.
+/// memory runs out, std::bad_alloc passes through, and a list has a new item whole or not at all.
 struct ZANTREL_EXPORT ParameterNode {
     LayoutNode const* m_pNode = nullptr;           ///< borrowed from the layout
     PersistentProperties* m_pProperties = nullptr; ///< borrowed; null: no content here
