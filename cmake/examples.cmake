@@ -1,12 +1,17 @@
 # SPDX-License-Identifier: Apache-2.0
-# Each folder of examples/ that holds sources is one host, named after the folder. Hosts see public headers only.
+# Each folder of examples/ that holds sources is one host, named after the folder; common/ holds what they share.
+# Hosts see public headers only.
 file(GLOB example_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/examples/*/*.cpp)
+set(common_sources ${example_sources})
+list(FILTER common_sources INCLUDE REGEX "/examples/common/")
+list(FILTER example_sources EXCLUDE REGEX "/examples/common/")
 
 foreach(source IN LISTS example_sources)
   get_filename_component(folder ${source} DIRECTORY)
   get_filename_component(name ${folder} NAME)
   if(NOT TARGET ${name})
-    add_executable(${name})
+    add_executable(${name} ${common_sources})
+    target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/examples)
     target_link_libraries(${name} PRIVATE Zantrel::Zantrel zantrel_warnings)
     set_target_properties(${name} PROPERTIES
       CXX_STANDARD 17

@@ -4,10 +4,13 @@
 #include "parameter_files/parameter_node_read.h"
 #include "parameter_files/parameter_node_write.h"
 #include "parameter_files/vocabulary.h"
+#include "platform/sax/document_options.h"
 
 #include <zantrel/layout/parameter_layout.h>
 #include <zantrel/platform/sax_utilities.h>
 #include <zantrel/platform/string_conversion.h>
+
+#include <utility>
 
 namespace Zantrel {
 
@@ -49,16 +52,11 @@ ISAXPersist* _CreateSaxHandlerForReading(ParameterDatabase& database) {
 
 bool WriteFile(ParameterDatabase const& database, std::wstring const& path, std::wstring const& filterPath,
                WriteReport* report) {
-    KelAM::SaxUtilities::WriteOptions options;
-    options.m_callerOption = true;
-    options.m_firstHeaderText.clear();
-    options.m_secondHeaderText.clear();
-    if (database.GetLayout() != nullptr) {
-        options.m_rootTag = StringConversion::NativeToUtf8(database.GetLayout()->m_name);
-    }
+    ParameterLayout const* const layout = database.GetLayout();
+    std::string rootTag = layout != nullptr ? StringConversion::NativeToUtf8(layout->m_name) : std::string();
     ParameterNodeWrite handler(ProfileEditorOf(database));
     ReadFiltering(filterPath, handler.m_filtering);
-    return KelAM::SaxUtilities::WriteFile(path, handler, options, report);
+    return KelAM::SaxUtilities::WriteFile(path, handler, Sax::DocumentOptions(std::move(rootTag)), report);
 }
 
 ISAXPersist* _CreateSaxHandlerForWriting(ParameterDatabase const& database,

@@ -1,25 +1,26 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "common/host.h"
 #include "trees.h"
 
 #include <zantrel/zantrel.h>
 
 #include <cstddef>
-#include <exception>
 #include <filesystem>
 #include <iostream>
 #include <memory>
 #include <sstream>
-#include <stdexcept>
 #include <string>
 #include <string_view>
 
 // The smallest complete host: it reads a parameter file into the sample layout, shows it, changes it through
-// cursors, writes it, and proves that nothing was lost on the way. Texts go to the terminal in UTF-8,
-// whatever the locale.
+// cursors, writes it, and proves that nothing was lost on the way.
 
 namespace {
 
 using namespace Zantrel;
+using Host::Fail;
+using Host::TextOf;
+using Host::Wide;
 using StringConversion::NativeToUtf8;
 
 constexpr char const* Usage =
@@ -29,37 +30,6 @@ constexpr char const* Usage =
     "folder unless given, and never FILE itself. What the format doesn't carry counts as\n"
     "lost: see docs/generic_parameter_file.md.\n"
     "Exit status: 0 when all values came back, 1 when not, 2 for other arguments.\n";
-
-[[noreturn]] void Fail(std::wstring const& sentence) { throw std::runtime_error(NativeToUtf8(sentence)); }
-
-/// "file:line:column: sentence (path of elements)"; the sentence alone where there is no place to name.
-std::wstring TextOf(std::wstring const& path, ReadReport::Entry const& entry) {
-    std::wstring const text = ReadReport::Format(entry);
-    return entry.line == 0 ? text : path + L':' + text;
-}
-
-ReadReport Read(Zantrel::ParameterDatabase& database, std::wstring const& path) {
-    ReadReport report;
-    if (!ReadFile(database, path, &report)) {
-        // The cause ends the read, so it stands last.
-        Fail(report.m_entries.empty() ? L"Can't read " + path : TextOf(path, report.m_entries.back()));
-    }
-    return report;
-}
-
-void ShowPassedOver(std::wstring const& path, ReadReport const& report) {
-    if (report.m_entries.empty()) {
-        std::cout << "Everything in it was taken.\n";
-        return;
-    }
-    std::cout << "Passed over:\n";
-    for (ReadReport::Entry const& entry : report.m_entries) {
-        std::cout << "  " << NativeToUtf8(TextOf(path, entry)) << '\n';
-    }
-    if (report.m_leftOut != 0) {
-        std::cout << "  and " << report.m_leftOut << " more\n";
-    }
-}
 
 /// `wish`, or with a number behind it when a profile has that name already: a second one would never be
 /// found.
@@ -138,7 +108,7 @@ bool FileHolds(std::wstring const& path, std::string const& document) {
 /// Reads the result into a new database and compares everything.
 void Prove(Zantrel::ParameterDatabase& database, std::wstring const& path) {
     Zantrel::ParameterDatabase second(database.GetLayout());
-    ReadReport const report = Read(second, path);
+    ReadReport const report = Host::Read(second, path);
     if (!report.m_entries.empty()) {
         Fail(L"What was written is not taken whole: " + TextOf(path, report.m_entries.front()));
     }
@@ -156,22 +126,17 @@ void RunRoundTrip(std::wstring const& input, std::wstring const& output) {
     layout.AddCategoryNodeIfNeeded(); // the layout is finished, and from here on only read
     Sample::ParameterDatabase database(&layout);
 
-    ReadReport const report = Read(database, input);
+    ReadReport const report = Host::Read(database, input);
     std::cout << "Read " << NativeToUtf8(input) << ":\n\n";
     RoundTrip::Show(database.GetProfileEditor(), std::cout);
     std::cout << '\n';
-    ShowPassedOver(input, report);
+    Host::ShowPassedOver(input, report, std::cout);
 
     Change(database, layout);
     Write(database, output);
     std::cout << "Added a profile and list entries, changed values, and wrote " << NativeToUtf8(output)
               << ".\n";
     Prove(database, output);
-}
-
-/// An argument as the wide path that the library takes.
-std::wstring WidePath(std::filesystem::path const& path) {
-    return StringConversion::Utf8ToNative(path.u8string());
 }
 
 int Run(int argc, char const* const* argv) {
@@ -185,26 +150,11 @@ int Run(int argc, char const* const* argv) {
     }
     std::filesystem::path const input(argv[1]);
     std::filesystem::path const output(argc == 3 ? argv[2] : "round_trip_result.xml");
-    std::error_code ignored; // where nothing can be found out, the two are not one file
-    if (std::filesystem::equivalent(input, output, ignored)) {
-        Fail(L"The result would replace the file that is read: " + WidePath(output));
-    }
-    RunRoundTrip(WidePath(input), WidePath(output));
+    Host::RefuseToReplace(input, output);
+    RunRoundTrip(Wide(input), Wide(output));
     return 0;
 }
 
 } // namespace
 
-int main(int argc, char** argv) {
-    try {
-        int const status = Run(argc, argv);
-        if (!std::cout.flush()) {
-            throw std::runtime_error("Can't write to the standard output");
-        }
-        return status;
-    } catch (std::exception const& error) {
-        std::cout.flush();
-        std::cerr << "round_trip: " << error.what() << '\n';
-        return 1;
-    }
-}
+int main(int argc, char** argv) { return Host::Main("round_trip", argc, argv, Run); }

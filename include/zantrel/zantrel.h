@@ -12,6 +12,10 @@
 #include <zantrel/layout/layout_nodes.h>
 #include <zantrel/layout/node_type.h>
 #include <zantrel/layout/parameter_layout.h>
+#include <zantrel/layout/resource_dictionary.h>
+
+#include <zantrel/layout_files/meta_file.h>
+#include <zantrel/layout_files/property_template.h>
 
 #include <zantrel/parameter_files/generic_parameter_file.h>
 #include <zantrel/parameter_files/io_filtering.h>

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "platform/sax/read_driver.h"
 
+#include "platform/enum_order.h"
 #include "platform/sax/report_texts.h"
 #include "platform/text/numbers.h"
 #include "platform/text/unicode.h"

@@ -1,23 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <cstddef>
 #include <initializer_list>
 #include <string>
 #include <string_view>
 
 namespace Zantrel::Sax {
-
-/// Whether the rows of a table stand in the order of the enumeration that they explain, none left out.
-template <class Row, std::size_t Count, class Enum>
-constexpr bool InEnumOrder(Row const (&rows)[Count], Enum Row::*key, Enum last) {
-    for (std::size_t index = 0; index < Count; ++index) {
-        if (rows[index].*key != static_cast<Enum>(index)) {
-            return false;
-        }
-    }
-    return Count == static_cast<std::size_t>(last) + 1;
-}
 
 /// `pattern` with "{0}", "{1}", ... replaced by `parts`.
 std::wstring Fill(std::wstring_view pattern, std::initializer_list<std::wstring_view> parts);

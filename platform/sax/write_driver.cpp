@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "platform/sax/write_driver.h"
 
+#include "platform/enum_order.h"
 #include "platform/sax/report_texts.h"
 #include "platform/text/numbers.h"
 #include "platform/text/unicode.h"
+#include "platform/xml/depth_limit.h"
 #include "platform/xml/names.h"
 #include "platform/xml/utf8.h"
 
@@ -16,7 +18,6 @@ namespace Zantrel::Sax {
 
 namespace {
 
-constexpr std::size_t MaxDepth = 1024; // that the reader takes
 constexpr std::wstring_view InstanceNamespace = L"http://www.w3.org/2001/XMLSchema-instance";
 
 struct FaultPattern {
@@ -254,7 +255,7 @@ void WriteDriver::OpenElement(std::string_view tag) {
     if (!IsName(tag)) {
         return Fail(WriteFault::NoName, tag);
     }
-    if (m_levels.size() == MaxDepth) {
+    if (m_levels.size() == Xml::MaxDepth) {
         return Fail(WriteFault::TooDeep);
     }
     if (!m_manyAttributes.empty()) {

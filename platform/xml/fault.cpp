@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "platform/xml/fault.h"
 
+#include "platform/enum_order.h"
+
 #include <cstddef>
 
 namespace Zantrel::Xml {
@@ -56,13 +58,7 @@ constexpr Sentence Sentences[] = {
     {Fault::UndefinedEntity, "The entity '@' is not defined."},
 };
 
-constexpr bool InEnumOrder() {
-    for (std::size_t index = 0; index < std::size(Sentences); ++index)
-        if (static_cast<std::size_t>(Sentences[index].fault) != index)
-            return false;
-    return std::size(Sentences) == static_cast<std::size_t>(Fault::UndefinedEntity) + 1;
-}
-static_assert(InEnumOrder());
+static_assert(InEnumOrder(Sentences, &Sentence::fault, Fault::UndefinedEntity));
 
 constexpr std::size_t LongestWord = 80;
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/xml/byte_source.h"
+#include "platform/xml/depth_limit.h"
 #include "platform/xml/fault.h"
 #include "platform/xml/indentation.h"
 #include "platform/xml/input_buffer.h"
@@ -35,7 +36,7 @@ public:
     /// Asks `source`, which must outlive the tokeniser, for `pieceSize` bytes at a time. An element nested
     /// deeper than `maxDepth` is an error; the root has depth 1.
     explicit Tokeniser(ByteSource& source, std::size_t pieceSize = std::size_t(64) * 1024,
-                       std::size_t maxDepth = 1024);
+                       std::size_t maxDepth = MaxDepth);
     Tokeniser(Tokeniser const&) = delete;
     Tokeniser& operator=(Tokeniser const&) = delete;
 

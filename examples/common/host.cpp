@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "common/host.h"
+
+#include <exception>
+#include <iostream>
+#include <stdexcept>
+#include <system_error>
+
+namespace Host {
+
+using StringConversion::NativeToUtf8;
+using Zantrel::ReadReport;
+
+void Fail(std::wstring const& sentence) { throw std::runtime_error(NativeToUtf8(sentence)); }
+
+std::wstring Wide(std::filesystem::path const& argument) {
+    return StringConversion::Utf8ToNative(argument.u8string());
+}
+
+void RefuseToReplace(std::filesystem::path const& input, std::filesystem::path const& output) {
+    std::error_code ignored; // where nothing can be found out, the two are not one file
+    if (std::filesystem::equivalent(input, output, ignored)) {
+        Fail(L"The result would replace the file that is read: " + Wide(output));
+    }
+}
+
+std::wstring TextOf(std::wstring const& path, ReadReport::Entry const& entry) {
+    std::wstring const text = ReadReport::Format(entry);
+    return entry.line == 0 ? text : path + L':' + text;
+}
+
+void FailToRead(std::wstring const& path, ReadReport const& report) {
+    // The cause ends the read, so it stands last.
+    Fail(report.m_entries.empty() ? L"Can't read " + path : TextOf(path, report.m_entries.back()));
+}
+
+void ShowPassedOver(std::wstring const& path, ReadReport const& report, std::ostream& out) {
+    if (report.m_entries.empty()) {
+        out << "Everything in it was taken.\n";
+        return;
+    }
+    out << "Passed over:\n";
+    for (ReadReport::Entry const& entry : report.m_entries) {
+        out << "  " << NativeToUtf8(TextOf(path, entry)) << '\n';
+    }
+    if (report.m_leftOut != 0) {
+        out << "  and " << report.m_leftOut << " more\n";
+    }
+}
+
+int Main(char const* name, int argc, char const* const* argv, int (*run)(int, char const* const*)) {
+    try {
+        int const status = run(argc, argv);
+        if (!std::cout.flush()) {
+            throw std::runtime_error("Can't write to the standard output");
+        }
+        return status;
+    } catch (std::exception const& error) {
+        std::cout.flush();
+        std::cerr << name << ": " << error.what() << '\n';
+        return 1;
+    }
+}
+
+} // namespace Host

@@ -1,0 +1,216 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "common/host.h"
+#include "outline.h"
+
+#include <zantrel/zantrel.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
+#include <iostream>
+#include <string>
+#include <string_view>
+#include <vector>
+
+// A host whose parameters are declared in a file and not in code: it reads a layout with its translations,
+// shows it, writes it in both formats, and keeps values on it as on any other layout.
+
+namespace {
+
+using namespace Zantrel;
+using Host::Fail;
+using Host::Wide;
+using std::filesystem::path;
+using StringConversion::NativeToUtf8;
+
+constexpr char const* Usage =
+    "Usage: layout_from_file LAYOUT FOLDER [LANGUAGE]\n"
+    "Reads the layout meta file LAYOUT and shows its parameters, in LANGUAGE or in every\n"
+    "language that it is translated into. Writes it as a meta file and as property templates\n"
+    "to FOLDER, then makes a database on it, changes values, writes them to a parameter file\n"
+    "there and proves that this holds them. FOLDER is made where it is missing; layout.xml,\n"
+    "profile_lists.xml, template.xml and parameters.xml in it are replaced.\n"
+    "Exit status: 0 when all that held, 1 when not, 2 for other arguments.\n";
+
+std::string Text(path const& file) { return NativeToUtf8(Wide(file)); }
+
+std::size_t CountNodes(LayoutNode const& node) {
+    std::size_t count = 1;
+    for (std::size_t i = 0; i < node.Size(); ++i) {
+        count += CountNodes(node.At(i));
+    }
+    return count;
+}
+
+// --- Showing ---
+
+/// The language that was asked for, or all.
+std::vector<std::wstring> ChooseLanguages(ResourceDictionary const& dictionary, std::wstring const& wanted) {
+    std::vector<std::wstring> languages = LayoutFromFile::LanguagesOf(dictionary);
+    if (wanted.empty()) {
+        return languages;
+    }
+    if (std::find(languages.begin(), languages.end(), wanted) == languages.end()) {
+        std::wstring known;
+        for (std::wstring const& language : languages) {
+            known += (known.empty() ? L"" : L", ") + language;
+        }
+        Fail(L"The layout is not translated into " + wanted + L", only into: " +
+             (known.empty() ? L"nothing" : known));
+    }
+    return {wanted};
+}
+
+// --- Writing the layout ---
+
+/// Says what a read makes of the file that was just written.
+template <class Read> void ShowReadBack(path const& file, char const* what, Read&& read) {
+    ParameterLayout copy;
+    ReadReport report;
+    if (!read(copy, Wide(file), &report)) {
+        Host::FailToRead(Wide(file), report);
+    }
+    std::cout << "  " << Text(file) << ", " << what << ": " << CountNodes(copy) << " nodes\n";
+}
+
+void WriteMetaFile(ParameterLayout const& layout, path const& file) {
+    WriteReport report;
+    if (!WriteFile(layout, Wide(file), &report)) {
+        Fail(report.Format());
+    }
+    ShowReadBack(file, "the meta file", [](auto&&... arguments) { return ReadFile(arguments...); });
+}
+
+void WriteTemplate(ParameterLayout const& layout, path const& file, bool profileListsOnly) {
+    KlvrPropertyTemplate::WriteOptions options;
+    options.m_profileListsOnly = profileListsOnly;
+    WriteReport report;
+    if (!KlvrPropertyTemplate::WriteFile(layout, Wide(file), options, &report)) {
+        Fail(report.Format());
+    }
+    ShowReadBack(file,
+                 profileListsOnly ? "the template, of profile lists only" : "the template, of everything",
+                 [](auto&&... arguments) { return KlvrPropertyTemplate::ReadFile(arguments...); });
+}
+
+// --- Values ---
+
+constexpr wchar_t const* EntryName = L"\u00DCberhang \u7CBE\u5BC6"; // Überhang 精密
+
+struct Filled {
+    std::size_t entries = 0;
+    std::size_t values = 0;
+};
+
+void ChangeValue(ParameterNode leaf) {
+    switch (leaf.m_pNode->m_type) { // no default: the compiler names a type that is forgotten
+    case Group:
+        return;
+    case Int:
+        return leaf.SetValue(std::int32_t(-7));
+    case Double:
+    case Distance:
+        return leaf.SetValue(1.0 / 3.0);
+    case Bool:
+        return leaf.SetValue(!leaf.GetValue<bool>());
+    case FileAttachment:
+        return leaf.SetValue(KelAM::FileContent(L"note.bin", {std::byte{0}, std::byte{0xFF}}));
+    case String:
+    case Options:
+    case OptionsFromProfiles: // every profile list gets a profile of this name
+    case FileAbsolute:
+    case StandardOptions: // has no value before: this call makes it
+        return leaf.SetValueFromText(EntryName);
+    }
+}
+
+/// Gives every container below the cursor an entry, and every value a new one. What there is, only the layout
+/// can tell: a host that knows its layout says `editor.Get(L"Machine").Get(L"BuildHeight").SetValue(300.0)`.
+void Fill(ParameterNode const& node, Filled& filled) {
+    LayoutNode const& layout = *node.m_pNode;
+    if (node.m_isContainer) {
+        ++filled.entries;
+        Fill(layout.m_isProfileList ? ParameterNode(node).AddProfile(EntryName, true)
+                                    : node.AddListNode(true),
+             filled);
+    } else if (layout.m_type == Group) {
+        for (std::size_t i = 0; i < layout.Size(); ++i) {
+            Fill(node.Get(&layout.At(i)), filled);
+        }
+    } else {
+        ++filled.values;
+        ChangeValue(node);
+    }
+}
+
+void ProveValues(ParameterLayout const& layout, path const& file) {
+    ParameterDatabase database(&layout);
+    Filled filled;
+    Fill(database.GetProfileEditor(), filled);
+    WriteReport report;
+    if (!WriteFile(database, Wide(file), L"", &report)) {
+        Fail(report.Format());
+    }
+    std::cout << "A database on it got " << filled.entries << " profiles and list items and " << filled.values
+              << " new values, written to " << Text(file) << ".\n";
+
+    ParameterDatabase second(&layout);
+    ReadReport const passedOver = Host::Read(second, Wide(file));
+    if (!passedOver.m_entries.empty()) {
+        Fail(L"What was written is not taken whole: " +
+             Host::TextOf(Wide(file), passedOver.m_entries.front()));
+    }
+    if (!second.IsEqual(database)) {
+        Fail(L"Other values came back from " + Wide(file));
+    }
+    std::cout << "A second database, read from that file, is equal to the first.\n";
+}
+
+// --- The program ---
+
+void RunOn(path const& input, path const& folder, std::wstring const& language) {
+    ResourceDictionary translations;
+    ParameterLayout layout;
+    layout.SetResourceDictionary(&translations); // before the read, which fills it
+    ReadReport const report = Host::Read(layout, Wide(input));
+    if (layout.m_profileEditor->Size() == 0) {
+        Fail(Wide(input) + L" declares no parameters: nothing stands in its ProfileEditor");
+    }
+
+    std::cout << "Read " << Text(input) << ", the layout of " << NativeToUtf8(layout.m_name) << ":\n\n";
+    LayoutFromFile::ShowOutline(layout, ChooseLanguages(translations, language), std::cout);
+    std::cout << '\n';
+    Host::ShowPassedOver(Wide(input), report, std::cout);
+
+    std::filesystem::create_directories(folder);
+    path const metaFile = folder / "layout.xml", profileLists = folder / "profile_lists.xml",
+               wholeTemplate = folder / "template.xml", parameters = folder / "parameters.xml";
+    for (path const& output : {metaFile, profileLists, wholeTemplate, parameters}) {
+        Host::RefuseToReplace(input, output);
+    }
+    std::cout << "\nThe layout has " << CountNodes(layout)
+              << " nodes. Written, and read into a new layout:\n";
+    WriteMetaFile(layout, metaFile);
+    WriteTemplate(layout, profileLists, true);
+    WriteTemplate(layout, wholeTemplate, false);
+    std::cout << '\n';
+    ProveValues(layout, parameters);
+}
+
+int Run(int argc, char const* const* argv) {
+    if (argc == 2 && std::string_view(argv[1]) == "--help") {
+        std::cout << Usage;
+        return 0;
+    }
+    if (argc != 3 && argc != 4) {
+        std::cerr << Usage;
+        return 2;
+    }
+    RunOn(argv[1], argv[2], argc == 4 ? Wide(argv[3]) : std::wstring());
+    return 0;
+}
+
+} // namespace
+
+int main(int argc, char** argv) { return Host::Main("layout_from_file", argc, argv, Run); }

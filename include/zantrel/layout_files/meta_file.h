@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <zantrel/export.h>
+#include <zantrel/layout/parameter_layout.h>
+#include <zantrel/platform/read_report.h>
+#include <zantrel/platform/write_report.h>
+
+#include <string>
+
+/// The layout meta file: a layout in XML whose element names are those of its nodes. The writer puts down all
+/// that a layout says about its nodes; the reader takes the tree, the types, the defaults, the containers and
+/// a few names of it. docs/layout_meta_file.md has the grammar and names all that doesn't come back.
+///
+/// The functions run on the caller's thread, which the layout belongs to while it is read into.
+namespace Zantrel {
+
+/// Adds what the file holds to `layout`, which isn't emptied first, names its root after the file's root, and
+/// adds the category option (AddCategoryNodeIfNeeded). The translations of the file go to the dictionary of
+/// the layout, if it has one. Elements that the format doesn't know become nodes.
+///
+/// False only when the file can't be opened, isn't well-formed, or would make the tree deeper than 256 levels
+/// below the root; the layout then holds what had arrived. `report`, where given, says why, and names type
+/// words that aren't known. Throws std::bad_alloc.
+ZANTREL_EXPORT bool ReadFile(ParameterLayout& layout, std::wstring const& path, ReadReport* report = nullptr);
+
+/// Whether ReadFile can read the file and finds something in its "ProfileEditor".
+ZANTREL_EXPORT bool IsValidFile(std::wstring const& path, ReadReport* report = nullptr);
+
+/// Writes `layout` to the file, whole or not at all: on failure the file that stood there before is
+/// untouched. The category option isn't written, since reading makes it anew.
+///
+/// False when the file can't be written, when a text holds what XML can't carry, when the name of a node is
+/// no XML name, or when the nodes are nested too deeply for any reader; `report`, where given, says why.
+/// Nodes that conditions name as sources must be alive.
+ZANTREL_EXPORT bool WriteFile(ParameterLayout const& layout, std::wstring const& path,
+                              WriteReport* report = nullptr);
+
+} // namespace Zantrel

@@ -1,0 +1,85 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "layout_files/layout_read.h"
+
+#include "platform/text/unicode.h"
+
+#include <zantrel/platform/string_conversion.h>
+
+using namespace Zantrel;
+
+namespace {
+
+/// So that every walk over a layout from a file fits the stack, that of a database on it too.
+constexpr std::size_t MaxLevel = 256;
+
+} // namespace
+
+LayoutRead::LayoutRead(ParameterLayout& layout) : m_layout(layout), m_currentNode(&layout) {}
+
+void LayoutRead::SetDefaults() { GoTo(nullptr); }
+
+bool LayoutRead::HandleTag(std::string const& tag, KelSAX::ISAXReader& reader) {
+    if (reader.GetDepth() != 0) {
+        return m_isRefused || ReadElement(tag, reader);
+    }
+    std::string_view localName;
+    m_namespaceHandler.UpdateNamespaces(reader.GetAttributes());
+    m_namespaceHandler.ResolveTag(tag, localName, nullptr);
+    m_layout.m_name = StringConversion::Utf8ToNative(localName);
+    return true;
+}
+
+void LayoutRead::HandleEndTag(std::string_view tag) {
+    if (!m_isRefused) {
+        EndElement(tag);
+    }
+}
+
+LayoutNode* LayoutRead::NodeOf(Anchor anchor) const {
+    return anchor != nullptr ? (m_layout.*anchor).GetNode() : &m_layout;
+}
+
+bool LayoutRead::IsAt(Anchor anchor) const { return m_currentNode == NodeOf(anchor); }
+
+bool LayoutRead::IsNamed(Anchor anchor, std::string_view tag) const {
+    LayoutNode const* const node = anchor != nullptr ? NodeOf(anchor) : nullptr;
+    return node != nullptr && Text::EqualsUtf8(node->m_name, tag);
+}
+
+void LayoutRead::GoTo(Anchor anchor) {
+    SetCurrent(NodeOf(anchor));
+    m_level = 0;
+    // The limit also ends the walk where a host's copies of subtrees have made a ring of parents.
+    for (LayoutNode const* node = m_currentNode; node != &m_layout && node != nullptr && m_level < MaxLevel;
+         node = node->m_parent) {
+        ++m_level;
+    }
+}
+
+void LayoutRead::GoUp() {
+    if (m_currentNode != &m_layout) {
+        SetCurrent(m_currentNode->m_parent);
+        m_level -= m_level != 0 ? 1 : 0;
+    }
+}
+
+void LayoutRead::SetCurrent(LayoutNode* node) { m_currentNode = node != nullptr ? node : &m_layout; }
+
+void LayoutRead::Add(std::unique_ptr<LayoutNode> node, KelSAX::ISAXReader& reader) {
+    if (m_level == MaxLevel) {
+        m_isRefused = true;
+        reader.NoteRefused(L"The parameters are nested more than " + std::to_wstring(MaxLevel) +
+                           L" levels deep; the layout is not taken.");
+        return;
+    }
+    m_currentNode->AppendNode(node.release());
+    m_currentNode = m_currentNode->Back();
+    ++m_level;
+}
+
+void LayoutRead::ReadVersionPart(std::string const& tag, KelSAX::ISAXReader& reader) {
+    std::size_t hint = 0;
+    if (LayoutNode* const part = m_currentNode->m_children.FindUtf8(tag, hint)) {
+        reader.ReadValue(part->m_defaultValue);
+    }
+}

@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <zantrel/layout_files/meta_file.h>
+
+#include "layout_files/meta_file_read.h"
+#include "layout_files/meta_file_write.h"
+#include "platform/sax/document_options.h"
+
+#include <zantrel/platform/sax_utilities.h>
+#include <zantrel/platform/string_conversion.h>
+#include <zantrel/platform/xml_namespaces.h>
+
+namespace Zantrel {
+
+namespace {
+
+bool ReadNodes(ParameterLayout& layout, std::wstring const& path, ReadReport* report) {
+    ParameterLayoutIOMetaFileRead handler(layout);
+    return KelAM::SaxUtilities::ReadFile(path, handler, report) && !handler.IsRefused();
+}
+
+} // namespace
+
+bool ReadFile(ParameterLayout& layout, std::wstring const& path, ReadReport* report) {
+    bool const isRead = ReadNodes(layout, path, report);
+    if (isRead) {
+        layout.AddCategoryNodeIfNeeded();
+        layout
+            .AddCategoryNodeIfNeeded(); // hosts count two calls; the second finds the option and adds nothing
+    }
+    return isRead;
+}
+
+bool IsValidFile(std::wstring const& path, ReadReport* report) {
+    ParameterLayout layout;
+    return ReadNodes(layout, path, report) && layout.m_profileEditor->Size() != 0;
+}
+
+bool WriteFile(ParameterLayout const& layout, std::wstring const& path, WriteReport* report) {
+    auto options = Sax::DocumentOptions(StringConversion::NativeToUtf8(layout.m_name));
+    options.m_namespaces.emplace_back(std::wstring(), XML_namespaces::m_namespace_profiles_meta);
+    return KelAM::SaxUtilities::WriteFile(path, ParameterLayoutIOMetaFileWrite(layout), options, report);
+}
+
+} // namespace Zantrel

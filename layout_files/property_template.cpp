@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <zantrel/layout_files/property_template.h>
+
+#include "layout_files/property_template_read.h"
+#include "layout_files/property_template_words.h"
+#include "layout_files/property_template_write.h"
+#include "platform/sax/document_options.h"
+
+#include <zantrel/platform/sax_utilities.h>
+#include <zantrel/platform/xml_namespaces.h>
+
+namespace Zantrel::KlvrPropertyTemplate {
+
+namespace {
+
+KelAM::SaxUtilities::WriteOptions DocumentOptions() {
+    auto options = Sax::DocumentOptions(std::string(PropertyTemplateWord::Root));
+    AddBuildProcessingNamespace(options, XML_namespaces::m_namespace_build_processors_2016_04);
+    return options;
+}
+
+} // namespace
+
+bool ReadFile(ParameterLayout& layout, std::wstring const& path, ReadReport* report) {
+    ParameterLayoutIOPropertyTemplateRead handler(layout);
+    return KelAM::SaxUtilities::ReadFile(path, handler, report) && !handler.IsRefused();
+}
+
+bool ReadStream(ParameterLayout& layout, std::basic_istream<char>& in, ReadReport* report) {
+    ParameterLayoutIOPropertyTemplateRead handler(layout);
+    return KelAM::SaxUtilities::ReadStream(in, handler, report) && !handler.IsRefused();
+}
+
+bool IsValidFile(std::wstring const& path, ReadReport* report) {
+    ParameterLayoutIOPropertyTemplateValidityCheck check;
+    KelAM::SaxUtilities::ReadFile(path, check, report); // the root's name is all that counts
+    return check.m_valid;
+}
+
+bool WriteFile(ParameterLayout const& layout, std::wstring const& path, WriteOptions const& options,
+               WriteReport* report) {
+    ParameterLayoutIOPropertyTemplateWrite const handler(layout, options.m_profileListsOnly);
+    return KelAM::SaxUtilities::WriteFile(path, handler, DocumentOptions(), report);
+}
+
+bool WriteStream(ParameterLayout const& layout, std::basic_ostream<char>& out, WriteOptions const& options,
+                 WriteReport* report) {
+    ParameterLayoutIOPropertyTemplateWrite const handler(layout, options.m_profileListsOnly);
+    return KelAM::SaxUtilities::WriteStream(out, handler, DocumentOptions(), report);
+}
+
+} // namespace Zantrel::KlvrPropertyTemplate

@@ -1,0 +1,107 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "layout_files/property_template_read.h"
+
+#include "layout_files/property_template_words.h"
+
+#include <memory>
+#include <utility>
+
+using namespace Zantrel;
+namespace Word = Zantrel::PropertyTemplateWord;
+
+namespace {
+
+/// A section and the node of the layout that its nodes go under. Null is the root.
+struct Section {
+    std::string_view word;
+    ParameterLayout::pNode ParameterLayout::*node;
+};
+
+constexpr Section Sections[] = {
+    {Word::MachineParameters, &ParameterLayout::m_profileEditor},
+    {Word::BuildTicket, nullptr}, // so that its two sections are known there
+    {Word::Defaults, &ParameterLayout::m_platformOptions},
+    {Word::PartOverrides, &ParameterLayout::m_partConfigurator},
+};
+
+} // namespace
+
+bool ParameterLayoutIOPropertyTemplateRead::ReadElement(std::string const& tag, KelSAX::ISAXReader& reader) {
+    if (IsAt(nullptr) && EnterSection(tag)) {
+        return true;
+    }
+    if (IsAt(&ParameterLayout::m_versionNode)) {
+        ReadVersionPart(tag, reader);
+        return true;
+    }
+    return tag != Word::PropertyNode || ReadPropertyNode(reader);
+}
+
+bool ParameterLayoutIOPropertyTemplateRead::EnterSection(std::string_view tag) {
+    // No end tag leads out of the version's node but those of the sections, and no writer makes such an
+    // element.
+    if (IsNamed(&ParameterLayout::m_versionNode, tag)) {
+        GoTo(&ParameterLayout::m_versionNode);
+        return true;
+    }
+    for (Section const& section : Sections) {
+        if (section.word == tag) {
+            GoTo(section.node);
+            return true;
+        }
+    }
+    return false;
+}
+
+bool ParameterLayoutIOPropertyTemplateRead::ReadPropertyNode(KelSAX::ISAXReader& reader) {
+    std::wstring name;
+    if (!reader.ReadAttribute(name, Word::Name)) {
+        return false;
+    }
+    std::string word;
+    eTypeLayoutNode const type =
+        reader.ReadAttribute(word, Word::Type) ? TypeOf(Word::Types, word, reader) : String;
+    auto node = std::make_unique<LayoutNode>(nullptr, type, nullptr);
+    node->m_name = std::move(name);
+    if (type != Group) {
+        reader.ReadAttribute(node->m_defaultValue, Word::Default);
+    }
+    reader.ReadAttribute(node->m_propName, Word::PropertyName);
+    reader.ReadAttribute(node->m_displayName, Word::DisplayName);
+    reader.ReadAttribute(node->m_containerDisplayName, Word::DisplayNameContainer);
+    if (reader.ReadAttribute(word, Word::ProfileList)) {
+        node->SetProfile(true, L"Profile");
+    }
+    if (reader.ReadAttribute(word,
+                             Word::List)) { // after the profiles: of a node that is both this name stays
+        node->SetList(true, L"ListItem", std::wstring());
+    }
+    reader.ReadAttribute(node->m_profileName, Word::ProfileName);
+    Add(std::move(node), reader);
+    return true;
+}
+
+void ParameterLayoutIOPropertyTemplateRead::EndElement(std::string_view tag) {
+    if (tag == Word::PropertyNode) {
+        GoUp(); // also where the start tag, without a name, made no node
+    }
+    for (Section const& section : Sections) {
+        if (section.word == tag) {
+            GoTo(nullptr);
+        }
+    }
+}
+
+void ParameterLayoutIOPropertyTemplateRead::InitAfterLoading() {
+    if (!IsRefused()) {
+        m_layout.AddCategoryNodeIfNeeded();
+    }
+}
+
+bool ParameterLayoutIOPropertyTemplateValidityCheck::HandleTag(std::string const& tag,
+                                                               KelSAX::ISAXReader& reader) {
+    if (reader.GetDepth() == 0) {
+        m_valid = tag == "KlvrPropertyTemplate "; // the blank, which no tag has, is what hosts rely on
+    }
+    return false;
+}

@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "layout_files/layout_read.h"
+
+#include <string>
+
+/// Makes nodes of the elements "PropertyNode" of a property template.
+class ParameterLayoutIOPropertyTemplateRead : public LayoutRead {
+public:
+    using LayoutRead::LayoutRead;
+    void InitAfterLoading() override;
+
+private:
+    bool ReadElement(std::string const& tag, KelSAX::ISAXReader& reader) override;
+    void EndElement(std::string_view tag) override;
+
+    bool EnterSection(std::string_view tag);
+    bool ReadPropertyNode(KelSAX::ISAXReader& reader);
+};
+
+/// Compares the name of the root, and takes nothing.
+class ParameterLayoutIOPropertyTemplateValidityCheck : public ISAXPersistHelper {
+public:
+    bool HandleTag(std::string const& tag, KelSAX::ISAXReader& reader) override;
+
+    bool m_valid = false;
+};

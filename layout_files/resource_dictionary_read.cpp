@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "layout_files/resource_dictionary_read.h"
+
+#include "layout_files/meta_file_words.h"
+
+#include <zantrel/platform/sax_reader.h>
+
+namespace Word = Zantrel::MetaFileWord;
+
+bool ResourceDictionaryFileRead::HandleTag(std::string const& tag, KelSAX::ISAXReader& reader) {
+    if (tag == Word::Entry) {
+        m_entryKey.clear(); // so that without a key its texts don't go to the entry before it
+        return reader.ReadAttribute(m_entryKey, Word::Key);
+    }
+    std::wstring language;
+    if (tag != Word::Translation || !reader.ReadAttribute(language, Word::Language)) {
+        return false;
+    }
+    std::wstring text;
+    reader.ReadValue(text);
+    m_dictionary->AddTranslation(m_entryKey, language, text);
+    return true;
+}

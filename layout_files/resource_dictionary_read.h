@@ -1,0 +1,18 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <zantrel/layout/resource_dictionary.h>
+#include <zantrel/platform/sax_persist.h>
+
+#include <string>
+
+/// Adds the content of an element "ResourceDictionary" to a dictionary, which is borrowed.
+class ResourceDictionaryFileRead : public ISAXPersistHelper {
+public:
+    explicit ResourceDictionaryFileRead(Zantrel::ResourceDictionary* dictionary) : m_dictionary(dictionary) {}
+    bool HandleTag(std::string const& tag, KelSAX::ISAXReader& reader) override;
+
+private:
+    Zantrel::ResourceDictionary* m_dictionary;
+    std::wstring m_entryKey; ///< of the last "Entry"
+};
