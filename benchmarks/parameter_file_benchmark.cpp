@@ -4,22 +4,20 @@
 // a reader and a writer can't do without: a bare pass of libexpat, pugixml with every value converted, a flat
 // loop of std::to_chars.
 
+#include "benchmarks/document.h"
 #include "benchmarks/sample_job.h"
 
 #include <zantrel/parameter_files/generic_parameter_file.h>
 
 #include <benchmark/benchmark.h>
-#include <expat.h>
 #include <malloc.h>
 #include <pugixml.hpp>
 
 #include <charconv>
 #include <cstdio>
 #include <filesystem>
-#include <fstream>
 #include <map>
 #include <memory>
-#include <sstream>
 #include <vector>
 
 namespace {
@@ -27,9 +25,7 @@ namespace {
 using namespace Zantrel;
 
 /// A written job of a number of leaves, made once.
-struct Job {
-    std::wstring path;
-    std::string text;
+struct Job : ZantrelBenchmark::Document {
     std::vector<double> numbers;
     std::size_t leaves = 0; ///< values of all types in the database
 
@@ -47,26 +43,14 @@ struct Job {
         return *job;
     }
 
-    explicit Job(std::size_t wanted) {
-        std::filesystem::path const shared = "/dev/shm"; // a disk would be measured with the code
-        auto const folder = std::filesystem::exists(shared) ? shared : std::filesystem::temp_directory_path();
-        path = (folder / ("zantrel_benchmark_" + std::to_string(wanted) + ".xml")).wstring();
+    explicit Job(std::size_t wanted) : Document("job_" + std::to_string(wanted)) {
         ParameterDatabase database(&Layout());
         ZantrelBenchmark::FillSampleJob(database, wanted);
         auto collect = [this](double value) { numbers.push_back(value); };
         ZantrelBenchmark::VisitNumbers(database.GetProfileEditor(), collect);
         leaves = wanted;
         WriteFile(database, path, L"");
-        std::ostringstream bytes;
-        bytes << std::ifstream(std::filesystem::path(path), std::ios::binary).rdbuf();
-        text = bytes.str();
-    }
-
-    Job(Job const&) = delete;
-    Job& operator=(Job const&) = delete;
-    ~Job() {
-        std::error_code ignored;
-        std::filesystem::remove(path, ignored);
+        Load();
     }
 };
 
@@ -78,14 +62,7 @@ void Rate(benchmark::State& state, Job const& job) {
 void Expat(benchmark::State& state) {
     Job const& job = Job::Of(state.range(0));
     for ([[maybe_unused]] auto _ : state) {
-        XML_Parser parser = XML_ParserCreate(nullptr);
-        XML_SetElementHandler(
-            parser, [](void*, XML_Char const*, XML_Char const**) {}, [](void*, XML_Char const*) {});
-        XML_SetCharacterDataHandler(parser, [](void*, XML_Char const*, int) {});
-        if (XML_Parse(parser, job.text.data(), static_cast<int>(job.text.size()), 1) != XML_STATUS_OK) {
-            state.SkipWithError("libexpat refuses the file");
-        }
-        XML_ParserFree(parser);
+        ZantrelBenchmark::PassOfExpat(job, state);
     }
     Rate(state, job);
 }

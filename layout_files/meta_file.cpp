@@ -24,8 +24,7 @@ bool ReadFile(ParameterLayout& layout, std::wstring const& path, ReadReport* rep
     bool const isRead = ReadNodes(layout, path, report);
     if (isRead) {
         layout.AddCategoryNodeIfNeeded();
-        layout
-            .AddCategoryNodeIfNeeded(); // hosts count two calls; the second finds the option and adds nothing
+        layout.AddCategoryNodeIfNeeded(); // twice, as this format has always been read; it finds the option
     }
     return isRead;
 }
