@@ -22,7 +22,10 @@ std::wstring const& DisplayKey(LayoutNode const& node) {
 /// The key itself where it isn't translated: the dictionary has no language to fall back to.
 std::wstring Translate(ParameterLayout const& layout, std::wstring const& key, std::wstring const& language) {
     ResourceDictionary const* dictionary = layout.GetResourceDictionary();
-    std::wstring const* text = dictionary != nullptr ? dictionary->GetTranslation(key, language) : nullptr;
+    if (key.empty() || dictionary == nullptr) {
+        return key;
+    }
+    std::wstring const* text = dictionary->GetTranslation(key, language);
     return text != nullptr ? *text : key;
 }
 
