@@ -35,7 +35,8 @@ public:
     /// a cursor reaches. There is no reset: make a new database.
     void Format();
 
-    /// Whether both stand on the same layout object and hold equal values.
+    /// Whether both stand on the same layout object and hold equal values, flags among them. A flag stored as
+    /// false differs from one that was never set: a read sets CanBeDeleted of each profile that it meets.
     bool IsEqual(ParameterDatabase const& other) const;
 
 private:

@@ -52,7 +52,8 @@ struct ZANTREL_EXPORT ParameterNode {
     std::unique_ptr<ParameterNode> GetParameterNodeIfExists(LayoutNode const* node) const;
     std::unique_ptr<ParameterNode> GetParameterNodeIfExists(wchar_t const* name) const;
 
-    /// Whether both have equal content; the nodes may differ.
+    /// Whether both have equal content, flags among it as ParameterDatabase::IsEqual has them; the nodes may
+    /// differ.
     bool IsEqual(ParameterNode const& other) const;
 
     /// Flags of any node, false until set. An invalid cursor has none; setting one there throws "the cursor
