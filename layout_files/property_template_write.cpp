@@ -38,6 +38,12 @@ void WriteType(LayoutNode const& node, KelSAX::ISAXWriter& writer) {
     }
 }
 
+bool HasChildren(LayoutNode const* node) { return node != nullptr && node->Size() != 0; }
+
+bool HasContent(LayoutNode const* node) {
+    return HasChildren(node) || (node != nullptr && !node->m_defaultValue.empty());
+}
+
 void WriteMark(std::string_view word, bool isSet, KelSAX::ISAXWriter& writer) {
     if (isSet) {
         writer.WriteAttribute(word, std::string_view());
@@ -55,7 +61,9 @@ bool ParameterLayoutIOPropertyTemplateWrite::Write(KelSAX::ISAXWriter& writer) c
     {
         MSAXTagWriter const defaults(writer, Word::Defaults);
         WriteChildren(m_layout->m_platformOptions, 0, writer);
-        WriteChildren(m_layout->m_partOptions, 0, writer);
+        if (!HasContent(m_layout->m_platformOptions) || HasChildren(m_layout->m_partOptions)) {
+            WriteChildren(m_layout->m_partOptions, 0, writer); // whose own default would come too late
+        }
     }
     MSAXTagWriter const overrides(writer, Word::PartOverrides);
     WriteChildren(m_layout->m_partConfigurator, 0, writer);
