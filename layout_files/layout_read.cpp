@@ -20,19 +20,13 @@ void LayoutRead::SetDefaults() { GoTo(nullptr); }
 
 bool LayoutRead::HandleTag(std::string const& tag, KelSAX::ISAXReader& reader) {
     if (reader.GetDepth() != 0) {
-        return m_isRefused || ReadElement(tag, reader);
+        return ReadElement(tag, reader);
     }
     std::string_view localName;
     m_namespaceHandler.UpdateNamespaces(reader.GetAttributes());
     m_namespaceHandler.ResolveTag(tag, localName, nullptr);
     m_layout.m_name = StringConversion::Utf8ToNative(localName);
     return true;
-}
-
-void LayoutRead::HandleEndTag(std::string_view tag) {
-    if (!m_isRefused) {
-        EndElement(tag);
-    }
 }
 
 LayoutNode* LayoutRead::NodeOf(Anchor anchor) const {
@@ -42,8 +36,7 @@ LayoutNode* LayoutRead::NodeOf(Anchor anchor) const {
 bool LayoutRead::IsAt(Anchor anchor) const { return m_currentNode == NodeOf(anchor); }
 
 bool LayoutRead::IsNamed(Anchor anchor, std::string_view tag) const {
-    LayoutNode const* const node = anchor != nullptr ? NodeOf(anchor) : nullptr;
-    return node != nullptr && Text::EqualsUtf8(node->m_name, tag);
+    return anchor != nullptr && NodeOf(anchor) != nullptr && Text::EqualsUtf8(NodeOf(anchor)->m_name, tag);
 }
 
 void LayoutRead::GoTo(Anchor anchor) {
@@ -67,9 +60,8 @@ void LayoutRead::SetCurrent(LayoutNode* node) { m_currentNode = node != nullptr 
 
 void LayoutRead::Add(std::unique_ptr<LayoutNode> node, KelSAX::ISAXReader& reader) {
     if (m_level == MaxLevel) {
-        m_isRefused = true;
-        reader.NoteRefused(L"The parameters are nested more than " + std::to_wstring(MaxLevel) +
-                           L" levels deep; the layout is not taken.");
+        reader.Refuse(L"The parameters are nested more than " + std::to_wstring(MaxLevel) +
+                      L" levels deep; the layout is not taken.");
         return;
     }
     m_currentNode->AppendNode(node.release());

@@ -18,17 +18,12 @@ public:
     void SetDefaults() final;
     /// The root names the layout; the elements below it are the format's.
     bool HandleTag(std::string const& tag, KelSAX::ISAXReader& reader) final;
-    void HandleEndTag(std::string_view tag) final;
-
-    /// Whether the document was given up; what came before stays in the layout.
-    bool IsRefused() const { return m_isRefused; }
 
 protected:
     /// An anchor of the layout; null stands for the root.
     using Anchor = Zantrel::ParameterLayout::pNode Zantrel::ParameterLayout::*;
 
     virtual bool ReadElement(std::string const& tag, KelSAX::ISAXReader& reader) = 0;
-    virtual void EndElement(std::string_view tag) = 0;
 
     bool IsAt(Anchor anchor) const;
     /// Whether the anchor's node, which may be missing, has this name. The root never has.
@@ -49,5 +44,4 @@ private:
 
     KelAM::SaxUtilities::XMLNamespaceHandler m_namespaceHandler;
     std::size_t m_level = 0; ///< of the current node, below the root
-    bool m_isRefused = false;
 };

@@ -15,7 +15,7 @@ namespace {
 
 bool ReadNodes(ParameterLayout& layout, std::wstring const& path, ReadReport* report) {
     ParameterLayoutIOMetaFileRead handler(layout);
-    return KelAM::SaxUtilities::ReadFile(path, handler, report) && !handler.IsRefused();
+    return KelAM::SaxUtilities::ReadFile(path, handler, report);
 }
 
 } // namespace

@@ -1,15 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "layout_files/meta_file_attributes.h"
 
+#include "layout_files/join.h"
 #include "layout_files/meta_file_words.h"
-#include "platform/text/numbers.h"
 
 #include <zantrel/platform/stream_text_out.h>
 
-#include <cstdint>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace Zantrel {
 
@@ -109,22 +107,9 @@ template <auto Field> void Image(std::string_view word, Node const& node, Writer
     }
 }
 
-template <class Entries, class TextOf> std::wstring Join(Entries const& entries, TextOf textOf) {
-    std::wstring joined;
-    for (auto const& entry : entries) {
-        joined += textOf(entry);
-        joined += L';';
-    }
-    if (!joined.empty()) {
-        joined.pop_back();
-    }
-    return joined;
-}
-
 void Licences(std::string_view word, Node const& node, Writer& writer) {
     if (!node.m_editorLicenseChecks.empty()) {
-        Write(word, Join(node.m_editorLicenseChecks, [](std::wstring const& licence) { return licence; }),
-              writer);
+        Write(word, Join(node.m_editorLicenseChecks), writer);
     }
 }
 

@@ -166,7 +166,7 @@ void ParameterLayoutIOMetaFileRead::CloseContainer(LayoutNode& node, std::string
     m_pendingContainerTag.clear();
 }
 
-void ParameterLayoutIOMetaFileRead::EndElement(std::string_view tag) {
+void ParameterLayoutIOMetaFileRead::HandleEndTag(std::string_view tag) {
     if (Text::EqualsUtf8(m_currentNode->m_name, tag)) {
         if (m_currentNode->m_type == Group && m_currentNode->Size() == 0) {
             m_currentNode->m_type = String; // an element with nothing in it is a parameter without a default

@@ -12,7 +12,7 @@ public:
 
 private:
     bool ReadElement(std::string const& tag, KelSAX::ISAXReader& reader) override;
-    void EndElement(std::string_view tag) override;
+    void HandleEndTag(std::string_view tag) override;
 
     bool EnterSection(std::string_view tag);
     void AddJobConfigurator(KelSAX::ISAXReader& reader);

@@ -9,6 +9,8 @@
 #include <zantrel/platform/sax_utilities.h>
 #include <zantrel/platform/xml_namespaces.h>
 
+#include <utility>
+
 namespace Zantrel::KlvrPropertyTemplate {
 
 namespace {
@@ -23,17 +25,24 @@ KelAM::SaxUtilities::WriteOptions DocumentOptions() {
 
 bool ReadFile(ParameterLayout& layout, std::wstring const& path, ReadReport* report) {
     ParameterLayoutIOPropertyTemplateRead handler(layout);
-    return KelAM::SaxUtilities::ReadFile(path, handler, report) && !handler.IsRefused();
+    return KelAM::SaxUtilities::ReadFile(path, handler, report);
 }
 
 bool ReadStream(ParameterLayout& layout, std::basic_istream<char>& in, ReadReport* report) {
     ParameterLayoutIOPropertyTemplateRead handler(layout);
-    return KelAM::SaxUtilities::ReadStream(in, handler, report) && !handler.IsRefused();
+    return KelAM::SaxUtilities::ReadStream(in, handler, report);
 }
 
 bool IsValidFile(std::wstring const& path, ReadReport* report) {
     ParameterLayoutIOPropertyTemplateValidityCheck check;
-    KelAM::SaxUtilities::ReadFile(path, check, report); // the root's name is all that counts
+    ReadReport failure; // alone: the check takes no element
+    failure.m_limit = 0;
+    KelAM::SaxUtilities::ReadFile(path, check, &failure); // the root's name is all that counts
+    for (ReadReport::Entry& entry : failure.m_entries) {
+        if (report != nullptr) {
+            report->Add(std::move(entry));
+        }
+    }
     return check.m_valid;
 }
 

@@ -3,6 +3,10 @@
 
 #include "layout_files/property_template_words.h"
 
+#include <zantrel/platform/sax_reader.h>
+
+#include <algorithm>
+#include <iterator>
 #include <memory>
 #include <utility>
 
@@ -24,6 +28,13 @@ constexpr Section Sections[] = {
     {Word::PartOverrides, &ParameterLayout::m_partConfigurator},
 };
 
+Section const* FindSection(std::string_view tag) {
+    auto const* const section =
+        std::find_if(std::begin(Sections), std::end(Sections),
+                     [tag](Section const& candidate) { return candidate.word == tag; });
+    return section != std::end(Sections) ? section : nullptr;
+}
+
 } // namespace
 
 bool ParameterLayoutIOPropertyTemplateRead::ReadElement(std::string const& tag, KelSAX::ISAXReader& reader) {
@@ -38,24 +49,23 @@ bool ParameterLayoutIOPropertyTemplateRead::ReadElement(std::string const& tag, 
 }
 
 bool ParameterLayoutIOPropertyTemplateRead::EnterSection(std::string_view tag) {
-    // No end tag leads out of the version's node but those of the sections, and no writer makes such an
-    // element.
+    // No end tag of its own leads out of the version's node, and no writer makes such an element.
     if (IsNamed(&ParameterLayout::m_versionNode, tag)) {
         GoTo(&ParameterLayout::m_versionNode);
         return true;
     }
-    for (Section const& section : Sections) {
-        if (section.word == tag) {
-            GoTo(section.node);
-            return true;
-        }
+    Section const* const section = FindSection(tag);
+    if (section != nullptr) {
+        GoTo(section->node);
     }
-    return false;
+    return section != nullptr;
 }
 
 bool ParameterLayoutIOPropertyTemplateRead::ReadPropertyNode(KelSAX::ISAXReader& reader) {
     std::wstring name;
     if (!reader.ReadAttribute(name, Word::Name)) {
+        reader.NoteDropped(
+            L"A node without a name was passed over; what it holds and what follows moves up.");
         return false;
     }
     std::string word;
@@ -81,22 +91,15 @@ bool ParameterLayoutIOPropertyTemplateRead::ReadPropertyNode(KelSAX::ISAXReader&
     return true;
 }
 
-void ParameterLayoutIOPropertyTemplateRead::EndElement(std::string_view tag) {
+void ParameterLayoutIOPropertyTemplateRead::HandleEndTag(std::string_view tag) {
     if (tag == Word::PropertyNode) {
         GoUp(); // also where the start tag, without a name, made no node
-    }
-    for (Section const& section : Sections) {
-        if (section.word == tag) {
-            GoTo(nullptr);
-        }
+    } else if (FindSection(tag) != nullptr) {
+        GoTo(nullptr);
     }
 }
 
-void ParameterLayoutIOPropertyTemplateRead::InitAfterLoading() {
-    if (!IsRefused()) {
-        m_layout.AddCategoryNodeIfNeeded();
-    }
-}
+void ParameterLayoutIOPropertyTemplateRead::InitAfterLoading() { m_layout.AddCategoryNodeIfNeeded(); }
 
 bool ParameterLayoutIOPropertyTemplateValidityCheck::HandleTag(std::string const& tag,
                                                                KelSAX::ISAXReader& reader) {

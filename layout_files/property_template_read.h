@@ -13,7 +13,7 @@ public:
 
 private:
     bool ReadElement(std::string const& tag, KelSAX::ISAXReader& reader) override;
-    void EndElement(std::string_view tag) override;
+    void HandleEndTag(std::string_view tag) override;
 
     bool EnterSection(std::string_view tag);
     bool ReadPropertyNode(KelSAX::ISAXReader& reader);

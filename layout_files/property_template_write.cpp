@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "layout_files/property_template_write.h"
 
+#include "layout_files/join.h"
 #include "layout_files/property_template_words.h"
 #include "platform/xml/depth_limit.h"
 
@@ -29,12 +30,7 @@ void WriteType(LayoutNode const& node, KelSAX::ISAXWriter& writer) {
         writer.WriteAttribute(Word::Precision, std::to_string(node.m_precision));
     }
     if (node.m_type == Options) {
-        std::wstring joined;
-        for (std::wstring const& value : node.m_optionValues) {
-            joined += &value == &node.m_optionValues.front() ? L"" : L";";
-            joined += value;
-        }
-        writer.WriteAttribute(Word::Options, std::wstring_view(joined));
+        writer.WriteAttribute(Word::Options, std::wstring_view(Join(node.m_optionValues)));
     }
 }
 
@@ -113,9 +109,10 @@ void ParameterLayoutIOPropertyTemplateWrite::WriteAttributes(LayoutNode const& n
 /// In the one language of the format, or as it stands.
 void ParameterLayoutIOPropertyTemplateWrite::WriteTranslated(std::string_view word, std::wstring const& text,
                                                              KelSAX::ISAXWriter& writer) const {
+    static std::wstring const language = L"en-US";
     ResourceDictionary const* const dictionary = m_layout->GetResourceDictionary();
     std::wstring const* const translation =
-        dictionary != nullptr && !text.empty() ? dictionary->GetTranslation(text, L"en-US") : nullptr;
+        dictionary != nullptr && !text.empty() ? dictionary->GetTranslation(text, language) : nullptr;
     if (translation != nullptr) {
         writer.WriteAttribute(word, std::wstring_view(*translation)); // also an empty one
     } else {

@@ -10,7 +10,11 @@ namespace Word = Zantrel::MetaFileWord;
 bool ResourceDictionaryFileRead::HandleTag(std::string const& tag, KelSAX::ISAXReader& reader) {
     if (tag == Word::Entry) {
         m_entryKey.clear(); // so that without a key its texts don't go to the entry before it
-        return reader.ReadAttribute(m_entryKey, Word::Key);
+        bool const hasKey = reader.ReadAttribute(m_entryKey, Word::Key);
+        if (!hasKey) {
+            reader.NoteDropped(L"The entry has no key; its translations go to the empty one.");
+        }
+        return hasKey;
     }
     std::wstring language;
     if (tag != Word::Translation || !reader.ReadAttribute(language, Word::Language)) {

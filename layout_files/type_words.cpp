@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "layout_files/type_words.h"
 
-#include <zantrel/platform/string_conversion.h>
+#include "platform/sax/report_texts.h"
 
 namespace Zantrel {
 
@@ -17,7 +17,7 @@ eTypeLayoutNode TypeOf(std::span<TypeWord const> words, std::string_view word, K
         }
     }
     if (reader.HasReport()) {
-        reader.NoteDropped(L"The type \"" + StringConversion::Utf8ToNative(word) +
+        reader.NoteDropped(L"The type \"" + Sax::Excerpt(word) +
                            L"\" is not known here; the parameter becomes a text.");
     }
     return String;

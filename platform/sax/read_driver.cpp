@@ -45,14 +45,18 @@ bool ReadDriver::Run() {
     for (;;) {
         switch (m_tokeniser.Next()) {
         case Xml::Token::StartTag:
-            Deliver(true);
+            if (!Deliver(true)) {
+                return false;
+            }
             Hold();
             break;
         case Xml::Token::Text:
             HoldText();
             break;
         case Xml::Token::EndTag:
-            Deliver(false);
+            if (!Deliver(false)) {
+                return false;
+            }
             End();
             break;
         case Xml::Token::End:
@@ -96,9 +100,9 @@ void ReadDriver::HoldText() {
     }
 }
 
-void ReadDriver::Deliver(bool hasChildren) {
+bool ReadDriver::Deliver(bool hasChildren) {
     if (m_stage != Stage::Held) {
-        return;
+        return true;
     }
     m_stage = Stage::Handled;
     if (hasChildren && Text::Trim(m_text).empty()) {
@@ -113,6 +117,7 @@ void ReadDriver::Deliver(bool hasChildren) {
         Report(Kind::UntakenElement, {Excerpt(element.tag)});
     }
     m_stage = Stage::None;
+    return !m_isRefused;
 }
 
 void ReadDriver::End() {
@@ -205,7 +210,10 @@ void ReadDriver::ReportUnparsedAttribute(std::string_view name, std::wstring_vie
 
 void ReadDriver::ReportDropped(std::wstring_view sentence) { Report(Kind::DroppedValue, {sentence}); }
 
-void ReadDriver::ReportRefused(std::wstring_view sentence) { Report(Kind::RefusedDocument, {sentence}); }
+void ReadDriver::RefuseDocument(std::wstring_view sentence) {
+    m_isRefused = true;
+    Report(Kind::RefusedDocument, {sentence});
+}
 
 void ReadDriver::ReportError() {
     if (m_report != nullptr) {

@@ -49,7 +49,7 @@ protected:
     void ReportUnparsedText(std::wstring_view expected) override;
     void ReportUnparsedAttribute(std::string_view name, std::wstring_view expected) override;
     void ReportDropped(std::wstring_view sentence) override;
-    void ReportRefused(std::wstring_view sentence) override;
+    void RefuseDocument(std::wstring_view sentence) override;
 
 private:
     /// An element that is open.
@@ -71,7 +71,7 @@ private:
     Element& Innermost() { return m_open[m_depth - 1]; }
     void Hold();
     void HoldText();
-    void Deliver(bool hasChildren);
+    bool Deliver(bool hasChildren);
     void End();
     void DestroyPushed(std::size_t keep) noexcept;
     void ReportError();
@@ -94,7 +94,8 @@ private:
     std::vector<HeldAttribute> m_attributes;
     std::map<std::string, std::string> m_attributeMap; ///< made when asked for
     bool m_hasAttributeMap = false;
-    Xml::Position m_place;     ///< of the start tag, known only with a report
+    Xml::Position m_place; ///< of the start tag, known only with a report
+    bool m_isRefused = false;
     bool m_isReported = false; ///< that something of the element was lost
 };
 

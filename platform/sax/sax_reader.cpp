@@ -85,7 +85,7 @@ std::string_view ISAXReader::GetText() const { return FindText().value_or(std::s
 
 void ISAXReader::NoteDropped(std::wstring_view sentence) { ReportDropped(sentence); }
 
-void ISAXReader::NoteRefused(std::wstring_view sentence) { ReportRefused(sentence); }
+void ISAXReader::Refuse(std::wstring_view sentence) { RefuseDocument(sentence); }
 
 bool ISAXReader::HasReport() const { return false; }
 
@@ -95,6 +95,6 @@ void ISAXReader::ReportUnparsedAttribute(std::string_view, std::wstring_view) {}
 
 void ISAXReader::ReportDropped(std::wstring_view) {}
 
-void ISAXReader::ReportRefused(std::wstring_view) {}
+void ISAXReader::RefuseDocument(std::wstring_view) {}
 
 } // namespace KelSAX

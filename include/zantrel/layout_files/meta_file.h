@@ -8,11 +8,14 @@
 
 #include <string>
 
-/// The layout meta file: a layout in XML whose element names are those of its nodes. The writer puts down all
-/// that a layout says about its nodes; the reader takes the tree, the types, the defaults, the containers and
-/// a few names of it. docs/layout_meta_file.md has the grammar and names all that doesn't come back.
+/// The layout meta file: a layout in XML whose element names are those of its nodes. The writer puts down
+/// nearly all that a layout says about its nodes, but no translations; the reader takes the tree, the types,
+/// the defaults, the containers and a few names of it. docs/layout_meta_file.md has the grammar and names all
+/// that is lost on either way.
 ///
-/// The functions run on the caller's thread, which the layout belongs to while it is read into.
+/// The functions run on the caller's thread, which the layout belongs to while it is read into. A copy of a
+/// layout can be written but not read into: its handles, and so what a file adds, stand in the tree of its
+/// source.
 namespace Zantrel {
 
 /// Adds what the file holds to `layout`, which isn't emptied first, names its root after the file's root, and
@@ -28,11 +31,12 @@ ZANTREL_EXPORT bool ReadFile(ParameterLayout& layout, std::wstring const& path, 
 ZANTREL_EXPORT bool IsValidFile(std::wstring const& path, ReadReport* report = nullptr);
 
 /// Writes `layout` to the file, whole or not at all: on failure the file that stood there before is
-/// untouched. The category option isn't written, since reading makes it anew.
+/// untouched. The layout's own category option isn't written, since reading makes it anew; nor is its
+/// dictionary.
 ///
-/// False when the file can't be written, when a text holds what XML can't carry, when the name of a node is
-/// no XML name, or when the nodes are nested too deeply for any reader; `report`, where given, says why.
-/// Nodes that conditions name as sources must be alive.
+/// False when the file can't be written, when a text holds what XML can't carry, when the name of a node or
+/// of a container's entries is none that every XML reader takes, or when the nodes are nested too deep for
+/// any reader; `report`, where given, says why. Nodes that conditions name as sources must be alive.
 ZANTREL_EXPORT bool WriteFile(ParameterLayout const& layout, std::wstring const& path,
                               WriteReport* report = nullptr);
 

@@ -37,8 +37,8 @@ ZANTREL_EXPORT bool IsValidFile(std::wstring const& path, ReadReport* report = n
 struct WriteOptions {
     WriteOptions() = default;
 
-    /// Of what stands below "ProfileEditor", write profile lists only, and of what stands in a profile list
-    /// again profile lists only. Where `false`, everything is written.
+    /// Of what stands below "ProfileEditor", leave out each node that is no profile list, with all below it:
+    /// the profile lists in a plain group too, and the parameters of a profile list.
     bool m_profileListsOnly = true;
 };
 
@@ -50,7 +50,7 @@ struct WriteOptions {
 /// it can't be found out whether the local schema file of XML_namespaces exists.
 ZANTREL_EXPORT bool WriteFile(ParameterLayout const& layout, std::wstring const& path,
                               WriteOptions const& options, WriteReport* report = nullptr);
-/// The same to a stream, which on failure may have got a part of the document.
+/// The same to a stream, which on failure may have got a part of the document and gets its bad bit set.
 ZANTREL_EXPORT bool WriteStream(ParameterLayout const& layout, std::basic_ostream<char>& out,
                                 WriteOptions const& options, WriteReport* report = nullptr);
 

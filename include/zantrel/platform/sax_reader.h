@@ -59,9 +59,9 @@ public:
     /// Says in one sentence that something of this element was read and could not be kept. Changes nothing in
     /// what is read, and does nothing unless a report is attached to the read.
     void NoteDropped(std::wstring_view sentence);
-    /// Says in one sentence why the caller will refuse the document although it is well-formed. As
-    /// NoteDropped.
-    void NoteRefused(std::wstring_view sentence);
+    /// Ends the read, which gives false although the document is well-formed, when HandleTag returns; the
+    /// report hears the sentence. Handlers hear nothing more.
+    void Refuse(std::wstring_view sentence);
 
     /// Gives `handler` the children of the element being handled. The reader owns it from here on, also when
     /// this throws, and deletes it when that element ends. Of several the last gets the children. Null:
@@ -87,7 +87,7 @@ protected:
     virtual void ReportUnparsedText(std::wstring_view expected);
     virtual void ReportUnparsedAttribute(std::string_view name, std::wstring_view expected);
     virtual void ReportDropped(std::wstring_view sentence);
-    virtual void ReportRefused(std::wstring_view sentence);
+    virtual void RefuseDocument(std::wstring_view sentence);
 };
 
 } // namespace KelSAX
