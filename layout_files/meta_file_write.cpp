@@ -3,7 +3,6 @@
 
 #include "layout_files/meta_file_attributes.h"
 #include "layout_files/meta_file_words.h"
-#include "platform/xml/depth_limit.h"
 
 #include <zantrel/platform/tag_writer.h>
 
@@ -26,33 +25,32 @@ void WriteOptions(LayoutNode const& node, KelSAX::ISAXWriter& writer) {
 } // namespace
 
 bool ParameterLayoutIOMetaFileWrite::Write(KelSAX::ISAXWriter& writer) const {
-    WriteNode(*m_layout, 0, writer);
+    WriteNode(*m_layout, writer);
     return true;
 }
 
-void ParameterLayoutIOMetaFileWrite::WriteNode(LayoutNode const& node, std::size_t level,
-                                               KelSAX::ISAXWriter& writer) const {
+void ParameterLayoutIOMetaFileWrite::WriteNode(LayoutNode const& node, KelSAX::ISAXWriter& writer) const {
     if (!IsContainer(node)) {
-        WriteValueNode(node, level, writer);
+        WriteValueNode(node, writer);
         return;
     }
     WriteContainerAttributes(node, writer);
     MSAXTagWriter const item(writer, std::wstring_view(node.m_nodeName));
-    WriteValueNode(node, level, writer);
+    WriteValueNode(node, writer);
 }
 
-void ParameterLayoutIOMetaFileWrite::WriteValueNode(LayoutNode const& node, std::size_t level,
+void ParameterLayoutIOMetaFileWrite::WriteValueNode(LayoutNode const& node,
                                                     KelSAX::ISAXWriter& writer) const {
     WriteValueAttributes(node, writer);
     if (node.Size() == 0) {
         writer.WriteValue(std::wstring_view(node.m_defaultValue));
     }
-    // Beyond the limit the write has failed already, and a host's tree may go on for long.
-    for (std::size_t i = 0; i < node.Size() && level < Xml::MaxDepth; ++i) {
+    // A host's tree may go on for long below what can be written.
+    for (std::size_t i = 0; i < node.Size() && !writer.HasFailed(); ++i) {
         LayoutNode const& child = node.At(i);
         if (&child != m_layout->m_categoryOption.GetNode()) { // each read makes it anew
             MSAXTagWriter const element(writer, std::wstring_view(child.m_name));
-            WriteNode(child, level + 1, writer);
+            WriteNode(child, writer);
         }
     }
     if (node.m_type == Options) {

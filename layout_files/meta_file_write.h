@@ -4,8 +4,6 @@
 #include <zantrel/layout/parameter_layout.h>
 #include <zantrel/platform/sax_persist.h>
 
-#include <cstddef>
-
 /// Writes a layout, which is borrowed, as the content of the root of a meta file.
 class ParameterLayoutIOMetaFileWrite : public ISAXPersistHelper {
 public:
@@ -13,9 +11,9 @@ public:
     bool Write(KelSAX::ISAXWriter& writer) const override;
 
 private:
-    // What is written stands in the element that is open; `level` counts from the root.
-    void WriteNode(Zantrel::LayoutNode const& node, std::size_t level, KelSAX::ISAXWriter& writer) const;
-    void WriteValueNode(Zantrel::LayoutNode const& node, std::size_t level, KelSAX::ISAXWriter& writer) const;
+    // What is written stands in the element that is open.
+    void WriteNode(Zantrel::LayoutNode const& node, KelSAX::ISAXWriter& writer) const;
+    void WriteValueNode(Zantrel::LayoutNode const& node, KelSAX::ISAXWriter& writer) const;
 
     Zantrel::ParameterLayout const* m_layout;
 };

@@ -3,7 +3,6 @@
 
 #include "layout_files/join.h"
 #include "layout_files/property_template_words.h"
-#include "platform/xml/depth_limit.h"
 
 #include <zantrel/layout/resource_dictionary.h>
 #include <zantrel/platform/tag_writer.h>
@@ -51,22 +50,22 @@ void WriteMark(std::string_view word, bool isSet, KelSAX::ISAXWriter& writer) {
 bool ParameterLayoutIOPropertyTemplateWrite::Write(KelSAX::ISAXWriter& writer) const {
     {
         MSAXTagWriter const machine(writer, Word::MachineParameters);
-        WriteChildren(m_layout->m_profileEditor, 0, writer);
+        WriteChildren(m_layout->m_profileEditor, writer);
     }
     MSAXTagWriter const ticket(writer, Word::BuildTicket);
     {
         MSAXTagWriter const defaults(writer, Word::Defaults);
-        WriteChildren(m_layout->m_platformOptions, 0, writer);
+        WriteChildren(m_layout->m_platformOptions, writer);
         if (!HasContent(m_layout->m_platformOptions) || HasChildren(m_layout->m_partOptions)) {
-            WriteChildren(m_layout->m_partOptions, 0, writer); // whose own default would come too late
+            WriteChildren(m_layout->m_partOptions, writer); // whose own default would come too late
         }
     }
     MSAXTagWriter const overrides(writer, Word::PartOverrides);
-    WriteChildren(m_layout->m_partConfigurator, 0, writer);
+    WriteChildren(m_layout->m_partConfigurator, writer);
     return true;
 }
 
-void ParameterLayoutIOPropertyTemplateWrite::WriteChildren(LayoutNode const* node, std::size_t level,
+void ParameterLayoutIOPropertyTemplateWrite::WriteChildren(LayoutNode const* node,
                                                            KelSAX::ISAXWriter& writer) const {
     if (node == nullptr) {
         return; // a host has emptied the handle
@@ -74,13 +73,13 @@ void ParameterLayoutIOPropertyTemplateWrite::WriteChildren(LayoutNode const* nod
     if (node->Size() == 0) {
         WriteText(Word::Default, node->m_defaultValue, writer);
     }
-    // Beyond the limit the write has failed already, and a host's tree may go on for long.
-    for (std::size_t i = 0; i < node->Size() && level < Xml::MaxDepth; ++i) {
+    // A host's tree may go on for long below what can be written.
+    for (std::size_t i = 0; i < node->Size() && !writer.HasFailed(); ++i) {
         LayoutNode const& child = node->At(i);
         if (IsWanted(child)) {
             MSAXTagWriter const element(writer, Word::PropertyNode);
             WriteAttributes(child, writer);
-            WriteChildren(&child, level + 1, writer);
+            WriteChildren(&child, writer);
         }
     }
 }

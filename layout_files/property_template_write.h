@@ -4,7 +4,6 @@
 #include <zantrel/layout/parameter_layout.h>
 #include <zantrel/platform/sax_persist.h>
 
-#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -16,8 +15,8 @@ public:
     bool Write(KelSAX::ISAXWriter& writer) const override;
 
 private:
-    // What is written stands in the element that is open; `level` counts from the section.
-    void WriteChildren(Zantrel::LayoutNode const* node, std::size_t level, KelSAX::ISAXWriter& writer) const;
+    // What is written stands in the element that is open.
+    void WriteChildren(Zantrel::LayoutNode const* node, KelSAX::ISAXWriter& writer) const;
     void WriteAttributes(Zantrel::LayoutNode const& node, KelSAX::ISAXWriter& writer) const;
     bool IsWanted(Zantrel::LayoutNode const& node) const;
     void WriteTranslated(std::string_view word, std::wstring const& text, KelSAX::ISAXWriter& writer) const;

@@ -65,7 +65,7 @@ void WriteContent(ParameterNode const& node, Filtering const& filtering, KelSAX:
     if (layout.Size() == 0) {
         WriteNodeValue(node, writer);
     }
-    for (std::size_t i = 0; i < layout.Size(); ++i) {
+    for (std::size_t i = 0; i < layout.Size() && !writer.HasFailed(); ++i) {
         LayoutNode const& childLayout = layout.At(i);
         ParameterNode const child = node.Get(&childLayout);
         bool const isGeneral = childLayout.m_name == Word::GenericParameters;

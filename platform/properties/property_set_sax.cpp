@@ -139,6 +139,9 @@ bool Zantrel::WriteProperties(PersistentProperties const& bag, KelSAX::ISAXWrite
     for (auto const& [name, property] : bag) {
         bool const isComponent = leaveOutComponents && HasGuidShape(name) &&
                                  property->GetType() == GetTypeOfProperty(KelAM::SubProperties());
+        if (writer.HasFailed()) {
+            break;
+        }
         if (property->IsDeleted() || isComponent) {
             continue;
         }

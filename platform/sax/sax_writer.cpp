@@ -11,6 +11,8 @@ namespace KelSAX {
 
 ISAXWriter::~ISAXWriter() = default;
 
+bool ISAXWriter::HasFailed() const noexcept { return false; }
+
 void ISAXWriter::WriteAttribute(std::string_view name, std::wstring_view value) {
     m_converted.clear();
     Zantrel::Text::AppendUtf8Unchecked(value, m_converted);

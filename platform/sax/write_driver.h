@@ -60,6 +60,7 @@ public:
     void WriteValue(std::string_view value) override;
     void OpenElement(std::string_view tag) override;
     void CloseElement() noexcept override;
+    bool HasFailed() const noexcept override { return m_fault != WriteFault::None; }
 
 private:
     static constexpr std::size_t BufferSize = 256 * 1024;
@@ -77,7 +78,6 @@ private:
 
     enum class Place { Text, Attribute, Comment };
 
-    bool HasFailed() const noexcept { return m_fault != WriteFault::None; }
     void Fail(WriteFault fault) noexcept;
     void Fail(WriteFault fault, std::string_view subject);
 

@@ -32,6 +32,8 @@ public:
     /// Opens a child of the open element. MSAXTagWriter calls these two in pairs.
     virtual void OpenElement(std::string_view tag) = 0;
     virtual void CloseElement() noexcept = 0;
+    /// Whether the write has failed already. A handler that walks a deep tree may stop then.
+    virtual bool HasFailed() const noexcept;
 
     void WriteAttribute(std::string_view name, std::wstring_view value);
     void WriteValue(std::wstring_view value);
