@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <zantrel/layout/resource_dictionary.h>
+
+#include <gtest/gtest.h>
+
+namespace Zantrel {
+namespace {
+
+/// The text, or a "-" where there is none.
+std::wstring Find(ResourceDictionary const& dictionary, wchar_t const* key, wchar_t const* language) {
+    std::wstring const* const text = dictionary.GetTranslation(key, language);
+    return text != nullptr ? *text : L"-";
+}
+
+TEST(ResourceDictionary, FindsExactlyTheKeyAndTheLanguage) {
+    ResourceDictionary dictionary;
+    dictionary.AddTranslation(L"k", L"en-US", L"first");
+    dictionary.AddTranslation(L"k", L"de", L"zwei");
+    dictionary.AddTranslation(L"", L"", L"");
+    dictionary.AddTranslation(L"k", L"en-US", L"last");
+    struct Row {
+        wchar_t const *key, *language, *text;
+    };
+    for (Row const& row :
+         {Row{L"k", L"en-US", L"last"}, Row{L"k", L"de", L"zwei"}, Row{L"", L"", L""}, Row{L"k", L"en", L"-"},
+          Row{L"k", L"EN-US", L"-"}, Row{L"K", L"de", L"-"}, Row{L"", L"de", L"-"}, Row{L"k", L"", L"-"}}) {
+        EXPECT_EQ(Find(dictionary, row.key, row.language), row.text) << row.key << row.language;
+    }
+    EXPECT_EQ(dictionary.GetNumProperties(), 2u) << "the texts of a key stand together";
+}
+
+TEST(ResourceDictionary, TakesADeletedMarkForAMissingText) {
+    ResourceDictionary dictionary;
+    dictionary.AddTranslation(L"k", L"l", L"t");
+    IPersistentProperty* const key = dictionary.FindProperty(L"k");
+    IPersistentProperty* const text = PropertyCast<PersistentProperties>(key)->m_value.FindProperty(L"l");
+    for (IPersistentProperty* const property : {key, text}) {
+        property->SetDeleted(true);
+        EXPECT_EQ(Find(dictionary, L"k", L"l"), L"-");
+        EXPECT_TRUE(property->IsDeleted()) << "a lookup changes nothing";
+        dictionary.AddTranslation(L"k", L"l", L"again");
+        EXPECT_EQ(Find(dictionary, L"k", L"l"), L"again");
+    }
+}
+
+TEST(ResourceDictionary, PassesOverWhatIsNoTranslation) {
+    ResourceDictionary dictionary;
+    dictionary.SetValue<std::wstring>(L"k", L"no bag");
+    dictionary.AddTranslation(L"k", L"l", L"hidden behind it");
+    dictionary.AddTranslation(L"m", L"l", L"t");
+    dictionary.GetValuePointer<PersistentProperties>(L"m", false)->SetValue<bool>(L"n", true);
+    EXPECT_EQ(Find(dictionary, L"k", L"l"), L"-");
+    EXPECT_EQ(Find(dictionary, L"m", L"n"), L"-");
+    EXPECT_EQ(Find(dictionary, L"m", L"l"), L"t");
+}
+
+} // namespace
+} // namespace Zantrel

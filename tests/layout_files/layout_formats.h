@@ -1,0 +1,146 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "layout_files/meta_file_write.h"
+#include "tests/platform/sax_test_support.h"
+
+#include <zantrel/layout_files/meta_file.h>
+#include <zantrel/layout_files/property_template.h>
+#include <zantrel/platform/sax_utilities.h>
+#include <zantrel/platform/string_conversion.h>
+
+#include <string>
+
+namespace TestSupport {
+
+using namespace Zantrel;
+
+/// One of the two formats. Documents are read from files; a file is written to the disk for good, which takes
+/// its time, so most tests write to a text.
+struct LayoutFormat {
+    char const* name;
+    bool (*readFile)(ParameterLayout&, std::wstring const& path, ReadReport*);
+    bool (*writeFile)(ParameterLayout const&, std::wstring const& path, WriteReport*);
+    bool (*writeStream)(ParameterLayout const&, std::ostream&);
+};
+
+inline constexpr LayoutFormat MetaFile = {
+    "meta file", Zantrel::ReadFile, Zantrel::WriteFile, [](ParameterLayout const& layout, std::ostream& out) {
+        KelAM::SaxUtilities::WriteOptions options;
+        options.m_rootTag = StringConversion::NativeToUtf8(layout.m_name);
+        return KelAM::SaxUtilities::WriteStream(out, ParameterLayoutIOMetaFileWrite(layout), options);
+    }};
+
+/// Writes everything and not the profile lists alone.
+inline constexpr LayoutFormat PropertyTemplate = {
+    "property template", KlvrPropertyTemplate::ReadFile,
+    [](ParameterLayout const& layout, std::wstring const& path, WriteReport* report) {
+        KlvrPropertyTemplate::WriteOptions options;
+        options.m_profileListsOnly = false;
+        return KlvrPropertyTemplate::WriteFile(layout, path, options, report);
+    },
+    [](ParameterLayout const& layout, std::ostream& out) {
+        KlvrPropertyTemplate::WriteOptions options;
+        options.m_profileListsOnly = false;
+        return KlvrPropertyTemplate::WriteStream(layout, out, options);
+    }};
+
+inline constexpr LayoutFormat LayoutFormats[] = {MetaFile, PropertyTemplate};
+
+inline bool ReadText(LayoutFormat const& format, ParameterLayout& layout, std::string const& document,
+                     ReadReport* report = nullptr) {
+    TemporaryFolder const folder;
+    Fill(folder / "file", document);
+    return format.readFile(layout, (folder / "file").wstring(), report);
+}
+
+/// The document, or nothing where it can't be written.
+inline std::string WriteText(LayoutFormat const& format, ParameterLayout const& layout) {
+    std::ostringstream out;
+    return format.writeStream(layout, out) ? out.str() : std::string();
+}
+
+/// The content of an element of a document that was written, without its line breaks and indentation.
+inline std::string ContentIn(std::string const& document, std::string const& tag) {
+    std::string content;
+    std::istringstream lines(document.substr(document.find('<' + tag + '>') + tag.size() + 2));
+    std::string line;
+    std::getline(lines, line);
+    while (std::getline(lines, line) && line.find("</" + tag + '>') == line.npos) {
+        content += line.substr(line.find_first_not_of(' '));
+    }
+    return content;
+}
+
+/// A node with all that is below it, as in "name:Int'5'mm[item]<profile>*(property=p){child child}"; the star
+/// marks a list of categories.
+inline std::string Outline(LayoutNode const& node) {
+    constexpr char const* types[] = {
+        "",         ":Int",      ":Double",       ":Distance",       ":Bool",           ":String",
+        ":Options", ":Profiles", ":FileAbsolute", ":FileAttachment", ":StandardOptions"};
+    auto const narrow = [](std::wstring const& text) { return StringConversion::NativeToUtf8(text); };
+    std::string text = narrow(node.m_name) + types[node.m_type];
+    text += node.m_defaultValue.empty() ? "" : '\'' + narrow(node.m_defaultValue) + '\'';
+    text += narrow(node.m_postfix);
+    text += node.m_isList ? '[' + narrow(node.m_nodeName) + ']' : "";
+    text += node.m_isProfileList ? '<' + narrow(node.m_nodeName) + '>' : "";
+    text += node.m_isCategoryList ? "*" : "";
+    std::string names;
+    auto const add = [&](char const* what, std::wstring const& name) {
+        names += name.empty() ? "" : (names.empty() ? "" : " ") + std::string(what) + '=' + narrow(name);
+    };
+    add("property", node.m_propName);
+    add("shown", node.m_displayName);
+    add("container", node.m_containerDisplayName);
+    add("item", node.m_nodeDisplayName);
+    add("from", node.m_profileName);
+    text += names.empty() ? "" : '(' + names + ')';
+    std::string children;
+    for (LayoutNode const* const child : node.m_children) {
+        children += (children.empty() ? "" : " ") + Outline(*child);
+    }
+    return text + (children.empty() ? "" : '{' + children + '}');
+}
+
+/// The outlines of the nodes below the root that are not as a new layout has them.
+inline std::string OutlineOfChanges(ParameterLayout const& layout) {
+    ParameterLayout const untouched;
+    std::string text;
+    for (std::size_t i = 0; i < layout.Size(); ++i) {
+        std::string const outline = Outline(layout.At(i));
+        if (i >= untouched.Size() || outline != Outline(untouched.At(i))) {
+            text += (text.empty() ? "" : " ") + outline;
+        }
+    }
+    return text;
+}
+
+/// Sets all that a node can have beside its name, its type and its children, with "&" where a text can be
+/// anything.
+inline void SetEverything(LayoutNode& node, LayoutNode& source, LayoutNode& otherSource) {
+    source.SetIdentifier(L"s1");
+    otherSource.SetIdentifier(L"s2");
+    node.SetDefaultValue<std::wstring>(L"d&")->SetRange<std::wstring>(L"1", L"9");
+    node.SetIdentifier(L"id")->SetProfileName(L"pl")->SetRequestName(L"rq")->SetTriggerPropertyName(L"tr");
+    node.SetFileFilter(L"*.x")->SetAllowEmpty(true)->AddVisibilityRequest(L"vr")->SetIsValueUnique(true);
+    node.AddOption(L"o1", L"O&")->AddOption(L"o;2", L"")->m_optionValues.push_back(L"o3");
+    node.SetUserCanSort(true)->SetNodeName(L"Item")->SetNodeDisplayName(L"in")->SetContainerDisplayName(
+        L"cn");
+    node.SetContainerDescription(L"cd")->SetMultiplicity(2)->SetMultiplicityMax(9)->SetMultiplicityMin(1);
+    node.SetMultiplicityMaxMessage(L"mx")->SetMultiplicityMinMessage(L"mi")->SetPerformTransform(true);
+    node.m_enableMultiLine = true;
+    node.m_regex = L"re";
+    node.m_regexUserFriendly = L"ru";
+    node.m_maxLength = static_cast<std::uint64_t>(-1);
+    node.SetVisible(false)->SetReadOnly(true)->SetExpanded(true)->SetHideName(true)->SetPrecision(-2);
+    node.SetDisplayName(L"dn")->SetPrefix(L"pr")->SetPostfix(L"po")->SetDescription(L"<\"de")->SetPropName(
+        L"pn");
+    node.SetImageDescription(L"im", L"Fill")->SetDisplayNameSharedSizeGroup(L"dg");
+    node.SetPostfixSharedSizeGroup(L"pg")->SetDisableForParents(true)->SetDisableForSubParts(true);
+    node.SetProfileEditingPolicy(L"pp")->SetShowOnlyPartsSelectedInTessra(false);
+    node.AddLicenseCheckForEditorVisibility(L"l1")->AddLicenseCheckForEditorVisibility(L"l2");
+    node.AddVisibilitySource(&source, true)->AddVisibilitySource<std::wstring>(&otherSource, L"v;");
+    node.AddEditabilitySource<std::wstring>(&otherSource, L"e")->AddEditabilitySource(&source, false);
+}
+
+} // namespace TestSupport
