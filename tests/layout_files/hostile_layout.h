@@ -14,69 +14,33 @@
 /// Free of the test framework, for the fuzz target.
 namespace TestSupport {
 
+/// The texts between the bars of `words`.
+inline std::vector<std::string_view> Split(std::string_view words) {
+    std::vector<std::string_view> texts;
+    std::size_t begin = 0;
+    for (std::size_t end = 0; end != words.npos; begin = end + 1) {
+        end = words.find('|', begin);
+        texts.push_back(words.substr(begin, end - begin));
+    }
+    return texts;
+}
+
 /// A well-formed document of the words of both formats, where they belong and anywhere else. `choose(n)`
 /// gives any number below n.
 template <class Choose> std::string HostileDocument(Choose choose) {
-    static constexpr std::string_view tags[] = {"PropertyNode",
-                                                "PropertyNode",
-                                                "PropertyNode",
-                                                "MachineParameters",
-                                                "BuildTicket",
-                                                "Defaults",
-                                                "PartOverrides",
-                                                "A",
-                                                "A",
-                                                "B",
-                                                "C",
-                                                "KlvrPropertyTemplate",
-                                                "Version",
-                                                "Major",
-                                                "Minor",
-                                                "ProfileEditor",
-                                                "ParameterStructure",
-                                                "AdditionalConfiguration",
-                                                "JobConfigurator",
-                                                "PlatformConfigurator",
-                                                "PlatformOptions",
-                                                "PartOptions",
-                                                "PartConfigurator",
-                                                "ResourceDictionary",
-                                                "Entry",
-                                                "Translation",
-                                                "InheritOverrides",
-                                                "OverrideEntry",
-                                                "Options",
-                                                "p:ProfileEditor",
-                                                "p:PropertyNode",
-                                                "R"};
-    static constexpr std::string_view attributes[] = {
-        "Name",           "Name",        "Type",         "Type",        "ProfilesXMLName",
-        "CategoriesName", "ProfileName", "PropertyName", "DisplayName", "DisplayNameContainer",
-        "Default",        "Options",     "List",         "ProfileList", "Key",
-        "Language"};
-    static constexpr std::string_view values[] = {"A",
-                                                  "B",
-                                                  "C",
-                                                  "a b",
-                                                  "",
-                                                  "en-US",
-                                                  "ListContainer",
-                                                  "TransformListContainer",
-                                                  "Complex",
-                                                  "integer",
-                                                  "number",
-                                                  "bool",
-                                                  "enum",
-                                                  "Int",
-                                                  "Double",
-                                                  "Distance",
-                                                  "Bool",
-                                                  "Options",
-                                                  "OptionsFromProfiles",
-                                                  "FileAbsolute",
-                                                  "FileAttachment",
-                                                  "StandardOptions",
-                                                  "&#10;&lt;&amp;"};
+    static std::vector<std::string_view> const tags =
+        Split("PropertyNode|PropertyNode|PropertyNode|MachineParameters|BuildTicket|Defaults|"
+              "PartOverrides|A|A|B|C|KlvrPropertyTemplate|Version|Major|Minor|ProfileEditor|"
+              "ParameterStructure|AdditionalConfiguration|JobConfigurator|PlatformConfigurator|"
+              "PlatformOptions|PartOptions|PartConfigurator|ResourceDictionary|Entry|Translation|"
+              "InheritOverrides|OverrideEntry|Options|p:ProfileEditor|p:PropertyNode|R");
+    static std::vector<std::string_view> const attributes =
+        Split("Name|Name|Type|Type|ProfilesXMLName|CategoriesName|ProfileName|PropertyName|DisplayName|"
+              "DisplayNameContainer|Default|Options|List|ProfileList|Key|Language");
+    static std::vector<std::string_view> const values =
+        Split("A|B|C|a b||en-US|ListContainer|TransformListContainer|Complex|integer|number|bool|enum|"
+              "Int|Double|Distance|Bool|Options|OptionsFromProfiles|FileAbsolute|FileAttachment|"
+              "StandardOptions|&#10;&lt;&amp;");
     auto const any = [&](auto const& words) { return words[choose(std::size(words))]; };
 
     std::string document;
