@@ -3,6 +3,9 @@
 
 /// All of the library. A host that wants less includes the headers it needs: each stands alone.
 
+#include <zantrel/build_ticket/build_ticket.h>
+#include <zantrel/build_ticket/build_ticket_file.h>
+
 #include <zantrel/database/parameter_database.h>
 #include <zantrel/database/parameter_node.h>
 

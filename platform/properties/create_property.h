@@ -1,26 +1,22 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "platform/properties/visit_property.h"
+#include "platform/properties/type_names.h"
 
+#include <algorithm>
 #include <memory>
-#include <string>
 
 namespace Zantrel {
 
-/// A default property of that one of the classes whose type name is `typeName`, or null.
-template <class... T>
-std::unique_ptr<IPersistentProperty> CreateProperty(std::wstring const& typeName, PropertyClasses<T...>) {
+/// A default property of that one of the classes whose type name is `typeName`, narrow or wide, or null.
+template <class Text, class... T>
+std::unique_ptr<IPersistentProperty> CreateProperty(Text const& typeName, PropertyClasses<T...>) {
     std::unique_ptr<IPersistentProperty> created;
-    auto const matches = [&](auto* tag) {
-        using Class = std::remove_pointer_t<decltype(tag)>;
-        if (Class().GetType() != typeName) {
-            return false;
-        }
-        created = std::make_unique<Class>();
-        return true;
+    auto const isNamed = [&](std::string_view name) {
+        return std::equal(name.begin(), name.end(), typeName.begin(), typeName.end());
     };
-    static_cast<void>((matches(static_cast<PersistentProperty<T>*>(nullptr)) || ...));
+    static_cast<void>(
+        ((isNamed(TypeName<T>) && (created = std::make_unique<PersistentProperty<T>>(), true)) || ...));
     return created;
 }
 

@@ -1,15 +1,16 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "platform/properties/property_set_sax.h"
 
+#include "platform/properties/create_property.h"
 #include "platform/properties/property_set_words.h"
-#include "platform/properties/visit_property.h"
+#include "platform/properties/shared_names.h"
 
-#include <zantrel/platform/property_creator.h>
 #include <zantrel/platform/sax_reader.h>
 #include <zantrel/platform/string_conversion.h>
 #include <zantrel/platform/tag_writer.h>
 
 #include <memory>
+#include <utility>
 
 using namespace Zantrel;
 namespace Word = Zantrel::PropertySetWord;
@@ -17,6 +18,17 @@ namespace Word = Zantrel::PropertySetWord;
 using Sequence = IndexedProperties<PersistentProperties>;
 
 // Reading
+
+namespace {
+
+void ReadDeleted(IPersistentProperty& property, KelSAX::ISAXReader& reader) {
+    bool isDeleted = false;
+    if (reader.ReadAttribute(isDeleted, Word::Deleted)) {
+        property.SetDeleted(isDeleted);
+    }
+}
+
+} // namespace
 
 bool PropertySetRead::HandleTag(std::string const& tag, KelSAX::ISAXReader& reader) {
     if (tag == Word::Property) {
@@ -28,70 +40,64 @@ bool PropertySetRead::HandleTag(std::string const& tag, KelSAX::ISAXReader& read
     return false;
 }
 
-namespace {
-
-/// Adds a property of a container's class and gives the children of the element to a handler on its value.
-template <class Value, class Handler>
-void ReadContainer(PersistentProperties& target, std::wstring const& name, std::optional<bool> deleted,
-                   KelSAX::ISAXReader& reader) {
-    auto* property = new PersistentProperty<Value>();
-    target.AddProperty(name, property);
-    if (deleted) {
-        property->SetDeleted(*deleted);
+bool PropertySetRead::ReadProperty(KelSAX::ISAXReader& reader) {
+    if (!reader.ReadAttribute(m_type, Word::Type) || !reader.ReadAttribute(m_name, Word::Name)) {
+        reader.NoteDropped(L"A property without a type or without a name was passed over.");
+        return true; // its children come to this handler
     }
-    reader.PushHandler(new Handler(&property->m_value));
+    if (m_type == Word::Complex) {
+        ReadContainer<PersistentProperties, PropertySetRead>(reader);
+    } else if (m_type == Word::Complex2) {
+        ReadContainer<KelAM::SubProperties, PropertySetRead>(reader);
+    } else if (m_type == Word::ComplexArray) {
+        ReadContainer<Sequence, PropertySequenceRead>(reader);
+    } else {
+        return ReadValue(reader);
+    }
+    return true;
 }
 
-} // namespace
+/// Adds a property of a container's class and gives the children of the element to a handler on its value.
+template <class Value, class Handler> void PropertySetRead::ReadContainer(KelSAX::ISAXReader& reader) {
+    auto* property = new PersistentProperty<Value>();
+    Add(property);
+    ReadDeleted(*property, reader);
+    reader.PushHandler(new Handler(&property->m_value, m_names));
+}
 
-bool PropertySetRead::ReadProperty(KelSAX::ISAXReader& reader) {
-    std::string type;
-    std::wstring name;
-    if (!reader.ReadAttribute(type, Word::Type) || !reader.ReadAttribute(name, Word::Name)) {
-        return true; // taken and ignored; its children come to this handler
+bool PropertySetRead::ReadValue(KelSAX::ISAXReader& reader) {
+    if (m_type == Word::ProfileName) {
+        m_type = TypeName<std::wstring>;
+    } else if (m_type == Word::Number) {
+        m_type = TypeName<double>;
     }
-    bool flag = false;
-    std::optional<bool> const deleted =
-        reader.ReadAttribute(flag, Word::Deleted) ? std::optional<bool>(flag) : std::nullopt;
-
-    if (type == Word::Complex) {
-        ReadContainer<PersistentProperties, PropertySetRead>(*m_target, name, deleted, reader);
-        return true;
-    }
-    if (type == Word::Complex2) {
-        ReadContainer<KelAM::SubProperties, PropertySetRead>(*m_target, name, deleted, reader);
-        return true;
-    }
-    if (type == Word::ComplexArray) {
-        ReadContainer<Sequence, PropertySequenceRead>(*m_target, name, deleted, reader);
-        return true;
-    }
-    if (type == Word::ProfileName) {
-        type = Word::String;
-    }
-    if (type == Word::Number) {
-        type = Word::Double;
-    }
-    std::unique_ptr<IPersistentProperty> property(
-        IPersistentPropertyCreator::__CreateProperty(StringConversion::Utf8ToNative(type)));
-    if (property == nullptr) {
+    std::unique_ptr<IPersistentProperty> created = CreateProperty(m_type, CreatablePropertyClasses());
+    if (created == nullptr) {
         return false;
     }
-    if (deleted) {
-        property->SetDeleted(*deleted);
-    }
-    IPersistentProperty* added = property.get();
-    m_target->AddProperty(name, property.release());
-    return added->HandleValue(reader); // it stays in the bag whatever the answer
+    IPersistentProperty& property = *created;
+    ReadDeleted(property, reader);
+    Add(created.release());
+    return property.HandleValue(reader); // it stays in the bag whatever the answer
+}
+
+/// Under the name that was read.
+void PropertySetRead::Add(IPersistentProperty* property) {
+    std::unique_ptr<IPersistentProperty> added(property);
+    EntryName name =
+        m_names != nullptr ? (*m_names)(m_name) : EntryName::Own(StringConversion::Utf8ToNative(m_name));
+    m_target->_Entries().Insert(std::move(name), PropertyHandle::Heap(added.release()));
 }
 
 bool PropertySetRead::ReadComponent(KelSAX::ISAXReader& reader) {
     std::wstring uuid;
     if (!reader.ReadAttribute(uuid, Word::Uuid)) {
+        reader.NoteDropped(L"A component without an identifier was passed over.");
         return false;
     }
     std::wstring const name = KelAM::ExternalPropertyID(uuid).FormatGuid(true, true);
-    reader.PushHandler(new PropertySetRead(m_target->GetValuePointer<KelAM::SubProperties>(name, true)));
+    reader.PushHandler(
+        new PropertySetRead(m_target->GetValuePointer<KelAM::SubProperties>(name, true), m_names));
     return true;
 }
 
@@ -99,13 +105,15 @@ bool PropertySequenceRead::HandleTag(std::string const& tag, KelSAX::ISAXReader&
     if (tag != Word::Property) {
         return false;
     }
-    reader.PushHandler(new PropertySetRead(&m_target->AddProperty()));
+    reader.PushHandler(new PropertySetRead(&m_target->AddProperty(), m_names));
     return true;
 }
 
 // Writing
 
-bool Zantrel::HasGuidShape(std::wstring_view name) {
+namespace {
+
+bool HasGuidShape(std::wstring_view name) {
     bool const braced = name.size() == 38 && name.front() == L'{' && name.back() == L'}';
     if (!braced && name.size() != 36) {
         return false;
@@ -114,10 +122,16 @@ bool Zantrel::HasGuidShape(std::wstring_view name) {
     return inner[8] == L'-' && inner[13] == L'-' && inner[18] == L'-' && inner[23] == L'-';
 }
 
-namespace {
-
 /// The word of the attribute "Type": a container's own, or the type name, where a double is called a number.
-std::string TypeWord(IPersistentProperty const& property) {
+template <class T>
+constexpr std::string_view TypeWord = std::is_same_v<T, PersistentProperties>   ? Word::Complex
+                                      : std::is_same_v<T, KelAM::SubProperties> ? Word::Complex2
+                                      : std::is_same_v<T, Sequence>             ? Word::ComplexArray
+                                      : std::is_same_v<T, double>               ? Word::Number
+                                                                                : TypeName<T>;
+
+/// The same of a class of the host's own, which may derive from one of the containers.
+std::string TypeWordOfHost(IPersistentProperty const& property) {
     if (PropertyCast<PersistentProperties>(&property) != nullptr) {
         return std::string(Word::Complex);
     }
@@ -128,26 +142,37 @@ std::string TypeWord(IPersistentProperty const& property) {
         return std::string(Word::ComplexArray);
     }
     std::string type = StringConversion::NativeToUtf8(property.GetType());
-    return type == Word::Double ? std::string(Word::Number) : type;
+    return type == TypeName<double> ? std::string(Word::Number) : type;
+}
+
+void WriteType(IPersistentProperty const& property, KelSAX::ISAXWriter& writer) {
+    bool const isKnown = VisitProperty(property, [&writer](auto const& typed) {
+        writer.WriteAttribute(Word::Type, TypeWord<std::decay_t<decltype(typed.m_value)>>);
+    });
+    if (!isKnown) {
+        writer.WriteAttribute(Word::Type, TypeWordOfHost(property));
+    }
 }
 
 } // namespace
+
+bool Zantrel::IsComponent(std::wstring_view name, IPersistentProperty const& property) {
+    return HasGuidShape(name) && property.GetType() == WideTypeName<KelAM::SubProperties>();
+}
 
 bool Zantrel::WriteProperties(PersistentProperties const& bag, KelSAX::ISAXWriter& writer,
                               bool leaveOutComponents) {
     bool written = true;
     for (auto const& [name, property] : bag) {
-        bool const isComponent = leaveOutComponents && HasGuidShape(name) &&
-                                 property->GetType() == GetTypeOfProperty(KelAM::SubProperties());
         if (writer.HasFailed()) {
-            break;
+            return false;
         }
-        if (property->IsDeleted() || isComponent) {
+        if (property->IsDeleted() || (leaveOutComponents && IsComponent(name, *property))) {
             continue;
         }
         MSAXTagWriter element(writer, Word::Property);
         writer.WriteAttribute(Word::Name, name);
-        writer.WriteAttribute(Word::Type, TypeWord(*property));
+        WriteType(*property, writer);
         written = property->WriteValue(writer) && written;
     }
     return written;

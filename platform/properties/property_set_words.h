@@ -22,8 +22,4 @@ inline constexpr std::string_view ComplexArray = "ComplexArray";
 inline constexpr std::string_view Number = "number";
 inline constexpr std::string_view ProfileName = "ProfileName"; ///< read as a string, never written
 
-// Type names of the properties themselves.
-inline constexpr std::string_view Double = "double";
-inline constexpr std::string_view String = "string";
-
 } // namespace Zantrel::PropertySetWord

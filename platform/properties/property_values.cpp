@@ -2,7 +2,7 @@
 #include <zantrel/platform/property_values.h>
 
 #include "platform/properties/property_set_sax.h"
-#include "platform/properties/visit_property.h"
+#include "platform/properties/type_names.h"
 
 #include <zantrel/platform/sax_reader.h>
 #include <zantrel/platform/sax_writer.h>
@@ -12,16 +12,6 @@ using Sequence = IndexedProperties<PersistentProperties>;
 namespace {
 
 // One set of overloads per function; the exported templates below only pass on to them.
-
-std::wstring TypeName(std::int32_t) { return L"integer"; }
-std::wstring TypeName(double) { return L"double"; }
-std::wstring TypeName(bool) { return L"bool"; }
-std::wstring TypeName(std::wstring const&) { return L"string"; }
-std::wstring TypeName(KelAM::FileContent const&) { return L"FileContent"; }
-std::wstring TypeName(PersistentProperties const&) { return L"Properties"; }
-std::wstring TypeName(KelAM::SubProperties const&) { return L"SubProperties"; }
-std::wstring TypeName(KelAM::ExternalProperties const&) { return L"ExternalProperties"; }
-std::wstring TypeName(Sequence const&) { return L"IndexedPropertySets"; }
 
 bool WriteToXml(std::int32_t value, KelSAX::ISAXWriter& writer) {
     writer.WriteIntegerValue(value);
@@ -65,7 +55,7 @@ bool ReadFromXml(PersistentProperties& value, KelSAX::ISAXReader& reader) {
 
 } // namespace
 
-template <class T> std::wstring GetTypeOfProperty(T const& value) { return TypeName(value); }
+template <class T> std::wstring GetTypeOfProperty(T const&) { return Zantrel::WideTypeName<T>(); }
 
 template <class T> bool WriteValueOfProperty(T const& value, KelSAX::ISAXWriter& writer) {
     return WriteToXml(value, writer);

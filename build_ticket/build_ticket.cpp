@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <zantrel/build_ticket/build_ticket.h>
+
+#include "build_ticket/store_filter.h"
+
+#include <zantrel/platform/property_names.h>
+
+#include <vector>
+
+namespace Zantrel {
+
+namespace {
+
+void Filter(StoreFilter& filter, KelAM::DatabaseExternalProperties& stores) {
+    std::vector<std::wstring> keys;
+    stores.GetAllProperties(keys);
+    for (std::wstring const& key : keys) {
+        KelAM::ExternalProperties* store = stores.GetProperties(KelAM::ExternalPropertyID(key), false);
+        if (store != nullptr) {
+            filter(*store);
+        }
+    }
+}
+
+} // namespace
+
+BuildTicket::BuildTicket(ParameterLayout const* layout)
+    : m_hasPropertyTemplate(layout != nullptr), m_layout(layout) {}
+
+KelAM::ExternalProperties* BuildTicket::_GetParent(std::wstring const* id, bool create) {
+    return id != nullptr ? m_partOverrides.GetProperties(KelAM::ExternalPropertyID(*id), create)
+                         : &m_defaults;
+}
+
+void BuildTicket::_FilterProperties(KelAM::ExternalProperties& store) { StoreFilter{m_layout}(store); }
+
+void BuildTicket::CleanUp() {
+    StoreFilter filter(m_layout);
+    filter(m_defaults);
+    Filter(filter, m_partOverrides);
+    Filter(filter, m_objectProperties);
+}
+
+void BuildTicket::ConvertFromInternalBuildTicket(KelAM::DatabaseExternalProperties const& source) {
+    using namespace KelAM::ObjectTypes;
+    m_sourceId = L"BuildTicketInternal";
+    StoreFilter filter(m_layout);
+    std::vector<std::wstring> keys;
+    source.GetAllProperties(keys);
+    for (std::wstring const& key : keys) {
+        KelAM::ExternalProperties const* const store = source.GetProperties(KelAM::ExternalPropertyID(key));
+        std::wstring const* const type = store != nullptr ? FindObjectType(*store) : nullptr;
+        KelAM::ExternalProperties* target = nullptr;
+        if (type == nullptr) {
+            continue;
+        }
+        if (*type == ObjectTypePlatform) {
+            target = &m_defaults;
+        } else if (*type == ObjectTypePartInstance) {
+            target = m_partOverrides.GetProperties(store->m_id, true);
+        } else if (*type == ObjectTypeUniquePart) {
+            target = m_objectProperties.GetProperties(store->m_id, true);
+        }
+        if (target != nullptr) {
+            *target = *store;
+            filter(*target);
+        }
+    }
+}
+
+} // namespace Zantrel

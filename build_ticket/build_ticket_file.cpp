@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <zantrel/build_ticket/build_ticket_file.h>
+
+#include "build_ticket/build_ticket_read.h"
+#include "build_ticket/build_ticket_write.h"
+#include "build_ticket/ticket_words.h"
+#include "platform/sax/document_options.h"
+
+#include <zantrel/platform/sax_utilities.h>
+#include <zantrel/platform/xml_namespaces.h>
+
+namespace Zantrel {
+
+namespace {
+
+std::int32_t VersionOf(BuildTicket const& ticket, BuildTicketWriteOptions const& options) {
+    return options.m_version != 0 ? options.m_version : BuildTicketWrite(ticket, 0)._DetermineVersion();
+}
+
+KelAM::SaxUtilities::WriteOptions DocumentOptions(std::int32_t version) {
+    auto options = Sax::DocumentOptions(std::string(TicketWord::Root));
+    if (version == 1) {
+        AddBuildProcessingNamespace(options, XML_namespaces::m_namespace_build_processors_2016_04);
+    } else if (version == 2) {
+        AddBuildProcessingNamespace(options, XML_namespaces::m_namespace_build_processors_2017_02);
+    }
+    return options;
+}
+
+} // namespace
+
+bool LoadBuildTicket(std::basic_istream<char>& in, BuildTicket& ticket, ReadReport* report) {
+    BuildTicketRead handler(ticket);
+    return KelAM::SaxUtilities::ReadStream(in, handler, report);
+}
+
+bool LoadBuildTicket(std::wstring const& path, BuildTicket& ticket, ReadReport* report) {
+    BuildTicketRead handler(ticket);
+    return KelAM::SaxUtilities::ReadFile(path, handler, report);
+}
+
+bool SaveBuildTicket(std::basic_ostream<char>& out, BuildTicket const& ticket,
+                     BuildTicketWriteOptions const& options, WriteReport* report) {
+    BuildTicketWrite const handler(ticket, VersionOf(ticket, options));
+    return KelAM::SaxUtilities::WriteStream(out, handler, DocumentOptions(handler.GetVersion()), report);
+}
+
+bool SaveBuildTicket(std::wstring const& path, BuildTicket const& ticket,
+                     BuildTicketWriteOptions const& options, WriteReport* report) {
+    BuildTicketWrite const handler(ticket, VersionOf(ticket, options));
+    return KelAM::SaxUtilities::WriteFile(path, handler, DocumentOptions(handler.GetVersion()), report);
+}
+
+} // namespace Zantrel

@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "build_ticket/build_ticket_read.h"
+
+#include "build_ticket/ticket_words.h"
+#include "platform/properties/property_set_sax.h"
+
+#include <zantrel/platform/sax_reader.h>
+
+namespace Zantrel {
+
+namespace Word = TicketWord;
+
+bool BuildTicketRead::HandleTag(std::string const& tag, KelSAX::ISAXReader& reader) {
+    if (tag == Word::Instance) {
+        return ReadInstance(reader);
+    }
+    if (tag == Word::Defaults) {
+        ReadStore(m_ticket->m_defaults, reader); // whose kind is written, but never read
+        return true;
+    }
+    if (tag == Word::Source) {
+        ReadSource(reader);
+        return true;
+    }
+    return tag == Word::Info || tag == Word::PartOverrides || tag == Word::ObjectProperties;
+}
+
+void BuildTicketRead::ReadSource(KelSAX::ISAXReader& reader) {
+    m_ticket->m_sourceId.clear(); // a source without a name is told too
+    reader.ReadAttribute(m_ticket->m_sourceId, Word::Id);
+}
+
+bool BuildTicketRead::ReadInstance(KelSAX::ISAXReader& reader) {
+    std::wstring uuid;
+    std::string const& parent = reader.GetAncestorTag(1);
+    bool const isPart = parent == Word::PartOverrides;
+    if (!reader.ReadAttribute(uuid, Word::Uuid) || (!isPart && parent != Word::ObjectProperties)) {
+        reader.NoteDropped(L"An instance without an identifier or outside of its sections was passed over.");
+        return false;
+    }
+    auto& stores = isPart ? m_ticket->m_partOverrides : m_ticket->m_objectProperties;
+    KelAM::ExternalProperties& store = *stores.GetProperties(KelAM::ExternalPropertyID(uuid), true);
+    std::string word;
+    reader.ReadAttribute(word, Word::Kind);
+    for (Word::ObjectKind const& known : Word::ObjectKinds) {
+        if (known.word == word) {
+            store.m_objectKind = known.kind;
+        }
+    }
+    ReadStore(store, reader);
+    return true;
+}
+
+void BuildTicketRead::ReadStore(KelAM::ExternalProperties& store, KelSAX::ISAXReader& reader) {
+    reader.PushHandler(new PropertySetRead(&store, &m_names));
+}
+
+} // namespace Zantrel

@@ -1,0 +1,133 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "build_ticket/build_ticket_write.h"
+
+#include "build_ticket/ticket_words.h"
+#include "platform/properties/property_set_sax.h"
+
+#include <zantrel/platform/stream_text_out.h>
+#include <zantrel/platform/sub_properties.h>
+#include <zantrel/platform/tag_writer.h>
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+namespace Zantrel {
+
+namespace Word = TicketWord;
+
+namespace {
+
+using Sequence = IndexedProperties<PersistentProperties>;
+
+void WriteUuid(std::wstring_view text, KelSAX::ISAXWriter& writer) {
+    KelAM::ExternalPropertyID const id{std::wstring(text)};
+    writer.WriteAttribute(Word::Uuid, std::wstring_view(id.FormatGuid(false, false)));
+}
+
+void WriteComponents(KelAM::ExternalProperties const& store, KelSAX::ISAXWriter& writer) {
+    for (auto const& [name, property] : store) {
+        auto const* const set = PropertyCast<KelAM::SubProperties>(property);
+        if (set != nullptr && !property->IsDeleted() && IsComponent(name, *property)) {
+            MSAXTagWriter const element(writer, Word::Component);
+            WriteUuid(name, writer);
+            WriteProperties(set->m_value, writer, false);
+        }
+    }
+}
+
+void WriteStore(KelAM::ExternalProperties const& store, KelSAX::ISAXWriter& writer) {
+    for (Word::ObjectKind const& known : Word::ObjectKinds) {
+        if (known.kind == store.m_objectKind) {
+            writer.WriteAttribute(Word::Kind, known.word);
+        }
+    }
+    WriteProperties(store, writer, true);
+    WriteComponents(store, writer);
+}
+
+void WriteInstances(std::string_view section, KelAM::DatabaseExternalProperties const& stores,
+                    KelSAX::ISAXWriter& writer) {
+    if (stores.IsEmpty()) {
+        return;
+    }
+    MSAXTagWriter const element(writer, section);
+    for (auto const& [key, property] : stores) {
+        if (auto const* const store = PropertyCast<KelAM::ExternalProperties>(property)) {
+            MSAXTagWriter const instance(writer, Word::Instance);
+            WriteUuid(key, writer);
+            WriteStore(store->m_value, writer);
+        }
+    }
+}
+
+/// The version from which on a property can be written: as yet the first for each.
+std::int32_t VersionOf(IPersistentProperty const&) { return 1; }
+
+void AppendBagsOf(IPersistentProperty* property, std::vector<PersistentProperties const*>& bags) {
+    if (auto const* const bag = PropertyCast<PersistentProperties>(property)) {
+        bags.push_back(&bag->m_value);
+    } else if (auto const* const set = PropertyCast<KelAM::SubProperties>(property)) {
+        bags.push_back(&set->m_value);
+    } else if (auto const* const sequence = PropertyCast<Sequence>(property)) {
+        for (unsigned long long i = 0; i < sequence->m_value.GetNumProperties(); ++i) {
+            bags.push_back(&sequence->m_value.GetProperty(static_cast<std::int32_t>(i)));
+        }
+    }
+}
+
+/// The version from which on all can be written that a bag holds, at every depth. The bags still to be looked
+/// at stand in a list, since a host nests them as deep as it likes.
+std::int32_t _DetermineVersionOfProperties(PersistentProperties const& top) {
+    std::int32_t version = 1;
+    std::vector<PersistentProperties const*> open{&top};
+    while (!open.empty()) {
+        PersistentProperties const& bag = *open.back();
+        open.pop_back();
+        for (auto const& [name, property] : bag) {
+            version = std::max(version, VersionOf(*property));
+            AppendBagsOf(property, open);
+        }
+    }
+    return version;
+}
+
+} // namespace
+
+std::int32_t BuildTicketWrite::_DetermineVersion() const {
+    std::int32_t version = m_ticket->HasPropertyTemplate() ? 1 : 2;
+    version = std::max(version, _DetermineVersionOfProperties(m_ticket->GetDefaults()));
+    for (auto const* const stores : {&m_ticket->GetPartOverrides(), &m_ticket->GetObjectProperties()}) {
+        for (auto const& [key, property] : *stores) {
+            if (auto const* const store = PropertyCast<KelAM::ExternalProperties>(property)) {
+                version = std::max(version, _DetermineVersionOfProperties(store->m_value));
+            }
+        }
+    }
+    return version;
+}
+
+bool BuildTicketWrite::Write(KelSAX::ISAXWriter& writer) const {
+    if (m_version == 2) {
+        WriteInfo(writer);
+    }
+    if (!m_ticket->GetDefaults().IsEmpty()) {
+        MSAXTagWriter const element(writer, Word::Defaults);
+        WriteStore(m_ticket->GetDefaults(), writer);
+    }
+    WriteInstances(Word::PartOverrides, m_ticket->GetPartOverrides(), writer);
+    WriteInstances(Word::ObjectProperties, m_ticket->GetObjectProperties(), writer);
+    return true;
+}
+
+void BuildTicketWrite::WriteInfo(KelSAX::ISAXWriter& writer) const {
+    MSAXTagWriter const info(writer, Word::Info);
+    MSAXTagWriter const source(writer, Word::Source);
+    if (!m_ticket->GetSourceId().empty()) {
+        writer.WriteAttribute(Word::Id, std::wstring_view(m_ticket->GetSourceId()));
+    }
+    writer.WriteAttribute(Word::PropertyTemplate,
+                          (MStreamTextOut<char>() << m_ticket->HasPropertyTemplate()).str());
+}
+
+} // namespace Zantrel

@@ -1,0 +1,91 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "build_ticket/store_filter.h"
+
+#include "build_ticket/property_filter.h"
+
+#include <zantrel/platform/property_names.h>
+#include <zantrel/platform/sub_properties.h>
+
+#include <algorithm>
+#include <iterator>
+#include <vector>
+
+namespace Zantrel {
+
+namespace {
+
+using Names = std::set<std::wstring>;
+
+void AddNamesBelow(LayoutNode const* anchor, Names& names) {
+    if (anchor != nullptr) {
+        anchor->AddUsedPropertyNames(names);
+    }
+}
+
+/// What the stores of an object type keep.
+struct Rule {
+    std::wstring const& objectType;
+    void (*collectNames)(ParameterLayout const& layout, Names& names);
+    bool keepsSubProperties;
+};
+
+Rule const Rules[] = {
+    {KelAM::ObjectTypes::ObjectTypePlatform,
+     [](ParameterLayout const& layout, Names& names) { AddNamesBelow(layout.m_platformConfigurator, names); },
+     true},
+    {KelAM::ObjectTypes::ObjectTypePartInstance,
+     [](ParameterLayout const& layout, Names& names) { AddNamesBelow(layout.m_partConfigurator, names); },
+     true},
+    {KelAM::ObjectTypes::ObjectTypeUniquePart,
+     [](ParameterLayout const& layout, Names& names) { layout.GetUsedPropertyNames(names); }, false},
+};
+
+Rule const* FindRule(std::wstring const& objectType) {
+    auto const* const rule = std::find_if(std::begin(Rules), std::end(Rules), [&](Rule const& candidate) {
+        return candidate.objectType == objectType;
+    });
+    return rule != std::end(Rules) ? rule : nullptr;
+}
+
+} // namespace
+
+std::wstring const* FindObjectType(KelAM::ExternalProperties const& store) {
+    auto const* property = PropertyCast<std::wstring>(store.FindProperty(KelAM::PropertyNames::ObjectType));
+    return property != nullptr && !property->IsDeleted() ? &property->m_value : nullptr;
+}
+
+std::shared_ptr<IPersistentPropertyFilter>& StoreFilter::FilterOf(std::wstring const& objectType) {
+    Rule const* const rule = FindRule(objectType);
+    Filter& made = m_filters[rule != nullptr ? objectType : std::wstring()];
+    if (made.filter == nullptr) {
+        bool const hasNames = rule != nullptr && m_layout != nullptr;
+        if (hasNames) {
+            rule->collectNames(*m_layout, made.names);
+        }
+        // Names of a layout restrict also where there are none, as without the node that would hold them.
+        made.filter = std::make_shared<BuildTicketPropertyFilter>(
+            hasNames ? &made.names : nullptr, rule == nullptr || rule->keepsSubProperties);
+    }
+    return made.filter;
+}
+
+void StoreFilter::operator()(KelAM::ExternalProperties& store) {
+    std::wstring const* const objectType = FindObjectType(store);
+    auto& filter = FilterOf(objectType != nullptr ? *objectType : std::wstring());
+    PersistentPropertyFilter::FilterProperties(store, filter);
+
+    std::vector<std::wstring> nested;
+    for (auto const& [name, property] : store) {
+        if (PropertyCast<KelAM::SubProperties>(property) != nullptr) {
+            nested.emplace_back(name);
+        }
+    }
+    for (std::wstring const& name : nested) {
+        // By name, so of several sets of one name the first; sets below these are left alone.
+        if (auto* set = store.GetValuePointer<KelAM::SubProperties>(name, false)) {
+            PersistentPropertyFilter::FilterProperties(*set, filter);
+        }
+    }
+}
+
+} // namespace Zantrel
