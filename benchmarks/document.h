@@ -5,11 +5,18 @@
 
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
+#include <charconv>
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
 #include <string>
+#include <string_view>
 #include <system_error>
+#include <vector>
 
 namespace ZantrelBenchmark {
 
@@ -35,6 +42,54 @@ struct Document {
         bytes << std::ifstream(std::filesystem::path(path), std::ios::binary).rdbuf();
         text = bytes.str();
     }
+};
+
+/// What writing is measured against: values printed by std::to_chars, a line each, in pieces of 256 KiB.
+class FlatFile {
+public:
+    explicit FlatFile(std::wstring const& path)
+        : m_file(std::fopen(std::filesystem::path(path).c_str(), "wb")), m_piece(PieceSize) {
+        std::setvbuf(m_file, nullptr, _IONBF, 0);
+    }
+    FlatFile(FlatFile const&) = delete;
+    FlatFile& operator=(FlatFile const&) = delete;
+    ~FlatFile() {
+        Flush();
+        std::fclose(m_file);
+    }
+
+    void Print(double value) {
+        char* const begin = Begin();
+        End(std::to_chars(begin, begin + LineRoom, value, std::chars_format::general, 17).ptr);
+    }
+    void Print(std::int32_t value) {
+        char* const begin = Begin();
+        End(std::to_chars(begin, begin + LineRoom, value).ptr);
+    }
+    void Print(std::string_view text) { End(std::copy(text.begin(), text.end(), Begin())); }
+
+private:
+    static constexpr std::size_t PieceSize = 256 * 1024;
+    static constexpr std::size_t LineRoom = 64;
+
+    char* Begin() {
+        if (m_used > PieceSize - LineRoom) {
+            Flush();
+        }
+        return m_piece.data() + m_used;
+    }
+    void End(char* end) {
+        *end++ = '\n';
+        m_used = static_cast<std::size_t>(end - m_piece.data());
+    }
+    void Flush() {
+        std::fwrite(m_piece.data(), 1, m_used, m_file);
+        m_used = 0;
+    }
+
+    std::FILE* m_file;
+    std::vector<char> m_piece;
+    std::size_t m_used = 0;
 };
 
 /// A bare pass of libexpat with empty handlers, the unit that reading is measured in.

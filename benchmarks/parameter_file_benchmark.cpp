@@ -13,8 +13,6 @@
 #include <malloc.h>
 #include <pugixml.hpp>
 
-#include <charconv>
-#include <cstdio>
 #include <filesystem>
 #include <map>
 #include <memory>
@@ -124,24 +122,13 @@ void Write(benchmark::State& state) {
 
 void FlatPrint(benchmark::State& state) {
     Job const& job = Job::Of(state.range(0));
-    std::filesystem::path const path = job.path + L".flat";
-    constexpr std::size_t pieceSize = 256 * 1024;
-    std::vector<char> piece(pieceSize);
+    ZantrelBenchmark::Document const output("flat");
     for ([[maybe_unused]] auto _ : state) {
-        std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(path.c_str(), "wb"), &std::fclose);
-        std::setvbuf(file.get(), nullptr, _IONBF, 0);
-        char* at = piece.data();
+        ZantrelBenchmark::FlatFile file(output.path);
         for (double const number : job.numbers) {
-            at = std::to_chars(at, piece.data() + pieceSize, number, std::chars_format::general, 17).ptr;
-            *at++ = '\n';
-            if (at > piece.data() + pieceSize - 64) {
-                std::fwrite(piece.data(), 1, static_cast<std::size_t>(at - piece.data()), file.get());
-                at = piece.data();
-            }
+            file.Print(number);
         }
-        std::fwrite(piece.data(), 1, static_cast<std::size_t>(at - piece.data()), file.get());
     }
-    std::filesystem::remove(path);
     Rate(state, job);
 }
 

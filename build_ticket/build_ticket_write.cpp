@@ -27,8 +27,10 @@ void WriteUuid(std::wstring_view text, KelSAX::ISAXWriter& writer) {
 
 void WriteComponents(KelAM::ExternalProperties const& store, KelSAX::ISAXWriter& writer) {
     for (auto const& [name, property] : store) {
-        auto const* const set = PropertyCast<KelAM::SubProperties>(property);
-        if (set != nullptr && !property->IsDeleted() && IsComponent(name, *property)) {
+        if (property->IsDeleted() || !IsComponent(name, *property)) {
+            continue;
+        }
+        if (auto const* const set = PropertyCast<KelAM::SubProperties>(property)) {
             MSAXTagWriter const element(writer, Word::Component);
             WriteUuid(name, writer);
             WriteProperties(set->m_value, writer, false);
@@ -64,14 +66,16 @@ void WriteInstances(std::string_view section, KelAM::DatabaseExternalProperties 
 /// The version from which on a property can be written: as yet the first for each.
 std::int32_t VersionOf(IPersistentProperty const&) { return 1; }
 
-void AppendBagsOf(IPersistentProperty* property, std::vector<PersistentProperties const*>& bags) {
-    if (auto const* const bag = PropertyCast<PersistentProperties>(property)) {
-        bags.push_back(&bag->m_value);
-    } else if (auto const* const set = PropertyCast<KelAM::SubProperties>(property)) {
-        bags.push_back(&set->m_value);
-    } else if (auto const* const sequence = PropertyCast<Sequence>(property)) {
-        for (unsigned long long i = 0; i < sequence->m_value.GetNumProperties(); ++i) {
-            bags.push_back(&sequence->m_value.GetProperty(static_cast<std::int32_t>(i)));
+void AppendBagsOf(IPersistentProperty const& property, std::vector<PersistentProperties const*>& bags) {
+    auto const* const value = property.GetPolymorphicValue(); // null for plain data, as nearly all is
+    if (value == nullptr) {
+        return;
+    }
+    if (auto const* const bag = dynamic_cast<PersistentProperties const*>(value)) {
+        bags.push_back(bag);
+    } else if (auto const* const sequence = dynamic_cast<Sequence const*>(value)) {
+        for (unsigned long long i = 0; i < sequence->GetNumProperties(); ++i) {
+            bags.push_back(&sequence->GetProperty(static_cast<std::int32_t>(i)));
         }
     }
 }
@@ -86,7 +90,7 @@ std::int32_t _DetermineVersionOfProperties(PersistentProperties const& top) {
         open.pop_back();
         for (auto const& [name, property] : bag) {
             version = std::max(version, VersionOf(*property));
-            AppendBagsOf(property, open);
+            AppendBagsOf(*property, open);
         }
     }
     return version;

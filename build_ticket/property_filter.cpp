@@ -11,35 +11,53 @@ using namespace Zantrel;
 
 namespace {
 
-/// Whether the type alone rules a property out. Of the library's own classes one does, told without making
-/// the name of a type for each property; a position is of a class of the host's own.
-bool IsOfUnwantedType(IPersistentProperty const& property) {
-    bool isFile = false;
-    bool const isKnown = VisitProperty(property, [&isFile](auto const& typed) {
-        isFile = std::is_same_v<std::decay_t<decltype(typed.m_value)>, KelAM::FileContent>;
-    });
-    if (isKnown) {
-        return isFile;
-    }
+/// What the filter asks of a property's class and type.
+enum class Content { Plain, Unwanted, Set, Bag };
+
+template <class T>
+constexpr Content ContentOfValue =
+    std::is_same_v<T, KelAM::FileContent>     ? Content::Unwanted
+    : std::is_same_v<T, KelAM::SubProperties> ? Content::Set
+    : std::is_same_v<T, PersistentProperties> || std::is_same_v<T, KelAM::ExternalProperties>
+        ? Content::Bag
+        : Content::Plain;
+
+Content ContentOfHost(IPersistentProperty const& property) {
     std::wstring const type = property.GetType();
-    return type == L"PositionMatrix" || type == WideTypeName<KelAM::FileContent>();
+    if (type == L"PositionMatrix" || type == WideTypeName<KelAM::FileContent>()) {
+        return Content::Unwanted;
+    }
+    if (PropertyCast<KelAM::SubProperties>(&property) != nullptr) {
+        return Content::Set;
+    }
+    bool const isBag = PropertyCast<PersistentProperties>(&property) != nullptr ||
+                       PropertyCast<KelAM::ExternalProperties>(&property) != nullptr;
+    return isBag ? Content::Bag : Content::Plain;
+}
+
+/// Of the library's own classes told without a cast and without making the name of a type for each property.
+Content ContentOf(IPersistentProperty const& property) {
+    Content content = Content::Plain;
+    bool const isKnown = VisitProperty(property, [&content](auto const& typed) {
+        content = ContentOfValue<std::decay_t<decltype(typed.m_value)>>;
+    });
+    return isKnown ? content : ContentOfHost(property);
 }
 
 } // namespace
 
 bool BuildTicketPropertyFilter::Filter(std::wstring const& name, IPersistentProperty* property) {
-    // The order counts: a part's name is kept whatever the layout says, and nothing called like the object
-    // type is.
-    if (name == KelAM::PropertyNames::ObjectType || property == nullptr || IsOfUnwantedType(*property)) {
+    // The order counts: nothing called like the object type is kept, and a part's name whatever the layout
+    // says.
+    Content const content = property != nullptr ? ContentOf(*property) : Content::Unwanted;
+    if (name == KelAM::PropertyNames::ObjectType || content == Content::Unwanted) {
         return false;
     }
-    if (name == KelAM::PropertyNames::PartName) {
+    if (name == KelAM::PropertyNames::PartName || content == Content::Bag) {
         return true;
     }
-    if (PropertyCast<KelAM::SubProperties>(property) != nullptr) {
+    if (content == Content::Set) {
         return m_keepSubProperties;
     }
-    bool const isBag = PropertyCast<PersistentProperties>(property) != nullptr ||
-                       PropertyCast<KelAM::ExternalProperties>(property) != nullptr;
-    return isBag || m_names == nullptr || m_names->count(name) != 0;
+    return m_names == nullptr || m_names->count(name) != 0;
 }

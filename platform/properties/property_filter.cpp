@@ -8,8 +8,10 @@ IPersistentPropertyFilter::~IPersistentPropertyFilter() = default;
 void PersistentPropertyFilter::FilterProperties(PersistentProperties& bag,
                                                 std::shared_ptr<IPersistentPropertyFilter>& filter) {
     if (auto const kept = filter) { // the filter may let go of the caller's pointer
-        bag._Entries().RemoveWhere([&kept](Zantrel::NamedProperty const& entry) {
-            return !kept->Filter(std::wstring(entry.name), entry.property);
+        std::wstring name;          // kept for its room
+        bag._Entries().RemoveWhere([&](Zantrel::NamedProperty const& entry) {
+            name = entry.name;
+            return !kept->Filter(name, entry.property);
         });
     }
 }
