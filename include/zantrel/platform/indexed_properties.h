@@ -34,6 +34,8 @@ public:
     PersistentProperties const& GetProperty(std::int32_t index) const;
     unsigned long long GetNumProperties() const { return m_size; }
     void Clear() noexcept;
+    /// The bags go on sharing the names of the tree that they leave, so from then on both trees belong to one
+    /// thread.
     void Swap(IndexedProperties& other) noexcept;
 
     /// The binary form. Read replaces the content; it throws std::runtime_error on bytes that are no such
