@@ -10,7 +10,9 @@ file(GLOB_RECURSE test_sources CONFIGURE_DEPENDS tests/*_test.cpp)
 add_executable(zantrel_tests ${test_sources})
 target_link_libraries(zantrel_tests PRIVATE
   zantrel_internal zantrel_warnings GTest::gmock_main EXPAT::EXPAT LibXml2::LibXml2)
-set_source_files_properties(tests/layout_files/schema_validation_test.cpp PROPERTIES COMPILE_DEFINITIONS
+set_source_files_properties(
+  tests/layout_files/schema_validation_test.cpp tests/build_ticket/schema_validation_test.cpp
+  PROPERTIES COMPILE_DEFINITIONS
   "ZANTREL_XMLLINT=\"${XMLLINT}\";ZANTREL_SCHEMAS=\"${PROJECT_SOURCE_DIR}/schemas\"")
 # Listed when ctest starts and not while building, so that a sanitiser's complaint is a test's and not the build's.
 gtest_discover_tests(zantrel_tests DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60)

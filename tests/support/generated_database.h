@@ -56,6 +56,8 @@ public:
     /// Below `end`.
     unsigned Below(unsigned end) { return static_cast<unsigned>(m_random() % end); }
 
+    bool Chance(unsigned oneIn) { return Below(oneIn) == 0; }
+
     /// Some text that XML can carry.
     std::wstring Text() {
         static wchar_t const* const pieces[] = {L" ",   L"\t", L"\n",    L"\r",  L"\r\n",
@@ -77,9 +79,40 @@ public:
         return text;
     }
 
-private:
-    bool Chance(unsigned oneIn) { return Below(oneIn) == 0; }
+    /// Any value of a type, often one at its limits.
+    std::int32_t Value(std::int32_t) {
+        static std::int32_t const edges[] = {0, -1, std::numeric_limits<std::int32_t>::min(),
+                                             std::numeric_limits<std::int32_t>::max()};
+        return Chance(2) ? edges[Below(std::size(edges))]
+                         : std::bit_cast<std::int32_t>(static_cast<std::uint32_t>(m_random()));
+    }
+    double Value(double) {
+        static double const edges[] = {0.0,
+                                       -0.0,
+                                       0.1,
+                                       1e23,
+                                       5e-324,
+                                       -std::numeric_limits<double>::max(),
+                                       std::numeric_limits<double>::infinity(),
+                                       -std::numeric_limits<double>::infinity(),
+                                       std::numeric_limits<double>::quiet_NaN()};
+        if (Chance(3)) {
+            return edges[Below(std::size(edges))];
+        }
+        std::uint64_t const bits = static_cast<std::uint64_t>(m_random()) << 32 | m_random();
+        return std::bit_cast<double>(bits);
+    }
+    bool Value(bool) { return Chance(2); }
+    std::wstring Value(std::wstring const&) { return Text(); }
+    KelAM::FileContent Value(KelAM::FileContent const&) {
+        std::vector<std::byte> bytes(Chance(3) ? 256 : Below(7));
+        for (std::size_t i = 0; i < bytes.size(); ++i) {
+            bytes[i] = static_cast<std::byte>(bytes.size() == 256 ? i : m_random());
+        }
+        return {Text(), std::move(bytes)};
+    }
 
+private:
     void AppendAnyCharacter(std::wstring& text) {
         unsigned const code = 0x20 + Below(0x110000 - 0x20);
         if (code > 0xFFFF && (sizeof(wchar_t) == 2 || Chance(2))) { // as a pair, which is joined
@@ -143,38 +176,6 @@ private:
                 FillContent(item);
             }
         }
-    }
-
-    std::int32_t Value(std::int32_t) {
-        static std::int32_t const edges[] = {0, -1, std::numeric_limits<std::int32_t>::min(),
-                                             std::numeric_limits<std::int32_t>::max()};
-        return Chance(2) ? edges[Below(std::size(edges))]
-                         : std::bit_cast<std::int32_t>(static_cast<std::uint32_t>(m_random()));
-    }
-    double Value(double) {
-        static double const edges[] = {0.0,
-                                       -0.0,
-                                       0.1,
-                                       1e23,
-                                       5e-324,
-                                       -std::numeric_limits<double>::max(),
-                                       std::numeric_limits<double>::infinity(),
-                                       -std::numeric_limits<double>::infinity(),
-                                       std::numeric_limits<double>::quiet_NaN()};
-        if (Chance(3)) {
-            return edges[Below(std::size(edges))];
-        }
-        std::uint64_t const bits = static_cast<std::uint64_t>(m_random()) << 32 | m_random();
-        return std::bit_cast<double>(bits);
-    }
-    bool Value(bool) { return Chance(2); }
-    std::wstring Value(std::wstring const&) { return Text(); }
-    KelAM::FileContent Value(KelAM::FileContent const&) {
-        std::vector<std::byte> bytes(Chance(3) ? 256 : Below(7));
-        for (std::size_t i = 0; i < bytes.size(); ++i) {
-            bytes[i] = static_cast<std::byte>(bytes.size() == 256 ? i : m_random());
-        }
-        return {Text(), std::move(bytes)};
     }
 
     std::mt19937 m_random;
