@@ -41,7 +41,7 @@ public:
 
     /// Drops from all stores what a ticket doesn't keep: the object type itself, position matrices and files;
     /// and of a store whose object type is known, the plain properties that the layout has no use for. Since
-    /// the object type goes, a second call finds none.
+    /// the object type goes, a second call, and one after a conversion, finds none and asks no layout.
     void CleanUp();
 
     /// Copies the stores of a host's own database into this ticket, by the property PropertyNames::ObjectType

@@ -36,7 +36,9 @@ struct BuildTicketWriteOptions {
 };
 
 /// Writes `ticket`; properties that are marked deleted are left out. What was written is read back with every
-/// other property of every type, every identifier, the kinds of the objects and the source (in version 2).
+/// other property of every type, every identifier, the kinds of the instances and the source (in version 2).
+/// A component comes back under its identifier's one spelling, FormatGuid(true, true): hosts that compare
+/// bags name components so.
 ///
 /// False when the document can't be written, when a text or name holds what XML can't carry, or when bags are
 /// nested too deep for any reader; `report`, where given, says why. A file is written whole or not at all: on
