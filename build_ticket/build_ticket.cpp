@@ -2,6 +2,7 @@
 #include <zantrel/build_ticket/build_ticket.h>
 
 #include "build_ticket/store_filter.h"
+#include "platform/properties/name_copier.h"
 
 #include <zantrel/platform/property_names.h>
 
@@ -19,6 +20,17 @@ void Filter(StoreFilter& filter, KelAM::DatabaseExternalProperties& stores) {
         if (store != nullptr) {
             filter(*store);
         }
+    }
+}
+
+/// As the assignment does it, with names that are shared by all that is assigned.
+void Assign(KelAM::ExternalProperties& target, KelAM::ExternalProperties const& source, NameCopier& names) {
+    if (&target != &source) {
+        EntryTable copy;
+        copy.CopyFrom(source._Entries(), names);
+        target.m_id = source.m_id;
+        target.m_objectKind = source.m_objectKind;
+        target._Entries().Swap(copy); // what stood there ends last: the source may lie within it
     }
 }
 
@@ -45,6 +57,7 @@ void BuildTicket::ConvertFromInternalBuildTicket(KelAM::DatabaseExternalProperti
     using namespace KelAM::ObjectTypes;
     m_sourceId = L"BuildTicketInternal";
     StoreFilter filter(m_layout);
+    NameCopier names(NameCopier::Borrowed::Own);
     std::vector<std::wstring> keys;
     source.GetAllProperties(keys);
     for (std::wstring const& key : keys) {
@@ -62,7 +75,7 @@ void BuildTicket::ConvertFromInternalBuildTicket(KelAM::DatabaseExternalProperti
             target = m_objectProperties.GetProperties(store->m_id, true);
         }
         if (target != nullptr) {
-            *target = *store;
+            Assign(*target, *store, names);
             filter(*target);
         }
     }

@@ -40,9 +40,9 @@ Rule const Rules[] = {
      [](ParameterLayout const& layout, Names& names) { layout.GetUsedPropertyNames(names); }, false},
 };
 
-Rule const* FindRule(std::wstring const& objectType) {
+Rule const* FindRule(std::wstring const* objectType) {
     auto const* const rule = std::find_if(std::begin(Rules), std::end(Rules), [&](Rule const& candidate) {
-        return candidate.objectType == objectType;
+        return objectType != nullptr && candidate.objectType == *objectType;
     });
     return rule != std::end(Rules) ? rule : nullptr;
 }
@@ -54,9 +54,9 @@ std::wstring const* FindObjectType(KelAM::ExternalProperties const& store) {
     return property != nullptr && !property->IsDeleted() ? &property->m_value : nullptr;
 }
 
-std::shared_ptr<IPersistentPropertyFilter>& StoreFilter::FilterOf(std::wstring const& objectType) {
+std::shared_ptr<IPersistentPropertyFilter>& StoreFilter::FilterOf(std::wstring const* objectType) {
     Rule const* const rule = FindRule(objectType);
-    Filter& made = m_filters[rule != nullptr ? objectType : std::wstring()];
+    Filter& made = m_filters[rule];
     if (made.filter == nullptr) {
         bool const hasNames = rule != nullptr && m_layout != nullptr;
         if (hasNames) {
@@ -70,13 +70,13 @@ std::shared_ptr<IPersistentPropertyFilter>& StoreFilter::FilterOf(std::wstring c
 }
 
 void StoreFilter::operator()(KelAM::ExternalProperties& store) {
-    std::wstring const* const objectType = FindObjectType(store);
-    auto& filter = FilterOf(objectType != nullptr ? *objectType : std::wstring());
+    auto& filter = FilterOf(FindObjectType(store));
     PersistentPropertyFilter::FilterProperties(store, filter);
 
     std::vector<std::wstring> nested;
     for (auto const& [name, property] : store) {
-        if (PropertyCast<KelAM::SubProperties>(property) != nullptr) {
+        bool const isNew = nested.empty() || nested.back() != name; // once for all of one name
+        if (isNew && PropertyCast<KelAM::SubProperties>(property) != nullptr) {
             nested.emplace_back(name);
         }
     }

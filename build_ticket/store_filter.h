@@ -28,10 +28,11 @@ private:
         std::shared_ptr<IPersistentPropertyFilter> filter;
     };
 
-    std::shared_ptr<IPersistentPropertyFilter>& FilterOf(std::wstring const& objectType);
+    std::shared_ptr<IPersistentPropertyFilter>& FilterOf(std::wstring const* objectType);
 
     ParameterLayout const* m_layout;
-    std::map<std::wstring, Filter> m_filters; ///< by object type; the empty one is that of unknown types
+    std::map<void const*, Filter>
+        m_filters; ///< by the rule of the object type; null is that of unknown types
 };
 
 } // namespace Zantrel

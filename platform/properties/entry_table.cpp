@@ -385,14 +385,17 @@ void CopyEntry(EntryTable& table, EntryName name, IPersistentProperty const& pro
                NameCopier& names) {
     bool const known = VisitProperty(property, [&]<class Class>(Class const& typed) {
         using Value = decltype(typed.m_value);
-        if constexpr (std::is_same_v<Value, PersistentProperties> ||
-                      std::is_same_v<Value, KelAM::SubProperties>) {
+        if constexpr (std::is_base_of_v<PersistentProperties, Value>) {
             auto& copy = table.Emplace<Class>(std::move(name), room);
             auto const* value = typed.m_value._Entries().GetSingle();
             if (IsPlainBag<Class> && value != nullptr) {
                 CopyEntry(copy.m_value._Entries(), EntryName::Borrow(Reserved().value), *value, room, names);
             } else {
                 copy.m_value._Entries().CopyFrom(typed.m_value._Entries(), names);
+            }
+            if constexpr (std::is_same_v<Value, KelAM::ExternalProperties>) {
+                copy.m_value.m_objectKind = typed.m_value.m_objectKind;
+                copy.m_value.m_id = typed.m_value.m_id;
             }
             copy.SetDeleted(typed.m_deleted);
         } else if constexpr (std::is_same_v<Value, IndexedProperties<PersistentProperties>>) {

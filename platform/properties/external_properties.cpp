@@ -7,6 +7,7 @@
 #include <zantrel/platform/sax_reader.h>
 
 #include <algorithm>
+#include <memory>
 
 namespace Word = Zantrel::PropertySetWord;
 
@@ -73,21 +74,40 @@ ExternalProperties& ExternalProperties::operator=(ExternalProperties const& othe
 ExternalProperties::~ExternalProperties() = default;
 DatabaseExternalProperties::~DatabaseExternalProperties() = default;
 
+namespace {
+
+/// The first entry of the key that holds the properties of an object: a host may have put others there.
+PersistentProperty<ExternalProperties>* FindStore(PersistentProperties const& stores,
+                                                  std::wstring const& key) {
+    for (auto at = stores._Entries().Find(key); at != stores.end() && (*at).name == key; ++at) {
+        if (auto* store = PropertyCast<ExternalProperties>((*at).property)) {
+            return store;
+        }
+    }
+    return nullptr;
+}
+
+} // namespace
+
 ExternalProperties* DatabaseExternalProperties::GetProperties(ExternalPropertyID const& id, bool create) {
     std::wstring const key = id.FormatGuid(false, false);
-    if (auto* existing = GetValuePointer<ExternalProperties>(key, false)) {
-        return existing;
+    auto* store = FindStore(*this, key);
+    if (store == nullptr && create) {
+        auto made = std::make_unique<PersistentProperty<ExternalProperties>>();
+        made->m_value.m_id = id;
+        store = made.release();
+        AddProperty(key, store);
     }
-    auto* properties = create ? GetValuePointer<ExternalProperties>(key, true) : nullptr;
-    if (properties != nullptr) {
-        properties->m_id = id;
+    if (store == nullptr || (store->IsDeleted() && !create)) {
+        return nullptr;
     }
-    return properties;
+    store->SetDeleted(false);
+    return &store->m_value;
 }
 
 ExternalProperties const* DatabaseExternalProperties::GetProperties(ExternalPropertyID const& id) const {
-    auto const* property = PropertyCast<ExternalProperties>(FindProperty(id.FormatGuid(false, false)));
-    return property != nullptr && !property->IsDeleted() ? &property->m_value : nullptr;
+    auto const* store = FindStore(*this, id.FormatGuid(false, false));
+    return store != nullptr && !store->IsDeleted() ? &store->m_value : nullptr;
 }
 
 void DatabaseExternalProperties::GetAllProperties(std::vector<std::wstring>& names) const {

@@ -3,6 +3,7 @@
 
 #include <zantrel/platform/entry_name.h>
 
+#include <string_view>
 #include <unordered_map>
 
 namespace Zantrel {
@@ -21,16 +22,18 @@ public:
         if (m_borrowed == Borrowed::Keep && !name.IsCounted()) {
             return name;
         }
-        auto const known = m_copies.find(name.Word());
+        auto const known = m_copies.find(name.View());
         if (known != m_copies.end()) {
             return known->second;
         }
-        return m_copies.emplace(name.Word(), EntryName::Own(name.View())).first->second;
+        EntryName copy = EntryName::Own(name.View());
+        std::wstring_view const text = copy.View(); // which lives as long as the copy
+        return m_copies.emplace(text, std::move(copy)).first->second;
     }
 
 private:
     Borrowed m_borrowed;
-    std::unordered_map<std::uintptr_t, EntryName> m_copies;
+    std::unordered_map<std::wstring_view, EntryName> m_copies;
 };
 
 } // namespace Zantrel

@@ -4,6 +4,8 @@
 #include "platform/properties/name_copier.h"
 #include "platform/properties/visit_property.h"
 
+#include <unordered_map>
+
 template class PersistentProperty<PersistentProperties>;
 
 using Zantrel::EntryName;
@@ -63,21 +65,36 @@ void PersistentProperties::Merge(IMergeablePropertyValue const& other, bool over
 }
 
 void PersistentProperties::MergeApart(PersistentProperties const& source, bool overwrite) {
+    std::wstring_view runName;
+    std::unordered_map<std::type_index, IPersistentProperty*>
+        targets; // by class, of the entries named `runName`
     for (auto const& [name, property] : source) {
-        IPersistentProperty* target = nullptr;
-        for (Iterator at = m_entries.Find(name); at != end() && (*at).name == name && target == nullptr;
-             ++at) {
-            IPersistentProperty& candidate = *(*at).property;
-            if (typeid(candidate) == typeid(*property)) {
-                target = &candidate;
-            }
+        if (name != runName) {
+            runName = name;
+            targets.clear();
         }
-        if (target == nullptr) {
-            m_entries.Insert(EntryName::Own(name), PropertyHandle::Heap(property->Clone()));
+        auto const [target, isFirst] = targets.try_emplace(typeid(*property), nullptr);
+        if (isFirst) {
+            target->second = FindOfClass(name, target->first);
+        }
+        if (target->second == nullptr) {
+            EntryName ownName = EntryName::Own(name);
+            target->second = property->Clone();
+            m_entries.Insert(std::move(ownName), PropertyHandle::Heap(target->second));
         } else if (overwrite) {
-            AssignApart(*target, *property);
+            AssignApart(*target->second, *property);
         }
     }
+}
+
+IPersistentProperty* PersistentProperties::FindOfClass(std::wstring_view name, std::type_index type) const {
+    for (Iterator at = m_entries.Find(name); at != end() && (*at).name == name; ++at) {
+        IPersistentProperty& candidate = *(*at).property;
+        if (typeid(candidate) == type) {
+            return &candidate;
+        }
+    }
+    return nullptr;
 }
 
 /// What IPersistentProperty::Assign does, without a copy of each inner bag. Both are of one class.

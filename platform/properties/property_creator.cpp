@@ -4,5 +4,5 @@
 #include "platform/properties/create_property.h"
 
 IPersistentProperty* IPersistentPropertyCreator::__CreateProperty(std::wstring const& typeName) {
-    return Zantrel::CreateProperty(typeName, Zantrel::CreatablePropertyClasses()).release();
+    return Zantrel::CreateProperty(typeName, Zantrel::AllPropertyClasses()).release();
 }

@@ -71,7 +71,7 @@ bool PropertySetRead::ReadValue(KelSAX::ISAXReader& reader) {
     } else if (m_type == Word::Number) {
         m_type = TypeName<double>;
     }
-    std::unique_ptr<IPersistentProperty> created = CreateProperty(m_type, CreatablePropertyClasses());
+    std::unique_ptr<IPersistentProperty> created = CreateProperty(m_type, AllPropertyClasses());
     if (created == nullptr) {
         return false;
     }
@@ -130,28 +130,42 @@ constexpr std::string_view TypeWord = std::is_same_v<T, PersistentProperties>   
                                       : std::is_same_v<T, double>               ? Word::Number
                                                                                 : TypeName<T>;
 
-/// The same of a class of the host's own, which may derive from one of the containers.
-std::string TypeWordOfHost(IPersistentProperty const& property) {
-    if (PropertyCast<PersistentProperties>(&property) != nullptr) {
-        return std::string(Word::Complex);
-    }
-    if (PropertyCast<KelAM::SubProperties>(&property) != nullptr) {
-        return std::string(Word::Complex2);
-    }
-    if (PropertyCast<Sequence>(&property) != nullptr) {
-        return std::string(Word::ComplexArray);
-    }
-    std::string type = StringConversion::NativeToUtf8(property.GetType());
-    return type == TypeName<double> ? std::string(Word::Number) : type;
+bool WriteBag(PersistentProperties const& bag, KelSAX::ISAXWriter& writer) {
+    return WriteProperties(bag, writer, false);
+}
+bool WriteBag(Sequence const& sequence, KelSAX::ISAXWriter& writer) {
+    return WriteSequence(sequence, writer);
 }
 
-void WriteType(IPersistentProperty const& property, KelSAX::ISAXWriter& writer) {
+/// A container that a class of the host's own derives from is written as what it is, whatever that class
+/// writes.
+template <class T>
+bool WriteAsContainer(IPersistentProperty const& property, KelSAX::ISAXWriter& writer, bool& written) {
+    auto const* const container = PropertyCast<T>(&property);
+    if (container != nullptr) {
+        writer.WriteAttribute(Word::Type, TypeWord<T>);
+        written = WriteBag(container->m_value, writer);
+    }
+    return container != nullptr;
+}
+
+/// The attribute "Type" and the value.
+bool WriteTyped(IPersistentProperty const& property, KelSAX::ISAXWriter& writer) {
     bool const isKnown = VisitProperty(property, [&writer](auto const& typed) {
         writer.WriteAttribute(Word::Type, TypeWord<std::decay_t<decltype(typed.m_value)>>);
     });
-    if (!isKnown) {
-        writer.WriteAttribute(Word::Type, TypeWordOfHost(property));
+    if (isKnown) {
+        return property.WriteValue(writer);
     }
+    bool written = true;
+    if (WriteAsContainer<PersistentProperties>(property, writer, written) ||
+        WriteAsContainer<KelAM::SubProperties>(property, writer, written) ||
+        WriteAsContainer<Sequence>(property, writer, written)) {
+        return written;
+    }
+    std::string const type = StringConversion::NativeToUtf8(property.GetType());
+    writer.WriteAttribute(Word::Type, type == TypeName<double> ? Word::Number : std::string_view(type));
+    return property.WriteValue(writer);
 }
 
 } // namespace
@@ -172,8 +186,7 @@ bool Zantrel::WriteProperties(PersistentProperties const& bag, KelSAX::ISAXWrite
         }
         MSAXTagWriter element(writer, Word::Property);
         writer.WriteAttribute(Word::Name, name);
-        WriteType(*property, writer);
-        written = property->WriteValue(writer) && written;
+        written = WriteTyped(*property, writer) && written;
     }
     return written;
 }

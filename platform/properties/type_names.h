@@ -27,6 +27,9 @@ template <class... T> constexpr bool AllHaveTypeNames(PropertyClasses<T...>) {
 }
 static_assert(AllHaveTypeNames(AllPropertyClasses()));
 
-template <class T> std::wstring WideTypeName() { return {TypeName<T>.begin(), TypeName<T>.end()}; }
+template <class T> std::wstring WideTypeName() {
+    std::string_view const name = TypeName<T>; // one view, for both of its ends
+    return {name.begin(), name.end()};
+}
 
 } // namespace Zantrel

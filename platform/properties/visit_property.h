@@ -16,11 +16,6 @@ using AllPropertyClasses = PropertyClasses<PersistentProperties, double, std::ws
                                            IndexedProperties<PersistentProperties>, KelAM::FileContent,
                                            KelAM::SubProperties, KelAM::ExternalProperties>;
 
-/// Those that are made by type name: the properties of one object never stand within those of another.
-using CreatablePropertyClasses =
-    PropertyClasses<PersistentProperties, double, std::wstring, std::int32_t, bool,
-                    IndexedProperties<PersistentProperties>, KelAM::FileContent, KelAM::SubProperties>;
-
 template <class Class, class Property, class Visitor>
 bool VisitIf(bool isOfClass, Property& property, Visitor& visit) {
     using Typed = std::conditional_t<std::is_const_v<Property>, Class const&, Class&>;

@@ -39,9 +39,15 @@ public:
     bool HasPropertyTemplate() const { return m_hasPropertyTemplate; }
     ParameterLayout const* GetLayout() const { return m_layout; }
 
-    /// Drops from all stores what a ticket doesn't keep: the object type itself, position matrices and files;
-    /// and of a store whose object type is known, the plain properties that the layout has no use for. Since
-    /// the object type goes, a second call, and one after a conversion, finds none and asks no layout.
+    /// Drops from each store, and from the nested sets directly in it, what a ticket doesn't keep:
+    /// - the object type itself; whatever reports the type "PositionMatrix" or "FileContent";
+    /// - where the object type is known and the ticket has a layout, properties whose name the layout's part
+    /// for that
+    ///   type doesn't use, apart from plain bags, nested sets and PropertyNames::PartName;
+    /// - of a unique part, all nested sets.
+    ///
+    /// What lies in plain bags, in sequences and deeper stays, and so does all in further sets of one name.
+    /// Since the object type goes, a second call, and one after a conversion, finds none and asks no layout.
     void CleanUp();
 
     /// Copies the stores of a host's own database into this ticket, by the property PropertyNames::ObjectType

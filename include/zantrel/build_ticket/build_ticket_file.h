@@ -36,15 +36,17 @@ struct BuildTicketWriteOptions {
 };
 
 /// Writes `ticket`; properties that are marked deleted are left out. What was written is read back with every
-/// other property of every type, every identifier, the kinds of the instances and the source (in version 2).
-/// A component comes back under its identifier's one spelling, FormatGuid(true, true): hosts that compare
-/// bags name components so.
+/// other property of the library's own classes, every identifier, the kinds of the instances and the source
+/// (in version 2). A component comes back under its identifier's one spelling, FormatGuid(true, true): hosts
+/// that compare bags name components so. Properties of a host's own classes don't come back, unless they
+/// derive from a container.
 ///
-/// False when the document can't be written, when a text or name holds what XML can't carry, or when bags are
+/// False when the document can't be written, when a text or name holds what XML can't carry, or when it is
 /// nested too deep for any reader; `report`, where given, says why. A file is written whole or not at all: on
 /// failure the one that stood there before is untouched. A stream may have got a part of the document and
-/// gets its bad bit set. Throws std::filesystem::filesystem_error when it can't be found out whether the
-/// local schema file of XML_namespaces exists.
+/// gets its bad bit set. Throws std::bad_alloc, what a host's property throws, and
+/// std::filesystem::filesystem_error when it can't be found out whether the local schema file of
+/// XML_namespaces exists.
 ZANTREL_EXPORT bool SaveBuildTicket(std::basic_ostream<char>& out, BuildTicket const& ticket,
                                     BuildTicketWriteOptions const& options, WriteReport* report = nullptr);
 ZANTREL_EXPORT bool SaveBuildTicket(std::wstring const& path, BuildTicket const& ticket,

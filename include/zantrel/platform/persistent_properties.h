@@ -7,14 +7,16 @@
 
 #include <string>
 #include <string_view>
+#include <typeindex>
 #include <utility>
 
 /// A bag: an ordered multi-map from name to an owned property. Names order by UTF-16 code unit; entries of
 /// one name stay in the order of insertion, and the first of them is the one that lookups find.
 ///
 /// Pointers to properties, and through them to values and inner bags, stay good while their entry lives;
-/// copying into a bag ends its old entries. A bag belongs to one thread at a time, also for reading: lookups
-/// write the deleted mark. Wherever memory runs out, std::bad_alloc passes through and the bag is as it was.
+/// copying into a bag ends its old entries. A bag belongs to one thread at a time with all it stands in (its
+/// database or ticket), also for reading: lookups write the deleted mark, and bags share names. Wherever
+/// memory runs out, std::bad_alloc passes through and the bag is as it was.
 class ZANTREL_EXPORT PersistentProperties : public IMergeablePropertyValue {
 public:
     using Iterator = Zantrel::EntryTable::Iterator;
@@ -79,6 +81,7 @@ private:
     template <class T> PersistentProperty<T>* Append(std::wstring_view name, T const& value);
     /// Merge for a bag of which no part lies in this one.
     void MergeApart(PersistentProperties const& source, bool overwrite);
+    IPersistentProperty* FindOfClass(std::wstring_view name, std::type_index type) const;
     static void AssignApart(IPersistentProperty& target, IPersistentProperty const& source);
     void AppendOwned(std::wstring_view name, IPersistentProperty* property);
     void ReplaceFirst(std::wstring_view name, IPersistentProperty* property);
