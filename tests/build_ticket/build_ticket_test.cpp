@@ -1,0 +1,190 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "tests/build_ticket/ticket_text.h"
+
+#include <zantrel/platform/property_names.h>
+
+#include <gtest/gtest.h>
+
+using namespace TestSupport;
+using namespace KelAM::ObjectTypes;
+using KelAM::ExternalPropertyID;
+
+namespace {
+
+struct Ticket : BuildTicket {
+    using BuildTicket::_FilterProperties;
+    using BuildTicket::_GetParent;
+    using BuildTicket::BuildTicket;
+};
+
+/// Uses the properties b (platform), i (part instance) and u (elsewhere).
+struct TicketLayout : ParameterLayout {
+    TicketLayout() {
+        m_platformOptions->AddNode(L"B")->SetPropName(L"b");
+        m_partConfigurator->AddNode(L"I")->SetPropName(L"i");
+        m_profileEditor->AddNode(L"U")->SetPropName(L"u");
+    }
+};
+
+/// With one of each kind that a filter tells apart, also under names that would be kept.
+KelAM::ExternalProperties MakeStore() {
+    std::string const values = "<Property Name='b' Type='bool'/><Property Name='i' Type='bool'/><Property "
+                               "Name='u' Type='bool'/><Property Name='x' Type='bool'/><Property Name='b' "
+                               "Type='FileContent'/><Property Name='PartName' Type='FileContent'/><Property "
+                               "Name='c' Type='Complex2'><Property Name='x' Type='bool'/></Property>";
+    BuildTicket ticket(nullptr);
+    Load(ticket,
+         "<R><Defaults>" + values + "<Property Name='p' Type='Complex'>" + values +
+             "</Property><Property Name='s' Type='Complex2'>" + values +
+             "<Property Name='ObjectType' Type='Complex'/></Property><Property Name='s' Type='Complex2'>" +
+             values +
+             "</Property><Property Name='a' Type='ComplexArray'/><Property Name='PartName' "
+             "Type='bool'/></Defaults></R>");
+    KelAM::ExternalProperties store = ticket.GetDefaults();
+    store.AddProperty(L"PartName", new HostProperty<std::wstring>(L"PositionMatrix"));
+    store.AddProperty(L"b", new HostProperty<KelAM::SubProperties>(L"PositionMatrix"));
+    store.AddProperty(L"hb", new HostProperty<PersistentProperties>(L"x"));
+    store.AddProperty(L"hs", new HostProperty<KelAM::SubProperties>(L"x"));
+    store.AddProperty(L"hx", new HostProperty<std::wstring>(L"x"));
+    store.SetValue(L"e", KelAM::ExternalProperties());
+    store.FindProperty(L"c")->SetDeleted(true);
+    return store;
+}
+
+std::string Names(PersistentProperties const& bag) {
+    std::string names;
+    for (auto const& entry : bag) {
+        names += (names.empty() ? "" : " ") + StringConversion::NativeToUtf8(entry.name);
+    }
+    return names;
+}
+
+} // namespace
+
+TEST(TicketFilter, KeepsWhatTheObjectTypeAndTheLayoutSay) {
+    TicketLayout const layout;
+    TicketLayout lost;
+    lost.m_platformConfigurator = lost.m_partConfigurator = nullptr;
+    struct Row {
+        ParameterLayout const* layout;
+        std::wstring objectType;
+        char const *kept, *keptInSet;
+    };
+    char const* const all = "PartName a b c e hb hs hx i p s s u x";
+    Row const rows[] = {
+        {nullptr, L"", all, "b c i u x"},
+        {&layout, L"", all, "b c i u x"},
+        {&layout, L"true", all, "b c i u x"},
+        {&layout, L"platform", all, "b c i u x"},
+        {nullptr, ObjectTypePlatform, all, "b c i u x"},
+        {nullptr, ObjectTypePartInstance, all, "b c i u x"},
+        {nullptr, ObjectTypeUniquePart, "PartName a b e hb hx i p u x", ""},
+        {&layout, ObjectTypePlatform, "PartName b c e hb hs p s s", "b c"},
+        {&layout, ObjectTypePartInstance, "PartName c e hb hs i p s s", "c i"},
+        {&layout, ObjectTypeUniquePart, "PartName b e hb i p u", ""},
+        {&lost, ObjectTypePlatform, "PartName c e hb hs p s s", "c"},
+        {&lost, ObjectTypePartInstance, "PartName c e hb hs p s s", "c"},
+        {&lost, ObjectTypeUniquePart, "PartName b e hb i p u", ""},
+    };
+    for (Row const& row : rows) {
+        Ticket ticket(row.layout);
+        KelAM::ExternalProperties const untouched = MakeStore();
+        KelAM::ExternalProperties store = untouched;
+        if (row.objectType.empty()) { // nothing but a live text counts
+            store.SetValue(L"ObjectType", ObjectTypePlatform).second->SetDeleted(true);
+        } else if (row.objectType == L"true") {
+            store.SetValue(L"ObjectType", true);
+            store.SetValue(L"ObjectType", ObjectTypePlatform);
+        } else {
+            store.SetValue(L"ObjectType", row.objectType);
+        }
+        ticket._FilterProperties(store);
+        auto const* const set = PropertyCast<KelAM::SubProperties>(store.FindProperty(L"s"));
+        EXPECT_EQ(Names(store), row.kept);
+        EXPECT_EQ(set != nullptr ? Names(set->m_value) : "", row.keptInSet);
+        for (wchar_t const* const name : {L"c", L"p"}) { // a deleted set and a bag keep all their content
+            auto const* const kept = store.FindProperty(name);
+            EXPECT_TRUE(kept == nullptr || kept->IsEqual(untouched.FindProperty(name)));
+        }
+        store.SetValue(L"new", true); // the object type is gone, so that nothing restricts names any more
+        ticket._FilterProperties(store);
+        EXPECT_TRUE(store.HasValue<bool>(L"new"));
+    }
+}
+
+TEST(Ticket, CleansUpAllStores) {
+    TicketLayout const layout;
+    BuildTicket ticket(&layout);
+    std::string const content = "<Property Name='ObjectType' Type='string'>Platform</Property>"
+                                "<Property Name='b' Type='bool'/><Property Name='x' Type='bool'/>";
+    std::string const instances =
+        "<Instance uuid='1'>" + content + "</Instance><Instance uuid='2'>" + content;
+    Load(ticket, "<R><Defaults>" + content + "</Defaults><PartOverrides>" + instances +
+                     "</Instance></PartOverrides><ObjectProperties>" + instances +
+                     "</Instance></ObjectProperties></R>");
+    ticket.CleanUp();
+    EXPECT_EQ(Dump(ticket), "defaults{b=False} part 1{b=False} part 2{b=False} object 1{b=False} "
+                            "object 2{b=False}");
+}
+
+TEST(Ticket, KnowsWhereOverridesBelong) {
+    Ticket ticket(nullptr);
+    std::wstring const id = L"p";
+    ticket.GetObjectProperties().GetProperties(ExternalPropertyID(id), true);
+    for (bool const create : {false, true}) {
+        EXPECT_EQ(ticket._GetParent(nullptr, create), &ticket.GetDefaults());
+        KelAM::ExternalProperties const* const store = ticket._GetParent(&id, create);
+        EXPECT_EQ(store, ticket.GetPartOverrides().GetProperties(ExternalPropertyID(id), false));
+        EXPECT_EQ(Dump(ticket), create ? "part p{} object p{}" : "object p{}");
+    }
+}
+
+TEST(ConvertedTicket, HoldsTheStoresOfKnownTypesAndWhatWasThereBefore) {
+    struct Store {
+        char const *kind, *typeOfType, *objectType;
+    };
+    Store const stores[] = {{"build", "string", "Platform"},
+                            {"object", "string", "UniquePart"},
+                            {"build", "string", "PartInstance"},
+                            {"", "string", "platform"},
+                            {"builditem", "string", "Platform"},
+                            {"", "string", "Other"},
+                            {"", "string' Deleted='1", "Platform"},
+                            {"", "Complex", "Platform"},
+                            {"", "string", "Platform"}};
+    std::string document = "<R><PartOverrides>", key = "1";
+    for (Store const& store : stores) {
+        document += "<Instance uuid='" + key + "' type='" + store.kind +
+                    "'><Property Name='ObjectType' Type='" + store.typeOfType + "'>" + store.objectType +
+                    "</Property><Property Name='" + key +
+                    "' Type='bool'/><Property Name='f' Type='FileContent'/></Instance>";
+        ++key[0];
+    }
+    BuildTicket source(nullptr), ticket(nullptr);
+    Load(source, document + "</PartOverrides></R>");
+    auto& internal = source.GetPartOverrides();
+    internal.GetProperties(ExternalPropertyID(L"3"), false)->m_id = ExternalPropertyID(L"part");
+    internal.FindProperty(L"9")->SetDeleted(true);
+    BuildTicket sameTicket(source);
+    internal.SetValue(L"0", true); // no store
+
+    Load(ticket,
+         "<R><Defaults><Component uuid='old'/></Defaults><PartOverrides><Instance uuid='part'><Component "
+         "uuid='old'/></Instance><Instance uuid='q'><Property Name='f' Type='FileContent'/></Instance>"
+         "</PartOverrides><ObjectProperties><Instance uuid='q'/></ObjectProperties></R>");
+    ticket.ConvertFromInternalBuildTicket(internal);
+    ticket.ConvertFromInternalBuildTicket(KelAM::DatabaseExternalProperties());
+    EXPECT_EQ(Dump(ticket),
+              "from'BuildTicketInternal' defaults 2{5=False} part part 1{3=False} part q{f='':} "
+              "object 2 3{2=False} object q{}");
+    EXPECT_EQ(ticket.GetDefaults().m_id, ExternalPropertyID(L"5"));
+
+    std::string const before = Dump(sameTicket);
+    sameTicket.ConvertFromInternalBuildTicket(sameTicket.GetPartOverrides());
+    sameTicket.GetObjectProperties()
+        .GetProperties(ExternalPropertyID(L"2"), false)
+        ->SetValue(L"ObjectType", ObjectTypeUniquePart);
+    sameTicket.ConvertFromInternalBuildTicket(sameTicket.GetObjectProperties());
+    EXPECT_EQ(Dump(sameTicket), "from'BuildTicketInternal' defaults 2{5=False} " + before +
+                                    " part part 1{3=False} object 2 3{2=False}");
+}
