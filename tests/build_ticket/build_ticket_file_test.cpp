@@ -82,7 +82,7 @@ TEST(LoadedTicket, HoldsWhatTheDocumentSays) {
          "<Property Name='f' Type='ExternalProperties'><Component uuid='g'/></Property></Defaults>",
          "defaults{a{b:{}} c:{d{}} e[{}] f:{g:{}}}", ""},
         {"<Defaults><Property Name='a' Type='Number'/><Property Name='b' "
-         "Type='ExternalProperties'><Component "
+         "Type='Host'><Component "
          "uuid='c'/></Property><Property Name='d'><Property Name='' Type='Complex'/></Property><Property "
          "Type='bool'/><Property Name='a' Type='string'>x<Component uuid='a'/></Property></Defaults>",
          "defaults{{} a='x' a:{} c:{}}",
