@@ -44,8 +44,8 @@ struct BuildTicketWriteOptions {
 /// False when the document can't be written, when a text or name holds what XML can't carry, or when it is
 /// nested too deep for any reader; `report`, where given, says why. A file is written whole or not at all: on
 /// failure the one that stood there before is untouched. A stream may have got a part of the document; one
-/// that doesn't take all of it gets its bad bit set. Throws std::bad_alloc, what a host's property throws, and
-/// std::filesystem::filesystem_error when it can't be found out whether the local schema file of
+/// that doesn't take all of it gets its bad bit set. Throws std::bad_alloc, what a host's property throws,
+/// and std::filesystem::filesystem_error when it can't be found out whether the local schema file of
 /// XML_namespaces exists.
 ZANTREL_EXPORT bool SaveBuildTicket(std::basic_ostream<char>& out, BuildTicket const& ticket,
                                     BuildTicketWriteOptions const& options, WriteReport* report = nullptr);

@@ -50,7 +50,8 @@ struct WriteOptions {
 /// it can't be found out whether the local schema file of XML_namespaces exists.
 ZANTREL_EXPORT bool WriteFile(ParameterLayout const& layout, std::wstring const& path,
                               WriteOptions const& options, WriteReport* report = nullptr);
-/// The same to a stream, which on failure may have got a part of the document and gets its bad bit set.
+/// The same to a stream, which on failure may have got a part of the document; one that doesn't take all of
+/// it gets its bad bit set.
 ZANTREL_EXPORT bool WriteStream(ParameterLayout const& layout, std::basic_ostream<char>& out,
                                 WriteOptions const& options, WriteReport* report = nullptr);
 
