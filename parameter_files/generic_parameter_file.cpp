@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <zantrel/parameter_files/generic_parameter_file.h>
 
+#include "parameter_files/node_value_sax.h"
 #include "parameter_files/parameter_node_read.h"
 #include "parameter_files/parameter_node_write.h"
 #include "parameter_files/vocabulary.h"
@@ -15,11 +16,6 @@
 namespace Zantrel {
 
 namespace {
-
-/// Writing looks values up and so needs a cursor that could write; it leaves every value as it is.
-ParameterNode ProfileEditorOf(ParameterDatabase const& database) {
-    return const_cast<ParameterDatabase&>(database).GetProfileEditor();
-}
 
 void ReadFiltering(std::wstring const& filterPath, ParameterDatabaseIOFiltering& filtering) {
     if (!filterPath.empty()) {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "parameter_files/parameter_node_write.h"
 
+#include "database/entries.h"
 #include "parameter_files/node_value_sax.h"
 #include "parameter_files/vocabulary.h"
 
@@ -27,23 +28,20 @@ void WriteProfiles(ParameterNode const& list, Filtering const& filtering, KelSAX
         MSAXTagWriter element(writer, Word::Default);
         WriteNode(list.GetDefault(), Filtering(), writer); // the filter doesn't reach into a "Default"
     }
-    std::vector<std::wstring> names;
-    list.GetProfiles(names);
-    for (std::wstring const& name : names) {
+    VisitProfiles(list, [&](std::wstring const& name, ParameterNode const& profile) {
         MSAXTagWriter element(writer, std::wstring_view(list.m_pNode->m_nodeName));
         writer.WriteAttribute(Word::Name, std::wstring_view(name));
-        WriteNode(list.GetProfile(name.c_str()), filtering, writer);
-    }
+        WriteNode(profile, filtering, writer);
+    });
 }
 
 void WriteItems(ParameterNode const& list, KelSAX::ISAXWriter& writer) {
     WriteFlag(Flag::ReadOnly, list, writer); // a list's DisableAddRemove is read, but never written
     WriteFlag(Flag::Hidden, list, writer);
-    unsigned long long const size = list.GetSize();
-    for (unsigned long long i = 0; i < size; ++i) {
+    VisitItems(list, [&](ParameterNode const& item) {
         MSAXTagWriter element(writer, std::wstring_view(list.m_pNode->m_nodeName));
-        WriteNode(list.GetListNode(i), Filtering(), writer); // the filter doesn't reach into items
-    }
+        WriteNode(item, Filtering(), writer); // the filter doesn't reach into items
+    });
 }
 
 /// A bag with a value alone, as nearly every leaf is, has no flags to look for.

@@ -1,17 +1,24 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <zantrel/database/parameter_node.h>
+#include "platform/enum_order.h"
 
+#include <zantrel/database/parameter_node.h>
+#include <zantrel/layout/node_type.h>
+
+#include <cstddef>
+#include <iterator>
 #include <string_view>
 
 /// The words of parameter files, written once for readers and writers.
 namespace Zantrel::ParameterFileWord {
 
+// Words of both formats.
 inline constexpr std::string_view Default = "Default";
-inline constexpr std::wstring_view GenericParameters = L"GenericParameters";
-
 inline constexpr std::string_view Name = "Name";
+
+// Words of the generic format, whose elements are named like the layout's nodes.
+inline constexpr std::wstring_view GenericParameters = L"GenericParameters";
 inline constexpr std::string_view DisableAddRemove = "DisableAddRemove";
 inline constexpr std::string_view ReadOnly = "ReadOnly";
 inline constexpr std::string_view Hidden = "Hidden";
@@ -22,6 +29,41 @@ inline constexpr std::string_view UserDefaultProfile = "UserDefaultProfile";
 // Words of a filter file.
 inline constexpr std::string_view ExportGeneralParameters = "ExportGeneralParameters";
 inline constexpr std::string_view ExportDefaultParameters = "ExportDefaultParameters";
+
+// Words of the machine parameters file. Profiles and items are written under these, and read under the
+// layout's entry names.
+inline constexpr std::string_view KlvrMachineParameters = "KlvrMachineParameters";
+inline constexpr std::string_view Property = "Property";
+inline constexpr std::string_view Profile = "Profile";
+inline constexpr std::string_view Instance = "Instance";
+inline constexpr std::string_view Type = "Type";               // written only
+inline constexpr std::string_view ProfileList = "ProfileList"; // written only
+
+/// What a machine parameters file says of a node's type, and no reader looks at.
+struct TypeWord {
+    eTypeLayoutNode type;
+    std::string_view word;
+};
+inline constexpr std::string_view Unsupported = "Unsupported"; // though its value is there
+inline constexpr TypeWord Types[] = {
+    {eTypeLayoutNode::Group, "Complex"},
+    {eTypeLayoutNode::Int, "integer"},
+    {eTypeLayoutNode::Double, "number"},
+    {eTypeLayoutNode::Distance, Unsupported},
+    {eTypeLayoutNode::Bool, "bool"},
+    {eTypeLayoutNode::String, "string"},
+    {eTypeLayoutNode::Options, Unsupported},
+    {eTypeLayoutNode::OptionsFromProfiles, "ProfileName"},
+    {eTypeLayoutNode::FileAbsolute, Unsupported},
+    {eTypeLayoutNode::FileAttachment, Unsupported},
+    {eTypeLayoutNode::StandardOptions, "StandardOptions"},
+};
+static_assert(InEnumOrder(Types, &TypeWord::type, eTypeLayoutNode::StandardOptions));
+
+constexpr std::string_view WordOf(eTypeLayoutNode type) {
+    auto const index = static_cast<std::size_t>(type);
+    return index < std::size(Types) ? Types[index].word : Unsupported;
+}
 
 } // namespace Zantrel::ParameterFileWord
 

@@ -6,6 +6,7 @@
 #include <zantrel/build_ticket/build_ticket.h>
 #include <zantrel/build_ticket/build_ticket_file.h>
 
+#include <zantrel/database/content_list.h>
 #include <zantrel/database/parameter_database.h>
 #include <zantrel/database/parameter_node.h>
 
@@ -22,6 +23,8 @@
 
 #include <zantrel/parameter_files/generic_parameter_file.h>
 #include <zantrel/parameter_files/io_filtering.h>
+#include <zantrel/parameter_files/machine_parameters_file.h>
+#include <zantrel/parameter_files/parameter_file_validity.h>
 
 #include <zantrel/platform/entry_name.h>
 #include <zantrel/platform/entry_table.h>

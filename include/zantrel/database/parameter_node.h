@@ -14,6 +14,7 @@
 
 namespace Zantrel {
 
+struct ContentList;
 struct LayoutNode;
 
 /// A cursor: one node of the layout paired with the bag that holds its content. Everyone reads and writes the
@@ -32,6 +33,8 @@ struct ZANTREL_EXPORT ParameterNode {
     bool m_isContainer = false;                    ///< on a list or profile list as a whole, not on one item
     PersistentProperties* m_pParentProperties =
         nullptr; ///< borrowed; the bag that holds this one, where it is known
+    /// What Query keeps, shared with copies of this cursor made after its first call; null before.
+    mutable std::shared_ptr<ContentList> m_contentList;
 
     /// Whether there is content. A cursor on a layout node without a bag is invalid.
     bool IsValid() const { return m_pProperties != nullptr; }
@@ -51,6 +54,17 @@ struct ZANTREL_EXPORT ParameterNode {
     /// last level. A direct child without content still gives a cursor, one that is not valid.
     std::unique_ptr<ParameterNode> GetParameterNodeIfExists(LayoutNode const* node) const;
     std::unique_ptr<ParameterNode> GetParameterNodeIfExists(wchar_t const* name) const;
+
+    /// Replaces `list` by the index of all leaves below this cursor, which stands on a group, or on an item
+    /// or profile of a group's type; elsewhere `list` comes back empty. Throws "Invalid type cast : use
+    /// std::string_t" at a node of type StandardOptions that has no value; `list` then holds what had been
+    /// found.
+    void CreateContentList(ContentList& list) const;
+    /// The leaf of that path (see ContentList), found in an index that this cursor makes at the first call
+    /// and keeps with its copies: leaves added later are found by a fresh cursor only. Invalid when there is
+    /// none, and for null. Throws as CreateContentList at the first call, and after that finds what had been
+    /// indexed. Not on two threads at once, also for a const cursor.
+    ParameterNode Query(wchar_t const* path) const;
 
     /// Whether both have equal content, flags among it as ParameterDatabase::IsEqual has them; the nodes may
     /// differ.
@@ -140,6 +154,10 @@ protected:
     template <class T> void _SetValue(T const& value);
     /// Fills m_pProperties by the type of m_pNode.
     void _FormatContent();
+    /// Adds the leaves to `list`; for null, to a new one in m_contentList.
+    void _CreateContentList(ContentList* list) const;
+    /// Adds the leaves to `list`, with paths that begin with `prefix`.
+    void _AddToMap(ContentList& list, std::wstring const& prefix) const;
 
 private:
     template <class T> static constexpr void CheckValueType() {

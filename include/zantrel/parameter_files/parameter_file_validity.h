@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <zantrel/export.h>
+#include <zantrel/layout/parameter_layout.h>
+#include <zantrel/platform/read_report.h>
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+namespace Zantrel {
+
+struct ParameterFileValidityOptions {
+    ParameterFileValidityOptions(std::size_t maxDepth = 100) : m_maxDepth(maxDepth) {}
+
+    /// The deepest elements that are looked at: the root has depth 0, its children depth 1.
+    std::size_t m_maxDepth;
+};
+
+struct ParameterFileValidityResult {
+    ParameterFileValidityResult() = default;
+
+    bool m_isValid = true;
+    std::vector<std::wstring> m_messages; ///< in the order of discovery, for a person
+};
+
+/// Whether a generic parameter file fits `layout`: its root bears the name of the layout's root, each element
+/// is known where it stands, and none is missing that must be there (LayoutNode::m_writeToParameterFile).
+/// Elements right below the root, and those of profiles and items, may be missing. Whether values parse isn't
+/// looked at, but `report` hears of it. Reads into a database of its own, so that nothing of the caller's
+/// changes.
+///
+/// `result`, where given, is replaced. Only a file that can't be read, or isn't well-formed, leaves its
+/// messages as they were; it isn't valid either. Throws std::bad_alloc. Any thread, as long as nobody changes
+/// `layout`.
+ZANTREL_EXPORT bool IsValidParameterFile(ParameterLayout const& layout, std::wstring const& path,
+                                         ParameterFileValidityOptions const& options,
+                                         ParameterFileValidityResult* result, ReadReport* report = nullptr);
+
+namespace KlvrProperties {
+
+/// The same of a machine parameters file. Its root is "KlvrMachineParameters", so that only for a layout
+/// whose root has that name it isn't told to be wrong.
+ZANTREL_EXPORT bool IsValidParameterFile(ParameterLayout const& layout, std::wstring const& path,
+                                         ParameterFileValidityOptions const& options,
+                                         ParameterFileValidityResult* result, ReadReport* report = nullptr);
+
+} // namespace KlvrProperties
+} // namespace Zantrel
