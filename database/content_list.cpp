@@ -16,8 +16,8 @@ bool ContentList::Node::operator<(std::wstring_view path) const noexcept {
     return EntryNameLess()(m_path, path);
 }
 
-bool ContentList::Node::IsAfter(std::wstring_view path) const noexcept {
-    return EntryNameLess()(path, m_path);
+bool operator<(std::wstring_view path, ContentList::Node const& node) noexcept {
+    return EntryNameLess()(path, node.m_path);
 }
 
 ContentList::ContentList() = default;
@@ -54,7 +54,7 @@ public:
         : m_list(list), m_next(list.m_nodes.end()), m_path(prefix) {}
 
     void Collect(ParameterNode const& cursor) {
-        if (!cursor.IsValid()) {
+        if (!cursor.IsValid() || cursor.m_pNode == nullptr) {
             return; // the layout has more here than the database
         }
         LayoutNode const& node = *cursor.m_pNode;
@@ -85,8 +85,12 @@ private:
     void CollectProfiles(ParameterNode const& list) {
         std::wstring const& entry = list.m_pNode->m_nodeName;
         CollectStep(list.GetDefault(), {entry, L"::Default::"});
+        std::wstring const* last = nullptr;
         VisitProfiles(list, [&](std::wstring const& name, ParameterNode const& profile) {
-            CollectStep(profile, {entry, L"[", name, L"]"});
+            if (last == nullptr || *last != name) { // a further one of that name leads to the first, too
+                CollectStep(profile, {entry, L"[", name, L"]"});
+            }
+            last = &name;
         });
     }
 

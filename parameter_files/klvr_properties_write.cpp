@@ -41,7 +41,7 @@ void WriteChildren(ParameterNode const& node, Options const& options, KelSAX::IS
         ParameterNode const child = node.Get(childLayout);
         bool const isWanted =
             !options.m_profileListsOnly || (childLayout->m_isProfileList && child.m_isContainer);
-        if (!isWanted || writer.HasFailed()) {
+        if (!isWanted) {
             continue;
         }
         MSAXTagWriter const element(writer, Word::Property);
@@ -55,8 +55,8 @@ void WriteChildren(ParameterNode const& node, Options const& options, KelSAX::IS
 }
 
 void WriteNode(ParameterNode const& node, Options const& options, KelSAX::ISAXWriter& writer) {
-    if (node.m_pNode == nullptr) {
-        return; // nothing of the layout stands here
+    if (node.m_pNode == nullptr || writer.HasFailed()) {
+        return; // nothing of the layout stands here, or nothing more can be written
     }
     if (node.m_isContainer && node.m_pNode->m_isProfileList) {
         WriteProfiles(node, options, writer);

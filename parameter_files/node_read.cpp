@@ -6,7 +6,6 @@
 
 #include <zantrel/platform/string_conversion.h>
 
-#include <algorithm>
 #include <stdexcept>
 #include <utility>
 
@@ -14,6 +13,8 @@ using namespace Zantrel;
 namespace Word = Zantrel::ParameterFileWord;
 
 namespace {
+
+constexpr wchar_t const* WrongRoot = L"Wrong root tag-name.";
 
 void ReadFlags(std::span<FlagAttribute const> flags, ParameterNode& node, KelSAX::ISAXReader& reader) {
     for (FlagAttribute const& flag : flags) {
@@ -49,8 +50,12 @@ NodeRead::~NodeRead() {
 }
 
 bool NodeRead::HandleTag(std::string const& tag, KelSAX::ISAXReader& reader) {
-    if (m_node.m_pNode == nullptr) { // a database without a layout
-        return reader.GetDepth() == 0;
+    if (m_node.m_pNode == nullptr) { // a database without a layout of its own
+        bool const isRoot = reader.GetDepth() == 0;
+        if (isRoot && m_validity != nullptr) {
+            m_validity->Report(WrongRoot);
+        }
+        return isRoot;
     }
     bool taken = false;
     if (m_validity != nullptr && IsBeyondCheck(tag, reader, taken)) {
@@ -120,7 +125,7 @@ void NodeRead::ReadChild(LayoutNode const& child, KelSAX::ISAXReader& reader) {
         ReadChildren(node, reader);
     }
     if (m_validity != nullptr) {
-        m_seenNodes.push_back(&child);
+        m_seenNodes.insert(&child);
     }
 }
 
@@ -148,7 +153,7 @@ bool NodeRead::IsBeyondCheck(std::string const& tag, KelSAX::ISAXReader& reader,
         LayoutNode const* const parent = node.m_parent;
         taken = parent == nullptr || Text::EqualsUtf8(parent->m_name, tag);
         if (!taken) {
-            m_validity->Report(L"Wrong root tag-name.");
+            m_validity->Report(WrongRoot);
         }
         return true;
     }
@@ -176,10 +181,8 @@ void NodeRead::ReportMissing() {
     if (m_node.m_pNode == nullptr || m_node.m_pNode->m_isList || m_node.m_pNode->m_isProfileList) {
         return;
     }
-    std::sort(m_seenNodes.begin(), m_seenNodes.end());
     for (LayoutNode const* const child : m_node.m_pNode->m_children) {
-        if (child->m_writeToParameterFile &&
-            !std::binary_search(m_seenNodes.begin(), m_seenNodes.end(), child)) {
+        if (child->m_writeToParameterFile && m_seenNodes.count(child) == 0) {
             m_validity->Report(L"Mandatory tag [" + child->m_name + L"] not found in [" +
                                m_node.m_pNode->m_name + L"]");
         }

@@ -9,9 +9,9 @@
 
 #include <cstddef>
 #include <memory>
+#include <set>
 #include <span>
 #include <string>
-#include <vector>
 
 /// The flags that an element of each kind is read for, in this order.
 struct ReadFlagTables {
@@ -68,8 +68,8 @@ private:
     void ReportMissing();
 
     Zantrel::ParameterNode m_node;
-    std::shared_ptr<ParameterFileValidity> m_validity;   ///< null in a plain read
-    std::vector<Zantrel::LayoutNode const*> m_seenNodes; ///< children met; only where a validity is attached
+    std::shared_ptr<ParameterFileValidity> m_validity; ///< null in a plain read
+    std::set<Zantrel::LayoutNode const*> m_seenNodes;  ///< children met; only where a validity is attached
     bool m_isSeenWhole = false; ///< some stood too deep to be looked at: none is missed
     ReadFlagTables const& m_flags;
     std::size_t m_childHint = 0;

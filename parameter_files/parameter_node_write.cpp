@@ -63,7 +63,7 @@ void WriteContent(ParameterNode const& node, Filtering const& filtering, KelSAX:
     if (layout.Size() == 0) {
         WriteNodeValue(node, writer);
     }
-    for (std::size_t i = 0; i < layout.Size() && !writer.HasFailed(); ++i) {
+    for (std::size_t i = 0; i < layout.Size(); ++i) {
         LayoutNode const& childLayout = layout.At(i);
         ParameterNode const child = node.Get(&childLayout);
         bool const isGeneral = childLayout.m_name == Word::GenericParameters;
@@ -76,8 +76,8 @@ void WriteContent(ParameterNode const& node, Filtering const& filtering, KelSAX:
 }
 
 void WriteNode(ParameterNode const& node, Filtering const& filtering, KelSAX::ISAXWriter& writer) {
-    if (node.m_pNode == nullptr) {
-        return; // nothing of the layout stands here
+    if (node.m_pNode == nullptr || writer.HasFailed()) {
+        return; // nothing of the layout stands here, or nothing more can be written
     }
     if (node.m_isContainer && node.m_pNode->m_isProfileList) {
         WriteProfiles(node, filtering, writer);

@@ -40,12 +40,7 @@ struct ZANTREL_EXPORT ContentList {
         /// By path alone, by UTF-16 code unit, a prefix first.
         bool operator<(Node const& other) const { return *this < std::wstring_view(other.m_path); }
         bool operator<(std::wstring_view path) const noexcept;
-        friend bool operator<(std::wstring_view path, Node const& node) noexcept {
-            return node.IsAfter(path);
-        }
-
-    private:
-        bool IsAfter(std::wstring_view path) const noexcept;
+        friend ZANTREL_EXPORT bool operator<(std::wstring_view path, Node const& node) noexcept;
     };
 
     /// A path can be looked up as it stands: `list.m_nodes.find(std::wstring_view(L"Laser_Power"))`.

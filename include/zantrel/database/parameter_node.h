@@ -21,9 +21,10 @@ struct LayoutNode;
 /// values of a database through cursors. The items of a list and the profiles of a profile list have no
 /// layout nodes of their own: they are further bags for the same node.
 ///
-/// A cursor is a small value that owns nothing. It goes stale without notice when its bag goes: by Clear of
-/// the container, by assignment to a bag above it, or with the database. A database and its cursors belong to
-/// one thread at a time, also for reading, because looking up writes.
+/// A cursor is a small value that owns nothing but its share of the index that Query keeps. It goes stale
+/// without notice when its bag goes: by Clear of the container, by assignment to a bag above it, or with the
+/// database. A database and its cursors belong to one thread at a time, also for reading, because looking up
+/// writes.
 ///
 /// Misuse throws std::runtime_error with the texts given below, and leaves the bags as they were. Where
 /// memory runs out, std::bad_alloc passes through, and a list has a new item whole or not at all.
@@ -33,7 +34,8 @@ struct ZANTREL_EXPORT ParameterNode {
     bool m_isContainer = false;                    ///< on a list or profile list as a whole, not on one item
     PersistentProperties* m_pParentProperties =
         nullptr; ///< borrowed; the bag that holds this one, where it is known
-    /// What Query keeps, shared with copies of this cursor made after its first call; null before.
+    /// What Query keeps, shared with copies of this cursor made after its first call; null before. Goes on
+    /// naming the bags of that time.
     mutable std::shared_ptr<ContentList> m_contentList;
 
     /// Whether there is content. A cursor on a layout node without a bag is invalid.
@@ -56,9 +58,9 @@ struct ZANTREL_EXPORT ParameterNode {
     std::unique_ptr<ParameterNode> GetParameterNodeIfExists(wchar_t const* name) const;
 
     /// Replaces `list` by the index of all leaves below this cursor, which stands on a group, or on an item
-    /// or profile of a group's type; elsewhere `list` comes back empty. Throws "Invalid type cast : use
-    /// std::string_t" at a node of type StandardOptions that has no value; `list` then holds what had been
-    /// found.
+    /// or profile of a group's type; elsewhere `list` comes back empty. Throws as GetValue at a leaf that
+    /// lacks its value, as one of type StandardOptions does until it is set ("Invalid type cast : use
+    /// std::string_t"); `list` then holds what had been found.
     void CreateContentList(ContentList& list) const;
     /// The leaf of that path (see ContentList), found in an index that this cursor makes at the first call
     /// and keeps with its copies: leaves added later are found by a fresh cursor only. Invalid when there is

@@ -27,8 +27,9 @@ ZANTREL_EXPORT bool ReadFile(ParameterDatabase& database, std::wstring const& pa
 struct WriteOptions {
     WriteOptions() = default;
 
-    /// Write the names of profiles only: no default profile, no list, no node but profile lists, and values
-    /// only of profiles without children.
+    /// Write no more than which profiles there are: no default profile, no list, no node but profile lists.
+    /// That is no way to save values: **who reads such a file gets profiles with the layout's defaults.** Set
+    /// it to false to write everything.
     bool m_profileListsOnly = true;
 };
 

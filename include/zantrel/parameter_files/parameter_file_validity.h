@@ -31,6 +31,10 @@ struct ParameterFileValidityResult {
 /// looked at, but `report` hears of it. Reads into a database of its own, so that nothing of the caller's
 /// changes.
 ///
+/// There is one message for each thing that doesn't fit, however many these are: for an element without
+/// content, one for each child that must be there. A layout whose "ProfileEditor" isn't its own, such as a
+/// copy, fits no file.
+///
 /// `result`, where given, is replaced. Only a file that can't be read, or isn't well-formed, leaves its
 /// messages as they were; it isn't valid either. Throws std::bad_alloc. Any thread, as long as nobody changes
 /// `layout`.
