@@ -12,6 +12,7 @@ target_link_libraries(zantrel_tests PRIVATE
   zantrel_internal zantrel_warnings GTest::gmock_main EXPAT::EXPAT LibXml2::LibXml2)
 set_source_files_properties(
   tests/layout_files/schema_validation_test.cpp tests/build_ticket/schema_validation_test.cpp
+  tests/parameter_files/machine_parameters_file_test.cpp
   PROPERTIES COMPILE_DEFINITIONS
   "ZANTREL_XMLLINT=\"${XMLLINT}\";ZANTREL_SCHEMAS=\"${PROJECT_SOURCE_DIR}/schemas\"")
 # Listed when ctest starts and not while building, so that a sanitiser's complaint is a test's and not the build's.

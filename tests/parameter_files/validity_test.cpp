@@ -1,0 +1,214 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <zantrel/parameter_files/machine_parameters_file.h>
+#include <zantrel/parameter_files/parameter_file_validity.h>
+
+#include "tests/platform/sax_test_support.h"
+#include "tests/support/dump.h"
+#include "tests/support/small_parameter_file.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+#include <regex>
+#include <set>
+
+using namespace TestSupport;
+
+namespace {
+
+using Result = ParameterFileValidityResult;
+
+/// G{A, B that needn't be there, H{X}, F a file}, N a list of integers, and in a profile list P{I, K{Y}}.
+class ValidityLayout : public ParameterLayout {
+public:
+    explicit ValidityLayout(wchar_t const* root = L"R") {
+        m_name = root;
+        LayoutNode& editor = *m_profileEditor;
+        LayoutNode* const group = editor.AddNode(L"G");
+        group->AddNode(L"A", Int, L"1");
+        group->AddNode(L"B", Int, L"1")->m_writeToParameterFile = false;
+        group->AddNode(L"H")->AddNode(L"X", Int, L"1");
+        group->AddNode(L"F", FileAttachment, L"");
+        editor.AddNode(L"N", Int, L"1")->SetList(true, L"Instance", L"");
+        LayoutNode* const profiles = editor.AddNode(L"P")->SetProfile(true, L"Profile");
+        profiles->AddNode(L"I", Int, L"1");
+        profiles->AddNode(L"K")->AddNode(L"Y", Int, L"1");
+    }
+};
+
+struct Format {
+    decltype(&IsValidParameterFile) check;
+    bool (*read)(ParameterDatabase&, std::wstring const&, ReadReport*);
+};
+Format const Generic{&IsValidParameterFile, &ReadFile};
+Format const Machine{&KlvrProperties::IsValidParameterFile, &KlvrProperties::ReadFile};
+
+struct Row {
+    char const* document; ///< "[N:" stands for "<Property Name='N'>" and "]" for its end
+    std::string messages;
+    std::size_t maxDepth = 100;
+};
+
+std::string Joined(std::vector<std::wstring> const& messages) {
+    std::string text;
+    for (std::wstring const& message : messages) {
+        text += (text.empty() ? "" : "; ") + StringConversion::NativeToUtf8(message);
+    }
+    return text;
+}
+
+void Check(Format const& format, std::initializer_list<Row> rows) {
+    ValidityLayout const layout;
+    TemporaryFolder const folder;
+    std::wstring const path = (folder / "file").wstring();
+    for (Row const& row : rows) {
+        std::string const document =
+            std::regex_replace(row.document, std::regex("\\[(\\w):"), "<Property Name='$1'>");
+        Fill(folder / "file", std::regex_replace(document, std::regex("\\]"), "</Property>"));
+        bool const isValid = row.messages.empty();
+        Result result;
+        result.m_messages = {L"of another file"};
+        result.m_isValid = !isValid;
+        EXPECT_EQ(format.check(layout, path, row.maxDepth, &result, nullptr), isValid);
+        EXPECT_EQ(result.m_isValid, isValid);
+        EXPECT_EQ(Joined(result.m_messages), row.messages) << row.document << " to depth " << row.maxDepth;
+        EXPECT_EQ(format.check(layout, path, row.maxDepth, nullptr, nullptr), isValid);
+    }
+}
+
+} // namespace
+
+TEST(Validity, OfAGenericFileNamesWhatDoesNotFitTheLayout) {
+    Check(
+        Generic,
+        {{"<R><G><A>1</A><H><X>x</X></H><F><Name/><U/><I/></F></G><N><Instance>1</Instance></N><P><Default/>"
+          "<Profile Name='p'><I/></Profile></P></R>",
+          ""},
+         {"<R/>", ""}, // children of the root may be missing
+         {"<G><U/></G>", "Wrong root tag-name.; Invalid tag [U] in [ProfileEditor]"},
+         {"<R><G/></R>", "Mandatory tag [A] not found in [G]; Mandatory tag [H] not found in [G]; "
+                         "Mandatory tag [F] not found in [G]"},
+         {"<R><V/><G><F/><A><X/></A><U/><H/><W/></G><g/></R>",
+          "Invalid tag [V] in [ProfileEditor]; Invalid tag [X] in [G]; Invalid tag [U] in [G]; "
+          "Mandatory tag [X] not found in [H]; Invalid tag [W] in [G]; Invalid tag [g] in [ProfileEditor]"},
+         {"<R><U><V/><N><\xC3\x84/></N></U></R>", "Invalid tag [U] in [ProfileEditor]; Invalid tag [V] in "
+                                                  "[ProfileEditor]; Unhandled tag [\xC3\x84] in [N]"},
+         {"<R><N><Item><Instance>1</Instance></Item><Default/></N></R>",
+          "Unhandled tag [Item] in [N]; Unhandled tag [Default] in [N]"},
+         {"<R><P><U/><Default><U/><K/></Default><Profile><Profile/><K><Y/></K></Profile><I/></P></R>",
+          "Invalid tag [U] in [P]; Invalid tag [U] in [P]; Mandatory tag [Y] not found in [K]; "
+          "Invalid tag [Profile] in [P]"}});
+}
+
+TEST(Validity, OfAMachineParametersFileNamesWhatDoesNotFitTheLayout) {
+    Check(Machine,
+          {{"<R>[G:[A:1][H:[X:x]][F:<Name/><U/>[U:]]][N:<Instance>1</Instance>][P:<Default/><Profile/>]</R>",
+            ""},
+           {"<R/>", ""},
+           {"<S>[U:]</S>", "Wrong root tag-name.; Invalid tag [Property] in [ProfileEditor]"},
+           {"<R>[U:[V:[N:<Item/><Default/>[U:]]]]</R>",
+            "Invalid tag [Property] in [ProfileEditor]; Invalid tag [Property] in [ProfileEditor]; "
+            "Unhandled tag [Item] in [N]; Unhandled tag [Default] in [N]; Invalid tag [Property] in [N]"},
+           {"<R><G/><Property>[G:[A:][F:][H:<X/>]]</Property></R>",
+            "Unhandled tag [G] in [ProfileEditor]; Unhandled tag [X] in [H]; "
+            "Mandatory tag [X] not found in [H]"},
+           {"<R>[P:<Item/><Profile Name='p'>[K:]<Profile/></Profile>[I:]]</R>",
+            "Unhandled tag [Item] in [P]; Mandatory tag [Y] not found in [K]; "
+            "Unhandled tag [Profile] in [P]"}});
+}
+
+TEST(Validity, LooksAtNothingDeeperThanItIsTold) {
+    char const* const generic = "<R><V/><G><A/><F/><U/><H><U/></H></G></R>";
+    char const* const machine = "<R>[V:][G:[A:][F:][U:][H:[U:]]]</R>";
+    std::string const editor = "Invalid tag [V] in [ProfileEditor]",
+                      group = editor + "; Invalid tag [U] in [G]";
+    std::string const missing = "Mandatory tag [X] not found in [H]",
+                      property = "Invalid tag [Property] in [";
+    Check(Generic, {{generic, "", 0},
+                    {"<S><V/></S>", "Wrong root tag-name.", 0},
+                    {generic, editor, 1},
+                    {"<R><G><A/><F/><H/></G></R>", missing, 2}, // nothing too deep, nothing excused
+                    {generic, group, 2},
+                    {generic, group + "; Invalid tag [U] in [H]; " + missing, 3}});
+    Check(Machine,
+          {{machine, "", 0},
+           {machine, property + "ProfileEditor]; " + property + "G]", 2},
+           {machine, property + "ProfileEditor]; " + property + "G]; " + property + "H]; " + missing, 3}});
+}
+
+TEST(Validity, OfAWrittenMachineParametersFileAsksForALayoutNamedLikeItsRoot) {
+    TemporaryFolder const folder;
+    std::wstring const path = (folder / "file").wstring();
+    KlvrProperties::WriteOptions options;
+    options.m_profileListsOnly = false;
+    for (auto const& [root, messages] :
+         {std::pair(L"R", "Wrong root tag-name."), {L"KlvrMachineParameters", ""}}) {
+        ValidityLayout const layout(root);
+        ParameterDatabase database(&layout);
+        database.GetProfileEditor().Get(L"P").AddProfile(L"p", true);
+        ASSERT_TRUE(KlvrProperties::WriteFile(database, path, options));
+        Result result;
+        Machine.check(layout, path, {}, &result, nullptr);
+        EXPECT_EQ(Joined(result.m_messages), messages);
+    }
+}
+
+TEST(Validity, OfAFileThatCannotBeReadKeepsTheMessagesOfTheResult) {
+    TemporaryFolder const folder;
+    Fill(folder / "broken", "<R><U/>");
+    ValidityLayout const layout;
+    for (Format const& format : {Generic, Machine}) {
+        for (char const* const name : {"none", "broken", ""}) {
+            Result result;
+            result.m_messages = {L"old"};
+            ReadReport report;
+            EXPECT_FALSE(format.check(layout, (folder / name).wstring(), {}, &result, &report));
+            EXPECT_EQ(Joined(result.m_messages), "old");
+            EXPECT_FALSE(result.m_isValid || report.m_entries.empty());
+            EXPECT_FALSE(format.check(layout, (folder / name).wstring(), {}, nullptr, &report));
+        }
+    }
+}
+
+namespace {
+
+/// Well-formed content of the words of both formats, where they belong and anywhere else.
+std::string HostileContent(std::mt19937& random, unsigned levels) {
+    static char const* const words[] = {
+        "Property", "Property", "Default", "Profile", "Instance", "Item", "Both", "C",  "N", "M",
+        "Z",        "G",        "A",       "I",       "Name",     "Data", "U",    "AS", "X", "S"};
+    std::string content = std::to_string(random() % 100);
+    for (auto count = levels != 0 ? random() % 5 : 0; count != 0; --count) {
+        std::string const tag = words[random() % std::size(words)];
+        content += '<' + tag + " ReadOnly='1' Name='" + words[random() % std::size(words)] + "'>";
+        content += HostileContent(random, levels - 1) + "</" + tag + '>';
+    }
+    return content;
+}
+
+} // namespace
+
+TEST(Validity, OfAnyDocumentIsFoundWithoutATouchOfTheHostsData) {
+    TemporaryFolder const folder;
+    std::wstring const path = (folder / "file").wstring();
+    std::mt19937 random(1);
+    SmallLayout const layout;
+    ParameterDatabase database(&layout);
+    std::set<std::string> verdicts, dumps;
+    for (std::size_t count = 0; count < 100; ++count) {
+        Fill(folder / "file", "<Root>" + HostileContent(random, 7) + "</Root>");
+        for (Format const& format : {Generic, Machine}) {
+            Result result;
+            bool const isValid = format.check(layout, path, count % 10, &result, nullptr);
+            EXPECT_TRUE(isValid == result.m_messages.empty() && isValid == result.m_isValid);
+            verdicts.insert(Joined(result.m_messages));
+            ParameterDatabase readInto(&layout);
+            ReadReport report;
+            EXPECT_TRUE(format.read(readInto, path, count % 2 == 0 ? &report : nullptr));
+            dumps.insert(Dump(readInto));
+        }
+    }
+    EXPECT_EQ(DumpChanges(database), "");
+    EXPECT_GT(verdicts.size(), 100u) << "the documents should differ";
+    EXPECT_GT(dumps.size(), 100u);
+}
