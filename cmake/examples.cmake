@@ -6,6 +6,12 @@ set(common_sources ${example_sources})
 list(FILTER common_sources INCLUDE REGEX "/examples/common/")
 list(FILTER example_sources EXCLUDE REGEX "/examples/common/")
 
+find_package(CLI11 QUIET) # the arguments of paramtool
+if(NOT CLI11_FOUND)
+  message(STATUS "There is no CLI11, and so no paramtool")
+  list(FILTER example_sources EXCLUDE REGEX "/examples/paramtool/")
+endif()
+
 foreach(source IN LISTS example_sources)
   get_filename_component(folder ${source} DIRECTORY)
   get_filename_component(name ${folder} NAME)
@@ -20,3 +26,10 @@ foreach(source IN LISTS example_sources)
   endif()
   target_sources(${name} PRIVATE ${source})
 endforeach()
+
+if(TARGET paramtool)
+  target_link_libraries(paramtool PRIVATE CLI11::CLI11)
+  if(ZANTREL_BUILD_TESTS AND UNIX)
+    add_test(NAME Paramtool COMMAND ${PROJECT_SOURCE_DIR}/tests/paramtool/run $<TARGET_FILE:paramtool>)
+  endif()
+endif()

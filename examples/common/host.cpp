@@ -48,7 +48,8 @@ void ShowPassedOver(std::wstring const& path, ReadReport const& report, std::ost
     }
 }
 
-int Main(char const* name, int argc, char const* const* argv, int (*run)(int, char const* const*)) {
+int Main(char const* name, int argc, char const* const* argv, int (*run)(int, char const* const*),
+         int failure) {
     try {
         int const status = run(argc, argv);
         if (!std::cout.flush()) {
@@ -58,7 +59,7 @@ int Main(char const* name, int argc, char const* const* argv, int (*run)(int, ch
     } catch (std::exception const& error) {
         std::cout.flush();
         std::cerr << name << ": " << error.what() << '\n';
-        return 1;
+        return failure;
     }
 }
 

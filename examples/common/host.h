@@ -38,7 +38,8 @@ template <class Target> Zantrel::ReadReport Read(Target& target, std::wstring co
 /// Prints what the read passed over, a line for each.
 void ShowPassedOver(std::wstring const& path, Zantrel::ReadReport const& report, std::ostream& out);
 
-/// The body of main: gives the status of `run`, or prints what it throws as one sentence and gives 1.
-int Main(char const* name, int argc, char const* const* argv, int (*run)(int, char const* const*));
+/// The body of main: gives the status of `run`, or prints what it throws as one sentence and gives `failure`.
+int Main(char const* name, int argc, char const* const* argv, int (*run)(int, char const* const*),
+         int failure = 1);
 
 } // namespace Host

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "trees.h"
 
+#include "common/cursors.h"
+
 #include <algorithm>
 #include <cmath>
 #include <stdexcept>
@@ -9,6 +11,10 @@ namespace RoundTrip {
 
 namespace {
 
+using Host::FindValue;
+using Host::Flag;
+using Host::FlagsOf;
+using Host::VisitValueType;
 using Zantrel::ParameterNode;
 
 void Require(bool holds, std::wstring const& path, wchar_t const* what, wchar_t const* word = L"") {

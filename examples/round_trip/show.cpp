@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "trees.h"
 
-#include <charconv>
+#include "common/cursors.h"
+
 #include <ostream>
 
 namespace RoundTrip {
@@ -11,29 +12,10 @@ namespace {
 using Zantrel::LayoutNode;
 using Zantrel::ParameterNode;
 
-/// Exact in few digits; LayoutNode::FormatValue would round to the node's precision, as an editor does.
-std::wstring TextOf(double value) {
-    char digits[32];
-    return std::wstring(digits, std::to_chars(digits, digits + sizeof digits, value).ptr);
-}
-std::wstring TextOf(std::int32_t value) { return std::to_wstring(value); }
-std::wstring TextOf(bool value) { return value ? L"yes" : L"no"; }
-std::wstring TextOf(std::wstring const& value) { return L'"' + value + L'"'; }
-std::wstring TextOf(KelAM::FileContent const& value) {
-    return TextOf(value.m_name) + L", " + std::to_wstring(value.m_data.size()) + L" bytes";
-}
-
-/// " = 0.03 mm": the value between the node's prefix and postfix, as a rule its unit.
+/// " = 0.03 mm".
 std::wstring ValueText(ParameterNode const& leaf) {
-    LayoutNode const& layout = *leaf.m_pNode;
-    std::wstring text;
-    VisitValueType(layout.m_type, [&](auto type) {
-        if (auto const* value = FindValue<decltype(type)>(leaf)) {
-            text = L" = " + (layout.m_prefix.empty() ? L"" : layout.m_prefix + L' ') + TextOf(*value) +
-                   (layout.m_postfix.empty() ? L"" : L' ' + layout.m_postfix);
-        }
-    });
-    return text;
+    std::wstring const text = Host::ValueText(leaf);
+    return text.empty() ? text : L" = " + text;
 }
 
 /// "  {Above | Symmetric | Below}": what could be chosen.
@@ -51,11 +33,8 @@ std::wstring ChoicesText(LayoutNode const& layout) {
 /// "  (read-only, hidden)".
 std::wstring FlagsText(ParameterNode const& node) {
     std::wstring text = node.m_pNode->m_readOnly ? L"read-only by layout" : L"";
-    for (Flag const& flag : FlagsOf(node)) {
-        if ((node.*flag.get)()) {
-            text += (text.empty() ? L"" : L", ") + std::wstring(flag.words);
-        }
-    }
+    std::wstring const flags = Host::FlagsText(node);
+    text += (text.empty() || flags.empty() ? L"" : L", ") + flags;
     return text.empty() ? text : L"  (" + text + L')';
 }
 

@@ -1,0 +1,110 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "commands.h"
+#include "common/cursors.h"
+#include "common/host.h"
+#include "files.h"
+#include "layout_source.h"
+#include "parameter_source.h"
+#include "terminal.h"
+
+#include <iostream>
+
+// The commands that look at one file.
+
+namespace Paramtool {
+
+namespace {
+
+using namespace Zantrel;
+
+bool IsChanged(Place const& place) {
+    return place.isAdded || place.Text() != Place::TextOf(place.defaults) ||
+           (place.node.m_isContainer && place.node.GetSize() != place.defaults.GetSize());
+}
+
+std::wstring LineOf(Place const& place) {
+    std::wstring line = std::wstring(2 * place.depth, L' ') + place.title;
+    if (place.node.m_isContainer) {
+        line += L": " + std::to_wstring(place.node.GetSize()) + L" x " + place.node.m_pNode->m_nodeName;
+    }
+    return line + place.Text();
+}
+
+int List(ParameterFile& file, std::wstring const& text) {
+    ContentList leaves;
+    file.m_database.GetProfileEditor().CreateContentList(leaves);
+    Status status = Different;
+    for (ContentList::Node const& leaf : leaves.m_nodes) {
+        if (leaf.m_path.find(text) != std::wstring::npos) {
+            ParameterNode cursor;
+            cursor.m_pNode = leaf.m_pLayout;
+            cursor.m_pProperties = leaf.m_pProperties;
+            Print(leaf.m_path + Place::TextOf(cursor));
+            status = Same;
+        }
+    }
+    return status;
+}
+
+} // namespace
+
+int Show(Arguments const& arguments) {
+    LayoutSource const source(arguments.layout);
+    ParameterFile file(*source.m_layout, arguments.file);
+    NotePassedOver(file.m_passedOver);
+    std::vector<std::wstring> headings; // one a level, empty once printed
+    ForEachPlace(file.m_database, [&](Place const& place) {
+        bool const isChanged = IsChanged(place);
+        headings.resize(place.depth);
+        headings.push_back(LineOf(place));
+        if (arguments.changed && !isChanged) {
+            return;
+        }
+        for (std::wstring& heading : headings) {
+            if (!heading.empty()) {
+                Print(heading, isChanged && &heading == &headings.back() ? Look::Bold : Look::Plain);
+            }
+            heading.clear();
+        }
+    });
+    return Same;
+}
+
+int Query(Arguments const& arguments) {
+    LayoutSource const source(arguments.layout);
+    ParameterFile file(*source.m_layout, arguments.file);
+    NotePassedOver(file.m_passedOver);
+    if (arguments.path.empty()) {
+        return List(file, arguments.contains);
+    }
+    // As it stands, for another program to take.
+    std::cout << StringConversion::NativeToUtf8(Host::PlainText(file.Find(arguments.path))) << '\n';
+    return Same;
+}
+
+int Check(Arguments const& arguments) {
+    LayoutSource const source(arguments.layout);
+    bool const isMachine = FormatOf(arguments.file) == ParameterFormat::Machine;
+    if (isMachine) {
+        // The check wants the file's root to be called like the layout's, and this format's root has one
+        // name.
+        source.m_layout->SetName(L"KlvrMachineParameters");
+    }
+    auto const check = isMachine ? KlvrProperties::IsValidParameterFile : IsValidParameterFile;
+    ParameterFileValidityResult result;
+    ReadReport report;
+    if (!check(*source.m_layout, arguments.file, {}, &result, &report) && result.m_messages.empty()) {
+        Host::FailToRead(arguments.file, report);
+    }
+    for (std::wstring const& message : result.m_messages) {
+        Print(arguments.file + L": " + message);
+    }
+    // Of elements the messages speak, of values that don't parse only the report.
+    std::vector<std::wstring> const passedOver = LinesOf(arguments.file, report);
+    for (std::wstring const& line : passedOver) {
+        Print(line);
+    }
+    return result.m_isValid && passedOver.empty() ? Same : Different;
+}
+
+} // namespace Paramtool
