@@ -51,7 +51,7 @@ TEST(LoadedTicket, HoldsWhatTheDocumentSays) {
         {"<ObjectProperties><Instance uuid='o'/></ObjectProperties><PartOverrides><Instance uuid='p'/>"
          "</PartOverrides><Defaults type='build'/><Info><Source Id='s' PropertyTemplate='true'/></Info>"
          "<Defaults><Component uuid='a'/></Defaults><Defaults><Component uuid='b'/></Defaults>",
-         "from's' defaults{a:{} b:{}} part p{} object o{}", ""},
+         "from's' defaults{a:{} b:{}} item p{} object o{}", ""},
         {"<Source Id='s'/><Source/>", "", ""},
         {"<p:Defaults><Component uuid='a'/></p:Defaults><X><Defaults><X><Component "
          "uuid='b'/></X></Defaults></X>",
@@ -63,10 +63,10 @@ TEST(LoadedTicket, HoldsWhatTheDocumentSays) {
          "type='Build'/><Instance uuid='a' type='build'/><Instance uuid='b' type='builditem'/><Instance "
          "uuid='c' "
          "type='object'/><Instance uuid='a' type='component'/></ObjectProperties>",
-         "part $ 3{a:{}} object {} object a 4{} object b 2{} object c 3{}", ""},
+         "item $ 3{a:{}} object {} object a 4{} object b 2{} object c 3{}", ""},
         {"<PartOverrides><Instance type='object'><Component uuid='a'/></Instance><X><Instance uuid='a'/></X>"
          "<Instance uuid='b'><Instance uuid='c'/></Instance></PartOverrides><Instance uuid='d'/>",
-         "part b{}",
+         "item b{}",
          "dropped PartOverrides/Instance untaken PartOverrides/Instance/Component untaken PartOverrides/X "
          "dropped PartOverrides/X/Instance untaken PartOverrides/Instance/Instance dropped Instance"},
         // Types, and values that don't parse.
@@ -140,7 +140,7 @@ TEST(LoadedTicket, IsAddedToWhateverTheRoot) {
                                   root.substr(1, root.find(' ') - 1) + '>'));
         }
     }
-    EXPECT_EQ(Dump(with), "from's' part p 1{c:{a{} a{} a{}}}");
+    EXPECT_EQ(Dump(with), "from's' item p 1{c:{a{} a{} a{}}}");
     EXPECT_TRUE(with.HasPropertyTemplate() && !without.HasPropertyTemplate());
 }
 

@@ -123,7 +123,7 @@ TEST(Ticket, CleansUpAllStores) {
                      "</Instance></PartOverrides><ObjectProperties>" + instances +
                      "</Instance></ObjectProperties></R>");
     ticket.CleanUp();
-    EXPECT_EQ(Dump(ticket), "defaults{b=False} part 1{b=False} part 2{b=False} object 1{b=False} "
+    EXPECT_EQ(Dump(ticket), "defaults{b=False} item 1{b=False} item 2{b=False} object 1{b=False} "
                             "object 2{b=False}");
 }
 
@@ -135,7 +135,7 @@ TEST(Ticket, KnowsWhereOverridesBelong) {
         EXPECT_EQ(ticket._GetParent(nullptr, create), &ticket.GetDefaults());
         KelAM::ExternalProperties const* const store = ticket._GetParent(&id, create);
         EXPECT_EQ(store, ticket.GetPartOverrides().GetProperties(ExternalPropertyID(id), false));
-        EXPECT_EQ(Dump(ticket), create ? "part p{} object p{}" : "object p{}");
+        EXPECT_EQ(Dump(ticket), create ? "item p{} object p{}" : "object p{}");
     }
 }
 
@@ -163,19 +163,19 @@ TEST(ConvertedTicket, HoldsTheStoresOfKnownTypesAndWhatWasThereBefore) {
     BuildTicket source(nullptr), ticket(nullptr);
     Load(source, document + "</PartOverrides></R>");
     auto& internal = source.GetPartOverrides();
-    internal.GetProperties(ExternalPropertyID(L"3"), false)->m_id = ExternalPropertyID(L"part");
+    internal.GetProperties(ExternalPropertyID(L"3"), false)->m_id = ExternalPropertyID(L"item");
     internal.FindProperty(L"9")->SetDeleted(true);
     BuildTicket sameTicket(source);
     internal.SetValue(L"0", true); // no store
 
     Load(ticket,
-         "<R><Defaults><Component uuid='old'/></Defaults><PartOverrides><Instance uuid='part'><Component "
+         "<R><Defaults><Component uuid='old'/></Defaults><PartOverrides><Instance uuid='item'><Component "
          "uuid='old'/></Instance><Instance uuid='q'><Property Name='f' Type='FileContent'/></Instance>"
          "</PartOverrides><ObjectProperties><Instance uuid='q'/></ObjectProperties></R>");
     ticket.ConvertFromInternalBuildTicket(internal);
     ticket.ConvertFromInternalBuildTicket(KelAM::DatabaseExternalProperties());
     EXPECT_EQ(Dump(ticket),
-              "from'BuildTicketInternal' defaults 2{5=False} part part 1{3=False} part q{f='':} "
+              "from'BuildTicketInternal' defaults 2{5=False} item item 1{3=False} item q{f='':} "
               "object 2 3{2=False} object q{}");
     EXPECT_EQ(ticket.GetDefaults().m_id, ExternalPropertyID(L"5"));
 
@@ -186,5 +186,5 @@ TEST(ConvertedTicket, HoldsTheStoresOfKnownTypesAndWhatWasThereBefore) {
         ->SetValue(L"ObjectType", ObjectTypeUniquePart);
     sameTicket.ConvertFromInternalBuildTicket(sameTicket.GetObjectProperties());
     EXPECT_EQ(Dump(sameTicket), "from'BuildTicketInternal' defaults 2{5=False} " + before +
-                                    " part part 1{3=False} object 2 3{2=False}");
+                                    " item item 1{3=False} object 2 3{2=False}");
 }

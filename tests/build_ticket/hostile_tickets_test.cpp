@@ -101,7 +101,7 @@ TEST(HostileTicket, MayEndAtAnyByte) {
             dumps.push_back(Dump(ticket));
         }
     }
-    std::string const part = "from's' defaults{a=5} part p 3{", file = part + "b[{c='n':00FF}]} object o";
+    std::string const part = "from's' defaults{a=5} item p 3{", file = part + "b[{c='n':00FF}]} object o";
     EXPECT_THAT(dumps, testing::ElementsAre("", "from's'", "from's' defaults{a=5}", part + '}', part + "b[]}",
                                             part + "b[{}]}", part + "b[{c='':}]}", part + "b[{c='n':}]}",
                                             part + "b[{c='n':00FF}]}", file + "{}", file + "{d:{e~{}}}"));

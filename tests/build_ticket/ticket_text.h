@@ -59,7 +59,7 @@ inline std::string Dump(PersistentProperties const& bag, Form form = Form::Whole
     return '{' + text + '}';
 }
 
-/// Each part that isn't empty, as in "from'source' defaults{} part id 3{} object id{}", where 3 is a kind.
+/// Each part that isn't empty, as in "from'source' defaults{} item id 3{} object id{}", where 3 is a kind.
 inline std::string Dump(BuildTicket const& ticket, Form form = Form::Whole) {
     std::string text = ticket.GetSourceId().empty() ? "" : "from" + Print(ticket.GetSourceId());
     auto const add = [&](std::string const& name, KelAM::ExternalProperties const& store, std::int32_t last) {
@@ -73,7 +73,7 @@ inline std::string Dump(BuildTicket const& ticket, Form form = Form::Whole) {
     }
     for (auto const* const stores : {&ticket.GetPartOverrides(), &ticket.GetObjectProperties()}) {
         for (auto const& [key, property] : *stores) {
-            std::string const section = stores == &ticket.GetPartOverrides() ? "part " : "object ";
+            std::string const section = stores == &ticket.GetPartOverrides() ? "item " : "object ";
             add(section + StringConversion::NativeToUtf8(key),
                 PropertyCast<KelAM::ExternalProperties>(property)->m_value, 4);
         }
