@@ -50,6 +50,17 @@ bool HasUnpairedSurrogate(std::string_view bytes) {
     return isOpen;
 }
 
+/// In UTF-16 libexpat also takes three signs of Latin-1 into names, which no edition has there.
+bool HasLatinSignOfNoName(std::string_view bytes) {
+    Form const form = FormOf(bytes);
+    for (std::size_t at = 0; form != Form::Utf8 && at + 2 <= bytes.size(); at += 2) {
+        char32_t const unit = UnitAt(bytes, form, at);
+        if (unit == 0xAA || unit == 0xB5 || unit == 0xBA)
+            return true;
+    }
+    return false;
+}
+
 /// libexpat also takes UTF-16 without a byte order mark, and two more encodings.
 bool IsInAnotherEncoding(std::string_view bytes, Reading const& theirs) {
     if (bytes.substr(0, 2).find('\0') != bytes.npos)
@@ -102,8 +113,9 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
     if (ours.isAccepted && !theirs.isAccepted)
         Require(StopsAtNameOfFifthEdition(bytes, theirs), "only we accept it", ours, theirs);
     else if (!ours.isAccepted && theirs.isAccepted)
-        Require(IsInAnotherEncoding(bytes, theirs) || HasUnpairedSurrogate(bytes), "only libexpat accepts it",
-                ours, theirs);
+        Require(IsInAnotherEncoding(bytes, theirs) || HasUnpairedSurrogate(bytes) ||
+                    HasLatinSignOfNoName(bytes),
+                "only libexpat accepts it", ours, theirs);
     else if (ours.isAccepted)
         Require(ours.events == theirs.events, "the events differ", ours, theirs);
     return 0;
