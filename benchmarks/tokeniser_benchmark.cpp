@@ -4,15 +4,14 @@
 // parameter file.
 
 #include "platform/xml/tokeniser.h"
+#include "tests/support/memory_source.h"
 
 #include <benchmark/benchmark.h>
 #include <expat.h>
 
-#include <algorithm>
 #include <charconv>
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
 #include <random>
 #include <string>
 #include <string_view>
@@ -47,20 +46,6 @@ std::string const& Document() {
     return document;
 }
 
-class MemorySource : public Zantrel::Xml::ByteSource {
-public:
-    explicit MemorySource(std::string_view bytes) : m_left(bytes) {}
-    std::ptrdiff_t Read(char* into, std::size_t size) override {
-        size = std::min(size, m_left.size());
-        std::memcpy(into, m_left.data(), size);
-        m_left.remove_prefix(size);
-        return static_cast<std::ptrdiff_t>(size);
-    }
-
-private:
-    std::string_view m_left;
-};
-
 void SetBytes(benchmark::State& state, std::string_view document) {
     state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(document.size()));
 }
@@ -68,7 +53,7 @@ void SetBytes(benchmark::State& state, std::string_view document) {
 void Tokenise(benchmark::State& state, std::string_view document) {
     using Zantrel::Xml::Token;
     for (auto _ : state) {
-        MemorySource source(document);
+        TestSupport::MemorySource source(document);
         Zantrel::Xml::Tokeniser tokeniser(source);
         Token token;
         do {

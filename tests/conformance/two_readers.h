@@ -2,13 +2,13 @@
 #pragma once
 
 #include "platform/xml/tokeniser.h"
+#include "tests/support/memory_source.h"
 
 #include <expat.h>
 
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
 #include <string>
 #include <string_view>
 
@@ -54,23 +54,9 @@ private:
     bool m_isText = false;
 };
 
-class MemorySource : public Zantrel::Xml::ByteSource {
-public:
-    explicit MemorySource(std::string_view bytes) : m_left(bytes) {}
-    std::ptrdiff_t Read(char* into, std::size_t size) override {
-        size = std::min(size, m_left.size());
-        std::memcpy(into, m_left.data(), size);
-        m_left.remove_prefix(size);
-        return static_cast<std::ptrdiff_t>(size);
-    }
-
-private:
-    std::string_view m_left;
-};
-
 inline Reading ReadByTokeniser(std::string_view bytes, std::size_t pieceSize) {
     using Zantrel::Xml::Token;
-    MemorySource source(bytes);
+    TestSupport::MemorySource source(bytes);
     // libexpat has no limit to the depth.
     Zantrel::Xml::Tokeniser tokeniser(source, pieceSize, SIZE_MAX);
     Reading reading;

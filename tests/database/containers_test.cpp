@@ -165,26 +165,23 @@ TEST(Containers, GainAWholeItemOrNoneWhereMemoryRunsOut) {
     ParameterNode list = database.At(database.layout.ranges);
     ParameterNode machines = database.At(database.layout.machines);
     list.GetDefault().m_pProperties->SetValue<std::wstring>(L"of the host", L"a value that takes memory");
-    struct {
-        ParameterNode& container;
-        std::function<ParameterNode()> add;
-    } const cases[] = {
+    wchar_t const* const name = L"a name that takes memory";
+    std::pair<ParameterNode&, std::function<ParameterNode()>> const cases[] = {
         {list, [&] { return list.AddListNode(true); }},
         {list, [&] { return list.AddListNode(false); }},
-        {machines, [&] { return machines.AddProfile(L"a name that takes memory", true); }},
-        {machines, [&] { return machines.AddProfile(L"a name that takes memory", false); }},
+        {machines, [&] { return machines.AddProfile(name, true); }},
+        {machines, [&] { return machines.AddProfile(name, false); }},
     };
-    for (auto const& each : cases) {
-        SCOPED_TRACE(&each - cases);
+    for (auto const& [container, add] : cases) {
         ParameterDatabase const before(database.values);
-        each.container.Clear(); // so that growth is needed
-        PersistentProperties const whole = *each.add().m_pProperties;
-        each.container.Clear();
+        container.Clear(); // so that growth is needed
+        PersistentProperties const whole = *add().m_pProperties;
+        container.Clear();
         ParameterNode added;
         std::size_t const failures =
-            TestSupport::FailEachAllocation([&] { added = each.add(); },
-                                            [&](std::size_t, bool completed) {
-                                                EXPECT_EQ(each.container.GetSize(), completed ? 1u : 0u);
+            TestSupport::FailEachAllocation([&, &make = add] { added = make(); },
+                                            [&, &grown = container](std::size_t, bool completed) {
+                                                EXPECT_EQ(grown.GetSize(), completed ? 1u : 0u);
                                                 EXPECT_TRUE(!completed || *added.m_pProperties == whole);
                                             });
         EXPECT_GT(failures, 3u);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/database/test_layout.h"
 
+#include "tests/support/dump.h"
 #include "tests/support/failing_allocator.h"
 
 #include <gtest/gtest.h>
@@ -13,33 +14,22 @@ namespace {
 
 TEST(Formatting, GivesEachLeafTheDefaultOfItsType) {
     TestDatabase database;
-    TestLayout const& layout = database.layout;
-    EXPECT_EQ(database.At(layout.number).GetValue<std::int32_t>(), 12);
-    EXPECT_EQ(database.At(layout.real).GetValue<double>(), 0.1);
-    EXPECT_EQ(database.At(layout.length).GetValue<double>(), 0.05);
-    EXPECT_TRUE(database.At(layout.flag).GetValue<bool>());
-    EXPECT_EQ(database.At(layout.text).GetValue<std::wstring>(), L" steel ");
-    EXPECT_EQ(database.At(layout.option).GetValue<std::wstring>(), L"Fast");
-    EXPECT_EQ(database.At(layout.member).GetValue<std::wstring>(), L"Left");
-    EXPECT_EQ(database.At(layout.path).GetValue<std::wstring>(), L"a.txt");
-    EXPECT_EQ(database.At(layout.file).GetValue<KelAM::FileContent>(), KelAM::FileContent());
-    EXPECT_TRUE(database.At(layout.byDriver).m_pProperties->IsEmpty());
+    EXPECT_EQ(TestSupport::Dump(database.At(database.layout.group)),
+              "{Layer count=12 Power=0.10000000000000001 Thickness=0.050000000000000003 Supports=True "
+              "Material=' steel ' Strategy='Fast' Scanner='Left' Path='a.txt' Attachment='': Gas=?}");
 }
 
 TEST(Formatting, TakesTheDefaultOfAnOptionAsItStandsAndElseTheFirstOption) {
-    struct {
-        wchar_t const* defaultText;
-        bool hasOption;
-        wchar_t const* expected;
-    } const cases[] = {{L"", true, L"First"}, {L"None of them", true, L"None of them"}, {L"", false, L""}};
-    for (auto const& each : cases) {
+    using Row = std::tuple<wchar_t const*, bool, wchar_t const*>;
+    for (auto const& [defaultText, hasOption, expected] :
+         {Row{L"", true, L"First"}, Row{L"None of them", true, L"None of them"}, Row{L"", false, L""}}) {
         ParameterLayout layout;
-        LayoutNode* option = layout.m_profileEditor->AddNode(L"Option", Options, each.defaultText);
-        if (each.hasOption) {
+        LayoutNode* option = layout.m_profileEditor->AddNode(L"Option", Options, defaultText);
+        if (hasOption) {
             option->AddOption(L"First", L"Shown")->AddOption(L"Second", L"");
         }
         EXPECT_EQ(ParameterDatabase(&layout).GetProfileEditor().Get(option).GetValue<std::wstring>(),
-                  each.expected);
+                  expected);
     }
 }
 
@@ -62,10 +52,8 @@ TEST(Formatting, NestsTheTemplatesAndItemsOfListsWithinTemplatesAndItems) {
 
 TEST(Formatting, TakesANodeThatIsBothForAProfileListAndAnUnknownTypeForNothing) {
     ParameterLayout layout;
-    layout.m_profileEditor->AddNode(L"Both", Int, L"1")
-        ->SetIsList(true)
-        ->SetIsProfileList(true)
-        ->SetMultiplicity(3);
+    LayoutNode* both = layout.m_profileEditor->AddNode(L"Both", Int, L"1");
+    both->SetIsList(true)->SetIsProfileList(true)->SetMultiplicity(3);
     layout.m_profileEditor->AddNode(L"Unknown", Int, L"1")->SetType(static_cast<eTypeLayoutNode>(11));
     ParameterDatabase database(&layout);
     EXPECT_EQ(Shape(*database.GetProfileEditor().m_pProperties),
@@ -82,7 +70,7 @@ TEST(Formatting, GivesSiblingsOfOneNameABagEachAndFindsTheFirst) {
     ParameterNode const editor = database.GetProfileEditor();
     EXPECT_EQ(Shape(*editor.m_pProperties), L"Same(Value) Same(Value) Value(Value) Value(Value)");
     EXPECT_EQ(editor.Get(L"Same").m_pNode->m_defaultValue,
-              L"2"); // the layout finds the last node, the bag its first
+              L"2"); // the layout finds the last, the bag the first
     EXPECT_EQ(editor.Get(L"Same").GetValue<std::int32_t>(), 1);
     EXPECT_EQ(editor.Get(L"Value").GetValue<std::int32_t>(), 1);
 }

@@ -3,46 +3,41 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <stdexcept>
 
 namespace Zantrel {
 namespace {
 
-/// What reading a T gives: nothing, or what is thrown.
+std::string MessageOf(std::function<void()> const& call) {
+    try {
+        call();
+        return "";
+    } catch (std::runtime_error const& error) {
+        return error.what();
+    }
+}
+
+/// What is thrown where a T is read, and where it is written; nothing if nothing is.
 template <class T> std::string ErrorOf(ParameterNode cursor) {
-    std::string read;
-    std::string written;
-    try {
-        cursor.GetValue<T>();
-    } catch (std::runtime_error const& error) {
-        read = error.what();
-    }
-    try {
-        cursor.SetValue<T>(T());
-    } catch (std::runtime_error const& error) {
-        written = error.what();
-    }
-    EXPECT_EQ(read, written);
+    std::string const read = MessageOf([&] { cursor.GetValue<T>(); });
+    EXPECT_EQ(MessageOf([&] { cursor.SetValue<T>(T()); }), read);
     return read;
 }
 
 TEST(Values, AreReadAndWrittenByTheTypeOfTheNodeAlone) {
-    struct {
-        LayoutNode* TestLayout::*node;
-        char const* type; ///< the letter of the type that is allowed
-    } const cases[] = {
-        {&TestLayout::number, "l"},  {&TestLayout::real, "d"}, {&TestLayout::length, "d"},
-        {&TestLayout::flag, "b"},    {&TestLayout::text, "s"}, {&TestLayout::option, "s"},
-        {&TestLayout::member, "s"},  {&TestLayout::path, "s"}, {&TestLayout::file, "f"},
-        {&TestLayout::byDriver, ""}, {&TestLayout::group, ""}, {&TestLayout::counts, ""},
-    };
-    for (auto const& each : cases) {
+    using Case = std::pair<LayoutNode * TestLayout::*, char>; // the letter of the type that is allowed
+    for (auto const& [node, allowed] :
+         {Case{&TestLayout::number, 'l'}, Case{&TestLayout::real, 'd'}, Case{&TestLayout::length, 'd'},
+          Case{&TestLayout::flag, 'b'}, Case{&TestLayout::text, 's'}, Case{&TestLayout::option, 's'},
+          Case{&TestLayout::member, 's'}, Case{&TestLayout::path, 's'}, Case{&TestLayout::file, 'f'},
+          Case{&TestLayout::byDriver, ' '}, Case{&TestLayout::group, ' '}, Case{&TestLayout::counts, ' '}}) {
         TestDatabase database;
         ParameterDatabase const before(database.values);
-        ParameterNode const cursor = database.At(database.layout.*each.node);
+        ParameterNode const cursor = database.At(database.layout.*node);
         SCOPED_TRACE(testing::Message() << cursor.m_pNode->m_name);
-        auto const expected = [&](char type, char const* message) {
-            return *each.type == type ? "" : message;
+        auto const expected = [type = allowed](char each, char const* message) {
+            return each == type ? "" : message;
         };
         EXPECT_EQ(ErrorOf<std::int32_t>(cursor), expected('l', "Invalid type cast : use long"));
         EXPECT_EQ(ErrorOf<double>(cursor), expected('d', "Invalid type cast : use double"));
@@ -50,7 +45,7 @@ TEST(Values, AreReadAndWrittenByTheTypeOfTheNodeAlone) {
         EXPECT_EQ(ErrorOf<std::wstring>(cursor), expected('s', "Invalid type cast : use std::string_t"));
         EXPECT_EQ(ErrorOf<KelAM::FileContent>(cursor),
                   expected('f', "Invalid type cast : use KelAM::FileContent"));
-        bool const isDefault = *each.type == '\0' || *each.type == 'f';
+        bool const isDefault = allowed == ' ' || allowed == 'f';
         EXPECT_EQ(database.values.IsEqual(before), isDefault) << "what was written is what was checked";
     }
     EXPECT_EQ(ErrorOf<double>(ParameterNode()), "Invalid type cast : use double");
@@ -69,40 +64,28 @@ TEST(Values, ThatAreMarkedDeletedOrOfAnotherClassAreNotThere) {
 }
 
 TEST(Values, SetFromTextFollowTheTypeOfTheNode) {
-    struct {
-        LayoutNode* TestLayout::*node;
-        wchar_t const* text;
-        wchar_t const* expected;
-    } const cases[] = {
-        {&TestLayout::flag, L"true", L"True"},
-        {&TestLayout::flag, L"tRUE", L"True"},
-        {&TestLayout::flag, L" true", L"False"},
-        {&TestLayout::flag, L"1", L"False"},
-        {&TestLayout::flag, L"", L"False"},
-        {&TestLayout::flag, L"TRUE ", L"False"},
-        {&TestLayout::number, L"-5", L"-5"},
-        {&TestLayout::number, L"7.9", L"7"},
-        {&TestLayout::number, L"x", L"0"},
-        {&TestLayout::real, L"2.5mm", L"2.5000"},
-        {&TestLayout::real, L"", L"0.0000"},
-        {&TestLayout::text, L" a ", L" a "},
-        {&TestLayout::option, L"Other", L"Other"},
-        {&TestLayout::path, L"", L""},
-        {&TestLayout::byDriver, L"Helium", L"Helium"},
-    };
-    for (auto const& each : cases) {
-        SCOPED_TRACE(testing::Message() << each.text);
+    using Case = std::tuple<LayoutNode * TestLayout::*, wchar_t const*, wchar_t const*>;
+    for (auto const& [member, text, expected] :
+         {Case{&TestLayout::flag, L"true", L"True"}, Case{&TestLayout::flag, L"tRUE", L"True"},
+          Case{&TestLayout::flag, L" true", L"False"}, Case{&TestLayout::flag, L"1", L"False"},
+          Case{&TestLayout::flag, L"", L"False"}, Case{&TestLayout::flag, L"TRUE ", L"False"},
+          Case{&TestLayout::number, L"-5", L"-5"}, Case{&TestLayout::number, L"7.9", L"7"},
+          Case{&TestLayout::number, L"x", L"0"}, Case{&TestLayout::real, L"2.5mm", L"2.5000"},
+          Case{&TestLayout::real, L"", L"0.0000"}, Case{&TestLayout::text, L" a ", L" a "},
+          Case{&TestLayout::option, L"Other", L"Other"}, Case{&TestLayout::path, L"", L""},
+          Case{&TestLayout::byDriver, L"Helium", L"Helium"}}) {
+        SCOPED_TRACE(testing::Message() << text);
         TestDatabase database;
-        LayoutNode const& node = *(database.layout.*each.node);
+        LayoutNode const& node = *(database.layout.*member);
         ParameterNode cursor = database.At(&node);
         for (bool const isThere : {true, false}) { // the second time the value has to be created
-            cursor.SetValueFromText(each.text);
+            cursor.SetValueFromText(text);
             std::wstring const found = node.m_type == Bool ? node.FormatValue(cursor.GetValue<bool>())
                                        : node.m_type == Int
                                            ? node.FormatValue(cursor.GetValue<std::int32_t>())
                                        : node.m_type == Double ? node.FormatValue(cursor.GetValue<double>())
                                                                : cursor.GetValue<std::wstring>();
-            EXPECT_EQ(found, each.expected) << isThere;
+            EXPECT_EQ(found, expected) << isThere;
             EXPECT_EQ(cursor.m_pProperties->GetNumProperties(), 1u);
             cursor.m_pProperties->RemoveProperty(L"Value", false);
         }

@@ -5,6 +5,9 @@
 
 #include "tests/support/failing_allocator.h"
 
+#include <gmock/gmock.h>
+
+#include <array>
 #include <initializer_list>
 #include <limits>
 #include <memory>
@@ -47,12 +50,7 @@ TEST(LayoutNode, AnEmptyNodeHasNoChildAtAll) {
     EXPECT_EQ(node.Size(), 0U);
     EXPECT_EQ(node.Back(), nullptr);
     EXPECT_EQ(node.GetNode(static_cast<wchar_t const*>(nullptr)), nullptr);
-    try {
-        node.At(0);
-        FAIL() << "no exception";
-    } catch (std::out_of_range const& error) {
-        EXPECT_STREQ(error.what(), "invalid vector subscript");
-    }
+    EXPECT_THAT([&] { node.At(0); }, testing::ThrowsMessage<std::out_of_range>("invalid vector subscript"));
 }
 
 TEST(LayoutNode, OnlyTheConstructorGivesADistanceItsUnit) {
@@ -78,25 +76,22 @@ TEST(LayoutNode, TheIndexKnowsTheLaterOfTwoNamesakes) {
 }
 
 TEST(LayoutNode, MovingFollowsTheRuleOfTheNewListAndFreesEachNodeOnce) {
-    struct Row {
-        wchar_t const* child;
-        std::size_t index;
-        wchar_t const* shown;
-    };
-    for (Row const& row : {Row{L"c", 0, L"cAB"}, Row{L"A", 0, L"ABc"}, Row{L"A", 1, L"BAc"},
-                           Row{L"A", 2, L"Bcc"}, Row{L"A", 9, L"Bcc"}, Row{L"B", 2, L"Acc"},
-                           Row{L"c", 1, L"AcB"}, Row{L"c", 2, L"ABc"}, Row{L"c", 3, L"ABc"}}) {
-        SCOPED_TRACE(testing::Message() << row.child << " to " << row.index);
+    using Row = std::tuple<wchar_t const*, std::size_t, wchar_t const*>;
+    for (auto const& [child, index, shown] :
+         {Row{L"c", 0, L"cAB"}, Row{L"A", 0, L"ABc"}, Row{L"A", 1, L"BAc"}, Row{L"A", 2, L"Bcc"},
+          Row{L"A", 9, L"Bcc"}, Row{L"B", 2, L"Acc"}, Row{L"c", 1, L"AcB"}, Row{L"c", 2, L"ABc"},
+          Row{L"c", 3, L"ABc"}}) {
+        SCOPED_TRACE(testing::Message() << child << " to " << index);
         LeakCheck const leaks;
         Owned const owner = Root({L"A", L"B", L"c"});
         LayoutNode& root = *owner;
-        root.MoveNodeTo(root.GetNode(row.child), row.index);
-        EXPECT_EQ(Shown(root), row.shown);
+        root.MoveNodeTo(root.GetNode(child), index);
+        EXPECT_EQ(Shown(root), shown);
         for (wchar_t const* const name : {L"A", L"B", L"c"}) {
             ASSERT_NE(root.GetNode(name), nullptr);
             EXPECT_EQ(root.GetNode(name)->m_name, name);
         }
-        EXPECT_EQ(Shown(LayoutNode(root)), row.shown);
+        EXPECT_EQ(Shown(LayoutNode(root)), shown);
         root.MoveNodeTo(root.GetNode(L"A"), 0);
         EXPECT_EQ(&root.At(0), root.GetNode(L"A")) << "even when it was dropped";
     }
@@ -106,7 +101,7 @@ TEST(LayoutNode, MovingSomethingElseThanAChildChangesNothing) {
     Owned const root = Root({L"a", L"b"});
     LayoutNode const* const grandchild = root->At(0).AddNode(L"g");
     for (LayoutNode const* const node :
-         {grandchild, static_cast<LayoutNode const*>(root.get()), static_cast<LayoutNode const*>(nullptr)}) {
+         std::initializer_list<LayoutNode const*>{grandchild, root.get(), nullptr}) {
         root->MoveNodeTo(node, 0);
     }
     EXPECT_EQ(Shown(*root), L"ab");
@@ -271,16 +266,14 @@ TEST(LayoutNode, NamesInListOrderAreFoundWithoutAnAllocation) {
 }
 
 TEST(LayoutNode, AQueryNameJoinsTheNamesBelowTheTop) {
-    struct Row {
-        wchar_t const *upper, *middle, *lower, *expected;
-    };
-    for (Row const& row :
+    using Row = std::array<wchar_t const*, 4>;
+    for (auto const& [upper, middle, lower, expected] :
          {Row{L"a", L"b", L"c", L"a_b_c"}, Row{L"", L"b", L"c", L"_b_c"}, Row{L"a", L"", L"c", L"a__c"},
           Row{L"a", L"b", L"", L"a_b"}, Row{L"", L"", L"", L""}}) {
-        Owned const root = Root({row.upper});
-        LayoutNode* const lower = root->At(0).AddNode(row.middle)->AddNode(row.lower);
-        EXPECT_EQ(lower->GetQueryName(*root), row.expected);
-        EXPECT_EQ(lower->GetQueryName(*lower), L"");
+        Owned const root = Root({upper});
+        LayoutNode* const node = root->At(0).AddNode(middle)->AddNode(lower);
+        EXPECT_EQ(node->GetQueryName(*root), expected);
+        EXPECT_EQ(node->GetQueryName(*node), L"");
     }
 }
 

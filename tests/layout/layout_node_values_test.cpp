@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <zantrel/layout/layout_node.h>
 
+#include "tests/support/comma_locale.h"
 #include "tests/support/failing_allocator.h"
 
 #include <cstring>
 #include <limits>
-#include <locale>
 #include <random>
 #include <sstream>
 
@@ -21,34 +21,12 @@ template <class T> T ByStream(std::wstring const& text) {
     return value;
 }
 
-/// A way of writing numbers that shares no character with the usual one but the digits.
-struct OtherPunctuation : std::numpunct<wchar_t> {
-    wchar_t do_decimal_point() const override { return L','; }
-    wchar_t do_thousands_sep() const override { return L'.'; }
-    std::string do_grouping() const override { return "\3"; }
-};
-
-class GlobalLocale {
-public:
-    GlobalLocale() : m_before(std::locale::global(std::locale(std::locale(), new OtherPunctuation))) {}
-    GlobalLocale(GlobalLocale const&) = delete;
-    GlobalLocale& operator=(GlobalLocale const&) = delete;
-    ~GlobalLocale() { std::locale::global(m_before); }
-
-private:
-    std::locale m_before;
-};
-
 TEST(LayoutNodeValues, ADoublePrintsFixedWithItsPrecisionAndAlwaysThePoint) {
-    struct Row {
-        double value;
-        std::int32_t precision;
-        wchar_t const* text;
-    };
-    for (Row const& row :
+    using Row = std::tuple<double, std::int32_t, wchar_t const*>;
+    for (auto const& [value, precision, text] :
          {Row{1.5, 4, L"1.5000"}, Row{2.0, 0, L"2."}, Row{-0.0, 1, L"-0.0"},
           Row{1e22, 0, L"10000000000000000000000."}, Row{1.0 / 3, 20, L"0.33333333333333331483"}}) {
-        EXPECT_EQ(Node().SetPrecision(row.precision)->FormatValue(row.value), row.text);
+        EXPECT_EQ(Node().SetPrecision(precision)->FormatValue(value), text);
     }
     EXPECT_EQ(Node().FormatValue(1.5), L"1.5000");
 }
@@ -70,19 +48,16 @@ TEST(LayoutNodeValues, OtherTypesPrintPlainly) {
 }
 
 TEST(LayoutNodeValues, NumbersAreTakenFromTheFrontOfAText) {
-    struct Row {
-        wchar_t const* text;
-        std::int32_t integer;
-        double number;
-    };
+    using Row = std::tuple<wchar_t const*, std::int32_t, double>;
     double const most = std::numeric_limits<double>::max();
-    for (Row const& row : {Row{L"", 0, 0}, Row{L"abc", 0, 0}, Row{L"12abc", 12, 12}, Row{L" \n+7 ", 7, 7},
-                           Row{L"-", 0, 0}, Row{L"1.75", 1, 1.75}, Row{L"-.5", 0, -0.5}, Row{L"5.", 5, 5},
-                           Row{L"1e2", 1, 100}, Row{L"010", 10, 10}, Row{L"3000000000", 2147483647, 3e9},
-                           Row{L"-3000000000", -2147483647 - 1, -3e9}, Row{L"1e999", 1, most},
-                           Row{L"1,5", 1, 1}, Row{L"1.2.3", 1, 1.2}, Row{L"\uff11", 0, 0}}) {
-        EXPECT_EQ(Node().GetValue<std::int32_t>(row.text), row.integer) << row.text;
-        EXPECT_EQ(Node().GetValue<double>(row.text), row.number) << row.text;
+    for (auto const& [text, integer, number] :
+         {Row{L"", 0, 0}, Row{L"abc", 0, 0}, Row{L"12abc", 12, 12}, Row{L" \n+7 ", 7, 7}, Row{L"-", 0, 0},
+          Row{L"1.75", 1, 1.75}, Row{L"-.5", 0, -0.5}, Row{L"5.", 5, 5}, Row{L"1e2", 1, 100},
+          Row{L"010", 10, 10}, Row{L"3000000000", 2147483647, 3e9},
+          Row{L"-3000000000", -2147483647 - 1, -3e9}, Row{L"1e999", 1, most}, Row{L"1,5", 1, 1},
+          Row{L"1.2.3", 1, 1.2}, Row{L"\uff11", 0, 0}}) {
+        EXPECT_EQ(Node().GetValue<std::int32_t>(text), integer) << text;
+        EXPECT_EQ(Node().GetValue<double>(text), number) << text;
     }
 }
 
@@ -105,12 +80,11 @@ TEST(LayoutNodeValues, APlainNumberIsReadWithoutAnAllocation) {
     LayoutNode const node = Node();
     std::wstring const text = L"-1234567.123456789";
     TestSupport::AllocationFailure const failure(0);
-    double const value = node.GetValue<double>(text);
-    EXPECT_EQ(value, -1234567.123456789);
+    EXPECT_EQ(node.GetValue<double>(text), -1234567.123456789);
 }
 
 TEST(LayoutNodeValues, TheGlobalLocaleIsTheOneInForce) {
-    GlobalLocale const locale;
+    TestSupport::CommaLocale const locale;
     EXPECT_EQ(Node().FormatValue(1234.5), L"1.234,5000");
     EXPECT_EQ(Node().FormatValue(std::int32_t{1234}), L"1.234");
     EXPECT_EQ(Node().GetValue<double>(L"1,5"), 1.5);

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+
 namespace Zantrel {
 namespace {
 
@@ -18,13 +20,11 @@ TEST(ResourceDictionary, FindsExactlyTheKeyAndTheLanguage) {
     dictionary.AddTranslation(L"k", L"de", L"zwei");
     dictionary.AddTranslation(L"", L"", L"");
     dictionary.AddTranslation(L"k", L"en-US", L"last");
-    struct Row {
-        wchar_t const *key, *language, *text;
-    };
-    for (Row const& row :
+    using Row = std::array<wchar_t const*, 3>;
+    for (auto const& [key, language, text] :
          {Row{L"k", L"en-US", L"last"}, Row{L"k", L"de", L"zwei"}, Row{L"", L"", L""}, Row{L"k", L"en", L"-"},
           Row{L"k", L"EN-US", L"-"}, Row{L"K", L"de", L"-"}, Row{L"", L"de", L"-"}, Row{L"k", L"", L"-"}}) {
-        EXPECT_EQ(Find(dictionary, row.key, row.language), row.text) << row.key << row.language;
+        EXPECT_EQ(Find(dictionary, key, language), text) << key << language;
     }
     EXPECT_EQ(dictionary.GetNumProperties(), 2u) << "the texts of a key stand together";
 }

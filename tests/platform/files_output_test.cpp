@@ -49,13 +49,10 @@ TEST(OutputFile, RefusesFoldersAndPathsThatNoFileCanHave) {
 
 TEST(OutputFile, TakesAnyUnicodeNameWhateverTheLocale) {
     TemporaryFolder const folder;
-    std::wstring const path = (folder / "").wstring() + L"Gr\x00F6\x00DF"
-                                                        L"e \x65E5 \U0001F600";
+    std::wstring const path = (folder / "").wstring() + L"\x00F6\x00DF \x65E5 \U0001F600";
     std::vector<std::byte> bytes;
     EXPECT_TRUE(WriteWholeFile(path, "new"));
-    EXPECT_EQ(ContentOf(folder / "Gr\xC3\xB6\xC3\x9F"
-                                 "e \xE6\x97\xA5 \xF0\x9F\x98\x80"),
-              "new");
+    EXPECT_EQ(ContentOf(folder / "\xC3\xB6\xC3\x9F \xE6\x97\xA5 \xF0\x9F\x98\x80"), "new");
     EXPECT_TRUE(ReadWholeFile(path, bytes));
     EXPECT_EQ(bytes.size(), 3u);
 }

@@ -53,6 +53,22 @@ struct HostText : PersistentProperty<std::wstring> {
     std::wstring GetType() const override { return L"PositionMatrix"; }
 };
 
+/// Takes out of a bag what is not to be kept.
+struct Keeping : IPersistentPropertyFilter {
+    std::function<bool(IPersistentProperty*)> m_isKept;
+
+    explicit Keeping(decltype(m_isKept) isKept) : m_isKept(std::move(isKept)) {}
+    bool Filter(std::wstring const&, IPersistentProperty* property) override { return m_isKept(property); }
+    static void In(Bag& bag, decltype(m_isKept) const& isKept) {
+        std::shared_ptr<IPersistentPropertyFilter> filter = std::make_shared<Keeping>(isKept);
+        PersistentPropertyFilter::FilterProperties(bag, filter);
+    }
+};
+
+Bag& Inner(Bag& bag, wchar_t const* name) { return *bag.GetValuePointer<Bag>(name, true); }
+Bags& Sequence(Bag& bag, wchar_t const* name) { return *bag.GetValuePointer<Bags>(name, true); }
+double Number(Bag const& bag, wchar_t const* name) { return bag.GetValueOr<double>(name, 0); }
+
 /// One property of every class, with values that a wrong conversion would lose.
 void FillWithEveryClass(Bag& bag) {
     bag.SetValue<std::int32_t>(L"integer", std::numeric_limits<std::int32_t>::min());
@@ -60,11 +76,10 @@ void FillWithEveryClass(Bag& bag) {
     bag.SetValue<bool>(L"bool", true);
     bag.SetValue<std::wstring>(L"text", L" a\u00e4\u4e00 ");
     bag.SetValue<KelAM::FileContent>(L"file", {L"n", {std::byte{0}, std::byte{255}}});
-    bag.GetValuePointer<Bag>(L"bag", true)->SetValue<double>(L"Value", 2.5);
+    Inner(bag, L"bag").SetValue<double>(L"Value", 2.5);
     bag.GetValuePointer<KelAM::SubProperties>(L"set", true)->SetValue<bool>(L"inner", false);
-    Bags& sequence = *bag.GetValuePointer<Bags>(L"sequence", true);
     for (int i = 0; i < 5; ++i) {
-        sequence.AddProperty().SetValue<std::int32_t>(L"i", i);
+        Sequence(bag, L"sequence").AddProperty().SetValue<std::int32_t>(L"i", i);
     }
 }
 
@@ -97,9 +112,7 @@ TEST(Bag, SettingAValueStartsItsFlagsAfresh) {
     property->SetSecondOverride(true);
     property->SetDeleted(true);
     bag.SetValue<double>(L"n", 1.0);
-    EXPECT_TRUE(property->GetFirstAuxFlag());
-    EXPECT_FALSE(property->HasSecondOverride());
-    EXPECT_FALSE(property->IsDeleted());
+    EXPECT_TRUE(property->GetFirstAuxFlag() && !property->HasSecondOverride() && !property->IsDeleted());
 }
 
 TEST(Bag, CreatesBehindExistingEntriesOrReplacesOnlyTheFirst) {
@@ -155,33 +168,25 @@ public:
         }
     }
     void DropMultiplesOf(int divisor) {
-        struct Divisible : IPersistentPropertyFilter {
-            bool Filter(std::wstring const&, IPersistentProperty* property) override {
-                return PropertyCast<std::int32_t>(property)->m_value % m_divisor != 0;
-            }
-            int m_divisor = 1;
-        };
-        auto divisible = std::make_shared<Divisible>();
-        divisible->m_divisor = divisor;
-        std::shared_ptr<IPersistentPropertyFilter> filter = divisible;
-        PersistentPropertyFilter::FilterProperties(m_bag, filter);
+        Keeping::In(m_bag, [divisor](IPersistentProperty* property) {
+            return PropertyCast<std::int32_t>(property)->m_value % divisor != 0;
+        });
         std::erase_if(m_model, [divisor](auto const& entry) { return entry.second % divisor == 0; });
     }
     void Check() const {
-        auto expected = m_model.begin();
+        Entries entries;
         for (auto const& [name, property] : m_bag) {
-            ASSERT_NE(expected, m_model.end());
-            EXPECT_EQ(name, expected->first);
-            EXPECT_EQ(PropertyCast<std::int32_t>(property)->m_value, expected->second);
-            ++expected;
+            entries.emplace_back(name, PropertyCast<std::int32_t>(property)->m_value);
         }
-        EXPECT_EQ(expected, m_model.end());
+        EXPECT_EQ(entries, Entries(m_model.begin(), m_model.end()));
         EXPECT_EQ(m_bag.GetNumProperties(), m_model.size());
         Bag const copy(m_bag);
         EXPECT_TRUE(copy == m_bag);
     }
 
 private:
+    using Entries = std::vector<std::pair<std::wstring, int>>;
+
     Bag m_bag;
     std::multimap<std::wstring, int, Zantrel::Text::Utf16Less> m_model;
 };
@@ -230,36 +235,35 @@ TEST(Bag, KeepsValuesInPlaceWhileItGrows) {
     Bag bag;
     std::vector<double*> values;
     for (int i = 0; i < 100; ++i) {
-        values.push_back(
-            bag.GetValuePointer<double>(i == 0 ? std::wstring(L"Value") : std::to_wstring(1000 - i), true));
-        *values.back() = i;
+        std::wstring const name = i == 0 ? L"Value" : std::to_wstring(1000 - i);
+        *values.emplace_back(bag.GetValuePointer<double>(name, true)) = i;
     }
-    for (int i = 0; i < 100; ++i) {
-        EXPECT_EQ(*values[static_cast<std::size_t>(i)], i);
+    for (std::size_t i = 0; i < values.size(); ++i) {
+        EXPECT_EQ(*values[i], static_cast<double>(i));
     }
 }
 
 TEST(Bag, CopiesDeeplyAlsoFromWithinItself) {
     Bag bag;
     FillWithEveryClass(bag);
-    Bag marked(bag);
-    for (auto const& [name, property] : marked) {
-        property->SetDeleted(true);
-    }
-    for (auto const& [name, property] : Bag(marked)) {
-        EXPECT_TRUE(property->IsDeleted()) << name.size();
-    }
     Bag copy(bag);
     EXPECT_TRUE(copy == bag);
-    copy.GetValuePointer<Bag>(L"bag", true)->SetValue<double>(L"Value", 3.0);
+    for (auto const& [name, property] : copy) {
+        property->SetDeleted(true);
+    }
+    for (auto const& [name, property] : Bag(copy)) {
+        EXPECT_TRUE(property->IsDeleted()) << name.size();
+    }
+    copy = bag;
+    Inner(copy, L"bag").SetValue<double>(L"Value", 3.0);
     EXPECT_FALSE(copy == bag);
 
-    bag.GetValuePointer<Bag>(L"bag", true)->SetValue<double>(L"deep", 4.0);
-    bag = *bag.GetValuePointer<Bag>(L"bag", true);
-    EXPECT_EQ(bag.GetValueOr<double>(L"deep", 0), 4.0);
-    EXPECT_EQ(bag.GetValueOr<double>(L"Value", 0), 2.5);
-    *bag.GetValuePointer<Bag>(L"inner", true) = bag;
-    EXPECT_EQ(bag.GetValuePointer<Bag>(L"inner", true)->GetNumProperties(), 3u);
+    Inner(bag, L"bag").SetValue<double>(L"deep", 4.0);
+    bag = Inner(bag, L"bag");
+    EXPECT_EQ(Number(bag, L"deep"), 4.0);
+    EXPECT_EQ(Number(bag, L"Value"), 2.5);
+    Inner(bag, L"inner") = bag;
+    EXPECT_EQ(Inner(bag, L"inner").GetNumProperties(), 3u);
     bag = static_cast<Bag const&>(bag);
     EXPECT_EQ(bag.GetNumProperties(), 3u);
 }
@@ -267,48 +271,45 @@ TEST(Bag, CopiesDeeplyAlsoFromWithinItself) {
 TEST(Bag, MergesPerNameAndReplacesSequencesAsAWhole) {
     Bag target;
     FillWithEveryClass(target);
+    Bag source(target);
     target.SetValue<double>(L"own", 1.0);
-    Bag source;
-    FillWithEveryClass(source);
     source.SetValue<double>(L"double", 9.0);
-    source.GetValuePointer<Bag>(L"bag", true)->SetValue<double>(L"extra", 5.0);
-    source.GetValuePointer<Bags>(L"sequence", true)->Clear();
+    Inner(source, L"bag").SetValue<double>(L"extra", 5.0);
+    Sequence(source, L"sequence").Clear();
     source.SetValue<bool>(L"own", true);
+    source.FindProperty(L"bag")->SetDeleted(true);
     target.Merge(source, true);
-    EXPECT_EQ(target.GetValueOr<double>(L"double", 0), 9.0);
-    EXPECT_EQ(target.GetValueOr<double>(L"own", 0), 1.0); // another class: a further entry
+    EXPECT_TRUE(target.FindProperty(L"bag")->IsDeleted());
+    EXPECT_EQ(Number(target, L"double"), 9.0);
+    EXPECT_EQ(Number(target, L"own"), 1.0); // another class: a further entry
     EXPECT_EQ(target.GetNumProperties(), 10u);
-    EXPECT_EQ(target.GetValuePointer<Bag>(L"bag", false)->GetNumProperties(), 2u);
-    EXPECT_EQ(target.GetValuePointer<Bags>(L"sequence", false)->GetNumProperties(), 0u);
+    Bag& inner = Inner(target, L"bag");
+    EXPECT_EQ(inner.GetNumProperties(), 2u);
+    EXPECT_EQ(Sequence(target, L"sequence").GetNumProperties(), 0u);
 
-    Bag& inner = *target.GetValuePointer<Bag>(L"bag", false);
-    inner.GetValuePointer<Bag>(L"bag", true)->SetValue<double>(L"innermost", 6.0);
+    Inner(inner, L"bag").SetValue<double>(L"innermost", 6.0);
     target.Merge(inner, true); // what is merged lies within what it is merged into
-    EXPECT_EQ(inner.GetValueOr<double>(L"innermost", 0), 6.0);
+    EXPECT_EQ(Number(inner, L"innermost"), 6.0);
     target.Merge(target, true);
 }
 
 TEST(Bag, TakesWhatEndsInTheTaking) {
     PersistentProperty<Bag> target;
-    auto* const within =
-        target.m_value.GetValuePointer<Bags>(L"s", true)->AddProperty().CreateValue<Bag>(L"", true);
+    auto* const within = Sequence(target.m_value, L"s").AddProperty().CreateValue<Bag>(L"", true);
     within->SetDeleted(true);
-    within->m_value.GetValuePointer<Bags>(L"s", true); // replaces the sequence that all of this stands in
+    Sequence(within->m_value, L"s"); // replaces the sequence that all of this stands in
     within->m_value.SetValue<double>(L"z", 5.0);
     target.Assign(within);
     EXPECT_TRUE(target.IsDeleted());
-    EXPECT_EQ(target.m_value.GetValueOr<double>(L"z", 0), 5.0);
-    EXPECT_EQ(target.m_value.GetValuePointer<Bags>(L"s", false)->GetNumProperties(), 0u);
+    EXPECT_EQ(Number(target.m_value, L"z"), 5.0);
+    EXPECT_EQ(Sequence(target.m_value, L"s").GetNumProperties(), 0u);
 }
 
 TEST(Bag, IsAsItWasWhereMemoryRunsOut) {
     void (*const changes[])(Bag&, Bag const&) = {
         [](Bag& bag, Bag const&) { bag.SetValue<std::wstring>(L"a new name", L"a new value"); },
         [](Bag& bag, Bag const&) { bag.CreateValue<std::wstring>(L"1", false)->m_value.clear(); },
-        [](Bag& bag, Bag const&) {
-            std::wstring const name = L"a new name";
-            bag.AddProperty(name, new PersistentProperty<double>(1.0));
-        },
+        [](Bag& bag, Bag const&) { bag.AddProperty(L"a new name", new PersistentProperty<double>(1.0)); },
         [](Bag& bag, Bag const& other) { bag = other; },
     };
     Bag other;
@@ -331,9 +332,9 @@ TEST(Bag, IsAsItWasWhereMemoryRunsOut) {
 
 TEST(Sequence, KeepsItsBagsInPlaceWhileItGrows) {
     Bags sequence;
-    std::vector<Bag*> bags;
-    for (int i = 0; i < 2000; ++i) {
-        bags.push_back(&sequence.AddProperty());
+    std::vector<Bag*> bags(2000);
+    for (Bag*& bag : bags) {
+        bag = &sequence.AddProperty();
     }
     for (int i = 0; i < 2000; ++i) {
         ASSERT_EQ(&sequence.GetProperty(i), bags[static_cast<std::size_t>(i)]);
@@ -356,8 +357,7 @@ TEST(BinaryForm, BringsEveryClassBackAndRefusesEveryTruncation) {
 
     auto const& bytes = file.GetBytes();
     for (std::size_t size = 0; size < bytes.size(); ++size) {
-        MFile truncated(
-            std::vector<std::byte>(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(size)));
+        MFile truncated({bytes.data(), bytes.data() + size});
         EXPECT_THROW(read.Read(truncated), std::runtime_error) << size;
     }
     EXPECT_TRUE(read.IsEqual(&property)); // what couldn't be read changed nothing
@@ -398,14 +398,14 @@ TEST(Creator, MakesEveryClassByItsTypeNameAndNoOther) {
 
 TEST(Identifier, BringsAllSpellingsOfAGuidTogetherAndNothingElse) {
     using Id = KelAM::ExternalPropertyID;
-    std::wstring const lower = L"0a1b2c3d-4e5f-6071-8293-a4b5c6d7e8f9";
-    std::wstring const upper = L"0A1B2C3D-4E5F-6071-8293-A4B5C6D7E8F9";
+    std::wstring const lower = L"0a1b2c3d-4e5f-6071-8293-a4b5c6d7e8f9",
+                       upper = L"0A1B2C3D-4E5F-6071-8293-A4B5C6D7E8F9";
     for (std::wstring const& spelling : {lower, upper, L"{" + lower + L"}", L"{" + upper + L"}"}) {
         EXPECT_EQ(Id(spelling).FormatGuid(false, false), lower);
         EXPECT_EQ(Id(spelling).FormatGuid(true, true), L"{" + upper + L"}");
     }
-    for (std::wstring const& text : {std::wstring(), std::wstring(L"Plate 7"), std::wstring(L"PLATE 7"),
-                                     L"{" + lower, lower + L" ", std::wstring(36, L'-')}) {
+    for (std::wstring const& text : std::initializer_list<std::wstring>{
+             L"", L"Plate 7", L"PLATE 7", L"{" + lower, lower + L" ", std::wstring(36, L'-')}) {
         EXPECT_EQ(Id(text).FormatGuid(false, false), text);
         EXPECT_EQ(Id(text).FormatGuid(true, true), text);
     }
@@ -438,18 +438,14 @@ template <class T> void ReadFrom(std::string const& document, T& value) {
 TEST(XmlForm, BringsEveryClassBackButNoDeletedProperty) {
     Bag bag;
     FillWithEveryClass(bag);
-    bag.GetValuePointer<Bags>(L"sequence", true)
-        ->GetProperty(2)
-        .GetValuePointer<Bags>(L"inner", true)
-        ->AddProperty();
-    bag.GetValuePointer<Bag>(L"bag", true)
-        ->GetValuePointer<KelAM::SubProperties>(std::wstring(36, L'-'), true);
+    Sequence(Sequence(bag, L"sequence").GetProperty(2), L"inner").AddProperty();
+    Inner(bag, L"bag").GetValuePointer<KelAM::SubProperties>(std::wstring(36, L'-'), true);
     bag.CreateValue<double>(L"text", true)->m_value = 0.1 + 0.2; // one name, two properties
     Bag read;
     ReadFrom(Written(bag), read);
     EXPECT_TRUE(read == bag);
 
-    for (Bag* each : {&bag, bag.GetValuePointer<Bag>(L"bag", true)}) {
+    for (Bag* each : {&bag, &Inner(bag, L"bag")}) {
         each->SetValue<bool>(L"deleted", true);
         each->FindProperty(L"deleted")->SetDeleted(true);
     }
@@ -461,13 +457,13 @@ TEST(XmlForm, BringsEveryClassBackButNoDeletedProperty) {
 TEST(XmlForm, NamesTheTypesOfItsProperties) {
     Bag bag;
     bag.SetValue<double>(L"n", 0.5);
-    bag.GetValuePointer<Bag>(L"c", true);
+    Inner(bag, L"c");
     bag.GetValuePointer<KelAM::SubProperties>(L"d", true)->SetValue<bool>(L"b", true);
-    bag.GetValuePointer<Bags>(L"e", true)->AddProperty();
+    Sequence(bag, L"e").AddProperty();
     bag.AddProperty(L"m", new HostText(L"1 0"));
     bag.AddProperty(L"h", new PersistentProperty<HostValue>({L"0 1"}));
-    std::string const document = Written(bag);
-    EXPECT_EQ(document.substr(document.find("<Root>")), R"(<Root>
+    EXPECT_EQ(Written(bag), R"(<?xml version="1.0" encoding="UTF-8"?>
+<Root>
   <Property Name="c" Type="Complex"/>
   <Property Name="d" Type="Complex2">
     <Property Name="b" Type="bool">True</Property>
@@ -503,7 +499,7 @@ TEST(XmlForm, KeepsWhatItCanOfForeignDocuments) {
     expected.SetValue<std::wstring>(L"profile", L"A");
     expected.SetValue<double>(L"bad", 0.0);
     expected.SetValue<std::int32_t>(L"gone", 7);
-    expected.GetValuePointer<Bag>(L"back", true);
+    Inner(expected, L"back");
     expected.SetValue<bool>(L"inner", true); // an element that isn't kept leaves its children to the bag
     expected.SetValue<std::wstring>(L"lost child", L"kept");
     auto& component =
@@ -521,33 +517,27 @@ TEST(HostsProperty, KeepsItsClassInCopiesAndCountsInEqualityAndFilters) {
     };
     for (auto const make : makers) {
         Bag outer;
-        Bag& bag = *outer.GetValuePointer<Bag>(L"inner", true);
+        Bag& bag = Inner(outer, L"inner");
         bag.AddProperty(L"matrix", make());
         Bag copy(outer);
         EXPECT_TRUE(copy == outer);
-        Bag& copiedBag = *copy.GetValuePointer<Bag>(L"inner", true);
+        Bag& copiedBag = Inner(copy, L"inner");
         IPersistentProperty const& original = *bag.FindProperty(L"matrix");
         IPersistentProperty const& copied = *copiedBag.FindProperty(L"matrix");
         EXPECT_EQ(typeid(copied), typeid(original));
         EXPECT_EQ(copied.GetType(), L"PositionMatrix");
-        MFile file;
-        EXPECT_THROW(PersistentProperty<Bag>(outer).Write(file),
-                     std::runtime_error); // a bag couldn't read it back
+        MFile file; // a bag couldn't read it back
+        EXPECT_THROW(PersistentProperty<Bag>(outer).Write(file), std::runtime_error);
 
         copiedBag.RemoveProperty(L"matrix", true);
         EXPECT_FALSE(copy == outer);
         copy.Merge(outer, true);
         EXPECT_TRUE(copy == outer);
 
-        struct NoMatrix : IPersistentPropertyFilter {
-            bool Filter(std::wstring const&, IPersistentProperty* property) override {
-                return property->GetType() != L"PositionMatrix";
-            }
-        };
-        std::shared_ptr<IPersistentPropertyFilter> filter = std::make_shared<NoMatrix>();
-        PersistentPropertyFilter::FilterProperties(outer, filter);
+        auto const isNoMatrix = [](auto* property) { return property->GetType() != L"PositionMatrix"; };
+        Keeping::In(outer, isNoMatrix);
         EXPECT_EQ(bag.GetNumProperties(), 1u); // the filter goes no deeper
-        PersistentPropertyFilter::FilterProperties(bag, filter);
+        Keeping::In(bag, isNoMatrix);
         EXPECT_TRUE(bag.IsEmpty());
     }
 }
@@ -576,28 +566,25 @@ TEST(ExternalProperties, AreAssignedAlsoFromWithinThemselves) {
 TEST(FileContent, TakesNameAndBytesOfAFileOrNothing) {
     TemporaryFolder const folder;
     Fill(folder / "a.bin", std::string("\0\xFF\r\n", 4));
+    KelAM::FileContent const expected{L"a.bin", {std::byte{0}, std::byte{255}, std::byte{13}, std::byte{10}}};
     KelAM::FileContent content;
     ASSERT_TRUE(content.LoadFile((folder / "a.bin").wstring()));
-    EXPECT_EQ(content,
-              (KelAM::FileContent{L"a.bin", {std::byte{0}, std::byte{255}, std::byte{13}, std::byte{10}}}));
+    EXPECT_EQ(content, expected);
     EXPECT_FALSE(content.LoadFile((folder / "missing").wstring()));
-    EXPECT_EQ(content.m_name, L"a.bin");
+    EXPECT_EQ(content, expected);
     EXPECT_TRUE(content.SaveFile((folder / "b.bin").wstring()));
     EXPECT_EQ(ContentOf(folder / "b.bin"), ContentOf(folder / "a.bin"));
     EXPECT_FALSE(content.SaveFile((folder / "no folder" / "b.bin").wstring()));
 }
 
 TEST(FileContent, KeepsItsBytesWhenAFileHoldsNoBase64) {
-    struct {
-        char const* data;
-        std::size_t expectedSize;
-    } const cases[] = {
+    std::pair<std::string, std::size_t> const cases[] = {
         {"<Data>AP8=</Data>", 2}, {"<Data/>", 0}, {"", 3}, {"<Data>A</Data>", 3}, {"<Data>AP8*</Data>", 3}};
-    for (auto const& each : cases) {
+    for (auto const& [data, expectedSize] : cases) {
         KelAM::FileContent content{L"old", std::vector<std::byte>(3)};
-        ReadFrom("<Root><Name>new</Name><Other/>" + std::string(each.data) + "</Root>", content);
-        EXPECT_EQ(content.m_name, L"new") << each.data;
-        EXPECT_EQ(content.m_data.size(), each.expectedSize) << each.data;
+        ReadFrom("<Root><Name>new</Name><Other/>" + data + "</Root>", content);
+        EXPECT_EQ(content.m_name, L"new") << data;
+        EXPECT_EQ(content.m_data.size(), expectedSize) << data;
     }
 }
 

@@ -6,8 +6,10 @@
 #include <zantrel/platform/write_report.h>
 #include <zantrel/platform/xml_namespaces.h>
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <array>
 #include <deque>
 #include <limits>
 #include <sstream>
@@ -146,17 +148,28 @@ TEST(Writing, PutsTheOptionsOnTheRoot) {
 }
 
 TEST(Writing, FailsOnWhatXmlCannotCarryAndLeavesTheOldFile) {
-    struct Row {
-        Content content;
-        wchar_t const* reason;
-    };
-    auto const value = [](std::string const& text) {
+    auto const value = [](std::string const& text) -> Content {
         return [text](ISAXWriter& writer) {
             MSAXTagWriter const tag(writer, "a");
             writer.WriteValue(text);
         };
     };
-    Row const rows[] = {
+    auto const tag = [](auto name) -> Content {
+        return [name](ISAXWriter& writer) { MSAXTagWriter const opened(writer, name); };
+    };
+    auto const attributes = [](std::vector<std::string> const& names) -> Content {
+        return [names](ISAXWriter& writer) {
+            for (std::string const& name : names) {
+                writer.WriteAttribute(name, name);
+            }
+        };
+    };
+    std::vector<std::string> many(30, "a");
+    for (std::size_t number = 0; number < many.size(); ++number) {
+        many[number] += std::to_string(number);
+    }
+    many.push_back("a29");
+    std::pair<Content, wchar_t const*> const rows[] = {
         {value(std::string("x\0", 2)), L"XML can't carry the character U+0000. (r/a)"},
         {value("12345678\x1F"), L"XML can't carry the character U+001F. (r/a)"},
         {value("\xEF\xBF\xBE"), L"XML can't carry the character U+FFFE. (r/a)"},
@@ -165,29 +178,16 @@ TEST(Writing, FailsOnWhatXmlCannotCarryAndLeavesTheOldFile) {
          L"The text \"ab\xFFFD\xFFFD\xFFFD\" has a lone surrogate or is no UTF-8. (r)"},
         {[](ISAXWriter& writer) { writer.WriteAttribute("a", "\x01"); },
          L"XML can't carry the character U+0001. (r)"},
-        {[](ISAXWriter& writer) { MSAXTagWriter const tag(writer, "1a"); },
-         L"\"1a\" is no name that every XML reader takes. (r)"},
-        {[](ISAXWriter& writer) { MSAXTagWriter const tag(writer, static_cast<char const*>(nullptr)); },
-         L"\"\" is no name that every XML reader takes. (r)"},
-        {[](ISAXWriter& writer) { MSAXTagWriter const tag(writer, std::wstring_view(L"\xD800")); },
+        {tag("1a"), L"\"1a\" is no name that every XML reader takes. (r)"},
+        {tag(static_cast<char const*>(nullptr)), L"\"\" is no name that every XML reader takes. (r)"},
+        {tag(std::wstring_view(L"\xD800")),
          L"\"\xFFFD\xFFFD\xFFFD\" is no name that every XML reader takes. (r)"},
-        {[](ISAXWriter& writer) { writer.WriteAttribute("a b", "1"); },
-         L"\"a b\" is no name that every XML reader takes. (r)"},
-        {[](ISAXWriter& writer) { writer.WriteAttribute("a", "1"), writer.WriteAttribute("a", "2"); },
-         L"The attribute \"a\" is given twice. (r)"},
-        {[](ISAXWriter& writer) {
-             for (int number = 0; number < 30; ++number) {
-                 writer.WriteAttribute(std::string("a").append(std::to_string(number)), "");
-             }
-             writer.WriteAttribute("a29", "");
-         },
-         L"The attribute \"a29\" is given twice. (r)"},
+        {attributes({"a b"}), L"\"a b\" is no name that every XML reader takes. (r)"},
+        {attributes({"a", "a"}), L"The attribute \"a\" is given twice. (r)"},
+        {attributes(many), L"The attribute \"a29\" is given twice. (r)"},
         {[](ISAXWriter& writer) { writer.WriteValue(""), writer.WriteAttribute("a", "1"); },
          L"The attribute \"a\" comes after the element's content. (r)"},
-        {[](ISAXWriter& writer) {
-             { MSAXTagWriter const tag(writer, "c"); }
-             writer.WriteAttribute("a", "1");
-         },
+        {[&](ISAXWriter& writer) { tag("c")(writer), writer.WriteAttribute("a", "1"); },
          L"The attribute \"a\" comes after the element's content. (r)"},
         {[](ISAXWriter& writer) { writer.CloseElement(), writer.WriteValue("x"); },
          L"The handler closed an element that it had not opened. (r)"},
@@ -196,10 +196,10 @@ TEST(Writing, FailsOnWhatXmlCannotCarryAndLeavesTheOldFile) {
     };
     TemporaryFolder const folder;
     Fill(folder / "a", "old");
-    for (Row const& row : rows) {
+    for (auto const& [content, reason] : rows) {
         WriteReport report;
-        EXPECT_FALSE(WriteFile((folder / "a").wstring(), Handler(row.content), Root(), &report));
-        EXPECT_EQ(report.Format(), row.reason);
+        EXPECT_FALSE(WriteFile((folder / "a").wstring(), Handler(content), Root(), &report));
+        EXPECT_EQ(report.Format(), reason);
         EXPECT_EQ(ContentOf(folder / "a"), "old");
         EXPECT_EQ(folder.CountEntries(), 1);
     }
@@ -232,9 +232,8 @@ TEST(Writing, FailsOnOptionsThatMakeNoDocument) {
     rows[5].m_namespaces = {{L"", L"u"}, {L"", L"v"}};
     for (WriteOptions const& options : rows) {
         std::ostringstream out;
-        bool isCalled = false;
-        EXPECT_FALSE(WriteStream(out, Handler([&](ISAXWriter&) { isCalled = true; }), options));
-        EXPECT_FALSE(isCalled);
+        Content const uncalled = [](ISAXWriter&) { ADD_FAILURE() << "called"; };
+        EXPECT_FALSE(WriteStream(out, Handler(uncalled), options));
     }
 }
 
@@ -273,24 +272,15 @@ TEST(Namespaces, AreReplacedByLaterDeclarations) {
     handler.UpdateNamespaces(
         {{"xmlns", "u"}, {"xmlns:p", "v"}, {"xmlns-no", "w"}, {"p:a", "x"}, {"xmlnsq", "y"}});
     handler.UpdateNamespaces({{"xmlns:p", "\xC3\xA4"}});
-    struct Row {
-        char const* tag;
-        char const* localName;
-        std::optional<std::wstring> uri;
-    };
-    for (Row const& row : {Row{"a", "a", L"u"},
-                           {"p:a", "a", L"\x00E4"},
-                           {"p:a:b", "a:b", L"\x00E4"},
-                           {":a", "a", L"u"},
-                           {"q:a", "a", {}},
-                           {"-no:a", "a", {}},
-                           {"", "", L"u"}}) {
-        std::string const tag = row.tag;
+    using Row = std::tuple<std::string, char const*, std::optional<std::wstring>>;
+    for (auto const& [tag, expected, uri] :
+         {Row{"a", "a", L"u"}, Row{"p:a", "a", L"\x00E4"}, Row{"p:a:b", "a:b", L"\x00E4"},
+          Row{":a", "a", L"u"}, Row{"q:a", "a", {}}, Row{"-no:a", "a", {}}, Row{"", "", L"u"}}) {
         std::string_view localName;
         Namespace found(L"old", L"old");
-        EXPECT_EQ(handler.ResolveTag(tag, localName, &found), row.uri.has_value()) << tag;
-        EXPECT_EQ(localName, row.localName) << tag;
-        EXPECT_EQ(found.m_uri, row.uri.value_or(L"old")) << tag;
+        EXPECT_EQ(handler.ResolveTag(tag, localName, &found), uri.has_value()) << tag;
+        EXPECT_EQ(localName, expected) << tag;
+        EXPECT_EQ(found.m_uri, uri.value_or(L"old")) << tag;
         EXPECT_TRUE(handler.ResolveTag(tag, localName, nullptr));
     }
 }
@@ -301,10 +291,7 @@ TEST(Namespaces, ReferToASchemaWhenTheOlderFileIsThere) {
     Fill(folder / "here", "");
     std::wstring const here = (folder / "here").wstring();
     std::wstring const gone = (folder / "gone").wstring();
-    struct Row {
-        std::wstring older, newer, uri, schemaFile;
-    };
-    Row const rows[] = {
+    std::array<std::wstring, 4> const rows[] = {
         {here, gone, m_namespace_build_processors_2016_04, here},
         {here, gone, m_namespace_build_processors_2017_02, gone}, // required: the older file decides for both
         {gone, here, m_namespace_build_processors_2016_04, L""},
@@ -312,23 +299,20 @@ TEST(Namespaces, ReferToASchemaWhenTheOlderFileIsThere) {
         {L"", here, m_namespace_build_processors_2017_02, L""},
         {here, here, m_namespace_profiles_meta, L""},
     };
-    for (Row const& row : rows) {
-        m_local_schema_file_build_processors_2016_04 = row.older;
-        m_local_schema_file_build_processors_2017_02 = row.newer;
+    for (auto const& [older, newer, uri, schemaFile] : rows) {
+        m_local_schema_file_build_processors_2016_04 = older;
+        m_local_schema_file_build_processors_2017_02 = newer;
         WriteOptions options;
-        Zantrel::AddBuildProcessingNamespace(options, row.uri);
-        EXPECT_EQ(options.m_namespaces.back().m_prefix + options.m_namespaces.back().m_uri, row.uri);
-        EXPECT_EQ(options.m_schemaFile, row.schemaFile);
-        EXPECT_EQ(options.m_schemaNamespace, row.schemaFile.empty() ? L"" : row.uri);
+        Zantrel::AddBuildProcessingNamespace(options, uri);
+        EXPECT_EQ(options.m_namespaces.back().m_prefix + options.m_namespaces.back().m_uri, uri);
+        EXPECT_EQ(options.m_schemaFile, schemaFile);
+        EXPECT_EQ(options.m_schemaNamespace, schemaFile.empty() ? L"" : uri);
     }
-    m_local_schema_file_build_processors_2016_04 = std::wstring(5000, L'x');
+    m_local_schema_file_build_processors_2016_04 = std::wstring(5000, L'x'); // a path that can't be looked up
     WriteOptions options;
-    try {
-        Zantrel::AddBuildProcessingNamespace(options, m_namespace_build_processors_2016_04);
-        ADD_FAILURE() << "a path that can't be looked up";
-    } catch (std::filesystem::filesystem_error const& error) {
-        EXPECT_NE(std::string(error.what()).find("exists"), std::string::npos);
-    }
+    EXPECT_THAT([&] { Zantrel::AddBuildProcessingNamespace(options, m_namespace_build_processors_2016_04); },
+                testing::Throws<std::filesystem::filesystem_error>(
+                    testing::Property(&std::exception::what, testing::HasSubstr("exists"))));
     m_local_schema_file_build_processors_2016_04.clear();
     m_local_schema_file_build_processors_2017_02.clear();
 }

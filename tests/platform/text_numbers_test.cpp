@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "platform/text/numbers.h"
+#include "tests/support/comma_locale.h"
 
 #include <zantrel/platform/stream_text_out.h>
 
@@ -9,7 +10,6 @@
 #include <cmath>
 #include <cstdio>
 #include <limits>
-#include <locale>
 #include <random>
 
 using namespace Zantrel::Text;
@@ -22,23 +22,6 @@ std::string Printed(double value, int precision = 17) {
     char text[NumberRoom];
     return {text, PrintDouble(text, value, precision)};
 }
-
-/// Has the library run under a locale that writes one million as "1.000.000,5".
-class ForeignLocale {
-public:
-    ForeignLocale() : m_old(std::locale::global(std::locale(std::locale(), new Punctuation))) {}
-    ~ForeignLocale() { std::locale::global(m_old); }
-
-private:
-    struct Punctuation : std::numpunct<char> {
-        char do_decimal_point() const override { return ','; }
-        char do_thousands_sep() const override { return '.'; }
-        std::string do_grouping() const override { return "\3"; }
-        std::string do_truename() const override { return "wahr"; }
-    };
-
-    std::locale m_old;
-};
 
 } // namespace
 
@@ -84,35 +67,19 @@ TEST(Numbers, ParsesSixWordsAsFlags) {
 }
 
 TEST(Numbers, PrintsDoublesWithTheDigitsAskedFor) {
-    struct Row {
-        double value;
-        int precision;
-        char const* text;
-    };
-    Row const rows[] = {
-        {0.0, 17, "0"},
-        {-0.0, 17, "-0"},
-        {0.1, 17, "0.10000000000000001"},
-        {100.0, 17, "100"},
-        {1e16, 17, "10000000000000000"},
-        {1e17, 17, "1e+17"},
-        {1e-4, 17, "0.0001"},
-        {1e-5, 17, "1.0000000000000001e-05"},
-        {-2.5, 17, "-2.5"},
-        {1.0 / 3, 3, "0.333"},
-        {1.0 / 3, -4, "0.3"},
-        {0.5, 1000, "0.5"},
-        {Infinity, 17, "INF"},
-        {-Infinity, 17, "-INF"},
-        {-std::nan(""), 17, "NaN"},
-    };
-    for (Row const& row : rows) {
-        EXPECT_EQ(Printed(row.value, row.precision), row.text);
+    using Row = std::tuple<double, int, char const*>;
+    for (auto const& [value, precision, text] :
+         {Row{0.0, 17, "0"}, Row{-0.0, 17, "-0"}, Row{0.1, 17, "0.10000000000000001"}, Row{100.0, 17, "100"},
+          Row{1e16, 17, "10000000000000000"}, Row{1e17, 17, "1e+17"}, Row{1e-4, 17, "0.0001"},
+          Row{1e-5, 17, "1.0000000000000001e-05"}, Row{-2.5, 17, "-2.5"}, Row{1.0 / 3, 3, "0.333"},
+          Row{1.0 / 3, -4, "0.3"}, Row{0.5, 1000, "0.5"}, Row{Infinity, 17, "INF"},
+          Row{-Infinity, 17, "-INF"}, Row{-std::nan(""), 17, "NaN"}}) {
+        EXPECT_EQ(Printed(value, precision), text);
     }
 }
 
 TEST(Numbers, PrintsWhatTheLanguagePrintsAndReadsItBackBitForBitInAnyLocale) {
-    ForeignLocale const foreign;
+    TestSupport::CommaLocale const locale;
     std::mt19937_64 random(20160402);
     auto const check = [](double value) {
         char expected[64];
@@ -136,7 +103,7 @@ TEST(Numbers, PrintsWhatTheLanguagePrintsAndReadsItBackBitForBitInAnyLocale) {
 }
 
 TEST(Numbers, StreamAsPlainTextInAnyLocale) {
-    ForeignLocale const foreign;
+    TestSupport::CommaLocale const locale;
     MStreamTextOut<char> narrow;
     narrow << true << 18446744073709551615ull << false;
     EXPECT_EQ(narrow.str(), "true18446744073709551615false");

@@ -37,18 +37,13 @@ ParameterNode CategoriesOf(Zantrel::ParameterDatabase& database) {
     return database.GetProfileEditor().Get(_Categories);
 }
 
-TEST(SampleDatabase, ANewOneHoldsTheLayoutsDefaultsOnly) {
-    Sample::ParameterLayout const layout;
-    Sample::ParameterDatabase database(&layout);
-    EXPECT_TRUE(database.IsEqual(Zantrel::ParameterDatabase(&layout)));
-}
-
-TEST(SampleDatabase, PopulatingFillsTheStagesOfTheDefaultCategoryAtAnyLevel) {
+TEST(SampleDatabase, PopulatingFillsTheStagesAndAddsCategoriesAtAnyLevel) {
     for (int const level : {-1, 0, 1, 2}) {
         SCOPED_TRACE(level);
         Sample::ParameterLayout const layout(level);
         Zantrel::ParameterDatabase untouched(&layout);
         Sample::ParameterDatabase database(&layout);
+        EXPECT_TRUE(database.IsEqual(untouched));
         database.PopulateDefault();
         ParameterNode const category = CategoriesOf(database).GetDefault();
         for (wchar_t const* stage : {_Preslicing, _Slicing, _Export}) {
@@ -58,8 +53,13 @@ TEST(SampleDatabase, PopulatingFillsTheStagesOfTheDefaultCategoryAtAnyLevel) {
             ParameterNode const before = CategoriesOf(untouched).GetDefault().Get(stage).GetDefault();
             EXPECT_EQ(list.GetDefault().IsEqual(before), stage != _Export);
         }
-        EXPECT_THAT(RangesOf(category.Get(_Export).GetDefault()),
-                    ElementsAre(Pair(0.0, 1.0), Pair(1.0, 2.0)));
+        EXPECT_THAT(RangesOf(category.Get(_Export).GetDefault()), ElementsAre(Pair(0, 1), Pair(1, 2)));
+
+        ParameterNode const categories = CategoriesOf(database);
+        EXPECT_THAT(ProfilesOf(categories), ElementsAre(L"Category Advanced", L"Default Category"));
+        for (std::wstring const& name : ProfilesOf(categories)) {
+            EXPECT_TRUE(categories.GetProfile(name.c_str()).IsEqual(categories.GetDefault()));
+        }
     }
 }
 
@@ -67,23 +67,13 @@ TEST(SampleDatabase, PopulatingChoosesTheProfilesThatItAdds) {
     Sample::ParameterLayout const layout;
     Sample::ParameterDatabase database(&layout);
     ParameterNode const choices = CategoriesOf(database).GetDefault().Get(_General).Get(_DefaultProfiles);
-    for (wchar_t const* name : {_DefaultProfilePreSlicing, _DefaultProfileSlicing, _DefaultProfileExport}) {
+    auto const names = {_DefaultProfilePreSlicing, _DefaultProfileSlicing, _DefaultProfileExport};
+    for (wchar_t const* name : names) {
         choices.Get(name).SetValueFromText(L"Other");
     }
     database.PopulateDefault();
-    for (wchar_t const* name : {_DefaultProfilePreSlicing, _DefaultProfileSlicing, _DefaultProfileExport}) {
+    for (wchar_t const* name : names) {
         EXPECT_EQ(choices.Get(name).GetValue<std::wstring>(), L"Default");
-    }
-}
-
-TEST(SampleDatabase, PopulatingAddsCategoriesEqualToTheFilledDefault) {
-    Sample::ParameterLayout const layout;
-    Sample::ParameterDatabase database(&layout);
-    database.PopulateDefault();
-    ParameterNode const categories = CategoriesOf(database);
-    EXPECT_THAT(ProfilesOf(categories), ElementsAre(L"Category Advanced", L"Default Category"));
-    for (std::wstring const& name : ProfilesOf(categories)) {
-        EXPECT_TRUE(categories.GetProfile(name.c_str()).IsEqual(categories.GetDefault()));
     }
 }
 
@@ -94,8 +84,7 @@ TEST(SampleDatabase, PopulatingTwiceAddsEverythingOnceMoreBehindTheFirst) {
     database.PopulateDefault();
     ParameterNode const categories = CategoriesOf(database);
     ParameterNode const exports = categories.GetDefault().Get(_Export);
-    EXPECT_THAT(RangesOf(exports.GetDefault()),
-                ElementsAre(Pair(0.0, 1.0), Pair(1.0, 2.0), Pair(0.0, 0.0), Pair(0.0, 0.0)));
+    EXPECT_THAT(RangesOf(exports.GetDefault()), ElementsAre(Pair(0, 1), Pair(1, 2), Pair(0, 0), Pair(0, 0)));
     EXPECT_THAT(ProfilesOf(exports), ElementsAre(L"Default", L"Default"));
     EXPECT_EQ(RangesOf(exports.GetProfile(L"Default")).size(), 2u);
     EXPECT_THAT(ProfilesOf(categories), ElementsAre(L"Category Advanced", L"Category Advanced",

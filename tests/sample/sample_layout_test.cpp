@@ -7,6 +7,7 @@
 
 #include <string>
 #include <utility>
+#include <vector>
 
 // A layout is compared as a text with one line a node: name, type, default, and every attribute that differs
 // from those of a new node of its type. So a wrong, missing or superfluous row or setting shows as a
@@ -16,6 +17,7 @@ namespace {
 
 using StringConversion::NativeToUtf8;
 using Zantrel::LayoutNode;
+namespace Sample = Zantrel::Sample;
 
 constexpr char const* TypeWords[] = {"Group",        "Int",        "Double",         "Distance",
                                      "Bool",         "String",     "Options",        "Choice",
@@ -67,8 +69,8 @@ std::string Outline(LayoutNode const& node, std::size_t depth = 0) {
     return text;
 }
 
-TEST(SampleLayout, CategoriesHoldTheProfileListsOfAllStages) {
-    Zantrel::Sample::ParameterLayout const layout;
+TEST(SampleLayout, HasTheNodesOfEveryStageAndOptionsForPlatformAndPart) {
+    Sample::ParameterLayout const layout;
     EXPECT_EQ(Outline(*layout.m_categories.GetNode()),
               R"(Categories Group; entry Category; profile list; categories
   General Group; expanded
@@ -108,13 +110,11 @@ TEST(SampleLayout, CategoriesHoldTheProfileListsOfAllStages) {
       Begin Double 0.0000
       End Double 0.0000
 )");
-}
-
-TEST(SampleLayout, PlatformAndPartHaveTheirOptions) {
-    Zantrel::Sample::ParameterLayout const layout;
-    std::string const version = "  Version Group\n    Major Int 1\n    Minor Int 0\n";
-    EXPECT_EQ(Outline(layout), "BasicBuildParameterFile Group\n" + version +
-                                   Outline(*layout.m_profileEditor.GetNode(), 1) +
+    EXPECT_EQ(Outline(layout), R"(BasicBuildParameterFile Group
+  Version Group
+    Major Int 1
+    Minor Int 0
+)" + Outline(*layout.m_profileEditor.GetNode(), 1) +
                                    R"(  PlatformConfigurator Group
     PlatformOptions Group
       PreSlicingProfile Choice Default; display Preslicing Profile; profiles of PreSlicing; property BasicProcessor.ProfilePreSlicing
@@ -154,56 +154,43 @@ std::string const WithExtras = WithGroupsAndFiles + R"(    SomeDouble_extra Doub
 )";
 
 TEST(SampleLayout, TheLevelSaysHowMuchGenericParametersHold) {
-    for (auto const& [level, expected] :
-         {std::pair(-1, NumbersAlone), std::pair(0, NumbersAlone), std::pair(1, WithGroupsAndFiles),
-          std::pair(2, WithExtras), std::pair(3, WithExtras)}) {
-        Zantrel::Sample::ParameterLayout const layout(level);
-        EXPECT_EQ(Outline(*layout.m_genericParameters.GetNode()), expected) << "level " << level;
+    for (int level = -1; level <= 3; ++level) {
+        Sample::ParameterLayout const layout(level);
+        EXPECT_EQ(Outline(*layout.m_genericParameters.GetNode()), level <= 0   ? NumbersAlone
+                                                                  : level == 1 ? WithGroupsAndFiles
+                                                                               : WithExtras)
+            << "level " << level;
     }
-    EXPECT_EQ(Outline(*Zantrel::Sample::ParameterLayout().m_genericParameters.GetNode()), WithGroupsAndFiles);
+    EXPECT_EQ(Outline(*Sample::ParameterLayout().m_genericParameters.GetNode()), WithGroupsAndFiles);
 }
 
-TEST(SampleLayout, EachHandleStandsOnItsNodeInTheTree) {
-    Zantrel::Sample::ParameterLayout const layout;
-    auto const& x = layout;
-    std::pair<Zantrel::ParameterLayout::pNode, wchar_t const*> const expected[] = {
-        {x.m_general, L"General"},
-        {x.m_defaultProfiles, L"General_DefaultProfiles"},
-        {x.m_profilePreSlicing, L"General_DefaultProfiles_ProfilePreSlicing"},
-        {x.m_profileSlicing, L"General_DefaultProfiles_ProfileSlicing"},
-        {x.m_profileExport, L"General_DefaultProfiles_ProfileExport"},
-        {x.m_preSlicing, L"PreSlicing"},
-        {x.m_scaling, L"PreSlicing_Scaling"},
-        {x.m_scalingX, L"PreSlicing_Scaling_X"},
-        {x.m_scalingY, L"PreSlicing_Scaling_Y"},
-        {x.m_scalingZ, L"PreSlicing_Scaling_Z"},
-        {x.m_slicing, L"Slicing"},
-        {x.m_sliceThickness, L"Slicing_SliceThickness"},
-        {x.m_sliceType, L"Slicing_Type"},
-        {x.m_sliceTypeEffective, L"Slicing_TypeEffective"},
-        {x.m_sliceOptions, L"Slicing_Options"},
-        {x.m_edgesToVectors, L"Slicing_Options_EdgesToVectors"},
-        {x.m_trianglesToContours, L"Slicing_Options_TrianglesToContours"},
-        {x.m_trianglesToContoursMinimalWidth, L"Slicing_Options_TrianglesToContoursMinimalWidth"},
-        {x.m_fixing, L"Slicing_Fixing"},
-        {x.m_gapFill, L"Slicing_Fixing_GapFill"},
-        {x.m_gapFillEnabled, L"Slicing_Fixing_GapFill_Enabled"},
-        {x.m_maxGapSize, L"Slicing_Fixing_GapFill_MaxGapSize"},
-        {x.m_unify, L"Slicing_Fixing_Unify"},
-        {x.m_unifyEnabled, L"Slicing_Fixing_Unify_Enabled"},
-        {x.m_mergeGap, L"Slicing_Fixing_Unify_MergeGap"},
-        {x.m_filtering, L"Slicing_Fixing_Filtering"},
-        {x.m_filteringEnabled, L"Slicing_Fixing_Filtering_Enabled"},
-        {x.m_minLengthOuterClosed, L"Slicing_Fixing_Filtering_MinLengthOuterClosed"},
-        {x.m_minLengthInnerClosed, L"Slicing_Fixing_Filtering_MinLengthInnerClosed"},
-        {x.m_minLengthOpen, L"Slicing_Fixing_Filtering_MinLengthOpen"},
-        {x.m_export, L"Export"}};
-    for (auto const& [handle, name] : expected) {
-        LayoutNode const* node = handle.GetNode();
-        ASSERT_NE(node, nullptr) << NativeToUtf8(name);
-        EXPECT_EQ(NativeToUtf8(node->GetQueryName(*layout.m_categories.GetNode())), NativeToUtf8(name));
-        EXPECT_EQ(node->Parent()->GetNode(node->m_name), node) << NativeToUtf8(name);
+void AppendBelow(LayoutNode const& node, std::vector<LayoutNode const*>& nodes) {
+    for (LayoutNode const* const child : node.m_children) {
+        EXPECT_EQ(node.GetNode(child->m_name), child) << NativeToUtf8(child->m_name);
+        nodes.push_back(child);
+        AppendBelow(*child, nodes);
     }
+}
+
+template <class... Handle> std::vector<LayoutNode const*> NodesOf(Handle const&... handles) {
+    return {handles.GetNode()...};
+}
+
+TEST(SampleLayout, TheHandlesStandOnTheNodesOfTheTreeInItsOrder) {
+    Sample::ParameterLayout const x;
+    auto const handles =
+        NodesOf(x.m_general, x.m_defaultProfiles, x.m_profilePreSlicing, x.m_profileSlicing,
+                x.m_profileExport, x.m_preSlicing, x.m_scaling, x.m_scalingX, x.m_scalingY, x.m_scalingZ,
+                x.m_slicing, x.m_sliceThickness, x.m_sliceType, x.m_sliceTypeEffective, x.m_sliceOptions,
+                x.m_edgesToVectors, x.m_trianglesToContours, x.m_trianglesToContoursMinimalWidth, x.m_fixing,
+                x.m_gapFill, x.m_gapFillEnabled, x.m_maxGapSize, x.m_unify, x.m_unifyEnabled, x.m_mergeGap,
+                x.m_filtering, x.m_filteringEnabled, x.m_minLengthOuterClosed, x.m_minLengthInnerClosed,
+                x.m_minLengthOpen, x.m_export);
+    std::vector<LayoutNode const*> nodes;
+    AppendBelow(*x.m_categories.GetNode(), nodes);
+    ASSERT_GT(nodes.size(), handles.size());
+    nodes.resize(handles.size()); // what stands below m_export has no handles
+    EXPECT_EQ(handles, nodes);
 }
 
 } // namespace
