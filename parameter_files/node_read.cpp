@@ -57,11 +57,8 @@ bool NodeRead::HandleTag(std::string const& tag, KelSAX::ISAXReader& reader) {
         }
         return isRoot;
     }
-    bool taken = false;
-    if (m_validity != nullptr && IsBeyondCheck(tag, reader, taken)) {
-        return taken;
-    }
-    return ReadElement(tag, reader);
+    std::optional<bool> const taken = m_validity != nullptr ? CheckBeforeReading(tag, reader) : std::nullopt;
+    return taken ? *taken : ReadElement(tag, reader);
 }
 
 // --- Entries and children ---
@@ -146,22 +143,22 @@ void NodeRead::ReadChildren(ParameterNode const& node, KelSAX::ISAXReader& reade
 
 // --- Validity ---
 
-/// The root's name is compared, and what stands too deep is neither read nor missed.
-bool NodeRead::IsBeyondCheck(std::string const& tag, KelSAX::ISAXReader& reader, bool& taken) {
-    LayoutNode const& node = *m_node.m_pNode;
+/// The answer for the root, whose name is compared, and for what stands too deep, which is neither read nor
+/// missed; nothing for an element to be read.
+std::optional<bool> NodeRead::CheckBeforeReading(std::string const& tag, KelSAX::ISAXReader& reader) {
     if (reader.GetDepth() == 0) {
-        LayoutNode const* const parent = node.m_parent;
-        taken = parent == nullptr || Text::EqualsUtf8(parent->m_name, tag);
-        if (!taken) {
+        LayoutNode const* const parent = m_node.m_pNode->m_parent;
+        bool const isRoot = parent == nullptr || Text::EqualsUtf8(parent->m_name, tag);
+        if (!isRoot) {
             m_validity->Report(WrongRoot);
         }
-        return true;
+        return isRoot;
     }
     if (reader.GetDepth() > m_validity->GetMaxDepth()) {
         m_isSeenWhole = true;
-        return true;
+        return false;
     }
-    return false;
+    return std::nullopt;
 }
 
 bool NodeRead::ReportInvalid(std::string_view tag) const { return Report(L"Invalid tag [", tag); }

@@ -9,6 +9,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <optional>
 #include <set>
 #include <span>
 #include <string>
@@ -58,7 +59,7 @@ protected:
     std::shared_ptr<ParameterFileValidity> const& GetValidity() const { return m_validity; }
 
 private:
-    bool IsBeyondCheck(std::string const& tag, KelSAX::ISAXReader& reader, bool& taken);
+    std::optional<bool> CheckBeforeReading(std::string const& tag, KelSAX::ISAXReader& reader);
     void ReadDefault(KelSAX::ISAXReader& reader);
     void ReadProfile(KelSAX::ISAXReader& reader);
     void ReadItem(KelSAX::ISAXReader& reader);
