@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "tests/support/comma_locale.h"
 #include "tests/support/dump.h"
 #include "tests/support/generated_database.h"
 #include "tests/support/small_parameter_file.h"
@@ -6,38 +7,20 @@
 #include <gtest/gtest.h>
 
 #include <clocale>
-#include <locale>
 
 using namespace TestSupport;
 
 namespace {
 
-/// Numbers as in "1.234,5".
-template <class Char> struct CommaNumbers : std::numpunct<Char> {
-    Char do_decimal_point() const override { return ','; }
-    Char do_thousands_sep() const override { return '.'; }
-    std::string do_grouping() const override { return "\3"; }
-};
-
-/// While it lives, C++ writes such numbers, and C too if the system has such a locale.
-class CommaLocale {
+/// While it lives, C++ writes numbers with commas, and C too if the system has such a locale.
+class CommaLocales : CommaLocale {
 public:
-    CommaLocale() {
-        std::locale const narrow(m_old, new CommaNumbers<char>);
-        std::locale::global(std::locale(narrow, new CommaNumbers<wchar_t>));
+    CommaLocales() {
         for (char const* name : {"de_DE.UTF-8", "fr_FR.UTF-8", "nl_NL.UTF-8", "German"}) {
             std::setlocale(LC_ALL, name); // where there is none, nothing happens
         }
     }
-    CommaLocale(CommaLocale const&) = delete;
-    CommaLocale& operator=(CommaLocale const&) = delete;
-    ~CommaLocale() {
-        std::locale::global(m_old);
-        std::setlocale(LC_ALL, "C");
-    }
-
-private:
-    std::locale m_old;
+    ~CommaLocales() { std::setlocale(LC_ALL, "C"); }
 };
 
 } // namespace
@@ -51,7 +34,7 @@ TEST(Locale, ChangesNoByteOfAFile) {
         written.GetProfileEditor().Get(L"G").Get(L"I").SetValue<std::int32_t>(1234567);
         std::string const document = WriteText(written), values = Dump(written);
 
-        CommaLocale const locale;
+        CommaLocales const locale;
         std::wostringstream proof;
         proof << 1234.5;
         EXPECT_EQ(proof.str(), L"1.234,5");
