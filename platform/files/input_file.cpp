@@ -1,7 +1,32 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "platform/files/input_file.h"
 
+#include "platform/files/describe_failure.h"
+
 namespace Zantrel::Files {
+
+bool InputFile::Open(std::wstring const& path) {
+    m_path = path;
+    auto const native = System::ToNativePath(path);
+    if (!native) {
+        m_failure = DescribeBadPath(path);
+        return false;
+    }
+    System::Error const error = m_file.OpenToRead(*native);
+    if (error != 0) {
+        m_failure = DescribeFailure(L"Can't open", path, error);
+    }
+    return error == 0;
+}
+
+std::ptrdiff_t InputFile::Read(char* into, std::size_t size) {
+    std::size_t got = 0;
+    if (System::Error const error = m_file.Read(into, size, got)) {
+        m_failure = DescribeFailure(L"Can't read", m_path, error);
+        return -1;
+    }
+    return static_cast<std::ptrdiff_t>(got);
+}
 
 bool ReadWholeFile(std::wstring const& path, std::vector<std::byte>& bytes) {
     InputFile file;

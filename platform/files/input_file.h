@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "platform/system/system.h"
 #include "platform/xml/byte_source.h"
 
 #include <cstddef>
@@ -12,11 +13,6 @@ namespace Zantrel::Files {
 /// A file to read from its start to its end, as a source of bytes.
 class InputFile : public Xml::ByteSource {
 public:
-    InputFile() = default;
-    InputFile(InputFile const&) = delete;
-    InputFile& operator=(InputFile const&) = delete;
-    ~InputFile() override;
-
     /// False when the path can't be opened or is a folder.
     bool Open(std::wstring const& path);
     std::ptrdiff_t Read(char* into, std::size_t size) override;
@@ -27,11 +23,7 @@ public:
 private:
     std::wstring m_path;
     std::wstring m_failure;
-#ifdef _WIN32
-    void* m_handle = nullptr;
-#else
-    int m_descriptor = -1;
-#endif
+    System::File m_file;
 };
 
 /// Puts the bytes of the file at `path` into `bytes`. False, and `bytes` stays as it was, when it can't be

@@ -1,15 +1,57 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "platform/files/output_file.h"
 
+#include "platform/files/describe_failure.h"
+
+#include <cstdio>
+
 namespace Zantrel::Files {
 
-OutputFile::~OutputFile() { CloseAndForget(); }
+namespace {
 
-bool OutputFile::Fail(int systemError) noexcept {
-    if (m_error == 0) {
-        m_error = systemError;
+constexpr int MostNames = 100;
+
+/// Short, so that it fits wherever the target's own name does.
+System::NativePath MakeTemporaryName() {
+    char text[16];
+    int const size = std::snprintf(text, sizeof text, ".%08x.new", unsigned{System::RandomBits()});
+    return {text, text + size};
+}
+
+} // namespace
+
+bool OutputFile::Open(std::wstring const& path) {
+    m_path = path;
+    auto const native = System::ToNativePath(path);
+    m_badPath = !native;
+    return native && Check(m_target.Find(*native)) &&
+           Check(m_target.IsReplaceable() ? OpenBeside() : m_target.OpenDirectly(m_file));
+}
+
+System::Error OutputFile::OpenBeside() {
+    for (int attempt = 1;; ++attempt) {
+        System::Error const error = m_target.CreateBeside(MakeTemporaryName(), m_file);
+        if (!System::Target::IsTaken(error) || attempt == MostNames) {
+            return error;
+        }
     }
-    return false;
+}
+
+bool OutputFile::Check(System::Error error) noexcept {
+    m_error = m_error == 0 ? error : m_error;
+    return m_error == 0;
+}
+
+bool OutputFile::Write(std::string_view bytes) noexcept { return m_error == 0 && Check(m_file.Write(bytes)); }
+
+bool OutputFile::Commit() {
+    if (m_error != 0 || !m_file.IsOpen()) {
+        return false;
+    }
+    if (!m_target.IsReplaceable()) {
+        return Check(m_file.Close());
+    }
+    return Check(m_file.Flush()) && Check(m_file.Close()) && Check(m_target.Replace());
 }
 
 std::wstring OutputFile::FailureText() const {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "platform/files/native_path.h"
+#include "platform/system/system.h"
 
 #include <cstddef>
 #include <string>
@@ -26,11 +26,6 @@ public:
 /// directly.
 class OutputFile : public ByteSink {
 public:
-    OutputFile() = default;
-    OutputFile(OutputFile const&) = delete;
-    OutputFile& operator=(OutputFile const&) = delete;
-    ~OutputFile() override;
-
     bool Open(std::wstring const& path);
     bool Write(std::string_view bytes) noexcept override;
     bool Commit();
@@ -39,29 +34,15 @@ public:
     std::wstring FailureText() const;
 
 private:
-    bool Fail(int systemError) noexcept;
-    void CloseAndForget() noexcept;
+    System::Error OpenBeside();
+    /// Keeps the first error. Whether there is none.
+    bool Check(System::Error error) noexcept;
 
     std::wstring m_path;
     bool m_badPath = false;
-    int m_error = 0;
-#ifdef _WIN32
-    bool OpenBeside();
-
-    NativePath m_target;
-    NativePath m_temporary; ///< empty when written to directly
-    bool m_targetExists = false;
-    void* m_handle = nullptr;
-#else
-    bool OpenDirectly(NativePath const& path);
-    bool OpenFolder(NativePath const& target);
-    bool OpenBeside();
-
-    int m_folder = -1; ///< of the target, so that a folder renamed meanwhile does no harm
-    int m_descriptor = -1;
-    NativePath m_name;      ///< of the target in its folder
-    NativePath m_temporary; ///< of the new file in it; empty when written to directly
-#endif
+    System::Error m_error = 0;
+    System::Target m_target;
+    System::File m_file; ///< behind m_target, since what it has open must be closed before it can be removed
 };
 
 /// Replaces the file at `path` by these bytes, whole or not at all.

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <zantrel/platform/xml_namespaces.h>
 
-#include "platform/files/native_path.h"
+#include "platform/system/system.h"
 
 #include <filesystem>
 #include <system_error>
@@ -25,16 +25,17 @@ std::wstring m_local_schema_file_build_processors_2017_02;
 namespace {
 
 bool Exists(std::wstring const& path) {
-    auto const native = Files::ToNativePath(path);
+    auto const native = System::ToNativePath(path);
     if (!native) {
         return false; // empty, or no file can have this path
     }
-    std::error_code error;
-    std::filesystem::file_status const status = std::filesystem::status(*native, error);
-    if (!std::filesystem::status_known(status)) {
-        throw std::filesystem::filesystem_error("exists", *native, error);
+    System::Error error = 0;
+    bool const exists = System::Exists(*native, error);
+    if (error != 0) {
+        throw std::filesystem::filesystem_error("exists", *native,
+                                                std::error_code(error, std::system_category()));
     }
-    return std::filesystem::exists(status);
+    return exists;
 }
 
 } // namespace

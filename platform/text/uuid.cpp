@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <zantrel/platform/uuid.h>
 
+#include "platform/system/system.h"
+
 #include <cstdint>
-#include <random>
 #include <string_view>
 
 namespace KelSDK {
@@ -10,7 +11,6 @@ namespace KelSDK {
 std::wstring CreateUUID_t() {
     constexpr std::wstring_view Pattern = L"xxxxxxxx-xxxx-4xxx-yxxx-xxxxxxxxxxxx";
     constexpr std::wstring_view Digits = L"0123456789abcdef";
-    std::random_device source; // one per call: no generator that threads would share
     std::uint32_t bits = 0;
     unsigned left = 0;
     std::wstring text(Pattern);
@@ -19,7 +19,7 @@ std::wstring CreateUUID_t() {
             continue;
         }
         if (left == 0) {
-            bits = source();
+            bits = Zantrel::System::RandomBits();
             left = 8;
         }
         place = Digits[place == L'x' ? bits & 0xF : 0x8 | (bits & 0x3)]; // the variant has two random bits

@@ -32,6 +32,8 @@ TEST(FailedWrite, OfWhatXmlCannotCarryLeavesTheOldFile) {
         {text(L"O", L"a\xFFFF"), L"Root/G/O"},
         {text(L"F", L"\xD800"), L"Root/G/F"},
         {text(L"P", L"\xDE00\xD83D"), L"Root/G/P"},
+        {text(L"S", L"cut \xD83D"), L"Root/G/S"},
+        {[](ParameterNode editor) { editor.Get(L"Z").AddProfile(L"cut \xD83D", true); }, L"Root/Z/Both"},
         {text(L"S", std::wstring(3, L'\0')), L"Root/G/S"},
         {[](ParameterNode editor) { editor.Get(L"G").Get(L"X").SetValueFromText(L"\xFFFE"); }, L"Root/G/X"},
         {[](ParameterNode editor) {
@@ -60,7 +62,7 @@ TEST(FailedWrite, OfWhatXmlCannotCarryLeavesTheOldFile) {
 
 TEST(FailedWrite, OfANameThatIsNoXmlNameLeavesTheOldFile) {
     for (wchar_t const* name :
-         {L"", L"1", L"a b", L"-a", L"a\n", L"<", L"\xD800", L"a\x2028", L"\xD7", L"\U00020000"}) {
+         {L"", L"1", L"a b", L"-a", L"a\n", L"<", L"a\xD83D", L"a\x2028", L"\xD7", L"\U00020000"}) {
         for (int place = 0; place < 4; ++place) {
             ParameterLayout layout;
             layout.m_name = place == 0 ? name : L"Root";

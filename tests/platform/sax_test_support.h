@@ -5,6 +5,8 @@
 #include <zantrel/platform/sax_reader.h>
 #include <zantrel/platform/sax_writer.h>
 
+#include <gmock/gmock.h>
+
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
@@ -15,6 +17,15 @@
 #include <streambuf>
 #include <string>
 #include <utility>
+
+/// On Windows in the form that the system takes at any length.
+inline std::filesystem::path AtAnyLength(std::filesystem::path const& path) {
+#ifdef _WIN32
+    return L"\\\\?\\" + path.wstring();
+#else
+    return path;
+#endif
+}
 
 /// A folder that goes with its content.
 class TemporaryFolder {
@@ -46,6 +57,12 @@ inline std::string ContentOf(std::filesystem::path const& path) {
     std::ostringstream content;
     content << std::ifstream(path, std::ios::binary).rdbuf();
     return content.str();
+}
+
+/// That a text begins so and goes on in the system's words, to one full stop.
+inline auto IsSentence(std::wstring const& start) {
+    return testing::AllOf(testing::StartsWith(start), testing::SizeIs(testing::Gt(start.size() + 4)),
+                          testing::Not(testing::EndsWith(L"..")), testing::EndsWith(L"."));
 }
 
 /// Hands out a text in pieces.

@@ -92,30 +92,28 @@ template <class T> class PersistentProperty : public IPersistentProperty, public
 
 public:
     PersistentProperty() = default;
-    explicit PersistentProperty(T const& value) : m_value(value) {}
+    explicit PersistentProperty(T const& value);
 
     PersistentProperty* Clone() const override;
     bool IsEqual(IPersistentProperty const* other) const override;
     void Assign(IPersistentProperty const* other) override;
 
-    bool IsDeleted() const override { return m_deleted; }
-    void SetDeleted(bool deleted) override { m_deleted = deleted; }
-    bool GetFirstAuxFlag() const override { return m_firstAuxFlag; }
-    void SetFirstAuxFlag(bool value) override { m_firstAuxFlag = value; }
-    bool GetSecondAuxFlag() const override { return m_secondAuxFlag; }
-    void SetSecondAuxFlag(bool value) override { m_secondAuxFlag = value; }
-    bool GetFirstOverride() const override { return (m_overrides & 1u) != 0; }
-    bool HasFirstOverride() const override { return (m_overrides & 2u) != 0; }
-    void SetFirstOverride(bool value) override { m_overrides = (m_overrides & ~1u) | (value ? 3u : 2u); }
-    bool GetSecondOverride() const override { return (m_overrides & 4u) != 0; }
-    bool HasSecondOverride() const override { return (m_overrides & 8u) != 0; }
-    void SetSecondOverride(bool value) override { m_overrides = (m_overrides & ~4u) | (value ? 12u : 8u); }
+    bool IsDeleted() const override;
+    void SetDeleted(bool deleted) override;
+    bool GetFirstAuxFlag() const override;
+    void SetFirstAuxFlag(bool value) override;
+    bool GetSecondAuxFlag() const override;
+    void SetSecondAuxFlag(bool value) override;
+    bool GetFirstOverride() const override;
+    bool HasFirstOverride() const override;
+    void SetFirstOverride(bool value) override;
+    bool GetSecondOverride() const override;
+    bool HasSecondOverride() const override;
+    void SetSecondOverride(bool value) override;
 
-    bool WriteValue(KelSAX::ISAXWriter& writer) const override {
-        return WriteValueOfProperty(m_value, writer);
-    }
-    bool HandleValue(KelSAX::ISAXReader& reader) override { return HandleValueOfProperty(m_value, reader); }
-    std::wstring GetType() const override { return GetTypeOfProperty<T>(m_value); }
+    bool WriteValue(KelSAX::ISAXWriter& writer) const override;
+    bool HandleValue(KelSAX::ISAXReader& reader) override;
+    std::wstring GetType() const override;
     IPersistentPropertyPolymorphicValue const* GetPolymorphicValue() const override;
     IPersistentPropertyPolymorphicValue* GetPolymorphicValue() override;
 
@@ -150,6 +148,9 @@ template <class T> PersistentProperty<T> const* PropertyCast(IPersistentProperty
     return PropertyCast<T>(const_cast<IPersistentProperty*>(property));
 }
 
+// Outside the class, since a DLL exports nothing of a template that is defined inside.
+template <class T> PersistentProperty<T>::PersistentProperty(T const& value) : m_value(value) {}
+
 template <class T> PersistentProperty<T>* PersistentProperty<T>::Clone() const {
     auto* copy = new PersistentProperty(m_value);
     copy->m_deleted = m_deleted;
@@ -176,6 +177,32 @@ template <class T> void PersistentProperty<T>::Assign(IPersistentProperty const*
         }
     }
     SetDeleted(deleted);
+}
+
+template <class T> bool PersistentProperty<T>::IsDeleted() const { return m_deleted; }
+template <class T> void PersistentProperty<T>::SetDeleted(bool deleted) { m_deleted = deleted; }
+template <class T> bool PersistentProperty<T>::GetFirstAuxFlag() const { return m_firstAuxFlag; }
+template <class T> void PersistentProperty<T>::SetFirstAuxFlag(bool value) { m_firstAuxFlag = value; }
+template <class T> bool PersistentProperty<T>::GetSecondAuxFlag() const { return m_secondAuxFlag; }
+template <class T> void PersistentProperty<T>::SetSecondAuxFlag(bool value) { m_secondAuxFlag = value; }
+template <class T> bool PersistentProperty<T>::GetFirstOverride() const { return (m_overrides & 1u) != 0; }
+template <class T> bool PersistentProperty<T>::HasFirstOverride() const { return (m_overrides & 2u) != 0; }
+template <class T> void PersistentProperty<T>::SetFirstOverride(bool value) {
+    m_overrides = (m_overrides & ~1u) | (value ? 3u : 2u);
+}
+template <class T> bool PersistentProperty<T>::GetSecondOverride() const { return (m_overrides & 4u) != 0; }
+template <class T> bool PersistentProperty<T>::HasSecondOverride() const { return (m_overrides & 8u) != 0; }
+template <class T> void PersistentProperty<T>::SetSecondOverride(bool value) {
+    m_overrides = (m_overrides & ~4u) | (value ? 12u : 8u);
+}
+template <class T> bool PersistentProperty<T>::WriteValue(KelSAX::ISAXWriter& writer) const {
+    return WriteValueOfProperty(m_value, writer);
+}
+template <class T> bool PersistentProperty<T>::HandleValue(KelSAX::ISAXReader& reader) {
+    return HandleValueOfProperty(m_value, reader);
+}
+template <class T> std::wstring PersistentProperty<T>::GetType() const {
+    return GetTypeOfProperty<T>(m_value);
 }
 
 template <class T>
