@@ -12,7 +12,6 @@
 #include <map>
 #include <set>
 #include <string>
-#include <string_view>
 #include <system_error>
 #include <vector>
 
@@ -276,16 +275,16 @@ void RunIn(std::filesystem::path const& folder) {
     SaveAndProve(ticket, folder / "ticket_2.xml", 2);
 }
 
-int Run(int argc, char const* const* argv) {
-    if (argc == 2 && std::string_view(argv[1]) == "--help") {
+int Run(Host::Arguments const& arguments) {
+    if (arguments == Host::Arguments{"--help"}) {
         std::cout << Usage;
         return 0;
     }
-    if (argc > 2 || (argc == 2 && argv[1][0] == '-')) {
+    if (arguments.size() > 1 || (arguments.size() == 1 && arguments[0][0] == '-')) {
         std::cerr << Usage;
         return 2;
     }
-    RunIn(argc == 2 ? argv[1] : "build_ticket_result");
+    RunIn(Host::PathOf(arguments.empty() ? "build_ticket_result" : arguments[0]));
     return 0;
 }
 

@@ -6,6 +6,12 @@
 #include <stdexcept>
 #include <system_error>
 
+#ifdef _WIN32
+#include <windows.h>
+
+#include <shellapi.h>
+#endif
+
 namespace Host {
 
 using StringConversion::NativeToUtf8;
@@ -13,8 +19,10 @@ using Zantrel::ReadReport;
 
 void Fail(std::wstring const& sentence) { throw std::runtime_error(NativeToUtf8(sentence)); }
 
-std::wstring Wide(std::filesystem::path const& argument) {
-    return StringConversion::Utf8ToNative(argument.u8string());
+std::filesystem::path PathOf(std::string const& argument) { return std::filesystem::u8path(argument); }
+
+std::wstring Wide(std::filesystem::path const& path) {
+    return StringConversion::Utf8ToNative(path.u8string());
 }
 
 void RefuseToReplace(std::filesystem::path const& input, std::filesystem::path const& output) {
@@ -48,10 +56,30 @@ void ShowPassedOver(std::wstring const& path, ReadReport const& report, std::ost
     }
 }
 
-int Main(char const* name, int argc, char const* const* argv, int (*run)(int, char const* const*),
-         int failure) {
+namespace {
+
+#ifdef _WIN32
+/// Those that main is given are in a code page that lacks most characters.
+Arguments ReadArguments(int, char const* const*) {
+    int count = 0;
+    wchar_t** const wide = CommandLineToArgvW(GetCommandLineW(), &count);
+    Arguments arguments;
+    for (int i = 1; i < count; ++i) {
+        arguments.push_back(NativeToUtf8(wide[i]));
+    }
+    LocalFree(wide);
+    SetConsoleOutputCP(CP_UTF8);
+    return arguments;
+}
+#else
+Arguments ReadArguments(int argc, char const* const* argv) { return {argv + (argc > 0), argv + argc}; }
+#endif
+
+} // namespace
+
+int Main(char const* name, int argc, char const* const* argv, int (*run)(Arguments const&), int failure) {
     try {
-        int const status = run(argc, argv);
+        int const status = run(ReadArguments(argc, argv));
         if (!std::cout.flush()) {
             throw std::runtime_error("Can't write to the standard output");
         }

@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <iosfwd>
 #include <string>
+#include <vector>
 
 /// What the hosts share: how a file is read or refused, what is told about it, and how a program ends. Texts
 /// go to the terminal in UTF-8, whatever the locale.
@@ -14,8 +15,13 @@ namespace Host {
 /// Throws std::runtime_error with the sentence in UTF-8.
 [[noreturn]] void Fail(std::wstring const& sentence);
 
-/// A path or another argument as the wide text that the library takes.
-std::wstring Wide(std::filesystem::path const& argument);
+/// What a program was told behind its name, in UTF-8 on every system.
+using Arguments = std::vector<std::string>;
+
+std::filesystem::path PathOf(std::string const& argument);
+
+/// A path as the wide text that the library takes.
+std::wstring Wide(std::filesystem::path const& path);
 
 /// Fails when both are one file.
 void RefuseToReplace(std::filesystem::path const& input, std::filesystem::path const& output);
@@ -39,7 +45,6 @@ template <class Target> Zantrel::ReadReport Read(Target& target, std::wstring co
 void ShowPassedOver(std::wstring const& path, Zantrel::ReadReport const& report, std::ostream& out);
 
 /// The body of main: gives the status of `run`, or prints what it throws as one sentence and gives `failure`.
-int Main(char const* name, int argc, char const* const* argv, int (*run)(int, char const* const*),
-         int failure = 1);
+int Main(char const* name, int argc, char const* const* argv, int (*run)(Arguments const&), int failure = 1);
 
 } // namespace Host

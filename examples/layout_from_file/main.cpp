@@ -10,7 +10,6 @@
 #include <filesystem>
 #include <iostream>
 #include <string>
-#include <string_view>
 #include <system_error>
 #include <vector>
 
@@ -208,16 +207,17 @@ void RunOn(path const& input, path const& folder, std::wstring const& language) 
     ProveValues(layout, parameters);
 }
 
-int Run(int argc, char const* const* argv) {
-    if (argc == 2 && std::string_view(argv[1]) == "--help") {
+int Run(Host::Arguments const& arguments) {
+    if (arguments == Host::Arguments{"--help"}) {
         std::cout << Usage;
         return 0;
     }
-    if (argc != 3 && argc != 4) {
+    if (arguments.size() != 2 && arguments.size() != 3) {
         std::cerr << Usage;
         return 2;
     }
-    RunOn(argv[1], argv[2], argc == 4 ? Wide(argv[3]) : std::wstring());
+    RunOn(Host::PathOf(arguments[0]), Host::PathOf(arguments[1]),
+          StringConversion::Utf8ToNative(arguments.size() == 3 ? arguments[2] : ""));
     return 0;
 }
 

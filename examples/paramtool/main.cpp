@@ -6,8 +6,8 @@
 
 #include <CLI/CLI.hpp>
 
-#include <filesystem>
 #include <string>
+#include <vector>
 
 // A tool for people who look after parameter files: it shows, checks, compares, changes and converts them.
 
@@ -17,9 +17,8 @@ using namespace Paramtool;
 
 /// An argument as the wide text that the library takes.
 std::wstring TextOf(std::string const& argument) {
-    std::string const utf8 = std::filesystem::path(argument).u8string();
-    std::wstring const text = StringConversion::Utf8ToNative(utf8);
-    if (StringConversion::NativeToUtf8(text) != utf8) {
+    std::wstring const text = StringConversion::Utf8ToNative(argument);
+    if (StringConversion::NativeToUtf8(text) != argument) {
         Host::Fail(L"An argument is not UTF-8: " + text);
     }
     return text;
@@ -97,7 +96,7 @@ constexpr Command Commands[] = {
      "convert machine.xml for_driver.xml --to machine", DeclareConvert, Convert},
 };
 
-int Run(int argc, char const* const* argv) {
+int Run(Host::Arguments const& words) {
     CLI::App app("Shows, checks, compares, changes and converts the parameter files of build processors.",
                  "paramtool");
     app.footer(
@@ -120,7 +119,7 @@ int Run(int argc, char const* const* argv) {
         sub->callback([&command, &status, &arguments] { status = command.run(arguments); });
     }
     try {
-        app.parse(argc, argv);
+        app.parse(std::vector<std::string>(words.rbegin(), words.rend())); // it takes them from the end
     } catch (CLI::ParseError const& error) {
         return app.exit(error) == 0 ? Same : Failed; // prints the help that was asked for, or what is wrong
     }

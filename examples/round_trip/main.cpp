@@ -139,17 +139,18 @@ void RunRoundTrip(std::wstring const& input, std::wstring const& output) {
     Prove(database, output);
 }
 
-int Run(int argc, char const* const* argv) {
-    if (argc == 2 && std::string_view(argv[1]) == "--help") {
+int Run(Host::Arguments const& arguments) {
+    if (arguments == Host::Arguments{"--help"}) {
         std::cout << Usage;
         return 0;
     }
-    if (argc != 2 && argc != 3) {
+    if (arguments.size() != 1 && arguments.size() != 2) {
         std::cerr << Usage;
         return 2;
     }
-    std::filesystem::path const input(argv[1]);
-    std::filesystem::path const output(argc == 3 ? argv[2] : "round_trip_result.xml");
+    std::filesystem::path const input = Host::PathOf(arguments[0]);
+    std::filesystem::path const output =
+        Host::PathOf(arguments.size() == 2 ? arguments[1] : "round_trip_result.xml");
     Host::RefuseToReplace(input, output);
     RunRoundTrip(Wide(input), Wide(output));
     return 0;
