@@ -63,7 +63,11 @@ inline std::string WriteText(LayoutFormat const& format, ParameterLayout const& 
 /// The content of an element of a document that was written, without its line breaks and indentation.
 inline std::string ContentIn(std::string const& document, std::string const& tag) {
     std::string content;
-    std::istringstream lines(document.substr(document.find('<' + tag + '>') + tag.size() + 2));
+    std::size_t const start = document.find('<' + tag + '>');
+    if (start == document.npos) { // it is empty
+        return content;
+    }
+    std::istringstream lines(document.substr(start + tag.size() + 2));
     std::string line;
     std::getline(lines, line);
     while (std::getline(lines, line) && line.find("</" + tag + '>') == line.npos) {

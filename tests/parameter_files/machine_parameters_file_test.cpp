@@ -3,11 +3,8 @@
 
 #include "tests/support/dump.h"
 #include "tests/support/generated_database.h"
-#include "tests/support/schema_check.h"
+#include "tests/support/machine_parameters.h"
 #include "tests/support/small_parameter_file.h"
-
-#include <zantrel/sample/sample_database.h>
-#include <zantrel/sample/sample_layout.h>
 
 #include <gtest/gtest.h>
 
@@ -16,14 +13,6 @@
 using namespace TestSupport;
 
 namespace {
-
-std::string Written(ParameterDatabase const& database, bool profileListsOnly) {
-    TemporaryFolder const folder;
-    KlvrProperties::WriteOptions options;
-    options.m_profileListsOnly = profileListsOnly;
-    EXPECT_TRUE(KlvrProperties::WriteFile(database, (folder / "file").wstring(), options));
-    return ContentOf(folder / "file");
-}
 
 bool Read(ParameterDatabase& database, std::string const& document, ReadReport* report) {
     TemporaryFolder const folder;
@@ -54,8 +43,6 @@ void NameEntries(LayoutNode& node) {
     }
 }
 
-std::string const Schema = XmlSchema("build_processing_2016_04.xsd");
-
 } // namespace
 
 TEST(MachineParametersFile, HoldsEveryValueAndNoFlags) {
@@ -63,7 +50,7 @@ TEST(MachineParametersFile, HoldsEveryValueAndNoFlags) {
     ParameterDatabase database(&layout);
     ASSERT_TRUE(ReadText(database, SmallFile));
     EXPECT_EQ(
-        Compact(Written(database, false)),
+        Compact(MachineParameters(database, false)),
         "><GenericParameters:Complex><I:integer>7</></><G:Complex><I:integer>-8</><D:number>1.5</>"
         "<L:Unsupported>0.002</><B:bool>True</><S:string> a\xC3\xA4&lt;b </><O:Unsupported>o</>"
         "<F:ProfileName>f</><P:Unsupported>/p</><A:Unsupported><Name>n.bin</Name><Data>AP8=</Data></>"
@@ -85,14 +72,14 @@ TEST(MachineParametersFile, HoldsTheNamesOfProfilesAloneUnlessToldOtherwise) {
     ParameterDatabase database(&layout);
     ASSERT_TRUE(ReadText(database, SmallFile));
     database.GetProfileEditor().Get(L"T").AddProfile(L"leaf", true).SetValue<std::int32_t>(5);
-    EXPECT_EQ(Compact(Written(database, true)),
+    EXPECT_EQ(Compact(MachineParameters(database, true)),
               "><C:Complex ProfileList=\"\"><Profile Name=\"p &amp; q\"><C:Complex ProfileList=\"\">"
               "<Profile Name=\"in\"/></></Profile></><Z:Complex ProfileList=\"\"><Profile Name=\"b\"/></>"
               "<T:integer ProfileList=\"\"><Profile Name=\"leaf\">5</Profile></></KlvrMachineParameters>");
     ParameterLayout plain;
     plain.m_profileEditor->AddNode(L"G")->AddNode(L"I", Int, std::int32_t(1));
-    EXPECT_EQ(Compact(Written(ParameterDatabase(&plain), true)), "/>");
-    EXPECT_EQ(Compact(Written(ParameterDatabase(nullptr), false)), "/>");
+    EXPECT_EQ(Compact(MachineParameters(ParameterDatabase(&plain), true)), "/>");
+    EXPECT_EQ(Compact(MachineParameters(ParameterDatabase(nullptr), false)), "/>");
 }
 
 TEST(MachineParametersFile, IsReadByTheNamesOfItsProperties) {
@@ -146,12 +133,12 @@ TEST(MachineParametersFile, BringsEveryValueBackWhereEntriesHaveTheNamesThatAreW
         NameEntries(*layout->m_profileEditor);
         ParameterDatabase written(layout.get()), back(layout.get());
         generator.FillContent(written.GetProfileEditor());
-        std::string const document = Written(written, false);
+        std::string const document = MachineParameters(written, false);
         ReadReport report;
         ASSERT_TRUE(Read(back, document, &report));
         EXPECT_TRUE(report.m_entries.empty());
         ASSERT_EQ(Values(back), Values(written));
-        ASSERT_EQ(Written(back, false), document);
+        ASSERT_EQ(MachineParameters(back, false), document);
     }
 }
 
@@ -168,44 +155,4 @@ TEST(MachineParametersFile, IsReplacedWholeOrNotAtAll) {
     EXPECT_EQ(folder.CountEntries(), 1);
     EXPECT_FALSE(KlvrProperties::WriteFile(ParameterDatabase(&layout), (folder / "no/file").wstring(), {}));
     EXPECT_FALSE(KlvrProperties::ReadFile(database, (folder / "none").wstring()));
-}
-
-TEST(SchemaOfMachineParameters, TakesWhatIsWritten) {
-    Sample::ParameterLayout const sample;
-    Sample::ParameterDatabase database(&sample);
-    database.PopulateDefault();
-    Documents documents = {Written(database, true), Written(database, false)};
-    for (unsigned seed = 1; seed <= 20; ++seed) {
-        Generator generator(seed);
-        std::unique_ptr<ParameterLayout> const layout = generator.MakeLayout();
-        ParameterDatabase generated(layout.get());
-        generator.FillContent(generated.GetProfileEditor());
-        documents.insert(documents.end(), {Written(generated, true), Written(generated, false)});
-    }
-    ExpectAllValid(documents, Schema);
-}
-
-TEST(SchemaOfMachineParameters, RefusesEachMistake) {
-    SmallLayout const layout;
-    ParameterDatabase database(&layout);
-    ASSERT_TRUE(ReadText(database, SmallFile));
-    ExpectAllRefused(Written(database, false),
-                     {{"another namespace", {{"2016/04'", "2016/05'"}}},
-                      {"a property without a name", {{" Name='I'", ""}}},
-                      {"a property without a type", {{" Type='bool'", ""}}},
-                      {"an unknown type word", {{"'bool'", "'Bool'"}}},
-                      {"a mark with a value", {{"ProfileList=''", "ProfileList='True'"}}},
-                      {"a flag", {{"Name='G'", "Name='G' ReadOnly='true'"}}},
-                      {"an item with a name", {{"<Instance>", "<Instance Name='x'>"}}},
-                      {"a profile without a name", {{"<Profile Name='in'>", "<Profile>"}}},
-                      {"a default profile with a name", {{"<Default>", "<Default Name='x'>"}}},
-                      {"two default profiles", {{"<Default>", "<Default/><Default>"}}},
-                      {"a default profile behind others", {{"</Profile>", "</Profile><Default/>"}}},
-                      {"an item beside properties", {{"</Property>", "</Property><Instance/>"}}},
-                      {"a profile below the root", {{"<Property", "<Profile Name='x'/><Property"}}},
-                      {"text below the root", {{"<Property", "x<Property"}}},
-                      {"an unknown element", {{">-8<", "><Value/><"}}},
-                      {"a file without data", {{"<Data>AP8=</Data>", ""}}},
-                      {"data that is no base64", {{"AP8=", "AP8"}}}},
-                     Schema);
 }

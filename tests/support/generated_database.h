@@ -2,6 +2,7 @@
 #pragma once
 
 #include "database/value_type.h"
+#include "tests/support/characters.h"
 
 #include <zantrel/database/parameter_database.h>
 #include <zantrel/layout/parameter_layout.h>
@@ -99,8 +100,8 @@ public:
         if (Chance(3)) {
             return edges[Below(std::size(edges))];
         }
-        std::uint64_t const bits = static_cast<std::uint64_t>(m_random()) << 32 | m_random();
-        return std::bit_cast<double>(bits);
+        std::uint64_t const high = m_random();
+        return std::bit_cast<double>(high << 32 | m_random());
     }
     bool Value(bool) { return Chance(2); }
     std::wstring Value(std::wstring const&) { return Text(); }
@@ -115,9 +116,10 @@ public:
 private:
     void AppendAnyCharacter(std::wstring& text) {
         unsigned const code = 0x20 + Below(0x110000 - 0x20);
-        if (code > 0xFFFF && (sizeof(wchar_t) == 2 || Chance(2))) { // as a pair, which is joined
-            text += static_cast<wchar_t>(0xD7C0 + (code >> 10));
-            text += static_cast<wchar_t>(0xDC00 + (code & 0x3FF));
+        bool const asPair =
+            Chance(2); // it is joined; asked for everywhere, so that all platforms go on alike
+        if (code > 0xFFFF) {
+            text += asPair ? Pair(code) : Character(code);
         } else if ((code < 0xD800 || code > 0xDFFF) && code != 0xFFFE && code != 0xFFFF) {
             text += static_cast<wchar_t>(code);
         }
