@@ -31,6 +31,24 @@ file(GLOB_RECURSE thread_test_sources CONFIGURE_DEPENDS tests/*thread*_test.cpp)
 add_executable(zantrel_thread_tests EXCLUDE_FROM_ALL ${thread_test_sources})
 target_link_libraries(zantrel_thread_tests PRIVATE zantrel_internal zantrel_warnings GTest::gmock_main)
 
+# The same bytes on every platform: where programs run that were built here, files are written and compared with a second
+# run, and where they are built for another system, with those that were written here.
+add_executable(zantrel_written_files tests/written_files/written_files.cpp)
+target_link_libraries(zantrel_written_files PRIVATE zantrel_internal zantrel_warnings GTest::gmock)
+if(CMAKE_CROSSCOMPILING)
+  set(ZANTREL_WRITTEN_FILES ${PROJECT_SOURCE_DIR}/build/dev/written_files CACHE PATH
+    "Where the tests of the build for this system have written their files")
+else()
+  set(ZANTREL_WRITTEN_FILES ${PROJECT_BINARY_DIR}/written_files)
+  file(MAKE_DIRECTORY ${ZANTREL_WRITTEN_FILES})
+  add_test(NAME WrittenFiles.AreWritten COMMAND zantrel_written_files write
+    WORKING_DIRECTORY ${ZANTREL_WRITTEN_FILES})
+  set_tests_properties(WrittenFiles.AreWritten PROPERTIES FIXTURES_SETUP WrittenFiles)
+endif()
+add_test(NAME WrittenFiles.AreTheSameEverywhere COMMAND zantrel_written_files compare
+  WORKING_DIRECTORY ${ZANTREL_WRITTEN_FILES})
+set_tests_properties(WrittenFiles.AreTheSameEverywhere PROPERTIES FIXTURES_REQUIRED WrittenFiles)
+
 # Not with sanitisers, whose own system calls would fail instead.
 if(UNIX AND NOT CMAKE_CXX_FLAGS MATCHES "-fsanitize")
   add_executable(zantrel_write_one_file tests/write_faults/write_one_file.cpp)
@@ -38,4 +56,11 @@ if(UNIX AND NOT CMAKE_CXX_FLAGS MATCHES "-fsanitize")
   add_test(NAME WriteFaults
     COMMAND ${PROJECT_SOURCE_DIR}/tests/write_faults/run $<TARGET_FILE:zantrel_write_one_file>)
   set_tests_properties(WriteFaults PROPERTIES SKIP_RETURN_CODE 77)
+endif()
+
+# Names and weak symbols are those of one compiler; sanitisers add their own.
+if(BUILD_SHARED_LIBS AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND NOT CMAKE_CXX_FLAGS MATCHES "-fsanitize")
+  add_test(NAME Exports COMMAND ${PROJECT_SOURCE_DIR}/tests/exports/run $<TARGET_FILE:zantrel>
+    ${PROJECT_SOURCE_DIR}/tests/exports/$<IF:$<PLATFORM_ID:Windows>,zantrel.dll,libzantrel.so>.txt)
+  set_tests_properties(Exports PROPERTIES ENVIRONMENT "OBJDUMP=${CMAKE_OBJDUMP}")
 endif()

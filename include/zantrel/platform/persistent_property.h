@@ -126,10 +126,6 @@ public:
     bool m_secondAuxFlag = true;
     std::uint32_t m_overrides =
         0; ///< bit 0 and 2: the overrides' values; bit 1 and 3: set once one was given
-
-private:
-    static constexpr bool IsMergeable = std::is_base_of_v<IMergeablePropertyValue, T>;
-    static constexpr bool HasBinaryMembers = IsIndexedProperties<T>::value;
 };
 
 /// The checked cast by which everything finds a property's class: null when `property` is null or of another
@@ -170,7 +166,7 @@ template <class T> void PersistentProperty<T>::Assign(IPersistentProperty const*
     // `other` may stand in the value and end with what it replaces, so its mark is read first.
     bool const deleted = same->IsDeleted();
     if (same != this) {
-        if constexpr (IsMergeable) {
+        if constexpr (std::is_base_of_v<IMergeablePropertyValue, T>) {
             m_value.Merge(same->m_value, true);
         } else {
             m_value = same->m_value;
@@ -219,7 +215,7 @@ template <class T> IPersistentPropertyPolymorphicValue* PersistentProperty<T>::G
 }
 
 template <class T> void PersistentProperty<T>::Write(MFile& file) const {
-    if constexpr (HasBinaryMembers) {
+    if constexpr (IsIndexedProperties<T>::value) {
         m_value.Write(file);
     } else {
         WriteValueOfProperty(m_value, file);
@@ -227,7 +223,7 @@ template <class T> void PersistentProperty<T>::Write(MFile& file) const {
 }
 
 template <class T> void PersistentProperty<T>::Read(MFile& file) {
-    if constexpr (HasBinaryMembers) {
+    if constexpr (IsIndexedProperties<T>::value) {
         m_value.Read(file);
     } else {
         ReadValueOfProperty(m_value, file);
