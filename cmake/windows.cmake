@@ -13,8 +13,9 @@ set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
 
-# The compiler's runtime goes into the DLL and the programs, so that they run where no compiler is.
-set(CMAKE_EXE_LINKER_FLAGS_INIT -static)
+# The compiler's runtime goes into the DLL and the programs, so that they run where no compiler is. The stack is the one
+# that programs have there by default; this linker would give twice as much.
+set(CMAKE_EXE_LINKER_FLAGS_INIT "-static -Wl,--stack,1048576")
 set(CMAKE_SHARED_LINKER_FLAGS_INIT -static)
 
 set(CMAKE_CROSSCOMPILING_EMULATOR ${CMAKE_CURRENT_LIST_DIR}/../tests/windows/run_program)
