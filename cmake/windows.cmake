@@ -7,11 +7,11 @@ set(CMAKE_C_COMPILER x86_64-w64-mingw32-gcc-posix) # for GoogleTest
 set(CMAKE_CXX_COMPILER x86_64-w64-mingw32-g++-posix)
 set(CMAKE_RC_COMPILER x86_64-w64-mingw32-windres)
 
-# Nothing of the system that builds is linked, but its tools are run.
+# Nothing of the system that builds is linked, but its tools are run. Packages may be installed anywhere.
+set(CMAKE_FIND_ROOT_PATH /usr/x86_64-w64-mingw32)
 set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
-set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
 
 # The compiler's runtime goes into the DLL and the programs, so that they run where no compiler is. The stack is the one
 # that programs have there by default; this linker would give twice as much.

@@ -102,8 +102,9 @@ ZANTREL_EXPORT bool ReadStream(std::basic_istream<char>& in, ISAXPersist& handle
 /// Writes a document whose root's content is what `handler` writes. False when it can't be written, when the
 /// handler answers false, or when it wrote what XML can't carry: the file at `path` is then as it was, or
 /// absent if it was absent. The file is replaced as a whole once the document is safe on the disk; its
-/// permissions stay, a link is followed, and a pipe or device is written to directly. An exception of the
-/// handler reaches the caller.
+/// permissions stay, a link is followed, and a pipe or device is written to directly. Windows doesn't replace
+/// a file that another program holds open: the write tries for half a second before it gives up. An exception
+/// of the handler reaches the caller.
 ZANTREL_EXPORT bool WriteFile(std::wstring const& path, ISAXPersist const& handler,
                               WriteOptions const& options, Zantrel::WriteReport* report = nullptr);
 /// The same to a stream, which on failure may have got a part of the document. A stream that doesn't take all
