@@ -43,7 +43,8 @@ LayoutNodes::~LayoutNodes() {
             node->m_owner = m_heir;
         }
         m_lastOwned->m_nextOwned = m_heir->m_firstOwned;
-        m_heir->m_lastOwned = m_heir->m_firstOwned != nullptr ? m_heir->m_lastOwned : m_lastOwned;
+        (m_heir->m_firstOwned != nullptr ? m_heir->m_firstOwned->m_previousOwned : m_heir->m_lastOwned) =
+            m_lastOwned;
         m_heir->m_firstOwned = m_firstOwned;
     }
 }
@@ -55,8 +56,7 @@ void LayoutNodes::Clear() noexcept {
     while (LayoutNode* const node = m_firstOwned) {
         m_nodes.clear();
         m_index.clear();
-        m_firstOwned = node->m_nextOwned;
-        node->m_owner = nullptr;
+        Disown(*node);
         node->m_children.m_heir = this;
         delete node;
     }
@@ -113,8 +113,16 @@ void LayoutNodes::Append(LayoutNode* child) {
         }
         Own(*child);
     }
-    child->m_indexed = &*entry;
-    entry->second = {child, m_nodes.size()};
+    if (child->m_indexed != &*entry) {
+        if (child->m_indexed != nullptr) {
+            --child->m_indexed->second.bearers;
+            child->m_hasEarlierNames = true;
+        }
+        ++entry->second.bearers;
+        child->m_indexed = &*entry;
+    }
+    entry->second.node = child;
+    entry->second.position = m_nodes.size();
     m_nodes.push_back(child);
 }
 
@@ -176,9 +184,17 @@ void LayoutNodes::Take(LayoutNodes& other) noexcept {
 
 void LayoutNodes::Own(LayoutNode& node) noexcept {
     (m_firstOwned != nullptr ? m_lastOwned->m_nextOwned : m_firstOwned) = &node;
-    m_lastOwned = &node;
+    node.m_previousOwned = std::exchange(m_lastOwned, &node);
     node.m_nextOwned = nullptr;
     node.m_owner = this;
+}
+
+void LayoutNodes::Disown(LayoutNode& node) noexcept {
+    LayoutNode* const next = node.m_nextOwned;
+    LayoutNode* const previous = node.m_previousOwned;
+    (previous != nullptr ? previous->m_nextOwned : m_firstOwned) = next;
+    (next != nullptr ? next->m_previousOwned : m_lastOwned) = previous;
+    node.m_owner = nullptr;
 }
 
 /// Before the end: links the owned nodes as the list shows them, behind them those that it doesn't show, and
@@ -187,50 +203,60 @@ void LayoutNodes::LinkInListOrder() noexcept {
     for (LayoutNode* const shown : m_nodes) {
         shown->m_owner = nullptr; // until it is linked anew
     }
-    LayoutNode** link = &m_firstOwned;
-    while (LayoutNode* const node = *link) {
+    LayoutNode* const first = std::exchange(m_firstOwned, nullptr);
+    LayoutNode* notShown = nullptr; // the first of them, in a list of its own until the shown ones are linked
+    LayoutNode** link = &notShown;
+    for (LayoutNode* node = first; node != nullptr; node = node->m_nextOwned) {
         node->m_indexed = nullptr;
         if (node->m_owner == this) {
-            m_lastOwned = node;
+            *link = node;
             link = &node->m_nextOwned;
-        } else {
-            *link = node->m_nextOwned;
         }
     }
-    LayoutNode* const notShown = m_firstOwned;
-    link = &m_firstOwned;
+    *link = nullptr;
+    m_lastOwned = nullptr;
     for (LayoutNode* const shown : m_nodes) {
         if (shown->m_owner == nullptr) {
-            shown->m_owner = this;
-            *link = shown;
-            link = &shown->m_nextOwned;
-            m_lastOwned = notShown != nullptr ? m_lastOwned : shown;
+            Own(*shown);
         }
     }
-    *link = notShown;
+    while (LayoutNode* const node = notShown) {
+        notShown = node->m_nextOwned;
+        Own(*node);
+    }
 }
 
 void LayoutNodes::Release(LayoutNode& node) noexcept {
-    LayoutNode* before = nullptr;
-    for (LayoutNode* other = m_firstOwned; other != &node; other = other->m_nextOwned) {
-        before = other;
-    }
-    (before != nullptr ? before->m_nextOwned : m_firstOwned) = node.m_nextOwned;
-    m_lastOwned = m_lastOwned == &node ? before : m_lastOwned;
-    node.m_owner = nullptr;
+    Disown(node);
     std::erase(m_nodes, &node);
+    TakeOffIndex(node);
+}
 
-    // Its names go back to the children that had them before.
-    for (auto& [name, found] : m_index) {
-        if (found.node == &node) {
-            found = {nullptr, Unknown};
+/// Its names go back to the children that had them before.
+void LayoutNodes::TakeOffIndex(LayoutNode& node) noexcept {
+    auto const passOn = [&](Index::value_type& entry) {
+        Found& found = entry.second;
+        if (found.node != &node) {
+            return;
+        }
+        LayoutNode* bearer = found.bearers != 0 ? m_lastOwned : nullptr;
+        while (bearer != nullptr && bearer->m_indexed != &entry) {
+            bearer = bearer->m_previousOwned;
+        }
+        found.node = bearer;
+        found.position = Unknown;
+    };
+    if (node.m_indexed != nullptr) {
+        --node.m_indexed->second.bearers;
+        passOn(*node.m_indexed);
+    }
+    if (node.m_hasEarlierNames) {
+        for (Index::value_type& entry : m_index) {
+            passOn(entry);
         }
     }
-    for (LayoutNode* other = m_firstOwned; other != nullptr; other = other->m_nextOwned) {
-        if (other->m_indexed != nullptr && other->m_indexed->second.position == Unknown) {
-            other->m_indexed->second.node = other;
-        }
-    }
+    node.m_indexed = nullptr;
+    node.m_hasEarlierNames = false;
 }
 
 bool LayoutNodes::StandsBelow(LayoutNodes const& top) const noexcept {

@@ -7,11 +7,15 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <array>
 #include <initializer_list>
 #include <limits>
+#include <map>
 #include <memory>
+#include <random>
 #include <stdexcept>
+#include <vector>
 
 namespace Zantrel {
 namespace {
@@ -143,6 +147,78 @@ TEST(LayoutNode, AChildThatEndsFirstLeavesItsNameToTheOneBefore) {
     delete root->Back();
     std::size_t hint = 0;
     EXPECT_EQ(root->FindChildUtf8("a", hint), nullptr);
+}
+
+/// A list with its index, as plainly as can be.
+struct PlainList {
+    struct Child {
+        LayoutNode* node;
+        std::wstring name; ///< under which it was appended last
+    };
+
+    void Append(LayoutNode* node) {
+        auto const known = std::find_if(owned.begin(), owned.end(), [&](auto& c) { return c.node == node; });
+        (known == owned.end() ? owned.emplace_back(Child{node, L""}) : *known).name = node->m_name;
+        index[node->m_name] = node;
+    }
+    void Release(LayoutNode* node) {
+        std::erase_if(owned, [&](Child const& child) { return child.node == node; });
+        for (auto& [name, found] : index) {
+            auto const before =
+                std::find_if(owned.rbegin(), owned.rend(), [&](auto& c) { return c.name == name; });
+            found = found != node ? found : before != owned.rend() ? before->node : nullptr;
+        }
+    }
+
+    std::vector<Child> owned;
+    std::map<std::wstring, LayoutNode*> index;
+};
+
+TEST(LayoutNode, WhateverComesAndGoesTheIndexIsThatOfAPlainList) {
+    LeakCheck const leaks;
+    Owned const roots[] = {Root({}), Root({})};
+    PlainList lists[2];
+    std::mt19937 random(1);
+    auto const below = [&](std::size_t end) { return random() % end; };
+    for (int step = 0; step < 5000; ++step) {
+        std::size_t const at = below(2), to = below(2);
+        std::wstring const name(1, static_cast<wchar_t>(L'a' + below(5)));
+        if (lists[at].owned.empty() || below(3) == 0) {
+            lists[at].Append(roots[at]->AddNode(name.c_str()));
+        } else if (LayoutNode* const child = lists[at].owned[below(lists[at].owned.size())].node;
+                   below(3) == 0) {
+            lists[at].Release(child);
+            delete child;
+        } else {
+            child->m_name = below(2) == 0 ? name : child->m_name;
+            roots[to]->AppendNode(child);
+            if (to != at) {
+                lists[at].Release(child);
+            }
+            lists[to].Append(child);
+        }
+        for (std::size_t const which : {std::size_t{0}, std::size_t{1}}) {
+            for (auto const& [key, found] : lists[which].index) {
+                ASSERT_EQ(roots[which]->GetNode(key.c_str()), found) << "step " << step;
+            }
+        }
+    }
+}
+
+TEST(LayoutNode, ALongListGivesItsChildrenAwayOneByOne) {
+    constexpr std::size_t Many = 8'000;
+    Owned const root = Root({}), other = Root({});
+    for (std::size_t i = 0; i < Many; ++i) {
+        root->AddNode(i % 2 == 0 ? L"same" : std::to_wstring(i).c_str());
+    }
+    while (root->Size() > Many / 2) {
+        other->AppendNode(&root->At(0));
+    }
+    while (root->Size() != 0) {
+        delete root->Back();
+    }
+    EXPECT_EQ(other->Size(), Many / 2);
+    EXPECT_EQ(root->GetNode(L"same"), nullptr);
 }
 
 TEST(LayoutNode, ChildrenEndInListOrderEachBeforeItsOwn) {

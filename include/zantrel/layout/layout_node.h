@@ -283,7 +283,9 @@ private:
 
     LayoutNodes* m_owner = nullptr;    ///< the list that ends this node; null: the caller does
     LayoutNode* m_nextOwned = nullptr; ///< in that list
+    LayoutNode* m_previousOwned = nullptr;
     LayoutNodes::Index::value_type* m_indexed = nullptr; ///< the entry there under which it was appended last
+    bool m_hasEarlierNames = false;                      ///< it was appended there under other names before
 };
 
 // Instantiating one of these means that no specialisation below has that type.

@@ -64,6 +64,7 @@ private:
     struct Found {
         LayoutNode* node = nullptr; ///< null after the last child of that name has left
         std::size_t position = 0;   ///< where it was appended, or Unknown
+        std::size_t bearers = 0;    ///< the owned children whose latest name this is
     };
     static constexpr std::size_t Unknown = static_cast<std::size_t>(-1);
     using Index = std::map<std::wstring, Found, NameLess>;
@@ -77,14 +78,17 @@ private:
     void CopyFrom(LayoutNodes const& source, Parents parents);
     void Take(LayoutNodes& other) noexcept;
     void Own(LayoutNode& node) noexcept;
+    void Disown(LayoutNode& node) noexcept;
+    void TakeOffIndex(LayoutNode& node) noexcept;
     void LinkInListOrder() noexcept;
     void Release(LayoutNode& node) noexcept;
     bool StandsBelow(LayoutNodes const& top) const noexcept;
 
     std::vector<LayoutNode*> m_nodes;
     Index m_index;
-    LayoutNode* m_holder = nullptr;     ///< whose children these are; null for a list that stands alone
-    LayoutNode* m_firstOwned = nullptr; ///< every owned node once, linked by LayoutNode::m_nextOwned
+    LayoutNode* m_holder = nullptr; ///< whose children these are; null for a list that stands alone
+    LayoutNode* m_firstOwned =
+        nullptr; ///< every owned node once, linked by LayoutNode::m_nextOwned and m_previousOwned
     LayoutNode* m_lastOwned = nullptr;
     LayoutNodes* m_heir = nullptr; ///< where the nodes go at the end of this list instead of being ended here
 };
