@@ -5,6 +5,7 @@ set(package_folder ${CMAKE_INSTALL_LIBDIR}/cmake/Zantrel)
 install(TARGETS zantrel EXPORT ZantrelTargets)
 install(DIRECTORY include/zantrel DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} FILES_MATCHING PATTERN "*.h")
 install(DIRECTORY schemas DESTINATION ${CMAKE_INSTALL_DATADIR}/zantrel)
+install(DIRECTORY docs DESTINATION ${CMAKE_INSTALL_DOCDIR})
 install(FILES LICENSE README.md CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
 
 # The package depends on no other, so the exported targets are all of it.
