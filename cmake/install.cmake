@@ -3,6 +3,7 @@ include(CMakePackageConfigHelpers)
 set(package_folder ${CMAKE_INSTALL_LIBDIR}/cmake/Zantrel)
 
 install(TARGETS zantrel EXPORT ZantrelTargets)
+install(FILES ${windows_runtime} DESTINATION ${CMAKE_INSTALL_BINDIR})
 install(DIRECTORY include/zantrel DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} FILES_MATCHING PATTERN "*.h")
 install(DIRECTORY schemas DESTINATION ${CMAKE_INSTALL_DATADIR}/zantrel)
 install(DIRECTORY docs DESTINATION ${CMAKE_INSTALL_DOCDIR})

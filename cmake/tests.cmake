@@ -26,6 +26,13 @@ endif()
 # Listed when ctest starts and not while building, so that a sanitiser's complaint is a test's and not the build's.
 gtest_discover_tests(zantrel_tests DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60)
 
+# What passes between a host and the library, with the library as hosts have it.
+add_executable(zantrel_border_tests tests/shared_library/border_test.cpp)
+target_include_directories(zantrel_border_tests PRIVATE ${PROJECT_SOURCE_DIR})
+target_link_libraries(zantrel_border_tests PRIVATE Zantrel::Zantrel zantrel_warnings GTest::gmock_main)
+set_target_properties(zantrel_border_tests PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/examples)
+gtest_discover_tests(zantrel_border_tests TEST_PREFIX Shared. DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60)
+
 # What uses threads, alone: the part of the tests that is worth a build under ThreadSanitizer.
 file(GLOB_RECURSE thread_test_sources CONFIGURE_DEPENDS tests/*thread*_test.cpp)
 add_executable(zantrel_thread_tests EXCLUDE_FROM_ALL ${thread_test_sources})

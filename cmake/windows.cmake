@@ -8,14 +8,12 @@ set(CMAKE_CXX_COMPILER x86_64-w64-mingw32-g++-posix)
 set(CMAKE_RC_COMPILER x86_64-w64-mingw32-windres)
 
 # Nothing of the system that builds is linked, but its tools are run. Packages may be installed anywhere.
-set(CMAKE_FIND_ROOT_PATH /usr/x86_64-w64-mingw32)
+list(APPEND CMAKE_FIND_ROOT_PATH /usr/x86_64-w64-mingw32)
 set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 
-# The compiler's runtime goes into the DLL and the programs, so that they run where no compiler is. The stack is the one
-# that programs have there by default; this linker would give twice as much.
-set(CMAKE_EXE_LINKER_FLAGS_INIT "-static -Wl,--stack,1048576")
-set(CMAKE_SHARED_LINKER_FLAGS_INIT -static)
+# The stack that programs have there by default; this linker would give them twice as much.
+set(CMAKE_EXE_LINKER_FLAGS_INIT -Wl,--stack,1048576)
 
 set(CMAKE_CROSSCOMPILING_EMULATOR ${CMAKE_CURRENT_LIST_DIR}/../tests/windows/run_program)

@@ -7,7 +7,7 @@
 #include <iostream>
 
 #ifdef _WIN32
-#include <io.h>
+#include <windows.h>
 #else
 #include <unistd.h>
 #endif
@@ -18,7 +18,10 @@ namespace {
 
 bool IsColoured() {
 #ifdef _WIN32
-    bool const isTerminal = _isatty(1) != 0;
+    HANDLE const out = GetStdHandle(STD_OUTPUT_HANDLE);
+    DWORD mode = 0; // which consoles alone have
+    bool const isTerminal =
+        GetConsoleMode(out, &mode) && SetConsoleMode(out, mode | ENABLE_VIRTUAL_TERMINAL_PROCESSING);
 #else
     bool const isTerminal = isatty(STDOUT_FILENO) != 0;
 #endif

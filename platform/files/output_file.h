@@ -22,10 +22,12 @@ public:
 /// The bytes go to a new file beside the target, which Commit moves over the target once they are safe on the
 /// disk. Until then, and after any failure, the target is byte for byte as it was; without a Commit that gave
 /// true the new file is gone when this object is. The target's permissions stay, a symbolic link is followed
-/// and stays a link. A target that is no regular file (a pipe, a device) can't be replaced and is written to
-/// directly.
+/// and stays a link. (On Windows, which moves the target aside first, there is no file of its name for the
+/// moment between the two moves.) A target that is no regular file (a pipe, a device) can't be replaced and
+/// is written to directly.
 class OutputFile : public ByteSink {
 public:
+    /// Once in an object's life.
     bool Open(std::wstring const& path);
     bool Write(std::string_view bytes) noexcept override;
     bool Commit();

@@ -32,8 +32,10 @@ bool Exists(std::wstring const& path) {
     System::Error error = 0;
     bool const exists = System::Exists(*native, error);
     if (error != 0) {
+        // The system's own words for its own number are in no known encoding.
+        std::error_condition const cause = std::system_category().default_error_condition(error);
         throw std::filesystem::filesystem_error("exists", *native,
-                                                std::error_code(error, std::system_category()));
+                                                std::error_code(cause.value(), cause.category()));
     }
     return exists;
 }

@@ -9,7 +9,7 @@
 #include <utility>
 
 /// All that the library asks of the operating system. system_posix.cpp and system_windows.cpp answer it, one
-/// of them on each platform; nothing else in the library knows on which it runs.
+/// of them on each platform; beside them only the export macro and the width of a character depend on it.
 namespace Zantrel::System {
 
 /// A path as the system takes it: wide on Windows, elsewhere bytes.
@@ -77,12 +77,13 @@ public:
     Target& operator=(Target const&) = delete;
     ~Target();
 
-    /// Finds the file that `path` leads to, or the place where it will be. Fails where it may not be written.
+    /// Finds the file that `path` leads to, or the place where it will be.
     Error Find(NativePath const& path);
     /// False for what can only be written to: a pipe, a device.
     bool IsReplaceable() const noexcept { return m_isReplaceable; }
     Error OpenDirectly(File& file) const;
-    /// Makes the new file with the permissions of the old one. The name is one in the target's folder.
+    /// Makes the new file, with the permissions of the old one where a move wouldn't keep them. The name is
+    /// one in the target's folder. Here or in Find it turns out when the old file may not be written.
     Error CreateBeside(NativePath const& name, File& file);
     /// Whether CreateBeside failed because another file has the name.
     static bool IsTaken(Error error) noexcept;

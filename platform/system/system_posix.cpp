@@ -210,14 +210,16 @@ Error Target::Find(NativePath const& path) {
         return error;
     }
     struct stat found {};
-    if (m_exists && (::stat(m_target.c_str(), &found) != 0 || found.st_ino != status.st_ino ||
-                     found.st_dev != status.st_dev)) {
+    if (m_exists && m_target != path &&
+        (::stat(m_target.c_str(), &found) != 0 || found.st_ino != status.st_ino ||
+         found.st_dev != status.st_dev)) {
         return ENOENT; // a link of /proc to a file that has no name any more
     }
     SplitPath split = Split(m_target);
     m_target = std::move(split.name);
     // Opened, so that a folder renamed meanwhile does no harm.
-    return m_target.empty() ? ENOENT : OpenFolder(split.folder, m_folder);
+    Error const error = OpenFolder(split.folder, m_folder);
+    return error == 0 && m_target.empty() ? ENOENT : error;
 }
 
 Error Target::OpenDirectly(File& file) const {

@@ -48,12 +48,24 @@ DWORD PieceOf(std::size_t size) noexcept { return static_cast<DWORD>(std::min<st
 bool MayPass(Error error) noexcept {
     return error == ERROR_SHARING_VIOLATION || error == ERROR_LOCK_VIOLATION ||
            error == ERROR_ACCESS_DENIED || error == ERROR_UNABLE_TO_REMOVE_REPLACED ||
-           error == ERROR_UNABLE_TO_MOVE_REPLACEMENT;
+           error == ERROR_UNABLE_TO_MOVE_REPLACEMENT || error == ERROR_USER_MAPPED_FILE;
 }
 
 Error Move(NativePath const& from, NativePath const& to) noexcept {
     return ErrorOf(
         ::MoveFileExW(from.c_str(), to.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH));
+}
+
+/// Ends a replacement that got half way: with the new file, or else with the old one.
+Error MoveIntoItsPlace(NativePath const& target, NativePath const& by, NativePath const& aside) noexcept {
+    Error const error = Move(by, target);
+    bool const isReplaced =
+        error == 0 || (!::MoveFileExW(aside.c_str(), target.c_str(), MOVEFILE_WRITE_THROUGH) &&
+                       ::GetLastError() == ERROR_ALREADY_EXISTS);
+    if (isReplaced) {
+        ::DeleteFileW(aside.c_str());
+    }
+    return error;
 }
 
 /// Keeps the target's access rights. The old file goes aside first: without a name to go to, a move that
@@ -65,9 +77,8 @@ Error ReplaceKeepingRights(NativePath const& target, NativePath const& by, Nativ
     case 0:
         ::DeleteFileW(aside.c_str());
         return 0;
-    case ERROR_UNABLE_TO_MOVE_REPLACEMENT_2:
-        ::MoveFileExW(aside.c_str(), target.c_str(), MOVEFILE_WRITE_THROUGH);
-        return error;
+    case ERROR_UNABLE_TO_MOVE_REPLACEMENT_2: // the old file is aside, and another writer's may have its place
+        return MoveIntoItsPlace(target, by, aside);
     case ERROR_INVALID_FUNCTION: // some file systems can't
     case ERROR_NOT_SUPPORTED:
     case ERROR_FILE_NOT_FOUND: // gone meanwhile
@@ -75,6 +86,13 @@ Error ReplaceKeepingRights(NativePath const& target, NativePath const& by, Nativ
     default:
         return error;
     }
+}
+
+bool IsPipe(NativePath const& path) {
+    constexpr std::wstring_view Pipes = L"\\\\.\\pipe\\";
+    int const size = static_cast<int>(Pipes.size());
+    return path.size() > Pipes.size() &&
+           ::CompareStringOrdinal(path.data(), size, Pipes.data(), size, TRUE) == CSTR_EQUAL;
 }
 
 } // namespace
@@ -85,7 +103,7 @@ std::wstring Describe(Error error) {
         ::FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr,
                          static_cast<DWORD>(error), 0, words, static_cast<DWORD>(std::size(words)), nullptr);
     std::wstring text(words, size);
-    text.resize(text.find_last_not_of(L". \r\n") + 1); // it ends like a line of output
+    text.resize(text.find_last_not_of(L".\x3002 \r\n") + 1); // it ends like a line of output
     return text.empty() ? L"error " + std::to_wstring(error) : text;
 }
 
@@ -162,14 +180,17 @@ Error File::Close() noexcept {
 
 Error Target::Find(NativePath const& path) {
     m_target = path;
-    m_isReplaceable = path.compare(0, 4, L"\\\\.\\") != 0;
-    if (!m_isReplaceable) { // asked for by its name alone, for opening a pipe takes it from the next one
+    m_isReplaceable = !IsPipe(path);
+    if (!m_isReplaceable) { // told by its name alone, for whoever opens a pipe takes it from the next one
         return 0;
     }
     File old;
     Error const error = Open(old, path, 0, ShareAll, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS);
-    if (error == ERROR_FILE_NOT_FOUND) { // of a link that leads nowhere, too, which would be replaced itself
-        return ::GetFileAttributesW(path.c_str()) == INVALID_FILE_ATTRIBUTES ? 0 : error;
+    if (error == ERROR_FILE_NOT_FOUND) {
+        DWORD const found = ::GetFileAttributesW(path.c_str());
+        bool const isDangling =
+            found != INVALID_FILE_ATTRIBUTES && (found & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
+        return isDangling ? error : 0; // a link that leads nowhere would be replaced itself
     }
     if (error != 0) {
         return error;

@@ -163,10 +163,12 @@ struct PlainList {
     }
     void Release(LayoutNode* node) {
         std::erase_if(owned, [&](Child const& child) { return child.node == node; });
-        for (auto& [name, found] : index) {
-            auto const before =
-                std::find_if(owned.rbegin(), owned.rend(), [&](auto& c) { return c.name == name; });
-            found = found != node ? found : before != owned.rend() ? before->node : nullptr;
+        for (auto& entry : index) {
+            auto const before = std::find_if(owned.rbegin(), owned.rend(),
+                                             [&](auto& child) { return child.name == entry.first; });
+            if (entry.second == node) {
+                entry.second = before != owned.rend() ? before->node : nullptr;
+            }
         }
     }
 

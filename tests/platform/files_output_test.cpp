@@ -7,7 +7,9 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <stdexcept>
+#include <thread>
 
 using namespace Zantrel::Files;
 namespace fs = std::filesystem;
@@ -51,7 +53,7 @@ TEST(OutputFile, TakesAnyUnicodeNameWhateverTheLocale) {
     TemporaryFolder const folder;
     std::wstring const path = (folder / "").wstring() + L"\x00F6\x00DF \x65E5 \U0001F600";
     std::vector<std::byte> bytes;
-    EXPECT_TRUE(WriteWholeFile(path, "new"));
+    ASSERT_TRUE(WriteWholeFile(path, "new"));
     EXPECT_TRUE(fs::directory_iterator(folder / "")->path().filename().u8string() ==
                 u8"\u00F6\u00DF \u65E5 \U0001F600");
     EXPECT_TRUE(ReadWholeFile(path, bytes));
@@ -72,6 +74,27 @@ TEST(OutputFile, TakesALongPath) {
          {deep / "c", deep, deep.parent_path()}) { // too long for remove_all on Windows
         fs::remove(AtAnyLength(made));
     }
+}
+
+TEST(OutputFile, MayBeOneOfSeveralForOneTarget) {
+    TemporaryFolder const folder;
+    std::wstring const path = (folder / "a").wstring();
+    std::atomic<int> failures = 0;
+    std::vector<std::thread> writers;
+    for (char letter = 'a'; letter < 'e'; ++letter) {
+        writers.emplace_back([&, letter] {
+            for (int turn = 0; turn < 25; ++turn) {
+                failures += WriteWholeFile(path, std::string(1000, letter)) ? 0 : 1;
+            }
+        });
+    }
+    for (std::thread& writer : writers) {
+        writer.join();
+    }
+    EXPECT_EQ(failures, 0);
+    EXPECT_EQ(folder.CountEntries(), 1);
+    std::string const content = ContentOf(folder / "a");
+    EXPECT_EQ(content, std::string(1000, content.empty() ? '-' : content.front()));
 }
 
 TEST(OutputFile, ReplacesAFileWhileTheLibraryReadsIt) {
@@ -128,6 +151,17 @@ TEST(OutputFile, WritesDirectlyToWhatIsNoFileOnADisk) {
     CloseHandle(reader);
     EXPECT_FALSE(WriteWholeFile(path, "lost"));
     EXPECT_TRUE(WriteWholeFile(L"NUL", "new"));
+}
+
+TEST(OutputFile, ReplacesAFileOnADiskByAnyOfItsNames) {
+    TemporaryFolder const folder;
+    std::wstring const path = (folder / "a").wstring();
+    Fill(path, "an old and longer text");
+    EXPECT_TRUE(WriteWholeFile(L"\\\\.\\" + path, "new"));
+    EXPECT_EQ(ContentOf(path), "new");
+    EXPECT_TRUE(WriteWholeFile(L"\\\\?\\" + path, "newer"));
+    EXPECT_EQ(ContentOf(path), "newer");
+    EXPECT_EQ(folder.CountEntries(), 1);
 }
 #else
 #include <csignal>

@@ -132,9 +132,17 @@ int Compare(fs::path const& there) {
 
 } // namespace
 
-int main(int, char** arguments) {
-    if (arguments[1] == std::string_view("compare")) {
-        return Compare(fs::current_path());
+int main(int count, char** arguments) {
+    fs::path const folder = fs::current_path();
+    std::string_view const command = count == 2 ? arguments[1] : "";
+    if (command == "compare") {
+        return Compare(folder);
     }
-    return Written(fs::current_path()).All() ? 0 : 1;
+    if (command != "write") {
+        return 2;
+    }
+    for (fs::directory_entry const& entry : fs::directory_iterator(folder)) {
+        fs::remove(entry); // from an earlier run, which may have written others
+    }
+    return Written(folder).All() ? 0 : 1;
 }

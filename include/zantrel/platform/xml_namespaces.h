@@ -9,7 +9,8 @@
 namespace Zantrel {
 
 /// The namespaces of the file formats. Only writers use them; no reader compares a document's namespace with
-/// them.
+/// them. In a static build they are empty until the library's own globals are made, so a host's globals can't
+/// count on them.
 namespace XML_namespaces {
 
 ZANTREL_EXPORT extern std::wstring const m_namespace_build_processors_2016_04;
