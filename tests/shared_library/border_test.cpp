@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// What passes between a host and the library, each a module of its own: also built against the shared library.
+// What passes between a host and the library, each a module of its own: also built against the shared
+// library.
 #include <zantrel/zantrel.h>
 
 #include "tests/support/comma_locale.h"
@@ -22,7 +23,9 @@ TEST(Border, IsPassedByExceptionsOfTheLibrary) {
 
 TEST(Border, IsPassedByExceptionsOfTheHost) {
     struct Throwing : ISAXPersistHelper {
-        bool HandleTag(std::string const&, KelSAX::ISAXReader&) override { throw std::domain_error("host's"); }
+        bool HandleTag(std::string const&, KelSAX::ISAXReader&) override {
+            throw std::domain_error("host's");
+        }
         bool Write(KelSAX::ISAXWriter&) const override { throw std::domain_error("host's"); }
     } handler;
     std::istringstream in("<a/>");
