@@ -38,11 +38,6 @@ if(TARGET paramtool)
   target_link_libraries(paramtool PRIVATE CLI11::CLI11)
 endif()
 
-if(WIN32) # where a program finds DLLs beside itself
-  set_target_properties(zantrel PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/examples)
-  file(COPY ${windows_runtime} DESTINATION ${PROJECT_BINARY_DIR}/examples)
-endif()
-
 # Hosts end with 0 when all that they check holds. Only they use the library as its users do, with what it exports.
 if(ZANTREL_BUILD_TESTS)
   set(data ${PROJECT_SOURCE_DIR}/examples/data)

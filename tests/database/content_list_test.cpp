@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <zantrel/database/content_list.h>
 
+#include "tests/support/characters.h"
 #include "tests/support/small_parameter_file.h"
 
 #include <gmock/gmock.h>
@@ -73,11 +74,9 @@ TEST(ContentList, NamesEachLeafByTheStepsFromItsCursor) {
 TEST(ContentList, IsSortedByUtf16UnitsAndKeepsTheFirstOfTwoLeavesOnOnePath) {
     ParameterLayout layout;
     LayoutNode& editor = *layout.m_profileEditor;
-    std::wstring const high =
-        sizeof(wchar_t) == 2 ? L"\xD800\xDC00" : std::wstring(1, static_cast<wchar_t>(0x10000));
+    std::wstring const high = Character(0x10000);
     editor.AddNode(L"\xFFFD");
-    editor.AddNode(high.c_str())->AddNode(L"b_c");
-    LayoutNode const* const first = editor.Back()->Back();
+    LayoutNode const* const first = editor.AddNode(high.c_str())->AddNode(L"b_c");
     editor.AddNode((high + L"_b").c_str())->AddNode(L"c");
     editor.AddNode(L"n")->SetList(true, L"i", L"")->SetMultiplicity(12);
     LayoutNode* const profiles = editor.AddNode(L"p")->SetProfile(true, L"i");

@@ -53,6 +53,11 @@ struct HostText : PersistentProperty<std::wstring> {
     std::wstring GetType() const override { return L"PositionMatrix"; }
 };
 
+/// Throws std::bad_cast where it is of another class.
+template <class T> T const& ValueOf(IPersistentProperty const* property) {
+    return dynamic_cast<PersistentProperty<T> const&>(*property).m_value;
+}
+
 /// Takes out of a bag what is not to be kept.
 struct Keeping : IPersistentPropertyFilter {
     std::function<bool(IPersistentProperty*)> m_isKept;
@@ -92,7 +97,7 @@ TEST(Bag, LooksAtTheFirstEntryOfANameButSetsTheFirstOfAClass) {
     bag.SetValue<std::wstring>(L"n", L"new");
     EXPECT_EQ(bag.GetNumProperties(), 2u);
     auto second = ++bag.begin();
-    EXPECT_EQ(PropertyCast<std::wstring>((*second).property)->m_value, L"new");
+    EXPECT_EQ(ValueOf<std::wstring>((*second).property), L"new");
 }
 
 TEST(Bag, RevivesADeletedValueOnlyWhenAskedToCreate) {
@@ -169,14 +174,14 @@ public:
     }
     void DropMultiplesOf(int divisor) {
         Keeping::In(m_bag, [divisor](IPersistentProperty* property) {
-            return PropertyCast<std::int32_t>(property)->m_value % divisor != 0;
+            return ValueOf<std::int32_t>(property) % divisor != 0;
         });
         std::erase_if(m_model, [divisor](auto const& entry) { return entry.second % divisor == 0; });
     }
     void Check() const {
         Entries entries;
         for (auto const& [name, property] : m_bag) {
-            entries.emplace_back(name, PropertyCast<std::int32_t>(property)->m_value);
+            entries.emplace_back(name, ValueOf<std::int32_t>(property));
         }
         EXPECT_EQ(entries, Entries(m_model.begin(), m_model.end()));
         EXPECT_EQ(m_bag.GetNumProperties(), m_model.size());

@@ -2,6 +2,7 @@
 #include "platform/text/base64.h"
 #include "platform/text/unicode.h"
 #include "platform/text/utf16_order.h"
+#include "tests/support/characters.h"
 
 #include <zantrel/platform/string_conversion.h>
 #include <zantrel/platform/uuid.h>
@@ -11,15 +12,9 @@
 #include <set>
 
 using namespace Zantrel::Text;
+using TestSupport::Character;
 
 namespace {
-
-std::wstring Wide(char32_t code) {
-    if (sizeof(wchar_t) == 2 && code > 0xFFFF) {
-        return {static_cast<wchar_t>(0xD7C0 + (code >> 10)), static_cast<wchar_t>(0xDC00 + (code & 0x3FF))};
-    }
-    return std::wstring(1, static_cast<wchar_t>(code));
-}
 
 std::vector<std::byte> Bytes(std::string_view text) {
     auto const* const first = reinterpret_cast<std::byte const*>(text.data());
@@ -34,7 +29,7 @@ TEST(TextConversion, EncodesTheBordersOfEachLength) {
          {Row{0x1, "\x01"}, Row{0x7F, "\x7F"}, Row{0x80, "\xC2\x80"}, Row{0x7FF, "\xDF\xBF"},
           Row{0x800, "\xE0\xA0\x80"}, Row{0xD7FF, "\xED\x9F\xBF"}, Row{0xE000, "\xEE\x80\x80"},
           Row{0xFFFF, "\xEF\xBF\xBF"}, Row{0x10000, "\xF0\x90\x80\x80"}, Row{0x10FFFF, "\xF4\x8F\xBF\xBF"}}) {
-        EXPECT_EQ(StringConversion::NativeToUtf8(Wide(code)), utf8);
+        EXPECT_EQ(StringConversion::NativeToUtf8(Character(code)), utf8);
     }
 }
 
@@ -43,7 +38,7 @@ TEST(TextConversion, BringsEveryCodePointBackBehindTextOfAnyLength) {
         if (code == 0xD800) {
             code = 0xE000;
         }
-        std::wstring const text = std::wstring(code % 37, L'x') + Wide(code) + L"y";
+        std::wstring const text = std::wstring(code % 37, L'x') + Character(code) + L"y";
         std::string utf8;
         ASSERT_TRUE(AppendUtf8(text, utf8) && EqualsUtf8(text, utf8)) << std::uint32_t(code);
         ASSERT_EQ(StringConversion::Utf8ToNative(utf8), text) << std::uint32_t(code);
@@ -91,8 +86,8 @@ TEST(TextConversion, TellsDifferentTextsApartWithoutConvertingThem) {
 
 TEST(TextOrder, GoesByUtf16CodeUnit) {
     std::vector<std::wstring> const ordered({L"", L"A", L"AB", L"B", L"a", L"\x00E4", L"\xD7FF",
-                                             Wide(0x10000), Wide(0x10000) + L"!", Wide(0x10FFFF), L"\xE000",
-                                             L"\xFFFD"});
+                                             Character(0x10000), Character(0x10000) + L"!",
+                                             Character(0x10FFFF), L"\xE000", L"\xFFFD"});
     for (std::size_t left = 0; left < ordered.size(); ++left) {
         for (std::size_t right = 0; right < ordered.size(); ++right) {
             int const result = Compare(ordered[left], ordered[right]);
@@ -102,9 +97,9 @@ TEST(TextOrder, GoesByUtf16CodeUnit) {
 }
 
 TEST(TextOrder, TakesBothSpellingsOfAPairForOne) {
-    EXPECT_EQ(Compare(Wide(0x1F600) + L"x", L"\xD83D\xDE00x"), 0);
-    EXPECT_LT(Compare(Wide(0x1F600), L"\xD83D\xDE01"), 0);
-    EXPECT_GT(Compare(Wide(0x1F600), L"\xD83D"), 0);
+    EXPECT_EQ(Compare(Character(0x1F600) + L"x", L"\xD83D\xDE00x"), 0);
+    EXPECT_LT(Compare(Character(0x1F600), L"\xD83D\xDE01"), 0);
+    EXPECT_GT(Compare(Character(0x1F600), L"\xD83D"), 0);
 }
 
 TEST(Base64, FollowsTheTestVectorsBothWays) {
