@@ -38,7 +38,7 @@ if(TARGET paramtool)
   target_link_libraries(paramtool PRIVATE CLI11::CLI11)
 endif()
 
-# Hosts end with 0 when all that they check holds. Only they use the library as its users do, with what it exports.
+# Hosts end with 0 when all that they check holds. They use the library as its users do, with what it exports.
 if(ZANTREL_BUILD_TESTS)
   set(data ${PROJECT_SOURCE_DIR}/examples/data)
   set(results ${PROJECT_BINARY_DIR}/results)

@@ -86,9 +86,8 @@ private:
 
     std::vector<LayoutNode*> m_nodes;
     Index m_index;
-    LayoutNode* m_holder = nullptr; ///< whose children these are; null for a list that stands alone
-    LayoutNode* m_firstOwned =
-        nullptr; ///< every owned node once, linked by LayoutNode::m_nextOwned and m_previousOwned
+    LayoutNode* m_holder = nullptr;     ///< whose children these are; null for a list that stands alone
+    LayoutNode* m_firstOwned = nullptr; ///< every owned node once, linked both ways by the nodes themselves
     LayoutNode* m_lastOwned = nullptr;
     LayoutNodes* m_heir = nullptr; ///< where the nodes go at the end of this list instead of being ended here
 };
