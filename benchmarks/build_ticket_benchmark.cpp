@@ -6,7 +6,7 @@
 #include "benchmarks/document.h"
 
 #include <zantrel/build_ticket/build_ticket_file.h>
-#include <zantrel/platform/property_names.h>
+#include <zantrel/store/property_names.h>
 
 #include <benchmark/benchmark.h>
 #include <malloc.h>

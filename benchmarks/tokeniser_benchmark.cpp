@@ -3,8 +3,8 @@
 // The tokeniser alone against libexpat with empty handlers, over the same bytes of a document like a
 // parameter file.
 
-#include "platform/xml/tokeniser.h"
 #include "tests/support/memory_source.h"
+#include "xml/tokeniser.h"
 
 #include <benchmark/benchmark.h>
 #include <expat.h>

@@ -2,9 +2,9 @@
 #include <zantrel/build_ticket/build_ticket.h>
 
 #include "build_ticket/store_filter.h"
-#include "platform/properties/name_copier.h"
+#include "store/name_copier.h"
 
-#include <zantrel/platform/property_names.h>
+#include <zantrel/store/property_names.h>
 
 #include <vector>
 

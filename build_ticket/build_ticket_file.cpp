@@ -4,10 +4,10 @@
 #include "build_ticket/build_ticket_read.h"
 #include "build_ticket/build_ticket_write.h"
 #include "build_ticket/ticket_words.h"
-#include "platform/sax/document_options.h"
+#include "sax/document_options.h"
 
-#include <zantrel/platform/sax_utilities.h>
-#include <zantrel/platform/xml_namespaces.h>
+#include <zantrel/sax/sax_utilities.h>
+#include <zantrel/sax/xml_namespaces.h>
 
 namespace Zantrel {
 

@@ -2,9 +2,9 @@
 #include "build_ticket/build_ticket_read.h"
 
 #include "build_ticket/ticket_words.h"
-#include "platform/properties/property_set_sax.h"
+#include "store/property_set_sax.h"
 
-#include <zantrel/platform/sax_reader.h>
+#include <zantrel/sax/sax_reader.h>
 
 namespace Zantrel {
 

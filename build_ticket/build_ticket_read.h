@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "platform/properties/shared_names.h"
+#include "store/shared_names.h"
 
 #include <zantrel/build_ticket/build_ticket.h>
-#include <zantrel/platform/sax_persist.h>
+#include <zantrel/sax/sax_persist.h>
 
 namespace Zantrel {
 

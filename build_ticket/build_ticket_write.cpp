@@ -2,11 +2,11 @@
 #include "build_ticket/build_ticket_write.h"
 
 #include "build_ticket/ticket_words.h"
-#include "platform/properties/property_set_sax.h"
+#include "store/property_set_sax.h"
 
-#include <zantrel/platform/stream_text_out.h>
-#include <zantrel/platform/sub_properties.h>
-#include <zantrel/platform/tag_writer.h>
+#include <zantrel/sax/tag_writer.h>
+#include <zantrel/store/sub_properties.h>
+#include <zantrel/text/stream_text_out.h>
 
 #include <algorithm>
 #include <string>

@@ -2,7 +2,7 @@
 #pragma once
 
 #include <zantrel/build_ticket/build_ticket.h>
-#include <zantrel/platform/sax_persist.h>
+#include <zantrel/sax/sax_persist.h>
 
 #include <cstdint>
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "build_ticket/property_filter.h"
 
-#include "platform/properties/type_names.h"
+#include "store/type_names.h"
 
-#include <zantrel/platform/property_names.h>
+#include <zantrel/store/property_names.h>
 
 #include <type_traits>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <zantrel/platform/property_filter.h>
+#include <zantrel/store/property_filter.h>
 
 #include <set>
 #include <string>

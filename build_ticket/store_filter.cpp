@@ -3,8 +3,8 @@
 
 #include "build_ticket/property_filter.h"
 
-#include <zantrel/platform/property_names.h>
-#include <zantrel/platform/sub_properties.h>
+#include <zantrel/store/property_names.h>
+#include <zantrel/store/sub_properties.h>
 
 #include <algorithm>
 #include <iterator>

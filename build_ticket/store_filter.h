@@ -2,8 +2,8 @@
 #pragma once
 
 #include <zantrel/layout/parameter_layout.h>
-#include <zantrel/platform/external_properties.h>
-#include <zantrel/platform/property_filter.h>
+#include <zantrel/store/external_properties.h>
+#include <zantrel/store/property_filter.h>
 
 #include <map>
 #include <memory>

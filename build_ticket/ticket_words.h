@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "platform/properties/property_set_words.h"
+#include "store/property_set_words.h"
 
 #include <cstdint>
 #include <string_view>

@@ -21,9 +21,10 @@ if(ZANTREL_BUILD_FUZZ)
     target_link_libraries(zantrel_fuzz_${name} PRIVATE zantrel_warnings EXPAT::EXPAT)
   endfunction()
 
-  file(GLOB tokeniser_sources CONFIGURE_DEPENDS platform/xml/*.cpp)
+  file(GLOB tokeniser_sources CONFIGURE_DEPENDS text/*.cpp xml/*.cpp)
   zantrel_add_fuzz_target(tokeniser ${tokeniser_sources})
   file(GLOB_RECURSE layout_file_sources CONFIGURE_DEPENDS
-    platform/*.cpp layout/*.cpp database/*.cpp parameter_files/*.cpp layout_files/*.cpp)
+    text/*.cpp io/*.cpp xml/*.cpp sax/*.cpp store/*.cpp
+    layout/*.cpp database/*.cpp parameter_files/*.cpp layout_files/*.cpp)
   zantrel_add_fuzz_target(layout_file ${layout_file_sources})
 endif()

@@ -3,10 +3,10 @@
 
 #include "database/value_type.h"
 #include "layout/value_text.h"
-#include "platform/properties/record_room.h"
-#include "platform/properties/reserved_names.h"
+#include "store/record_room.h"
+#include "store/reserved_names.h"
 
-#include <zantrel/platform/indexed_properties.h>
+#include <zantrel/store/indexed_properties.h>
 
 // The bags of a group's children, with the values of those that are leaves, are built in one allocation: the
 // group's block. A list item or a profile of a million is one such block.

@@ -2,7 +2,7 @@
 #pragma once
 
 #include <zantrel/layout/layout_node.h>
-#include <zantrel/platform/persistent_properties.h>
+#include <zantrel/store/persistent_properties.h>
 
 namespace Zantrel {
 

@@ -3,7 +3,7 @@
 
 #include "database/find_bag.h"
 #include "database/format.h"
-#include "platform/properties/reserved_names.h"
+#include "store/reserved_names.h"
 
 #include <zantrel/layout/layout_node.h>
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include <zantrel/layout/node_type.h>
-#include <zantrel/platform/file_content.h>
+#include <zantrel/store/file_content.h>
 
 #include <cstdint>
 #include <string>

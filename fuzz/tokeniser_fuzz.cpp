@@ -3,9 +3,9 @@
 // Reads the same bytes with the tokeniser, whole and in pieces, and with libexpat: verdict and events must be
 // equal but for what the two are meant to take differently.
 
-#include "platform/xml/names.h"
-#include "platform/xml/utf8.h"
 #include "tests/conformance/two_readers.h"
+#include "text/utf8.h"
+#include "xml/names.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -80,7 +80,7 @@ bool StopsAtNameOfFifthEdition(std::string_view bytes, Reading const& theirs) {
     char32_t code = 0;
     if (Form const form = FormOf(bytes); form == Form::Utf8) {
         char const* const at = bytes.data() + theirs.errorByte;
-        auto const decoded = DecodeUtf8(at, bytes.data() + bytes.size());
+        auto const decoded = Zantrel::Text::DecodeUtf8(at, bytes.data() + bytes.size());
         code = decoded.code;
         character.assign(at, decoded.size);
     } else {
@@ -88,7 +88,8 @@ bool StopsAtNameOfFifthEdition(std::string_view bytes, Reading const& theirs) {
         if (code >= 0xD800 && code < 0xE000)
             return true; // the fourth edition has no name character beyond U+FFFF
         character.resize(4);
-        character.resize(static_cast<std::size_t>(EncodeUtf8(code, character.data()) - character.data()));
+        character.resize(
+            static_cast<std::size_t>(Zantrel::Text::EncodeUtf8(code, character.data()) - character.data()));
     }
     return IsNameStart(code) != IsPortableXmlName(character) ||
            IsNameCharacter(code) != IsPortableXmlName("a" + character);

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <zantrel/layout/layout_node.h>
 
-#include <zantrel/platform/uuid.h>
+#include <zantrel/io/uuid.h>
 
 #include <algorithm>
 #include <iterator>

@@ -2,10 +2,10 @@
 #include <zantrel/layout/layout_nodes.h>
 
 #include <zantrel/layout/layout_node.h>
-#include <zantrel/platform/string_conversion.h>
+#include <zantrel/text/string_conversion.h>
 
-#include "platform/text/unicode.h"
-#include "platform/text/utf16_order.h"
+#include "text/unicode.h"
+#include "text/utf16_order.h"
 
 #include <algorithm>
 #include <memory>

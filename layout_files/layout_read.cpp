@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "layout_files/layout_read.h"
 
-#include "platform/text/unicode.h"
+#include "text/unicode.h"
 
-#include <zantrel/platform/string_conversion.h>
+#include <zantrel/text/string_conversion.h>
 
 using namespace Zantrel;
 

@@ -2,9 +2,9 @@
 #pragma once
 
 #include <zantrel/layout/parameter_layout.h>
-#include <zantrel/platform/sax_persist.h>
-#include <zantrel/platform/sax_reader.h>
-#include <zantrel/platform/sax_utilities.h>
+#include <zantrel/sax/sax_persist.h>
+#include <zantrel/sax/sax_reader.h>
+#include <zantrel/sax/sax_utilities.h>
 
 #include <cstddef>
 #include <memory>

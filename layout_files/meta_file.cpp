@@ -3,11 +3,11 @@
 
 #include "layout_files/meta_file_read.h"
 #include "layout_files/meta_file_write.h"
-#include "platform/sax/document_options.h"
+#include "sax/document_options.h"
 
-#include <zantrel/platform/sax_utilities.h>
-#include <zantrel/platform/string_conversion.h>
-#include <zantrel/platform/xml_namespaces.h>
+#include <zantrel/sax/sax_utilities.h>
+#include <zantrel/sax/xml_namespaces.h>
+#include <zantrel/text/string_conversion.h>
 
 namespace Zantrel {
 

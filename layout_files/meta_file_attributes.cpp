@@ -4,7 +4,7 @@
 #include "layout_files/join.h"
 #include "layout_files/meta_file_words.h"
 
-#include <zantrel/platform/stream_text_out.h>
+#include <zantrel/text/stream_text_out.h>
 
 #include <string>
 #include <string_view>

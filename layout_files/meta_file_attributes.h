@@ -2,7 +2,7 @@
 #pragma once
 
 #include <zantrel/layout/layout_node.h>
-#include <zantrel/platform/sax_writer.h>
+#include <zantrel/sax/sax_writer.h>
 
 namespace Zantrel {
 

@@ -3,10 +3,10 @@
 
 #include "layout_files/meta_file_words.h"
 #include "layout_files/resource_dictionary_read.h"
-#include "platform/text/numbers.h"
-#include "platform/text/unicode.h"
+#include "text/numbers.h"
+#include "text/unicode.h"
 
-#include <zantrel/platform/string_conversion.h>
+#include <zantrel/text/string_conversion.h>
 
 #include <algorithm>
 #include <iterator>

@@ -4,7 +4,7 @@
 #include "layout_files/meta_file_attributes.h"
 #include "layout_files/meta_file_words.h"
 
-#include <zantrel/platform/tag_writer.h>
+#include <zantrel/sax/tag_writer.h>
 
 using namespace Zantrel;
 namespace Word = Zantrel::MetaFileWord;

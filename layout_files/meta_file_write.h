@@ -2,7 +2,7 @@
 #pragma once
 
 #include <zantrel/layout/parameter_layout.h>
-#include <zantrel/platform/sax_persist.h>
+#include <zantrel/sax/sax_persist.h>
 
 /// Writes a layout, which is borrowed, as the content of the root of a meta file.
 class ParameterLayoutIOMetaFileWrite : public ISAXPersistHelper {

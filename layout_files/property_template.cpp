@@ -4,10 +4,10 @@
 #include "layout_files/property_template_read.h"
 #include "layout_files/property_template_words.h"
 #include "layout_files/property_template_write.h"
-#include "platform/sax/document_options.h"
+#include "sax/document_options.h"
 
-#include <zantrel/platform/sax_utilities.h>
-#include <zantrel/platform/xml_namespaces.h>
+#include <zantrel/sax/sax_utilities.h>
+#include <zantrel/sax/xml_namespaces.h>
 
 #include <utility>
 

@@ -3,7 +3,7 @@
 
 #include "layout_files/property_template_words.h"
 
-#include <zantrel/platform/sax_reader.h>
+#include <zantrel/sax/sax_reader.h>
 
 #include <algorithm>
 #include <iterator>

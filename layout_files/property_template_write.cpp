@@ -5,7 +5,7 @@
 #include "layout_files/property_template_words.h"
 
 #include <zantrel/layout/resource_dictionary.h>
-#include <zantrel/platform/tag_writer.h>
+#include <zantrel/sax/tag_writer.h>
 
 #include <deque>
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include <zantrel/layout/parameter_layout.h>
-#include <zantrel/platform/sax_persist.h>
+#include <zantrel/sax/sax_persist.h>
 
 #include <string>
 #include <string_view>

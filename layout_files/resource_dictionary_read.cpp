@@ -3,7 +3,7 @@
 
 #include "layout_files/meta_file_words.h"
 
-#include <zantrel/platform/sax_reader.h>
+#include <zantrel/sax/sax_reader.h>
 
 namespace Word = Zantrel::MetaFileWord;
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "layout_files/type_words.h"
 
-#include "platform/sax/report_texts.h"
+#include "sax/report_texts.h"
 
 namespace Zantrel {
 

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "platform/enum_order.h"
+#include "text/enum_order.h"
 
 #include <zantrel/layout/node_type.h>
-#include <zantrel/platform/sax_reader.h>
+#include <zantrel/sax/sax_reader.h>
 
 #include <span>
 #include <string>

@@ -5,11 +5,11 @@
 #include "parameter_files/parameter_node_read.h"
 #include "parameter_files/parameter_node_write.h"
 #include "parameter_files/vocabulary.h"
-#include "platform/sax/document_options.h"
+#include "sax/document_options.h"
 
 #include <zantrel/layout/parameter_layout.h>
-#include <zantrel/platform/sax_utilities.h>
-#include <zantrel/platform/string_conversion.h>
+#include <zantrel/sax/sax_utilities.h>
+#include <zantrel/text/string_conversion.h>
 
 #include <utility>
 

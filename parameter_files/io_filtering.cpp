@@ -3,7 +3,7 @@
 
 #include "parameter_files/vocabulary.h"
 
-#include <zantrel/platform/sax_reader.h>
+#include <zantrel/sax/sax_reader.h>
 
 namespace Zantrel {
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "parameter_files/klvr_properties_read.h"
 
-#include <zantrel/platform/sax_reader.h>
-#include <zantrel/platform/string_conversion.h>
+#include <zantrel/sax/sax_reader.h>
+#include <zantrel/text/string_conversion.h>
 
 #include <utility>
 

@@ -5,7 +5,7 @@
 #include "parameter_files/node_value_sax.h"
 #include "parameter_files/vocabulary.h"
 
-#include <zantrel/platform/tag_writer.h>
+#include <zantrel/sax/tag_writer.h>
 
 using namespace Zantrel;
 namespace Word = Zantrel::ParameterFileWord;

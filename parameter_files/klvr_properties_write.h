@@ -3,7 +3,7 @@
 
 #include <zantrel/database/parameter_node.h>
 #include <zantrel/parameter_files/machine_parameters_file.h>
-#include <zantrel/platform/sax_persist.h>
+#include <zantrel/sax/sax_persist.h>
 
 /// Writes the content of one node as a machine parameters file has it. The options are borrowed.
 class ParameterNodeWriteKlvrProperties : public ISAXPersistHelper {

@@ -5,10 +5,10 @@
 #include "parameter_files/klvr_properties_write.h"
 #include "parameter_files/node_value_sax.h"
 #include "parameter_files/vocabulary.h"
-#include "platform/sax/document_options.h"
+#include "sax/document_options.h"
 
-#include <zantrel/platform/sax_utilities.h>
-#include <zantrel/platform/xml_namespaces.h>
+#include <zantrel/sax/sax_utilities.h>
+#include <zantrel/sax/xml_namespaces.h>
 
 namespace Zantrel::KlvrProperties {
 

@@ -2,9 +2,9 @@
 #include "parameter_files/node_read.h"
 
 #include "parameter_files/node_value_sax.h"
-#include "platform/text/unicode.h"
+#include "text/unicode.h"
 
-#include <zantrel/platform/string_conversion.h>
+#include <zantrel/text/string_conversion.h>
 
 #include <stdexcept>
 #include <utility>

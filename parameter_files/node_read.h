@@ -5,7 +5,7 @@
 #include "parameter_files/vocabulary.h"
 
 #include <zantrel/database/parameter_node.h>
-#include <zantrel/platform/sax_persist.h>
+#include <zantrel/sax/sax_persist.h>
 
 #include <cstddef>
 #include <memory>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "parameter_files/node_value_sax.h"
 
-#include "platform/text/numbers.h"
+#include "text/numbers.h"
 
 namespace Zantrel {
 

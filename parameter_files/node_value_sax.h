@@ -6,8 +6,8 @@
 
 #include <zantrel/database/parameter_database.h>
 #include <zantrel/layout/layout_node.h>
-#include <zantrel/platform/sax_reader.h>
-#include <zantrel/platform/sax_writer.h>
+#include <zantrel/sax/sax_reader.h>
+#include <zantrel/sax/sax_writer.h>
 
 namespace Zantrel {
 

@@ -5,7 +5,7 @@
 #include "parameter_files/parameter_node_read.h"
 
 #include <zantrel/database/parameter_database.h>
-#include <zantrel/platform/sax_utilities.h>
+#include <zantrel/sax/sax_utilities.h>
 
 namespace Zantrel {
 

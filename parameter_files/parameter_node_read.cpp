@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "parameter_files/parameter_node_read.h"
 
-#include <zantrel/platform/sax_reader.h>
+#include <zantrel/sax/sax_reader.h>
 
 #include <utility>
 

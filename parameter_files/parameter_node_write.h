@@ -3,7 +3,7 @@
 
 #include <zantrel/database/parameter_node.h>
 #include <zantrel/parameter_files/io_filtering.h>
-#include <zantrel/platform/sax_persist.h>
+#include <zantrel/sax/sax_persist.h>
 
 /// Writes the content of one node as a generic parameter file has it.
 class ParameterNodeWrite : public ISAXPersistHelper {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "platform/enum_order.h"
+#include "text/enum_order.h"
 
 #include <zantrel/database/parameter_node.h>
 #include <zantrel/layout/node_type.h>

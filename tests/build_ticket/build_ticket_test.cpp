@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/build_ticket/ticket_text.h"
 
-#include <zantrel/platform/property_names.h>
+#include <zantrel/store/property_names.h>
 
 #include <gtest/gtest.h>
 

@@ -3,8 +3,8 @@
 #include "tests/support/schema_check.h"
 
 #include <zantrel/build_ticket/build_ticket_file.h>
-#include <zantrel/platform/string_conversion.h>
-#include <zantrel/platform/xml_namespaces.h>
+#include <zantrel/sax/xml_namespaces.h>
+#include <zantrel/text/string_conversion.h>
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "platform/properties/property_set_sax.h"
-#include "platform/properties/visit_property.h"
+#include "store/property_set_sax.h"
+#include "store/visit_property.h"
 #include "tests/support/dump.h"
 
 #include <zantrel/build_ticket/build_ticket_file.h>

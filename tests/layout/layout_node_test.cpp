@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <zantrel/layout/layout_node.h>
 
-#include <zantrel/platform/string_conversion.h>
+#include <zantrel/text/string_conversion.h>
 
 #include "tests/support/failing_allocator.h"
 

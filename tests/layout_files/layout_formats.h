@@ -2,12 +2,12 @@
 #pragma once
 
 #include "layout_files/meta_file_write.h"
-#include "tests/platform/sax_test_support.h"
+#include "tests/support/sax_test_support.h"
 
 #include <zantrel/layout_files/meta_file.h>
 #include <zantrel/layout_files/property_template.h>
-#include <zantrel/platform/sax_utilities.h>
-#include <zantrel/platform/string_conversion.h>
+#include <zantrel/sax/sax_utilities.h>
+#include <zantrel/text/string_conversion.h>
 
 #include <string>
 

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "tests/platform/sax_test_support.h"
 #include "tests/support/generated_layout.h"
+#include "tests/support/sax_test_support.h"
 #include "tests/support/schema_check.h"
 
 #include <zantrel/layout_files/meta_file.h>
 #include <zantrel/layout_files/property_template.h>
-#include <zantrel/platform/xml_namespaces.h>
 #include <zantrel/sample/sample_layout.h>
+#include <zantrel/sax/xml_namespaces.h>
 
 #include <gtest/gtest.h>
 

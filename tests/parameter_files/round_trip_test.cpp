@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "platform/xml/names.h"
 #include "tests/support/characters.h"
 #include "tests/support/dump.h"
 #include "tests/support/generated_database.h"
 #include "tests/support/small_parameter_file.h"
+#include "xml/names.h"
 
 #include <gtest/gtest.h>
 

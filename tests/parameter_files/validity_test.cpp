@@ -2,8 +2,8 @@
 #include <zantrel/parameter_files/machine_parameters_file.h>
 #include <zantrel/parameter_files/parameter_file_validity.h>
 
-#include "tests/platform/sax_test_support.h"
 #include "tests/support/dump.h"
+#include "tests/support/sax_test_support.h"
 #include "tests/support/small_parameter_file.h"
 
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "tests/platform/sax_test_support.h"
+#include "tests/support/sax_test_support.h"
 #include "tests/support/small_parameter_file.h"
 
 #include <gtest/gtest.h>

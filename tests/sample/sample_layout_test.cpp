@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <zantrel/sample/sample_layout.h>
 
-#include <zantrel/platform/string_conversion.h>
+#include <zantrel/text/string_conversion.h>
 
 #include <gtest/gtest.h>
 

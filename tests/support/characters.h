@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "platform/xml/names.h"
+#include "xml/names.h"
 
 #include <string>
 

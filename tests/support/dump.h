@@ -2,11 +2,11 @@
 #pragma once
 
 #include "parameter_files/node_value_sax.h"
-#include "platform/text/numbers.h"
+#include "text/numbers.h"
 
 #include <zantrel/database/parameter_database.h>
 #include <zantrel/layout/parameter_layout.h>
-#include <zantrel/platform/string_conversion.h>
+#include <zantrel/text/string_conversion.h>
 
 #include <string>
 #include <utility>

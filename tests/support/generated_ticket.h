@@ -4,8 +4,8 @@
 #include "tests/support/generated_database.h"
 
 #include <zantrel/build_ticket/build_ticket.h>
-#include <zantrel/platform/indexed_properties.h>
-#include <zantrel/platform/sub_properties.h>
+#include <zantrel/store/indexed_properties.h>
+#include <zantrel/store/sub_properties.h>
 
 #include <cstdint>
 #include <iterator>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "tests/platform/sax_test_support.h"
+#include "tests/support/sax_test_support.h"
 
 #include <zantrel/parameter_files/machine_parameters_file.h>
 

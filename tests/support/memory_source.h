@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "platform/xml/byte_source.h"
+#include "io/byte_source.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -11,7 +11,7 @@
 namespace TestSupport {
 
 /// Gives the tokeniser a text that must outlive it.
-class MemorySource : public Zantrel::Xml::ByteSource {
+class MemorySource : public Zantrel::Io::ByteSource {
 public:
     explicit MemorySource(std::string_view bytes) : m_left(bytes) {}
     std::ptrdiff_t Read(char* into, std::size_t size) override {

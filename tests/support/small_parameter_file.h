@@ -3,8 +3,8 @@
 
 #include <zantrel/layout/parameter_layout.h>
 #include <zantrel/parameter_files/generic_parameter_file.h>
-#include <zantrel/platform/sax_utilities.h>
-#include <zantrel/platform/string_conversion.h>
+#include <zantrel/sax/sax_utilities.h>
+#include <zantrel/text/string_conversion.h>
 
 #include <memory>
 #include <sstream>

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 // Writes files of every format into the current folder, or compares those that stand there, from another run
 // or another platform, with what it writes itself: written_files write | compare
-#include "tests/platform/sax_test_support.h"
 #include "tests/support/characters.h"
 #include "tests/support/generated_database.h"
 #include "tests/support/generated_layout.h"
 #include "tests/support/generated_ticket.h"
+#include "tests/support/sax_test_support.h"
 
-#include "platform/files/output_file.h"
+#include "io/output_file.h"
 
 #include <zantrel/zantrel.h>
 
@@ -105,7 +105,7 @@ private:
         for (ContentList::Node const& node : list.m_nodes) {
             paths += StringConversion::NativeToUtf8(node.m_path) + '\n';
         }
-        Take(L"paths", [&](std::wstring const& path) { return Files::WriteWholeFile(path, paths); });
+        Take(L"paths", [&](std::wstring const& path) { return Io::WriteWholeFile(path, paths); });
     }
 
     fs::path m_folder;

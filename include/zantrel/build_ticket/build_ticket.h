@@ -3,7 +3,7 @@
 
 #include <zantrel/export.h>
 #include <zantrel/layout/parameter_layout.h>
-#include <zantrel/platform/external_properties.h>
+#include <zantrel/store/external_properties.h>
 
 #include <string>
 

@@ -3,8 +3,8 @@
 
 #include <zantrel/build_ticket/build_ticket.h>
 #include <zantrel/export.h>
-#include <zantrel/platform/read_report.h>
-#include <zantrel/platform/write_report.h>
+#include <zantrel/sax/read_report.h>
+#include <zantrel/sax/write_report.h>
 
 #include <cstdint>
 #include <iosfwd>

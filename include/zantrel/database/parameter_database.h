@@ -3,7 +3,7 @@
 
 #include <zantrel/database/parameter_node.h>
 #include <zantrel/export.h>
-#include <zantrel/platform/persistent_properties.h>
+#include <zantrel/store/persistent_properties.h>
 
 namespace Zantrel {
 

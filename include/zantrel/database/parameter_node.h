@@ -2,9 +2,9 @@
 #pragma once
 
 #include <zantrel/export.h>
-#include <zantrel/platform/file_content.h>
-#include <zantrel/platform/indexed_properties.h>
-#include <zantrel/platform/persistent_properties.h>
+#include <zantrel/store/file_content.h>
+#include <zantrel/store/indexed_properties.h>
+#include <zantrel/store/persistent_properties.h>
 
 #include <cstdint>
 #include <memory>

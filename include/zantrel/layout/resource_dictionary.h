@@ -2,7 +2,7 @@
 #pragma once
 
 #include <zantrel/export.h>
-#include <zantrel/platform/persistent_properties.h>
+#include <zantrel/store/persistent_properties.h>
 
 #include <string>
 

@@ -4,9 +4,9 @@
 #include <zantrel/database/parameter_database.h>
 #include <zantrel/export.h>
 #include <zantrel/parameter_files/io_filtering.h>
-#include <zantrel/platform/read_report.h>
-#include <zantrel/platform/sax_persist.h>
-#include <zantrel/platform/write_report.h>
+#include <zantrel/sax/read_report.h>
+#include <zantrel/sax/sax_persist.h>
+#include <zantrel/sax/write_report.h>
 
 #include <string>
 

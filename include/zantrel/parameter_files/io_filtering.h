@@ -2,7 +2,7 @@
 #pragma once
 
 #include <zantrel/export.h>
-#include <zantrel/platform/sax_persist.h>
+#include <zantrel/sax/sax_persist.h>
 
 #include <string>
 

@@ -3,7 +3,7 @@
 
 #include <zantrel/export.h>
 #include <zantrel/layout/parameter_layout.h>
-#include <zantrel/platform/read_report.h>
+#include <zantrel/sax/read_report.h>
 
 #include <cstddef>
 #include <string>

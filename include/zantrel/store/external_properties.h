@@ -1,0 +1,76 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <zantrel/export.h>
+#include <zantrel/sax/sax_persist.h>
+#include <zantrel/store/persistent_properties.h>
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace KelAM {
+
+/// The identifier of an object: a GUID from its text, with or without braces, in any case. A text that is no
+/// GUID stays itself in every form, so that no two distinct identifiers fall together.
+class ZANTREL_EXPORT ExternalPropertyID {
+public:
+    ExternalPropertyID() = default;
+    explicit ExternalPropertyID(std::wstring const& text);
+
+    std::wstring FormatGuid(bool braces, bool upperCase) const;
+
+    bool operator==(ExternalPropertyID const& other) const { return m_text == other.m_text; }
+    bool operator!=(ExternalPropertyID const& other) const { return !(*this == other); }
+
+private:
+    std::wstring m_text; ///< a GUID without braces in lower case; any other text as it came
+    bool m_isGuid = false;
+};
+
+/// The properties of one object outside of a database: a bag that knows its object. Assignment copies all of
+/// it; equality is that of the bags.
+class ZANTREL_EXPORT ExternalProperties : public PersistentProperties {
+public:
+    ExternalProperties() = default;
+    ExternalProperties(ExternalProperties const&) = default;
+    ExternalProperties& operator=(ExternalProperties const& other);
+    ~ExternalProperties() override;
+
+    std::int32_t m_objectKind =
+        0; ///< 1 build, 2 build item, 3 object, 4 component; any other value is no kind
+    ExternalPropertyID m_id;
+};
+
+/// The properties of many objects: a bag of PersistentProperty<ExternalProperties>, keyed by
+/// FormatGuid(false, false), so that all spellings of one GUID meet in one store. Belongs to one thread at a
+/// time.
+class ZANTREL_EXPORT DatabaseExternalProperties : public PersistentProperties {
+public:
+    DatabaseExternalProperties() = default;
+    DatabaseExternalProperties(DatabaseExternalProperties const&) = default;
+    DatabaseExternalProperties& operator=(DatabaseExternalProperties const&) = default;
+    ~DatabaseExternalProperties() override;
+
+    /// The properties of `id`; null when there are none and `create` is false. A new entry gets `id` as its
+    /// own. The pointer stays good while the entry lives.
+    ExternalProperties* GetProperties(ExternalPropertyID const& id, bool create);
+    ExternalProperties const* GetProperties(ExternalPropertyID const& id) const;
+    /// Replaces `names` by the keys, in their order.
+    void GetAllProperties(std::vector<std::wstring>& names) const;
+};
+
+/// Reads "Instance" elements, each with the attribute "uuid" and the properties of one object, into a
+/// database that outlives the handler.
+class ZANTREL_EXPORT DatabaseExternalPropertiesSax : public ISAXPersistHelper {
+public:
+    explicit DatabaseExternalPropertiesSax(DatabaseExternalProperties* database) : m_database(database) {}
+    bool HandleTag(std::string const& tag, KelSAX::ISAXReader& reader) override;
+
+private:
+    DatabaseExternalProperties* m_database;
+};
+
+} // namespace KelAM
+
+extern template class ZANTREL_EXPORT PersistentProperty<KelAM::ExternalProperties>;

@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <zantrel/export.h>
+#include <zantrel/sax/sax_persist.h>
+#include <zantrel/store/persistent_property.h>
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace KelAM {
+
+/// A file that travels with the parameters: a name and the bytes. A plain value; a default one is empty in
+/// both.
+class ZANTREL_EXPORT FileContent {
+public:
+    FileContent() = default;
+    FileContent(std::wstring name, std::vector<std::byte> data)
+        : m_name(std::move(name)), m_data(std::move(data)) {}
+
+    /// Takes the bytes of the file at `path` and the last part of the path as the name. False, and this
+    /// content is as it was, when the file can't be read.
+    bool LoadFile(std::wstring const& path);
+    /// Writes the bytes to `path`, whole or not at all. False when that fails; an old file is then as it was.
+    bool SaveFile(std::wstring const& path) const;
+
+    bool operator==(FileContent const& other) const {
+        return m_name == other.m_name && m_data == other.m_data;
+    }
+    bool operator!=(FileContent const& other) const { return !(*this == other); }
+
+    std::wstring m_name;
+    std::vector<std::byte> m_data;
+};
+
+/// Reads the content of one element, the children "Name" and "Data" (base64), into a content that outlives
+/// the handler. Other children are ignored, bad base64 leaves the bytes as they were.
+class ZANTREL_EXPORT FileContentRead : public ISAXPersistHelper {
+public:
+    explicit FileContentRead(FileContent& content) : m_content(&content) {}
+    bool HandleTag(std::string const& tag, KelSAX::ISAXReader& reader) override;
+
+private:
+    FileContent* m_content;
+};
+
+/// Writes such an element's content. The content outlives the handler.
+class ZANTREL_EXPORT FileContentWrite : public ISAXPersistHelper {
+public:
+    explicit FileContentWrite(FileContent const& content) : m_content(&content) {}
+    bool Write(KelSAX::ISAXWriter& writer) const override;
+
+private:
+    FileContent const* m_content;
+};
+
+} // namespace KelAM
+
+extern template class ZANTREL_EXPORT PersistentProperty<KelAM::FileContent>;

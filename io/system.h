@@ -1,0 +1,102 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+
+/// All that the library asks of the operating system. system_posix.cpp and system_windows.cpp answer it, one
+/// of them on each platform; beside them only the export macro and the width of a character depend on it.
+namespace Zantrel::Io {
+
+/// A path as the system takes it: wide on Windows, elsewhere bytes.
+#ifdef _WIN32
+using NativePath = std::wstring;
+#else
+using NativePath = std::string;
+#endif
+
+/// 0, or the system's own number for what went wrong.
+using Error = int;
+
+/// What went wrong in the system's words, without a full stop.
+std::wstring Describe(Error error);
+
+/// Nothing when no file can have this path: at a lone surrogate, a NUL, or when it is empty. The locale and
+/// the code page don't matter, and on Windows neither does the length.
+std::optional<NativePath> ToNativePath(std::wstring_view path);
+
+/// Whether something has this path; a link leads on. `error` is set where the system can't tell.
+bool Exists(NativePath const& path, Error& error);
+
+/// Bits that nobody can foretell. Throws std::system_error where there are none.
+std::uint32_t RandomBits();
+
+/// An open file, closed with its object.
+class File {
+public:
+    File() = default;
+    explicit File(std::intptr_t handle) noexcept : m_handle(handle) {}
+    File(File&& other) noexcept : m_handle(std::exchange(other.m_handle, None)) {}
+    File& operator=(File&& other) noexcept {
+        Close();
+        m_handle = std::exchange(other.m_handle, None);
+        return *this;
+    }
+    ~File() { Close(); }
+
+    bool IsOpen() const noexcept { return m_handle != None; }
+    /// The descriptor or handle; None where nothing is open.
+    std::intptr_t Handle() const noexcept { return m_handle; }
+
+    /// A folder is refused.
+    Error OpenToRead(NativePath const& path);
+    /// `got` is 0 at the end of the file.
+    Error Read(char* into, std::size_t size, std::size_t& got) noexcept;
+    /// Writes all the bytes. Of a pipe without a reader it is an error, never a signal.
+    Error Write(std::string_view bytes) noexcept;
+    /// Returns when the bytes are safe on the disk.
+    Error Flush() noexcept;
+    Error Close() noexcept;
+
+    static constexpr std::intptr_t None = -1;
+
+private:
+    std::intptr_t m_handle = None;
+};
+
+/// A file that is to be replaced as a whole: a new one is made beside it and moved over it at last. A new
+/// file that hasn't been moved goes with this object; it has to be closed before.
+class Target {
+public:
+    Target() = default;
+    Target(Target const&) = delete;
+    Target& operator=(Target const&) = delete;
+    ~Target();
+
+    /// Finds the file that `path` leads to, or the place where it will be.
+    Error Find(NativePath const& path);
+    /// False for what can only be written to: a pipe, a device.
+    bool IsReplaceable() const noexcept { return m_isReplaceable; }
+    Error OpenDirectly(File& file) const;
+    /// Makes the new file, with the permissions of the old one where a move wouldn't keep them. The name is
+    /// one in the target's folder. Here or in Find it turns out when the old file may not be written.
+    Error CreateBeside(NativePath const& name, File& file);
+    /// Whether CreateBeside failed because another file has the name.
+    static bool IsTaken(Error error) noexcept;
+    /// Moves the new file, which is closed, over the old one. Where an open file can't be replaced (Windows),
+    /// it tries for half a second.
+    Error Replace();
+
+private:
+    File m_folder;       ///< of the target; not on Windows, where files are found by their whole path alone
+    NativePath m_target; ///< its name in the folder; its whole path where it isn't replaceable and on Windows
+    NativePath m_temporary; ///< the new file's, alike; empty where there is none
+    bool m_exists = false;
+    bool m_isReplaceable = true;
+};
+
+} // namespace Zantrel::Io

@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <zantrel/io/uuid.h>
+
+#include "io/system.h"
+
+#include <cstdint>
+#include <string_view>
+
+namespace KelSDK {
+
+std::wstring CreateUUID_t() {
+    constexpr std::wstring_view Pattern = L"xxxxxxxx-xxxx-4xxx-yxxx-xxxxxxxxxxxx";
+    constexpr std::wstring_view Digits = L"0123456789abcdef";
+    std::uint32_t bits = 0;
+    unsigned left = 0;
+    std::wstring text(Pattern);
+    for (wchar_t& place : text) {
+        if (place != L'x' && place != L'y') {
+            continue;
+        }
+        if (left == 0) {
+            bits = Zantrel::Io::RandomBits();
+            left = 8;
+        }
+        place = Digits[place == L'x' ? bits & 0xF : 0x8 | (bits & 0x3)]; // the variant has two random bits
+        bits >>= 4;
+        --left;
+    }
+    return text;
+}
+
+} // namespace KelSDK

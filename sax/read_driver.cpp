@@ -1,0 +1,248 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "sax/read_driver.h"
+
+#include "sax/report_texts.h"
+#include "text/enum_order.h"
+#include "text/numbers.h"
+#include "text/unicode.h"
+
+#include <zantrel/text/string_conversion.h>
+
+#include <algorithm>
+
+namespace Zantrel::Sax {
+
+namespace {
+
+using Kind = ReadReport::Kind;
+
+struct KindText {
+    Kind kind;
+    std::wstring_view pattern;
+};
+
+constexpr KindText KindTexts[] = {
+    {Kind::CannotRead, L"{0}"},
+    {Kind::DocumentError, L"{0}"},
+    {Kind::RefusedDocument, L"{0}"},
+    {Kind::UntakenElement, L"The element \"{0}\" is not known here and was passed over."},
+    {Kind::UnparsedText, L"The text \"{0}\" is no {1}; the old value stays."},
+    {Kind::UnparsedAttribute, L"The attribute {0}=\"{1}\" is no {2} and counts as absent."},
+    {Kind::DroppedValue, L"{0}"},
+};
+
+static_assert(InEnumOrder(KindTexts, &KindText::kind, Kind::DroppedValue));
+
+} // namespace
+
+ReadDriver::ReadDriver(DocumentSource& source, ISAXPersist& root, ReadReport* report)
+    : m_source(source), m_tokeniser(source), m_root(root), m_report(report) {}
+
+ReadDriver::~ReadDriver() { DestroyPushed(0); }
+
+bool ReadDriver::Run() {
+    m_root.SetDefaults();
+    for (;;) {
+        switch (m_tokeniser.Next()) {
+        case Xml::Token::StartTag:
+            if (!Deliver(true)) {
+                return false;
+            }
+            Hold();
+            break;
+        case Xml::Token::Text:
+            HoldText();
+            break;
+        case Xml::Token::EndTag:
+            if (!Deliver(false)) {
+                return false;
+            }
+            End();
+            break;
+        case Xml::Token::End:
+            m_root.ResolveReferences(*this);
+            m_root.InitAfterLoading();
+            return true;
+        case Xml::Token::Error:
+            ReportError();
+            return false;
+        }
+    }
+}
+
+void ReadDriver::Hold() {
+    if (m_open.size() == m_depth) {
+        m_open.emplace_back();
+    }
+    m_open[m_depth].tag = m_tokeniser.Name();
+    ++m_depth;
+    m_stage = Stage::Held;
+    m_text.clear();
+    m_attributeText.clear();
+    m_attributes.clear();
+    m_hasAttributeMap = false;
+    for (Xml::Attribute const& attribute : m_tokeniser.Attributes()) {
+        std::size_t const name = m_attributeText.size();
+        m_attributeText.append(attribute.name);
+        std::size_t const value = m_attributeText.size();
+        m_attributeText.append(attribute.value);
+        m_attributes.push_back({name, value, m_attributeText.size()});
+    }
+    if (m_report != nullptr) {
+        m_place = m_tokeniser.Where();
+        m_isReported = false;
+    }
+}
+
+void ReadDriver::HoldText() {
+    if (m_stage == Stage::Held) { // text behind a child is nobody's
+        m_text.append(m_tokeniser.Text());
+    }
+}
+
+bool ReadDriver::Deliver(bool hasChildren) {
+    if (m_stage != Stage::Held) {
+        return true;
+    }
+    m_stage = Stage::Handled;
+    if (hasChildren && Text::Trim(m_text).empty()) {
+        m_text.clear();
+    }
+    Element& element = Innermost();
+    element.receiver = m_depth == 1 ? &m_root : m_open[m_depth - 2].receiverOfChildren;
+    element.receiverOfChildren = element.receiver;
+    element.pushedBefore = m_pushed.size();
+    bool const taken = element.receiver != nullptr && element.receiver->HandleTag(element.tag, *this);
+    if (!taken && m_depth > 1 && m_report != nullptr && !m_isReported) {
+        Report(Kind::UntakenElement, {Excerpt(element.tag)});
+    }
+    m_stage = Stage::None;
+    return !m_isRefused;
+}
+
+void ReadDriver::End() {
+    Element& element = Innermost();
+    if (element.receiver != nullptr) {
+        element.receiver->HandleEndTag(element.tag);
+    }
+    DestroyPushed(element.pushedBefore);
+    --m_depth;
+}
+
+void ReadDriver::DestroyPushed(std::size_t keep) noexcept {
+    while (m_pushed.size() > keep) {
+        // Off the list first: a destructor may push.
+        std::unique_ptr<ISAXPersist> const last = std::move(m_pushed.back());
+        m_pushed.pop_back();
+    }
+}
+
+void ReadDriver::PushHandler(ISAXPersist* handler) {
+    bool const hasOwner = handler == nullptr || handler == &m_root ||
+                          std::any_of(m_pushed.begin(), m_pushed.end(),
+                                      [handler](auto const& other) { return other.get() == handler; });
+    if (!hasOwner) {
+        std::unique_ptr<ISAXPersist> pushed(handler);
+        m_pushed.push_back(std::move(pushed));
+    }
+    if (m_depth != 0) {
+        Innermost().receiverOfChildren = handler;
+    }
+}
+
+std::map<std::string, std::string> const& ReadDriver::GetAttributes() {
+    if (m_stage != Stage::Handled) {
+        static std::map<std::string, std::string> const none;
+        return none;
+    }
+    if (!m_hasAttributeMap) {
+        m_attributeMap.clear();
+        for (HeldAttribute const& held : m_attributes) {
+            m_attributeMap.emplace(NameOf(held), ValueOf(held));
+        }
+        m_hasAttributeMap = true;
+    }
+    return m_attributeMap;
+}
+
+std::string const& ReadDriver::GetAncestorTag(std::size_t level) {
+    static std::string const none;
+    return level < m_depth ? m_open[m_depth - 1 - level].tag : none;
+}
+
+std::size_t ReadDriver::GetDepth() const { return m_depth != 0 ? m_depth - 1 : 0; }
+
+std::optional<std::string_view> ReadDriver::FindText() const {
+    return m_stage == Stage::Handled ? std::optional<std::string_view>(m_text) : std::nullopt;
+}
+
+std::optional<std::string_view> ReadDriver::FindAttribute(std::string_view name) const {
+    if (m_stage == Stage::Handled) {
+        for (HeldAttribute const& held : m_attributes) {
+            if (NameOf(held) == name) {
+                return ValueOf(held);
+            }
+        }
+    }
+    return std::nullopt;
+}
+
+std::string_view ReadDriver::NameOf(HeldAttribute const& held) const {
+    return std::string_view(m_attributeText).substr(held.name, held.value - held.name);
+}
+
+std::string_view ReadDriver::ValueOf(HeldAttribute const& held) const {
+    return std::string_view(m_attributeText).substr(held.value, held.end - held.value);
+}
+
+void ReadDriver::ReportUnparsedText(std::wstring_view expected) {
+    if (m_report != nullptr) {
+        Report(Kind::UnparsedText, {Excerpt(m_text), expected});
+    }
+}
+
+void ReadDriver::ReportUnparsedAttribute(std::string_view name, std::wstring_view expected) {
+    if (m_report != nullptr) {
+        std::string_view const text = FindAttribute(name).value_or(std::string_view());
+        Report(Kind::UnparsedAttribute, {Excerpt(name), Excerpt(text), expected});
+    }
+}
+
+void ReadDriver::ReportDropped(std::wstring_view sentence) { Report(Kind::DroppedValue, {sentence}); }
+
+void ReadDriver::RefuseDocument(std::wstring_view sentence) {
+    m_isRefused = true;
+    Report(Kind::RefusedDocument, {sentence});
+}
+
+void ReadDriver::ReportError() {
+    if (m_report != nullptr) {
+        std::wstring const failure = m_source.FailureText();
+        bool const sourceFailed = !failure.empty();
+        Report(sourceFailed ? Kind::CannotRead : Kind::DocumentError,
+               {sourceFailed ? failure : StringConversion::Utf8ToNative(m_tokeniser.ErrorText())});
+    }
+}
+
+void ReadDriver::Report(Kind kind, std::initializer_list<std::wstring_view> parts) {
+    if (m_report == nullptr) {
+        return;
+    }
+    m_isReported = true;
+    ReadReport::Entry entry;
+    entry.kind = kind;
+    if (m_report->HasRoomFor(kind)) {
+        // While an element is handled, the tokeniser stands behind its text already.
+        Xml::Position const place = m_stage == Stage::Handled ? m_place : m_tokeniser.Where();
+        entry.line = place.line;
+        entry.column = place.column;
+        for (std::size_t level = 0; level < m_depth; ++level) {
+            entry.path.append(level != 0 ? L"/" : L"");
+            Text::AppendWide(m_open[level].tag, entry.path);
+        }
+        entry.sentence = Fill(KindTexts[static_cast<std::size_t>(kind)].pattern, parts);
+    }
+    m_report->Add(std::move(entry));
+}
+
+} // namespace Zantrel::Sax

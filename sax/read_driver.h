@@ -1,0 +1,102 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <zantrel/sax/read_report.h>
+#include <zantrel/sax/sax_persist.h>
+#include <zantrel/sax/sax_reader.h>
+
+#include "xml/tokeniser.h"
+
+#include <deque>
+#include <initializer_list>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace Zantrel::Sax {
+
+/// The bytes of one document.
+class DocumentSource : public Io::ByteSource {
+public:
+    /// Why Read failed, one sentence; empty unless it did.
+    virtual std::wstring FailureText() const = 0;
+};
+
+/// Turns the tokens of one document into calls on handlers.
+///
+/// A start tag is held back until the next start or end tag has come, so that the handler finds the element's
+/// text complete. All buffers are kept from element to element: once warm, an element costs no allocation.
+class ReadDriver final : public KelSAX::ISAXReader {
+public:
+    ReadDriver(DocumentSource& source, ISAXPersist& root, ReadReport* report);
+    ~ReadDriver() override;
+
+    /// Reads the whole document, once. False at an error, which goes to the report.
+    bool Run();
+
+    void PushHandler(ISAXPersist* handler) override;
+    std::map<std::string, std::string> const& GetAttributes() override;
+    std::string const& GetAncestorTag(std::size_t level) override;
+    std::size_t GetDepth() const override;
+    bool HasReport() const override { return m_report != nullptr; }
+
+protected:
+    std::optional<std::string_view> FindText() const override;
+    std::optional<std::string_view> FindAttribute(std::string_view name) const override;
+    void ReportUnparsedText(std::wstring_view expected) override;
+    void ReportUnparsedAttribute(std::string_view name, std::wstring_view expected) override;
+    void ReportDropped(std::wstring_view sentence) override;
+    void RefuseDocument(std::wstring_view sentence) override;
+
+private:
+    /// An element that is open.
+    struct Element {
+        std::string tag;
+        ISAXPersist* receiver = nullptr; ///< got its start and gets its end; null when nobody does
+        ISAXPersist* receiverOfChildren = nullptr;
+        std::size_t pushedBefore = 0; ///< how many of m_pushed belong to elements further out
+    };
+
+    struct HeldAttribute {
+        std::size_t name; ///< where it begins in m_attributeText; the value follows it
+        std::size_t value;
+        std::size_t end;
+    };
+
+    enum class Stage { None, Held, Handled }; ///< of the element whose start tag came last
+
+    Element& Innermost() { return m_open[m_depth - 1]; }
+    void Hold();
+    void HoldText();
+    bool Deliver(bool hasChildren);
+    void End();
+    void DestroyPushed(std::size_t keep) noexcept;
+    void ReportError();
+    std::string_view NameOf(HeldAttribute const& held) const;
+    std::string_view ValueOf(HeldAttribute const& held) const;
+    void Report(ReadReport::Kind kind, std::initializer_list<std::wstring_view> parts);
+
+    DocumentSource& m_source;
+    Xml::Tokeniser m_tokeniser;
+    ISAXPersist& m_root;
+    ReadReport* m_report;
+
+    std::deque<Element> m_open; ///< m_depth of them are open, the others are kept for their memory
+    std::size_t m_depth = 0;
+    std::vector<std::unique_ptr<ISAXPersist>> m_pushed;
+
+    Stage m_stage = Stage::None;
+    std::string m_text;
+    std::string m_attributeText;
+    std::vector<HeldAttribute> m_attributes;
+    std::map<std::string, std::string> m_attributeMap; ///< made when asked for
+    bool m_hasAttributeMap = false;
+    Xml::Position m_place; ///< of the start tag, known only with a report
+    bool m_isRefused = false;
+    bool m_isReported = false; ///< that something of the element was lost
+};
+
+} // namespace Zantrel::Sax

@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <zantrel/sax/sax_persist.h>
+
+ISAXReference::ISAXReference() = default;
+ISAXReference::ISAXReference(ISAXReference const&) = default;
+ISAXReference& ISAXReference::operator=(ISAXReference const&) = default;
+ISAXReference::~ISAXReference() = default;
+
+ISAXPersistBase::~ISAXPersistBase() = default;
+ISAXPersist::~ISAXPersist() = default;
+ISAXPersistHelper::~ISAXPersistHelper() = default;
+
+void ISAXPersistHelper::SetDefaults() {}
+
+bool ISAXPersistHelper::HandleTag(std::string const&, KelSAX::ISAXReader&) { return false; }
+
+void ISAXPersistHelper::HandleEndTag(std::string_view) {}
+
+void ISAXPersistHelper::ResolveReferences(KelSAX::ISAXReader&) {}
+
+void ISAXPersistHelper::InitAfterLoading() {}
+
+bool ISAXPersistHelper::Write(KelSAX::ISAXWriter&) const { return true; }
+
+ISAXReference* ISAXPersistHelper::GetObjectReference() { return this; }
+
+void ISAXPersistHelper::SetObjectId(unsigned int, KelSAX::SaxIDType) {}
+
+void ISAXPersistHelper::SetObjectId(unsigned int) {}

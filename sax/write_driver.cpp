@@ -1,0 +1,423 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "sax/write_driver.h"
+
+#include "sax/report_texts.h"
+#include "text/enum_order.h"
+#include "text/numbers.h"
+#include "text/unicode.h"
+#include "text/utf8.h"
+#include "xml/depth_limit.h"
+#include "xml/names.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <cstring>
+
+namespace Zantrel::Sax {
+
+namespace {
+
+constexpr std::wstring_view InstanceNamespace = L"http://www.w3.org/2001/XMLSchema-instance";
+
+struct FaultPattern {
+    WriteFault fault;
+    std::wstring_view pattern;
+};
+
+constexpr FaultPattern FaultPatterns[] = {
+    {WriteFault::None, L""},
+    {WriteFault::Sink, L"The document can't be written."},
+    {WriteFault::NoName, L"\"{0}\" is no name that every XML reader takes."},
+    {WriteFault::PrefixNotDeclarable, L"The namespace prefix \"{0}\" can't be declared."},
+    {WriteFault::AttributeTwice, L"The attribute \"{0}\" is given twice."},
+    {WriteFault::AttributeTooLate, L"The attribute \"{0}\" comes after the element's content."},
+    {WriteFault::NoXmlCharacter, L"XML can't carry the character U+{0}."},
+    {WriteFault::NoUtf8, L"The text \"{0}\" has a lone surrogate or is no UTF-8."},
+    {WriteFault::NoComment, L"The header text \"{0}\" has \"--\" in it, which ends a comment."},
+    {WriteFault::TooDeep, L"The elements are nested too deep to be read again."},
+    {WriteFault::NotOpened, L"The handler closed an element that it had not opened."},
+    {WriteFault::NotClosed, L"The handler left an element open."},
+    {WriteFault::HandlerRefused, L"The handler refused to write."},
+};
+
+static_assert(InEnumOrder(FaultPatterns, &FaultPattern::fault, WriteFault::HandlerRefused));
+
+/// What a byte is to the writer.
+enum ByteTrait : std::uint8_t {
+    NeedsCare = 1, ///< in a text: escaped, refused, or not ASCII
+    InAsciiName = 2,
+    BeginsAsciiName = 4,
+};
+
+constexpr std::array<std::uint8_t, 256> MakeByteTraits() {
+    std::array<std::uint8_t, 256> traits{};
+    for (std::size_t byte = 0; byte < traits.size(); ++byte) {
+        bool const isLetter = (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z');
+        bool const begins = isLetter || byte == '_' || byte == ':';
+        bool const isOther = (byte >= '0' && byte <= '9') || byte == '-' || byte == '.';
+        bool const isSpecial = byte == '&' || byte == '<' || byte == '>' || byte == '"';
+        traits[byte] =
+            static_cast<std::uint8_t>((byte < 0x20 || byte >= 0x80 || isSpecial ? NeedsCare : 0) |
+                                      (begins || isOther ? InAsciiName : 0) | (begins ? BeginsAsciiName : 0));
+    }
+    return traits;
+}
+
+constexpr std::array<std::uint8_t, 256> ByteTraits = MakeByteTraits();
+
+bool Has(char byte, ByteTrait trait) noexcept {
+    return (ByteTraits[static_cast<unsigned char>(byte)] & trait) != 0;
+}
+
+bool IsName(std::string_view name) noexcept {
+    bool const isAscii =
+        !name.empty() && Has(name.front(), BeginsAsciiName) &&
+        std::all_of(name.begin(), name.end(), [](char byte) { return Has(byte, InAsciiName); });
+    return isAscii || Xml::IsPortableXmlName(name);
+}
+
+/// Where the first byte of [at, end) that needs care stands.
+char const* FindCare(char const* at, char const* end) noexcept {
+    constexpr std::uint64_t Each = 0x0101010101010101;
+    constexpr std::uint64_t Tops = 0x80 * Each;
+    auto const hasZero = [](std::uint64_t bytes) { return (bytes - Each) & ~bytes & Tops; };
+    for (; end - at >= 8; at += 8) {
+        std::uint64_t bytes = 0;
+        std::memcpy(&bytes, at, sizeof bytes);
+        // "<" and ">" differ in one bit, "&" and the quotation mark too.
+        std::uint64_t const special =
+            hasZero((bytes | 0x02 * Each) ^ 0x3E * Each) | hasZero((bytes | 0x04 * Each) ^ 0x26 * Each);
+        std::uint64_t const control = (bytes - 0x20 * Each) & ~bytes & Tops;
+        if ((special | control | (bytes & Tops)) != 0) {
+            break;
+        }
+    }
+    return std::find_if(at, end, [](char byte) { return Has(byte, NeedsCare); });
+}
+
+/// What the ASCII characters that need care and that XML can carry become. ">" is always escaped, for the
+/// sake of "]]>".
+struct Escape {
+    char character;
+    char const* inText;
+    char const* inAttribute;
+};
+
+constexpr Escape Escapes[] = {
+    {'&', "&amp;", "&amp;"},  {'<', "&lt;", "&lt;"}, {'>', "&gt;", "&gt;"}, {'"', "\"", "&quot;"},
+    {'\r', "&#13;", "&#13;"}, {'\t', "\t", "&#9;"},  {'\n', "\n", "&#10;"},
+};
+
+std::string FormatCodePoint(char32_t code) {
+    constexpr std::string_view Digits = "0123456789ABCDEF";
+    std::string text;
+    for (int shift = code < 0x10000 ? 12 : 20; shift >= 0; shift -= 4) {
+        text.push_back(Digits[code >> shift & 0xF]);
+    }
+    return text;
+}
+
+} // namespace
+
+WriteDriver::WriteDriver(Io::ByteSink& sink)
+    : m_sink(sink), m_buffer(std::make_unique_for_overwrite<char[]>(BufferSize)) {}
+
+bool WriteDriver::Run(ISAXPersist const& handler, KelAM::SaxUtilities::WriteOptions const& options) {
+    Put("<?xml version=\"1.0\" encoding=\"UTF-8\"?>");
+    WriteHeaderText(options.m_firstHeaderText);
+    WriteHeaderText(options.m_secondHeaderText);
+    OpenElement(std::string_view(options.m_rootTag));
+    for (KelAM::SaxUtilities::Namespace const& declared : options.m_namespaces) {
+        DeclareNamespace(declared);
+    }
+    ReferToSchema(options);
+    if (!HasFailed() && !handler.Write(*this)) {
+        Fail(WriteFault::HandlerRefused);
+    }
+    if (m_levels.size() > 1) {
+        Fail(WriteFault::NotClosed);
+    }
+    if (HasFailed()) {
+        return false;
+    }
+    EndElement();
+    Put("\n");
+    Flush();
+    return !HasFailed();
+}
+
+void WriteDriver::WriteHeaderText(std::wstring const& text) {
+    if (text.empty()) {
+        return;
+    }
+    std::string const utf8 = StringConversion::NativeToUtf8(text);
+    if (utf8.find("--") != std::string::npos) {
+        Fail(WriteFault::NoComment, utf8);
+    }
+    Put("\n<!-- ");
+    PutChecked(utf8, Place::Comment);
+    Put(" -->");
+}
+
+void WriteDriver::DeclareNamespace(KelAM::SaxUtilities::Namespace const& declared) {
+    std::string const prefix = StringConversion::NativeToUtf8(declared.m_prefix);
+    if (prefix.empty()) {
+        WriteAttribute("xmlns", declared.m_uri);
+    } else if (prefix.find(':') != std::string::npos || prefix == "xmlns" || declared.m_uri.empty()) {
+        Fail(WriteFault::PrefixNotDeclarable, prefix);
+    } else {
+        WriteAttribute("xmlns:" + prefix, declared.m_uri);
+    }
+}
+
+void WriteDriver::ReferToSchema(KelAM::SaxUtilities::WriteOptions const& options) {
+    if (options.m_schemaNamespace.empty() || options.m_schemaFile.empty()) {
+        return;
+    }
+    // The attribute is a list, so a blank in a path would end the path.
+    std::wstring location = options.m_schemaNamespace + L' ';
+    for (wchar_t const unit : options.m_schemaFile) {
+        if (unit == L' ' || unit == L'%') {
+            location.append(unit == L' ' ? L"%20" : L"%25");
+        } else {
+            location.push_back(unit);
+        }
+    }
+    bool const isDeclared =
+        std::any_of(options.m_namespaces.begin(), options.m_namespaces.end(), [](auto const& declared) {
+            return declared.m_prefix == L"xsi" && declared.m_uri == InstanceNamespace;
+        });
+    if (!isDeclared) {
+        WriteAttribute("xmlns:xsi", InstanceNamespace);
+    }
+    WriteAttribute("xsi:schemaLocation", location);
+}
+
+void WriteDriver::WriteDoubleValue(double value, int precision, int) {
+    if (BeginText()) {
+        char* const at = MakeRoom(Text::NumberRoom);
+        m_used += static_cast<std::size_t>(Text::PrintDouble(at, value, precision) - at);
+    }
+}
+
+void WriteDriver::WriteAttribute(std::string_view name, std::string_view value) {
+    if (HasFailed()) {
+        return;
+    }
+    if (!IsName(name)) {
+        return Fail(WriteFault::NoName, name);
+    }
+    if (m_startTag != StartTag::TakesAttributes) {
+        return Fail(WriteFault::AttributeTooLate, name);
+    }
+    if (!IsNewAttribute(name)) {
+        return Fail(WriteFault::AttributeTwice, name);
+    }
+    Put(' ');
+    Put(name);
+    Put("=\"");
+    PutChecked(value, Place::Attribute);
+    Put('"');
+}
+
+bool WriteDriver::IsNewAttribute(std::string_view name) {
+    if (m_attributeCount == FewAttributes) {
+        if (m_manyAttributes.empty()) {
+            m_manyAttributes.insert(m_attributes.begin(), m_attributes.end());
+        }
+        return m_manyAttributes.emplace(name).second;
+    }
+    auto const end = m_attributes.begin() + static_cast<std::ptrdiff_t>(m_attributeCount);
+    if (std::find(m_attributes.begin(), end, name) != end) {
+        return false;
+    }
+    m_attributes[m_attributeCount] = name;
+    ++m_attributeCount;
+    return true;
+}
+
+void WriteDriver::WriteValue(std::string_view value) {
+    if (!value.empty()) {
+        if (BeginText()) {
+            PutChecked(value, Place::Text);
+        }
+    } else if (m_startTag == StartTag::TakesAttributes) {
+        m_startTag =
+            StartTag::TakesContent; // an attribute after an empty value is a fault as after any other
+    }
+}
+
+void WriteDriver::OpenElement(std::string_view tag) {
+    if (HasFailed()) {
+        return;
+    }
+    if (!IsName(tag)) {
+        return Fail(WriteFault::NoName, tag);
+    }
+    if (m_levels.size() == Xml::MaxDepth) {
+        return Fail(WriteFault::TooDeep);
+    }
+    if (!m_manyAttributes.empty()) {
+        m_manyAttributes.clear();
+    }
+    // All that can throw comes first, so that a tag that wasn't opened needs no closing.
+    m_names.reserve(m_names.size() + tag.size());
+    m_levels.push_back({m_names.size()});
+    m_names.append(tag);
+
+    CompleteStartTag();
+    std::size_t const depth = m_levels.size() - 1;
+    if (depth == 0 || !m_levels[depth - 1].hasText) {
+        BreakLine(depth);
+    }
+    if (depth != 0) {
+        m_levels[depth - 1].hasChildren = true;
+    }
+    Put('<');
+    Put(tag);
+    m_startTag = StartTag::TakesAttributes;
+    m_attributeCount = 0;
+}
+
+void WriteDriver::CloseElement() noexcept {
+    if (m_levels.size() > 1) {
+        EndElement();
+    } else {
+        Fail(WriteFault::NotOpened);
+    }
+}
+
+void WriteDriver::EndElement() noexcept {
+    if (HasFailed()) {
+        return;
+    }
+    Level const& level = m_levels.back();
+    if (m_startTag != StartTag::Complete) {
+        Put("/>");
+    } else {
+        if (level.hasChildren && !level.hasText) {
+            BreakLine(m_levels.size() - 1);
+        }
+        Put('<');
+        Put('/');
+        Put(NameOf(m_levels.size() - 1));
+        Put('>');
+    }
+    m_startTag = StartTag::Complete;
+    m_names.resize(level.nameBegin);
+    m_levels.pop_back();
+}
+
+/// Whether text can follow.
+bool WriteDriver::BeginText() noexcept {
+    if (m_levels.empty()) {
+        Fail(WriteFault::NotOpened);
+    }
+    if (HasFailed()) {
+        return false;
+    }
+    CompleteStartTag();
+    m_levels.back().hasText = true;
+    return true;
+}
+
+void WriteDriver::CompleteStartTag() noexcept {
+    if (m_startTag != StartTag::Complete) {
+        Put('>');
+        m_startTag = StartTag::Complete;
+    }
+}
+
+void WriteDriver::BreakLine(std::size_t depth) noexcept {
+    constexpr std::string_view Line = "\n                                                                ";
+    std::size_t blanks = 2 * depth;
+    std::size_t const first = std::min(blanks, Line.size() - 1);
+    Put(Line.substr(0, 1 + first));
+    for (blanks -= first; blanks != 0; blanks -= 2) {
+        Put("  ");
+    }
+}
+
+void WriteDriver::PutChecked(std::string_view text, Place place) {
+    char const* const end = text.data() + text.size();
+    for (char const* at = text.data(); at != end;) {
+        char const* const care = FindCare(at, end);
+        Put({at, static_cast<std::size_t>(care - at)});
+        at = care;
+        if (at == end) {
+            break;
+        }
+        Text::Utf8Character const character = Text::DecodeUtf8(at, end);
+        if (character.size == 0) {
+            return Fail(WriteFault::NoUtf8, text);
+        }
+        if (!Xml::IsXmlCharacter(character.code)) {
+            return Fail(WriteFault::NoXmlCharacter, FormatCodePoint(character.code));
+        }
+        if (character.code >= 0x80 || place == Place::Comment) {
+            Put({at, character.size});
+        } else {
+            auto const* const escape = std::find_if(std::begin(Escapes), std::end(Escapes),
+                                                    [at](Escape const& row) { return row.character == *at; });
+            Put(place == Place::Text ? escape->inText : escape->inAttribute);
+        }
+        at += character.size;
+    }
+}
+
+std::string_view WriteDriver::NameOf(std::size_t level) const noexcept {
+    std::size_t const begin = m_levels[level].nameBegin;
+    std::size_t const end = level + 1 < m_levels.size() ? m_levels[level + 1].nameBegin : m_names.size();
+    return std::string_view(m_names).substr(begin, end - begin);
+}
+
+void WriteDriver::Put(std::string_view bytes) noexcept {
+    if (bytes.empty()) {
+        return;
+    }
+    if (bytes.size() <= BufferSize) {
+        std::memcpy(MakeRoom(bytes.size()), bytes.data(), bytes.size());
+        m_used += bytes.size();
+        return;
+    }
+    Flush();
+    if (!HasFailed() && !m_sink.Write(bytes)) {
+        Fail(WriteFault::Sink);
+    }
+}
+
+void WriteDriver::Flush() noexcept {
+    if (!HasFailed() && !m_sink.Write({m_buffer.get(), m_used})) {
+        Fail(WriteFault::Sink);
+    }
+    m_used = 0;
+}
+
+void WriteDriver::Fail(WriteFault fault) noexcept {
+    if (!HasFailed()) {
+        m_fault = fault;
+    }
+}
+
+void WriteDriver::Fail(WriteFault fault, std::string_view subject) {
+    if (!HasFailed()) {
+        m_fault = fault;
+        m_subject = subject;
+    }
+}
+
+std::wstring WriteDriver::FaultText() const {
+    return Fill(FaultPatterns[static_cast<std::size_t>(m_fault)].pattern, {Excerpt(m_subject)});
+}
+
+std::wstring WriteDriver::FaultPath() const {
+    std::wstring path;
+    for (std::size_t level = 0; level < m_levels.size(); ++level) {
+        path.append(level != 0 ? L"/" : L"");
+        Text::AppendWide(NameOf(level), path);
+    }
+    return path;
+}
+
+} // namespace Zantrel::Sax

@@ -1,0 +1,124 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <zantrel/sax/sax_persist.h>
+#include <zantrel/sax/sax_utilities.h>
+#include <zantrel/sax/sax_writer.h>
+
+#include "io/byte_sink.h"
+
+#include <array>
+#include <cstddef>
+#include <functional>
+#include <memory>
+#include <set>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace Zantrel::Sax {
+
+/// Why a document can't be written.
+enum class WriteFault {
+    None,
+    Sink,
+    NoName,
+    PrefixNotDeclarable,
+    AttributeTwice,
+    AttributeTooLate,
+    NoXmlCharacter,
+    NoUtf8,
+    NoComment,
+    TooDeep,
+    NotOpened,
+    NotClosed,
+    HandlerRefused,
+};
+
+/// Turns the calls of handlers into one document.
+///
+/// All that is written goes through one buffer to the sink. The first fault is kept, and everything after it
+/// does nothing. Names of open elements stand in one string: once warm, an element costs no allocation.
+class WriteDriver final : public KelSAX::ISAXWriter {
+public:
+    explicit WriteDriver(Io::ByteSink& sink);
+
+    /// Writes the whole document, once, and hands the last of it to the sink.
+    bool Run(ISAXPersist const& handler, KelAM::SaxUtilities::WriteOptions const& options);
+
+    bool SinkFailed() const noexcept { return m_fault == WriteFault::Sink; }
+    /// What Run failed of, one sentence, unless it was the sink.
+    std::wstring FaultText() const;
+    /// The elements that were open then.
+    std::wstring FaultPath() const;
+
+    using ISAXWriter::OpenElement;
+    using ISAXWriter::WriteAttribute;
+    using ISAXWriter::WriteValue;
+    void WriteDoubleValue(double value, int precision, int reserved) override;
+    void WriteAttribute(std::string_view name, std::string_view value) override;
+    void WriteValue(std::string_view value) override;
+    void OpenElement(std::string_view tag) override;
+    void CloseElement() noexcept override;
+    bool HasFailed() const noexcept override { return m_fault != WriteFault::None; }
+
+private:
+    static constexpr std::size_t BufferSize = 256 * 1024;
+    static constexpr std::size_t FewAttributes = 16;
+
+    /// An element that is open.
+    struct Level {
+        std::size_t nameBegin = 0; ///< in m_names; the name goes on to where the next level's begins
+        bool hasText = false;
+        bool hasChildren = false;
+    };
+
+    /// What the start tag that came last still takes. Its ">" is written when something follows.
+    enum class StartTag { TakesAttributes, TakesContent, Complete };
+
+    enum class Place { Text, Attribute, Comment };
+
+    void Fail(WriteFault fault) noexcept;
+    void Fail(WriteFault fault, std::string_view subject);
+
+    void WriteHeaderText(std::wstring const& text);
+    void DeclareNamespace(KelAM::SaxUtilities::Namespace const& declared);
+    void ReferToSchema(KelAM::SaxUtilities::WriteOptions const& options);
+    void EndElement() noexcept;
+    bool IsNewAttribute(std::string_view name);
+    bool BeginText() noexcept;
+    void CompleteStartTag() noexcept;
+    void BreakLine(std::size_t depth) noexcept;
+    void PutChecked(std::string_view text, Place place);
+    std::string_view NameOf(std::size_t level) const noexcept;
+
+    void Put(std::string_view bytes) noexcept;
+    void Put(char byte) noexcept {
+        *MakeRoom(1) = byte;
+        ++m_used;
+    }
+    /// The place of `size` bytes in the buffer, which are at most all of it.
+    char* MakeRoom(std::size_t size) noexcept {
+        if (size > BufferSize - m_used) {
+            Flush();
+        }
+        return m_buffer.get() + m_used;
+    }
+    void Flush() noexcept;
+
+    Io::ByteSink& m_sink;
+    std::unique_ptr<char[]> m_buffer;
+    std::size_t m_used = 0;
+
+    std::string m_names;
+    std::vector<Level> m_levels;
+    StartTag m_startTag = StartTag::Complete;
+    std::array<std::string, FewAttributes> m_attributes; ///< names in the start tag
+    std::size_t m_attributeCount = 0;
+    std::set<std::string, std::less<>> m_manyAttributes; ///< all names, once they don't fit
+
+    WriteFault m_fault = WriteFault::None;
+    std::string m_subject;
+};
+
+} // namespace Zantrel::Sax

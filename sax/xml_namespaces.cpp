@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <zantrel/sax/xml_namespaces.h>
+
+#include "io/system.h"
+
+#include <filesystem>
+#include <system_error>
+
+namespace Zantrel {
+
+namespace XML_namespaces {
+
+std::wstring const m_namespace_build_processors_2016_04 =
+    L"https://schemas.zantrel.example/build_processing/2016/04";
+std::wstring const m_namespace_build_processors_2017_02 =
+    L"https://schemas.zantrel.example/build_processing/2017/02";
+std::wstring const m_namespace_profiles_meta =
+    L"https://schemas.zantrel.example/build_processing/profiles_meta";
+
+std::wstring m_local_schema_file_build_processors_2016_04;
+std::wstring m_local_schema_file_build_processors_2017_02;
+
+} // namespace XML_namespaces
+
+namespace {
+
+bool Exists(std::wstring const& path) {
+    auto const native = Io::ToNativePath(path);
+    if (!native) {
+        return false; // empty, or no file can have this path
+    }
+    Io::Error error = 0;
+    bool const exists = Io::Exists(*native, error);
+    if (error != 0) {
+        // The system's own words for its own number are in no known encoding.
+        std::error_condition const cause = std::system_category().default_error_condition(error);
+        throw std::filesystem::filesystem_error("exists", *native,
+                                                std::error_code(cause.value(), cause.category()));
+    }
+    return exists;
+}
+
+} // namespace
+
+void AddBuildProcessingNamespace(KelAM::SaxUtilities::WriteOptions& options, std::wstring const& uri) {
+    using namespace XML_namespaces;
+    options.m_namespaces.emplace_back(std::wstring(), uri);
+    if (uri == m_namespace_build_processors_2016_04 && Exists(m_local_schema_file_build_processors_2016_04)) {
+        options.m_schemaFile = m_local_schema_file_build_processors_2016_04;
+        options.m_schemaNamespace = uri;
+    }
+    // Hosts that install only the 2016/04 schema rely on its file deciding for 2017/02 as well.
+    if (uri == m_namespace_build_processors_2017_02 && Exists(m_local_schema_file_build_processors_2016_04)) {
+        options.m_schemaFile = m_local_schema_file_build_processors_2017_02;
+        options.m_schemaNamespace = uri;
+    }
+}
+
+} // namespace Zantrel

@@ -1,0 +1,131 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <zantrel/store/external_properties.h>
+
+#include "store/property_set_sax.h"
+#include "store/property_set_words.h"
+
+#include <zantrel/sax/sax_reader.h>
+
+#include <algorithm>
+#include <memory>
+
+namespace Word = Zantrel::PropertySetWord;
+
+template class PersistentProperty<KelAM::ExternalProperties>;
+
+namespace KelAM {
+
+namespace {
+
+constexpr std::size_t GuidLength = 36;
+
+bool IsHexDigit(wchar_t c) {
+    return (c >= L'0' && c <= L'9') || (c >= L'a' && c <= L'f') || (c >= L'A' && c <= L'F');
+}
+
+/// The 36 characters of a GUID without its braces, or nothing.
+std::wstring_view FindGuid(std::wstring_view text) {
+    if (text.size() == GuidLength + 2 && text.front() == L'{' && text.back() == L'}') {
+        text = text.substr(1, GuidLength);
+    }
+    if (text.size() != GuidLength) {
+        return {};
+    }
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        bool const isDashPlace = i == 8 || i == 13 || i == 18 || i == 23;
+        if (isDashPlace ? text[i] != L'-' : !IsHexDigit(text[i])) {
+            return {};
+        }
+    }
+    return text;
+}
+
+wchar_t ToLower(wchar_t c) { return c >= L'A' && c <= L'F' ? static_cast<wchar_t>(c - L'A' + L'a') : c; }
+wchar_t ToUpper(wchar_t c) { return c >= L'a' && c <= L'f' ? static_cast<wchar_t>(c - L'a' + L'A') : c; }
+
+} // namespace
+
+ExternalPropertyID::ExternalPropertyID(std::wstring const& text) : m_text(text) {
+    if (std::wstring_view const guid = FindGuid(text); !guid.empty()) {
+        m_isGuid = true;
+        m_text.assign(guid);
+        std::transform(m_text.begin(), m_text.end(), m_text.begin(), ToLower);
+    }
+}
+
+std::wstring ExternalPropertyID::FormatGuid(bool braces, bool upperCase) const {
+    if (!m_isGuid) {
+        return m_text;
+    }
+    std::wstring text = m_text;
+    if (upperCase) {
+        std::transform(text.begin(), text.end(), text.begin(), ToUpper);
+    }
+    return braces ? L"{" + text + L"}" : text;
+}
+
+ExternalProperties& ExternalProperties::operator=(ExternalProperties const& other) {
+    m_id = other.m_id; // before the bag, whose old content ends, and `other` may stand in it
+    m_objectKind = other.m_objectKind;
+    PersistentProperties::operator=(other);
+    return *this;
+}
+
+ExternalProperties::~ExternalProperties() = default;
+DatabaseExternalProperties::~DatabaseExternalProperties() = default;
+
+namespace {
+
+/// The first entry of the key that holds the properties of an object: a host may have put others there.
+PersistentProperty<ExternalProperties>* FindStore(PersistentProperties const& stores,
+                                                  std::wstring const& key) {
+    for (auto at = stores._Entries().Find(key); at != stores.end() && (*at).name == key; ++at) {
+        if (auto* store = PropertyCast<ExternalProperties>((*at).property)) {
+            return store;
+        }
+    }
+    return nullptr;
+}
+
+} // namespace
+
+ExternalProperties* DatabaseExternalProperties::GetProperties(ExternalPropertyID const& id, bool create) {
+    std::wstring const key = id.FormatGuid(false, false);
+    auto* store = FindStore(*this, key);
+    if (store == nullptr && create) {
+        auto made = std::make_unique<PersistentProperty<ExternalProperties>>();
+        made->m_value.m_id = id;
+        store = made.release();
+        AddProperty(key, store);
+    }
+    if (store == nullptr || (store->IsDeleted() && !create)) {
+        return nullptr;
+    }
+    store->SetDeleted(false);
+    return &store->m_value;
+}
+
+ExternalProperties const* DatabaseExternalProperties::GetProperties(ExternalPropertyID const& id) const {
+    auto const* store = FindStore(*this, id.FormatGuid(false, false));
+    return store != nullptr && !store->IsDeleted() ? &store->m_value : nullptr;
+}
+
+void DatabaseExternalProperties::GetAllProperties(std::vector<std::wstring>& names) const {
+    names.clear();
+    names.reserve(GetNumProperties());
+    for (auto const& entry : *this) {
+        names.emplace_back(entry.name);
+    }
+}
+
+bool DatabaseExternalPropertiesSax::HandleTag(std::string const& tag, KelSAX::ISAXReader& reader) {
+    std::wstring uuid;
+    if (tag != Word::Instance || m_database == nullptr || !reader.ReadAttribute(uuid, Word::Uuid)) {
+        return false;
+    }
+    reader.PushHandler(
+        new Zantrel::PropertySetRead(m_database->GetProperties(ExternalPropertyID(uuid), true)));
+    return true;
+}
+
+} // namespace KelAM

@@ -1,0 +1,64 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <zantrel/store/file_content.h>
+
+#include "io/input_file.h"
+#include "io/output_file.h"
+#include "text/base64.h"
+
+#include <zantrel/sax/sax_reader.h>
+#include <zantrel/sax/tag_writer.h>
+
+template class PersistentProperty<KelAM::FileContent>;
+
+namespace KelAM {
+
+namespace {
+
+constexpr std::string_view NameWord = "Name";
+constexpr std::string_view DataWord = "Data";
+
+} // namespace
+
+bool FileContent::LoadFile(std::wstring const& path) {
+    std::wstring name = path.substr(path.find_last_of(L"/\\") + 1); // npos + 1 is 0
+    std::vector<std::byte> data;
+    if (!Zantrel::Io::ReadWholeFile(path, data)) {
+        return false;
+    }
+    m_name = std::move(name);
+    m_data = std::move(data);
+    return true;
+}
+
+bool FileContent::SaveFile(std::wstring const& path) const {
+    return Zantrel::Io::WriteWholeFile(
+        path, std::string_view(reinterpret_cast<char const*>(m_data.data()), m_data.size()));
+}
+
+bool FileContentRead::HandleTag(std::string const& tag, KelSAX::ISAXReader& reader) {
+    if (tag == NameWord) {
+        reader.ReadValue(m_content->m_name);
+        return true;
+    }
+    if (tag == DataWord) {
+        if (auto data = Zantrel::Text::DecodeBase64(reader.GetText())) {
+            m_content->m_data = std::move(*data);
+        } else {
+            reader.NoteDropped(L"The text is no base64; the old bytes stay.");
+        }
+        return true;
+    }
+    return false;
+}
+
+bool FileContentWrite::Write(KelSAX::ISAXWriter& writer) const {
+    {
+        MSAXTagWriter name(writer, NameWord);
+        writer.WriteValue(std::wstring_view(m_content->m_name));
+    }
+    MSAXTagWriter data(writer, DataWord);
+    writer.WriteValue(std::string_view(Zantrel::Text::EncodeBase64(m_content->m_data)));
+    return true;
+}
+
+} // namespace KelAM

@@ -1,0 +1,8 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <zantrel/store/property_creator.h>
+
+#include "store/create_property.h"
+
+IPersistentProperty* IPersistentPropertyCreator::__CreateProperty(std::wstring const& typeName) {
+    return Zantrel::CreateProperty(typeName, Zantrel::AllPropertyClasses()).release();
+}

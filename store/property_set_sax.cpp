@@ -1,0 +1,203 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "store/property_set_sax.h"
+
+#include "store/create_property.h"
+#include "store/property_set_words.h"
+#include "store/shared_names.h"
+
+#include <zantrel/sax/sax_reader.h>
+#include <zantrel/sax/tag_writer.h>
+#include <zantrel/text/string_conversion.h>
+
+#include <memory>
+#include <utility>
+
+using namespace Zantrel;
+namespace Word = Zantrel::PropertySetWord;
+
+using Sequence = IndexedProperties<PersistentProperties>;
+
+// Reading
+
+namespace {
+
+void ReadDeleted(IPersistentProperty& property, KelSAX::ISAXReader& reader) {
+    bool isDeleted = false;
+    if (reader.ReadAttribute(isDeleted, Word::Deleted)) {
+        property.SetDeleted(isDeleted);
+    }
+}
+
+} // namespace
+
+bool PropertySetRead::HandleTag(std::string const& tag, KelSAX::ISAXReader& reader) {
+    if (tag == Word::Property) {
+        return ReadProperty(reader);
+    }
+    if (tag == Word::Component) {
+        return ReadComponent(reader);
+    }
+    return false;
+}
+
+bool PropertySetRead::ReadProperty(KelSAX::ISAXReader& reader) {
+    if (!reader.ReadAttribute(m_type, Word::Type) || !reader.ReadAttribute(m_name, Word::Name)) {
+        reader.NoteDropped(L"A property without a type or without a name was passed over.");
+        return true; // its children come to this handler
+    }
+    if (m_type == Word::Complex) {
+        ReadContainer<PersistentProperties, PropertySetRead>(reader);
+    } else if (m_type == Word::Complex2) {
+        ReadContainer<KelAM::SubProperties, PropertySetRead>(reader);
+    } else if (m_type == Word::ComplexArray) {
+        ReadContainer<Sequence, PropertySequenceRead>(reader);
+    } else {
+        return ReadValue(reader);
+    }
+    return true;
+}
+
+/// Adds a property of a container's class and gives the children of the element to a handler on its value.
+template <class Value, class Handler> void PropertySetRead::ReadContainer(KelSAX::ISAXReader& reader) {
+    auto* property = new PersistentProperty<Value>();
+    Add(property);
+    ReadDeleted(*property, reader);
+    reader.PushHandler(new Handler(&property->m_value, m_names));
+}
+
+bool PropertySetRead::ReadValue(KelSAX::ISAXReader& reader) {
+    if (m_type == Word::ProfileName) {
+        m_type = TypeName<std::wstring>;
+    } else if (m_type == Word::Number) {
+        m_type = TypeName<double>;
+    }
+    std::unique_ptr<IPersistentProperty> created = CreateProperty(m_type, AllPropertyClasses());
+    if (created == nullptr) {
+        return false;
+    }
+    IPersistentProperty& property = *created;
+    ReadDeleted(property, reader);
+    Add(created.release());
+    return property.HandleValue(reader); // it stays in the bag whatever the answer
+}
+
+/// Under the name that was read.
+void PropertySetRead::Add(IPersistentProperty* property) {
+    std::unique_ptr<IPersistentProperty> added(property);
+    EntryName name =
+        m_names != nullptr ? (*m_names)(m_name) : EntryName::Own(StringConversion::Utf8ToNative(m_name));
+    m_target->_Entries().Insert(std::move(name), PropertyHandle::Heap(added.release()));
+}
+
+bool PropertySetRead::ReadComponent(KelSAX::ISAXReader& reader) {
+    std::wstring uuid;
+    if (!reader.ReadAttribute(uuid, Word::Uuid)) {
+        reader.NoteDropped(L"A component without an identifier was passed over.");
+        return false;
+    }
+    std::wstring const name = KelAM::ExternalPropertyID(uuid).FormatGuid(true, true);
+    reader.PushHandler(
+        new PropertySetRead(m_target->GetValuePointer<KelAM::SubProperties>(name, true), m_names));
+    return true;
+}
+
+bool PropertySequenceRead::HandleTag(std::string const& tag, KelSAX::ISAXReader& reader) {
+    if (tag != Word::Property) {
+        return false;
+    }
+    reader.PushHandler(new PropertySetRead(&m_target->AddProperty(), m_names));
+    return true;
+}
+
+// Writing
+
+namespace {
+
+bool HasGuidShape(std::wstring_view name) {
+    bool const braced = name.size() == 38 && name.front() == L'{' && name.back() == L'}';
+    if (!braced && name.size() != 36) {
+        return false;
+    }
+    std::wstring_view const inner = braced ? name.substr(1, 36) : name;
+    return inner[8] == L'-' && inner[13] == L'-' && inner[18] == L'-' && inner[23] == L'-';
+}
+
+/// The word of the attribute "Type": a container's own, or the type name, where a double is called a number.
+template <class T>
+constexpr std::string_view TypeWord = std::is_same_v<T, PersistentProperties>   ? Word::Complex
+                                      : std::is_same_v<T, KelAM::SubProperties> ? Word::Complex2
+                                      : std::is_same_v<T, Sequence>             ? Word::ComplexArray
+                                      : std::is_same_v<T, double>               ? Word::Number
+                                                                                : TypeName<T>;
+
+bool WriteBag(PersistentProperties const& bag, KelSAX::ISAXWriter& writer) {
+    return WriteProperties(bag, writer, false);
+}
+bool WriteBag(Sequence const& sequence, KelSAX::ISAXWriter& writer) {
+    return WriteSequence(sequence, writer);
+}
+
+/// A container that a class of the host's own derives from is written as what it is, whatever that class
+/// writes.
+template <class T>
+bool WriteAsContainer(IPersistentProperty const& property, KelSAX::ISAXWriter& writer, bool& written) {
+    auto const* const container = PropertyCast<T>(&property);
+    if (container != nullptr) {
+        writer.WriteAttribute(Word::Type, TypeWord<T>);
+        written = WriteBag(container->m_value, writer);
+    }
+    return container != nullptr;
+}
+
+/// The attribute "Type" and the value.
+bool WriteTyped(IPersistentProperty const& property, KelSAX::ISAXWriter& writer) {
+    bool const isKnown = VisitProperty(property, [&writer](auto const& typed) {
+        writer.WriteAttribute(Word::Type, TypeWord<std::decay_t<decltype(typed.m_value)>>);
+    });
+    if (isKnown) {
+        return property.WriteValue(writer);
+    }
+    bool written = true;
+    if (WriteAsContainer<PersistentProperties>(property, writer, written) ||
+        WriteAsContainer<KelAM::SubProperties>(property, writer, written) ||
+        WriteAsContainer<Sequence>(property, writer, written)) {
+        return written;
+    }
+    std::string const type = StringConversion::NativeToUtf8(property.GetType());
+    writer.WriteAttribute(Word::Type, type == TypeName<double> ? Word::Number : std::string_view(type));
+    return property.WriteValue(writer);
+}
+
+} // namespace
+
+bool Zantrel::IsComponent(std::wstring_view name, IPersistentProperty const& property) {
+    return HasGuidShape(name) && property.GetType() == WideTypeName<KelAM::SubProperties>();
+}
+
+bool Zantrel::WriteProperties(PersistentProperties const& bag, KelSAX::ISAXWriter& writer,
+                              bool leaveOutComponents) {
+    bool written = true;
+    for (auto const& [name, property] : bag) {
+        if (writer.HasFailed()) {
+            return false;
+        }
+        if (property->IsDeleted() || (leaveOutComponents && IsComponent(name, *property))) {
+            continue;
+        }
+        MSAXTagWriter element(writer, Word::Property);
+        writer.WriteAttribute(Word::Name, name);
+        written = WriteTyped(*property, writer) && written;
+    }
+    return written;
+}
+
+bool Zantrel::WriteSequence(Sequence const& sequence, KelSAX::ISAXWriter& writer) {
+    bool written = true;
+    for (unsigned long long i = 0; i < sequence.GetNumProperties(); ++i) {
+        MSAXTagWriter element(writer, Word::Property);
+        writer.WriteAttribute(Word::Type, Word::Complex);
+        written =
+            WriteProperties(sequence.GetProperty(static_cast<std::int32_t>(i)), writer, false) && written;
+    }
+    return written;
+}

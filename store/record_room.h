@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <zantrel/store/entry_table.h>
+#include <zantrel/store/persistent_property.h>
+
+#include <cstddef>
+#include <memory>
+#include <new>
+#include <utility>
+
+namespace Zantrel {
+
+/// Memory for properties inside the block of a bag, given out from front to back. A bag made in one go, from
+/// a layout or from another bag, so takes one allocation with all its leaves and their values. The memory
+/// goes with the bag's block.
+class RecordRoom {
+public:
+    RecordRoom() = default;
+    RecordRoom(std::byte* begin, std::byte* end) : m_next(begin), m_end(end) {}
+
+    void* Take(std::size_t bytes) noexcept {
+        if (static_cast<std::size_t>(m_end - m_next) < bytes) {
+            return nullptr;
+        }
+        return std::exchange(m_next, m_next + bytes);
+    }
+
+    /// What one property of class T takes of the room.
+    template <class T> static constexpr std::size_t SizeOf() {
+        static_assert(alignof(T) <= Alignment);
+        return (sizeof(T) + Alignment - 1) / Alignment * Alignment;
+    }
+
+    static constexpr std::size_t Alignment = alignof(double) > alignof(void*) ? alignof(double)
+                                                                              : alignof(void*);
+
+private:
+    std::byte* m_next = nullptr;
+    std::byte* m_end = nullptr;
+};
+
+template <class T, class... Arguments>
+T& EntryTable::Emplace(EntryName name, RecordRoom& room, Arguments const&... arguments) {
+    if (void* place = room.Take(RecordRoom::SizeOf<T>())) {
+        T* property = ::new (place) T(arguments...);
+        Insert(std::move(name), PropertyHandle::Placed(property));
+        return *property;
+    }
+    T* property = new T(arguments...);
+    Insert(std::move(name), PropertyHandle::Heap(property));
+    return *property;
+}
+
+} // namespace Zantrel

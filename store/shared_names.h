@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <zantrel/store/entry_name.h>
+#include <zantrel/text/string_conversion.h>
+
+#include <cstddef>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+
+namespace Zantrel {
+
+/// Makes the names of one tree of bags while it is read: each text stands once, however many entries bear it.
+class SharedNames {
+public:
+    EntryName operator()(std::string_view utf8) {
+        auto known = m_names.find(utf8);
+        if (known == m_names.end()) {
+            known = m_names.emplace(utf8, EntryName::Own(StringConversion::Utf8ToNative(utf8))).first;
+        }
+        return known->second;
+    }
+
+private:
+    struct Hash : std::hash<std::string_view> {
+        using is_transparent = void;
+    };
+    std::unordered_map<std::string, EntryName, Hash, std::equal_to<>> m_names;
+};
+
+} // namespace Zantrel

@@ -1,0 +1,283 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "tests/support/sax_test_support.h"
+
+#include <zantrel/sax/read_report.h>
+#include <zantrel/sax/sax_utilities.h>
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+#include <stdexcept>
+
+using namespace KelAM::SaxUtilities;
+using Zantrel::ReadReport;
+
+namespace {
+
+/// What the handlers of one read went through.
+struct Course {
+    std::string log;
+    int alive = 0;
+    int eventsUntilThrow = -1;
+
+    void Note(std::string const& event) {
+        if (eventsUntilThrow-- == 0) {
+            throw std::runtime_error("thrown on purpose");
+        }
+        log += event + ' ';
+    }
+};
+
+/// Notes each call under its name. An element's name tells what it does: "push", "twice", "null", "no" (not
+/// taken).
+class Recorder : public ISAXPersistHelper {
+public:
+    Recorder(Course& course, std::string name) : m_course(course), m_name(std::move(name)) {
+        ++m_course.alive;
+    }
+    Recorder(Recorder const&) = delete;
+    ~Recorder() override {
+        --m_course.alive;
+        m_course.log += '~' + m_name + ' ';
+    }
+
+    void SetDefaults() override { m_course.Note(m_name + ".defaults"); }
+    bool HandleTag(std::string const& tag, KelSAX::ISAXReader& reader) override {
+        m_course.Note(m_name + "<" + tag + std::to_string(reader.GetDepth()) + reader.GetAncestorTag(1));
+        for (char const* const name : {"a", "b"}) {
+            if (tag == "twice" || (tag == "push" && *name == 'a')) {
+                reader.PushHandler(new Recorder(m_course, m_name + name));
+            }
+        }
+        if (tag == "null" || tag == "self") {
+            reader.PushHandler(tag == "self" ? this : nullptr);
+        }
+        return tag != "no";
+    }
+    void HandleEndTag(std::string_view tag) override { m_course.Note(m_name + ">" + std::string(tag)); }
+    void ResolveReferences(KelSAX::ISAXReader&) override { m_course.Note(m_name + ".resolve"); }
+    void InitAfterLoading() override { m_course.Note(m_name + ".init"); }
+
+private:
+    Course& m_course;
+    std::string m_name;
+};
+
+bool Read(std::string const& document, ISAXPersist& handler, std::size_t piece = 1000,
+          ReadReport* report = nullptr) {
+    PieceBuffer buffer(document, piece);
+    std::istream in(&buffer);
+    return ReadStream(in, handler, report);
+}
+
+/// Calls `look` when the element `tag` is handled.
+void LookAt(std::string const& document, std::string const& tag,
+            std::function<void(KelSAX::ISAXReader&)> const& look) {
+    int looks = 0;
+    ReadingHandler handler([&](std::string const& current, KelSAX::ISAXReader& reader) {
+        if (current == tag) {
+            look(reader);
+            ++looks;
+        }
+        return true;
+    });
+    for (std::size_t const piece : {1000u, 1u}) {
+        EXPECT_TRUE(Read(document, handler, piece)) << document;
+    }
+    EXPECT_EQ(looks, 2) << document;
+}
+
+std::vector<std::wstring> Lines(ReadReport const& report) {
+    std::vector<std::wstring> lines;
+    for (ReadReport::Entry const& entry : report.m_entries) {
+        lines.push_back(ReadReport::Format(entry));
+    }
+    return lines;
+}
+
+} // namespace
+
+TEST(Reading, CallsHandlersInTheOrderOfTheDocument) {
+    using Row = std::tuple<char const*, bool, char const*>;
+    for (auto const& [document, isWellFormed, log] :
+         {Row{"<r/>", true, "R.defaults R<r0 R>r R.resolve R.init "},
+          Row{"<r><x><y/></x><z/></r>", true,
+              "R.defaults R<r0 R<x1r R<y2x R>y R>x R<z1r R>z R>r R.resolve R.init "},
+          Row{"<r><no><y/></no></r>", true, "R.defaults R<r0 R<no1r R<y2no R>y R>no R>r R.resolve R.init "},
+          Row{"<r><push><x/></push><y/></r>", true,
+              "R.defaults R<r0 R<push1r Ra<x2push Ra>x R>push ~Ra R<y1r R>y R>r R.resolve R.init "},
+          Row{"<push><push/></push>", true,
+              "R.defaults R<push0 Ra<push1push Ra>push ~Raa R>push ~Ra R.resolve R.init "},
+          Row{"<r><twice><x/></twice></r>", true,
+              "R.defaults R<r0 R<twice1r Rb<x2twice Rb>x R>twice ~Rb ~Ra R>r R.resolve R.init "},
+          Row{"<r><null><x><push/></x></null><y/></r>", true,
+              "R.defaults R<r0 R<null1r R>null R<y1r R>y R>r R.resolve R.init "},
+          Row{"<push><self><x/></self></push>", true,
+              "R.defaults R<push0 Ra<self1push Ra<x2self Ra>x Ra>self R>push ~Ra R.resolve R.init "},
+          Row{"<r><push><push><x/>", false,
+              "R.defaults R<r0 R<push1r Ra<push2push Raa<x3push Raa>x ~Raa ~Ra "},
+          Row{"<r><push/></s>", false, "R.defaults R<r0 R<push1r R>push ~Ra "},
+          Row{"<r/><r/>", false, "R.defaults R<r0 R>r "}, Row{"", false, "R.defaults "}}) {
+        for (std::size_t const piece : {1u, 3u, 1000u}) {
+            Course course;
+            Recorder root(course, "R");
+            EXPECT_EQ(Read(document, root, piece), isWellFormed) << document;
+            EXPECT_EQ(course.log, log) << document;
+            EXPECT_EQ(course.alive, 1);
+        }
+    }
+}
+
+TEST(Reading, DestroysWhatIsPushedWhicheverCallThrows) {
+    int thrown = 0;
+    for (bool isThrown = true; isThrown; ++thrown) {
+        Course course;
+        Recorder root(course, "R");
+        course.eventsUntilThrow = thrown;
+        isThrown = false;
+        try {
+            EXPECT_TRUE(Read("<r><twice><push><x/></push></twice><push/></r>", root));
+        } catch (std::runtime_error const& error) {
+            EXPECT_STREQ(error.what(), "thrown on purpose");
+            isThrown = true;
+        }
+        EXPECT_EQ(course.alive, 1) << thrown;
+    }
+    EXPECT_EQ(thrown, 14); // thirteen calls, then one read that nothing disturbs
+}
+
+TEST(Reading, GivesTheTextUpToTheFirstChild) {
+    using Row = std::pair<char const*, wchar_t const*>;
+    for (auto const& [document, text] :
+         {Row{"<r/>", L""}, Row{"<r> x </r>", L" x "}, Row{"<r>\r\n</r>", L"\n"}, Row{"<r> <c/></r>", L""},
+          Row{"<r> x <c/>y</r>", L" x "}, Row{"<r>a<!-- c -->b<?p i?><![CDATA[<&]]>c</r>", L"ab<&c"},
+          Row{"<r>&#x1F600;&amp;\xC3\xA4</r>", L"\U0001F600&\x00E4"}}) {
+        LookAt(document, "r", [expected = text](KelSAX::ISAXReader& reader) {
+            std::wstring value = L"old";
+            EXPECT_TRUE(reader.ReadValue(value));
+            EXPECT_EQ(value, expected);
+        });
+    }
+}
+
+TEST(Reading, LeavesTheTargetWhenTheTextIsNoValueOfItsType) {
+    for (bool const isOne : {true, false}) {
+        LookAt(isOne ? "<r>\n 1 </r>" : "<r>12,5</r>", "r", [isOne](KelSAX::ISAXReader& reader) {
+            double number = 1.5;
+            std::int32_t integer = 7;
+            bool flag = !isOne;
+            EXPECT_EQ(reader.ReadValue(number), isOne);
+            EXPECT_EQ(reader.ReadValue(integer), isOne);
+            EXPECT_EQ(reader.ReadValue(flag), isOne);
+            EXPECT_TRUE(number == (isOne ? 1.0 : 1.5) && integer == (isOne ? 1 : 7) && flag);
+        });
+    }
+}
+
+TEST(Reading, KeepsAttributesReadableBesideTheText) {
+    LookAt(
+        "<r xmlns='u' xmlns:p='v' p:a='&lt;x&gt;' f='false' t=' True ' n='yes'>text</r>", "r",
+        [](KelSAX::ISAXReader& reader) {
+            std::wstring text;
+            EXPECT_TRUE(reader.ReadValue(text));
+            std::map<std::string, std::string> const all = {{"xmlns", "u"}, {"xmlns:p", "v"}, {"p:a", "<x>"},
+                                                            {"f", "false"}, {"t", " True "},  {"n", "yes"}};
+            EXPECT_EQ(reader.GetAttributes(), all);
+            std::string value = "old";
+            EXPECT_FALSE(reader.ReadAttribute(value, "a"));
+            EXPECT_EQ(value, "old");
+            EXPECT_TRUE(reader.ReadAttribute(value, "p:a"));
+            EXPECT_EQ(value, "<x>");
+            bool flag = true;
+            EXPECT_TRUE(reader.ReadAttribute(flag, "f") && !flag && reader.ReadAttribute(flag, "t") && flag);
+            EXPECT_FALSE(reader.ReadAttribute(flag, "n") || reader.ReadAttribute(flag, "none"));
+            EXPECT_TRUE(flag && reader.ReadValue(text) && text == L"text");
+        });
+}
+
+TEST(Reading, HasNoElementOutsideOfHandleTag) {
+    struct Late : ISAXPersistHelper {
+        void ResolveReferences(KelSAX::ISAXReader& reader) override {
+            std::wstring text = L"old";
+            std::int32_t number = 7;
+            std::string value;
+            EXPECT_FALSE(reader.ReadValue(text) || reader.ReadValue(number) ||
+                         reader.ReadAttribute(value, "a"));
+            EXPECT_TRUE(reader.GetAttributes().empty() && reader.GetText().empty());
+            EXPECT_TRUE(reader.GetAncestorTag(0).empty() && reader.GetDepth() == 0);
+            reader.PushHandler(new ISAXPersistHelper); // a leak if the reader forgot it
+        }
+    } handler;
+    ReadReport report;
+    EXPECT_TRUE(Read("<r a='1'>5</r>", handler, 1000, &report));
+    EXPECT_TRUE(report.m_entries.empty());
+}
+
+TEST(ReadReport, SaysWhatWasLostAndWhere) {
+    ReadingHandler handler([](std::string const& tag, KelSAX::ISAXReader& reader) {
+        std::int32_t number = 0;
+        bool flag = false;
+        reader.ReadAttribute(flag, "f");
+        if (tag == "int") {
+            reader.ReadValue(number);
+        } else if (tag == "dropped") {
+            reader.NoteDropped(L"It has no room.");
+        }
+        return tag != "other" && tag != "root";
+    });
+    std::string const document = "<root f='maybe'>\n  <int>12.5</int>\n  <other>\n    <int>" +
+                                 std::string(100, '9') +
+                                 "</int>\n  </other>\n  <dropped/>\n  <\xC3\xA4 f='1' f='2'/>\n</root>";
+    ReadReport report;
+    EXPECT_FALSE(Read(document, handler, 1000, &report));
+    std::vector<std::wstring> lines = Lines(report);
+    ASSERT_EQ(lines.size(), 6u);
+    EXPECT_EQ(lines.back().substr(0, 2), L"7:");
+    lines.pop_back();
+    EXPECT_EQ(lines, (std::vector<std::wstring>{
+                         L"1:1: The attribute f=\"maybe\" is no flag and counts as absent. (root)",
+                         L"2:3: The text \"12.5\" is no 32-bit integer; the old value stays. (root/int)",
+                         L"3:3: The element \"other\" is not known here and was passed over. (root/other)",
+                         L"4:5: The text \"" + std::wstring(80, L'9') +
+                             L"...\" is no 32-bit integer; the old value stays. (root/other/int)",
+                         L"6:3: It has no room. (root/dropped)"}));
+    EXPECT_EQ(report.m_entries[5].kind, ReadReport::Kind::DocumentError);
+    EXPECT_EQ(report.m_entries[5].path, L"root");
+}
+
+TEST(ReadReport, KeepsTheCauseOfAFailureBeyondItsLimit) {
+    ReadingHandler handler([](std::string const&, KelSAX::ISAXReader&) { return false; });
+    ReadReport report;
+    report.m_limit = 2;
+    EXPECT_FALSE(Read("<r><a/><a/><a/><a/><a/></x>", handler, 1000, &report));
+    EXPECT_EQ(report.m_entries.size(), 3u);
+    EXPECT_EQ(report.m_leftOut, 3u);
+    EXPECT_EQ(report.m_entries.back().kind, ReadReport::Kind::DocumentError);
+}
+
+TEST(ReadReport, SaysWhyNothingCouldBeRead) {
+    TemporaryFolder const folder;
+    ISAXPersistHelper handler;
+    ReadReport report;
+    std::istringstream failed;
+    failed.setstate(std::ios::failbit);
+    EXPECT_FALSE(ReadFile((folder / "none").wstring(), handler, &report));
+    EXPECT_FALSE(ReadFile((folder / "").wstring(), handler, &report));
+    EXPECT_FALSE(ReadStream(failed, handler, &report));
+    std::vector<std::wstring> const lines = Lines(report);
+    std::wstring const start = L"Can't open \"" + (folder / "").wstring();
+    ASSERT_EQ(lines.size(), 3u);
+    EXPECT_THAT(lines[0], IsSentence(start + L"none\": "));
+    EXPECT_THAT(lines[1], IsSentence(start + L"\": "));
+    EXPECT_EQ(lines[2], L"The stream can't be read.");
+}
+
+TEST(Reading, GivesFalseForAStreamThatBreaksOffByAnException) {
+    struct Broken : std::streambuf {
+        int underflow() override { throw std::runtime_error("broken"); }
+    } buffer;
+    std::istream in(&buffer);
+    ISAXPersistHelper handler;
+    EXPECT_FALSE(ReadStream(in, handler));
+    EXPECT_TRUE(in.bad());
+}

@@ -1,0 +1,325 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "tests/support/sax_test_support.h"
+
+#include <zantrel/sax/sax_utilities.h>
+#include <zantrel/sax/tag_writer.h>
+#include <zantrel/sax/write_report.h>
+#include <zantrel/sax/xml_namespaces.h>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <array>
+#include <deque>
+#include <limits>
+#include <sstream>
+#include <stdexcept>
+
+using namespace KelAM::SaxUtilities;
+using KelSAX::ISAXWriter;
+using Zantrel::WriteReport;
+
+namespace {
+
+using Content = std::function<void(ISAXWriter&)>;
+
+WriteOptions Root(std::string tag = "r") {
+    WriteOptions options;
+    options.m_rootTag = std::move(tag);
+    return options;
+}
+
+WritingHandler Handler(Content const& content) {
+    return WritingHandler([content](ISAXWriter& writer) {
+        content(writer);
+        return true;
+    });
+}
+
+std::string Written(Content const& content, WriteOptions const& options = Root()) {
+    std::ostringstream out;
+    EXPECT_TRUE(WriteStream(out, Handler(content), options));
+    return out.str();
+}
+
+std::string const Head = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n";
+
+/// A stream that takes so many bytes and no more.
+class ShortBuffer : public std::streambuf {
+public:
+    explicit ShortBuffer(std::streamsize room) : m_room(room) {}
+
+protected:
+    std::streamsize xsputn(char const*, std::streamsize size) override {
+        std::streamsize const taken = std::min(size, m_room);
+        m_room -= taken;
+        return taken;
+    }
+
+private:
+    std::streamsize m_room;
+};
+
+} // namespace
+
+TEST(Writing, LaysElementsOut) {
+    std::pair<Content, char const*> const rows[] = {
+        {[](ISAXWriter&) {}, "<r/>\n"},
+        {[](ISAXWriter& writer) { writer.WriteValue(""); }, "<r/>\n"},
+        {[](ISAXWriter& writer) { writer.WriteValue(" x "); }, "<r> x </r>\n"},
+        {[](ISAXWriter& writer) { writer.WriteValue(L"a"), writer.WriteIntegerValue(-12); }, "<r>a-12</r>\n"},
+        {[](ISAXWriter& writer) { writer.WriteAttribute("a", "1"), writer.WriteAttribute("p:b", L"\x00E4"); },
+         "<r a=\"1\" p:b=\"\xC3\xA4\"/>\n"},
+        {[](ISAXWriter& writer) {
+             {
+                 MSAXTagWriter const outer(writer, "outer");
+                 outer.GetWriter().WriteAttribute("a", "1");
+                 { MSAXTagWriter const inner(writer, std::string("inner")); }
+                 MSAXTagWriter const wide(writer, std::wstring_view(L"\x00E4"));
+                 writer.WriteValue("text");
+             }
+             MSAXTagWriter const last(writer, std::string_view("last"));
+         },
+         "<r>\n  <outer a=\"1\">\n    <inner/>\n    <\xC3\xA4>text</\xC3\xA4>\n  </outer>\n  "
+         "<last/>\n</r>\n"},
+        {[](ISAXWriter& writer) {
+             writer.WriteValue("text");
+             MSAXTagWriter const mixed(writer, "b");
+             MSAXTagWriter const inner(writer, "c");
+         },
+         "<r>text<b>\n    <c/>\n  </b></r>\n"},
+    };
+    for (auto const& [content, expected] : rows) {
+        EXPECT_EQ(Written(content), Head + expected);
+    }
+}
+
+TEST(Writing, EscapesWhatWouldNotComeBack) {
+    std::string const text = "<&>\"'\t\n\r ]]>\x7F\xC3\xA4\xEF\xBF\xBD\xF4\x8F\xBF\xBF";
+    EXPECT_EQ(
+        Written([&](ISAXWriter& writer) { writer.WriteAttribute("a", text), writer.WriteValue(text); }),
+        Head + "<r a=\"&lt;&amp;&gt;&quot;'&#9;&#10;&#13; ]]&gt;\x7F\xC3\xA4\xEF\xBF\xBD\xF4\x8F\xBF\xBF\">"
+               "&lt;&amp;&gt;\"'\t\n&#13; ]]&gt;\x7F\xC3\xA4\xEF\xBF\xBD\xF4\x8F\xBF\xBF</r>\n");
+}
+
+TEST(Writing, BringsEveryCharacterOfXmlBack) {
+    std::string text;
+    for (wchar_t code = 1; code < 0x3000; code = static_cast<wchar_t>(code + 1)) {
+        bool const isCarried = code >= 0x20 || code == L'\t' || code == L'\n' || code == L'\r';
+        text += isCarried ? StringConversion::NativeToUtf8(std::wstring(1, code)) : "";
+    }
+    text = " " + text + std::string(600000, '<') + " "; // more than the writer's buffer, several times over
+    std::istringstream in(
+        Written([&](ISAXWriter& writer) { writer.WriteAttribute("a", text), writer.WriteValue(text); }));
+    std::string attribute, value;
+    ReadingHandler handler([&](std::string const&, KelSAX::ISAXReader& reader) {
+        value = reader.GetText();
+        return reader.ReadAttribute(attribute, "a");
+    });
+    EXPECT_TRUE(ReadStream(in, handler));
+    EXPECT_TRUE(attribute == text);
+    EXPECT_TRUE(value == text);
+}
+
+TEST(Writing, PrintsDoublesAsTheElementsText) {
+    Content const content = [](ISAXWriter& writer) {
+        for (double const value : {0.1, -std::numeric_limits<double>::infinity()}) {
+            MSAXTagWriter const tag(writer, "d");
+            writer.WriteDoubleValue(value, 17, 0);
+        }
+    };
+    EXPECT_EQ(Written(content), Head + "<r>\n  <d>0.10000000000000001</d>\n  <d>-INF</d>\n</r>\n");
+}
+
+TEST(Writing, PutsTheOptionsOnTheRoot) {
+    WriteOptions options = Root();
+    options.m_firstHeaderText = L"first & \x00E4";
+    options.m_secondHeaderText = L"second";
+    options.m_namespaces = {{L"", L"u&v"}, {L"p", L"w"}};
+    options.m_schemaFile = L"/a b/c.xsd";
+    EXPECT_EQ(Written([](ISAXWriter&) {}, options),
+              Head + "<!-- first & \xC3\xA4 -->\n<!-- second -->\n<r xmlns=\"u&amp;v\" xmlns:p=\"w\"/>\n");
+    options = Root();
+    options.m_schemaFile = L"/a b/c.xsd";
+    options.m_schemaNamespace = L"u";
+    EXPECT_EQ(Written([](ISAXWriter&) {}, options),
+              Head + "<r xmlns:xsi=\"http://www.w3.org/2001/XMLSchema-instance\" xsi:schemaLocation=\"u "
+                     "/a%20b/c.xsd\"/>\n");
+}
+
+TEST(Writing, FailsOnWhatXmlCannotCarryAndLeavesTheOldFile) {
+    auto const value = [](std::string const& text) -> Content {
+        return [text](ISAXWriter& writer) {
+            MSAXTagWriter const tag(writer, "a");
+            writer.WriteValue(text);
+        };
+    };
+    auto const tag = [](auto name) -> Content {
+        return [name](ISAXWriter& writer) { MSAXTagWriter const opened(writer, name); };
+    };
+    auto const attributes = [](std::vector<std::string> const& names) -> Content {
+        return [names](ISAXWriter& writer) {
+            for (std::string const& name : names) {
+                writer.WriteAttribute(name, name);
+            }
+        };
+    };
+    std::vector<std::string> many(30, "a");
+    for (std::size_t number = 0; number < many.size(); ++number) {
+        many[number] += std::to_string(number);
+    }
+    many.push_back("a29");
+    std::pair<Content, wchar_t const*> const rows[] = {
+        {value(std::string("x\0", 2)), L"XML can't carry the character U+0000. (r/a)"},
+        {value("12345678\x1F"), L"XML can't carry the character U+001F. (r/a)"},
+        {value("\xEF\xBF\xBE"), L"XML can't carry the character U+FFFE. (r/a)"},
+        {value("\xC3("), L"The text \"\xFFFD(\" has a lone surrogate or is no UTF-8. (r/a)"},
+        {[](ISAXWriter& writer) { writer.WriteValue(L"ab\xD800"); },
+         L"The text \"ab\xFFFD\xFFFD\xFFFD\" has a lone surrogate or is no UTF-8. (r)"},
+        {[](ISAXWriter& writer) { writer.WriteAttribute("a", "\x01"); },
+         L"XML can't carry the character U+0001. (r)"},
+        {tag("1a"), L"\"1a\" is no name that every XML reader takes. (r)"},
+        {tag(static_cast<char const*>(nullptr)), L"\"\" is no name that every XML reader takes. (r)"},
+        {tag(std::wstring_view(L"\xD800")),
+         L"\"\xFFFD\xFFFD\xFFFD\" is no name that every XML reader takes. (r)"},
+        {attributes({"a b"}), L"\"a b\" is no name that every XML reader takes. (r)"},
+        {attributes({"a", "a"}), L"The attribute \"a\" is given twice. (r)"},
+        {attributes(many), L"The attribute \"a29\" is given twice. (r)"},
+        {[](ISAXWriter& writer) { writer.WriteValue(""), writer.WriteAttribute("a", "1"); },
+         L"The attribute \"a\" comes after the element's content. (r)"},
+        {[&](ISAXWriter& writer) { tag("c")(writer), writer.WriteAttribute("a", "1"); },
+         L"The attribute \"a\" comes after the element's content. (r)"},
+        {[](ISAXWriter& writer) { writer.CloseElement(), writer.WriteValue("x"); },
+         L"The handler closed an element that it had not opened. (r)"},
+        {[](ISAXWriter& writer) { writer.OpenElement("open"); },
+         L"The handler left an element open. (r/open)"},
+    };
+    TemporaryFolder const folder;
+    Fill(folder / "a", "old");
+    for (auto const& [content, reason] : rows) {
+        WriteReport report;
+        EXPECT_FALSE(WriteFile((folder / "a").wstring(), Handler(content), Root(), &report));
+        EXPECT_EQ(report.Format(), reason);
+        EXPECT_EQ(ContentOf(folder / "a"), "old");
+        EXPECT_EQ(folder.CountEntries(), 1);
+    }
+}
+
+TEST(Writing, GoesAsDeepAsCanBeReadAgain) {
+    for (int const depth : {1023, 1024}) { // below the root
+        std::stringstream document;
+        auto const handler = Handler([depth](ISAXWriter& writer) {
+            std::deque<MSAXTagWriter> open;
+            for (int level = 0; level < depth; ++level) {
+                open.emplace_back(writer, "a");
+            }
+            for (; !open.empty(); open.pop_back()) {
+            }
+        });
+        ISAXPersistHelper reader;
+        EXPECT_EQ(WriteStream(document, handler, Root()), depth == 1023);
+        EXPECT_EQ(ReadStream(document, reader), depth == 1023);
+    }
+}
+
+TEST(Writing, FailsOnOptionsThatMakeNoDocument) {
+    std::vector<WriteOptions> rows(6, Root());
+    rows[0].m_rootTag = "";
+    rows[1].m_rootTag = "a b";
+    rows[2].m_firstHeaderText = L"a--b";
+    rows[3].m_secondHeaderText = L"\x01";
+    rows[4].m_namespaces = {{L"p", L""}};
+    rows[5].m_namespaces = {{L"", L"u"}, {L"", L"v"}};
+    for (WriteOptions const& options : rows) {
+        std::ostringstream out;
+        Content const uncalled = [](ISAXWriter&) { ADD_FAILURE() << "called"; };
+        EXPECT_FALSE(WriteStream(out, Handler(uncalled), options));
+    }
+}
+
+TEST(Writing, LeavesTheOldFileWhenTheHandlerRefusesOrThrows) {
+    TemporaryFolder const folder;
+    std::wstring const path = (folder / "a").wstring();
+    Fill(folder / "a", "old");
+    WriteReport report;
+    EXPECT_FALSE(WriteFile(path, WritingHandler([](ISAXWriter&) { return false; }), Root(), &report));
+    EXPECT_EQ(report.Format(), L"The handler refused to write. (r)");
+    Content const throwing = [](ISAXWriter& writer) {
+        MSAXTagWriter const tag(writer, "a");
+        throw std::runtime_error("thrown on purpose");
+    };
+    EXPECT_THROW(WriteFile(path, Handler(throwing), Root()), std::runtime_error);
+    EXPECT_EQ(ContentOf(folder / "a"), "old");
+    EXPECT_EQ(folder.CountEntries(), 1);
+}
+
+TEST(Writing, NoticesAtWhicheverByteAStreamFails) {
+    Content const content = [](ISAXWriter& writer) { writer.WriteValue(std::string(600000, 'x')); };
+    auto const size = static_cast<std::streamsize>(Written(content).size());
+    for (std::streamsize room = 0; room < size + 50000;
+         room = room < size ? std::min(room + 50000, size) : room + 50000) {
+        ShortBuffer buffer(room);
+        std::ostream out(&buffer);
+        WriteReport report;
+        EXPECT_EQ(WriteStream(out, Handler(content), Root(), &report), room >= size) << room;
+        EXPECT_EQ(out.bad(), room < size);
+        EXPECT_EQ(report.Format(), room < size ? L"The stream can't be written." : L"");
+    }
+}
+
+TEST(Namespaces, AreReplacedByLaterDeclarations) {
+    XMLNamespaceHandler handler;
+    handler.UpdateNamespaces(
+        {{"xmlns", "u"}, {"xmlns:p", "v"}, {"xmlns-no", "w"}, {"p:a", "x"}, {"xmlnsq", "y"}});
+    handler.UpdateNamespaces({{"xmlns:p", "\xC3\xA4"}});
+    using Row = std::tuple<std::string, char const*, std::optional<std::wstring>>;
+    for (auto const& [tag, expected, uri] :
+         {Row{"a", "a", L"u"}, Row{"p:a", "a", L"\x00E4"}, Row{"p:a:b", "a:b", L"\x00E4"},
+          Row{":a", "a", L"u"}, Row{"q:a", "a", {}}, Row{"-no:a", "a", {}}, Row{"", "", L"u"}}) {
+        std::string_view localName;
+        Namespace found(L"old", L"old");
+        EXPECT_EQ(handler.ResolveTag(tag, localName, &found), uri.has_value()) << tag;
+        EXPECT_EQ(localName, expected) << tag;
+        EXPECT_EQ(found.m_uri, uri.value_or(L"old")) << tag;
+        EXPECT_TRUE(handler.ResolveTag(tag, localName, nullptr));
+    }
+}
+
+TEST(Namespaces, ReferToASchemaWhenTheOlderFileIsThere) {
+    using namespace Zantrel::XML_namespaces;
+    TemporaryFolder const folder;
+    Fill(folder / "here", "");
+    std::wstring const here = (folder / "here").wstring();
+    std::wstring const gone = (folder / "gone").wstring();
+    std::array<std::wstring, 4> const rows[] = {
+        {here, gone, m_namespace_build_processors_2016_04, here},
+        {here, gone, m_namespace_build_processors_2017_02, gone}, // required: the older file decides for both
+        {gone, here, m_namespace_build_processors_2016_04, L""},
+        {gone, here, m_namespace_build_processors_2017_02, L""},
+        {L"", here, m_namespace_build_processors_2017_02, L""},
+        {here, here, m_namespace_profiles_meta, L""},
+    };
+    for (auto const& [older, newer, uri, schemaFile] : rows) {
+        m_local_schema_file_build_processors_2016_04 = older;
+        m_local_schema_file_build_processors_2017_02 = newer;
+        WriteOptions options;
+        Zantrel::AddBuildProcessingNamespace(options, uri);
+        EXPECT_EQ(options.m_namespaces.back().m_prefix + options.m_namespaces.back().m_uri, uri);
+        EXPECT_EQ(options.m_schemaFile, schemaFile);
+        EXPECT_EQ(options.m_schemaNamespace, schemaFile.empty() ? L"" : uri);
+    }
+    m_local_schema_file_build_processors_2016_04.clear();
+    m_local_schema_file_build_processors_2017_02.clear();
+}
+
+#ifndef _WIN32 // where such a name is simply none
+TEST(Namespaces, ThrowWhereASchemaCannotBeLookedUp) {
+    using namespace Zantrel::XML_namespaces;
+    m_local_schema_file_build_processors_2016_04 = std::wstring(5000, L'x');
+    WriteOptions options;
+    EXPECT_THAT([&] { Zantrel::AddBuildProcessingNamespace(options, m_namespace_build_processors_2016_04); },
+                testing::Throws<std::filesystem::filesystem_error>(
+                    testing::Property(&std::exception::what, testing::HasSubstr("exists"))));
+    m_local_schema_file_build_processors_2016_04.clear();
+}
+#endif

@@ -1,0 +1,113 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "tests/support/comma_locale.h"
+#include "text/numbers.h"
+
+#include <zantrel/text/stream_text_out.h>
+
+#include <gtest/gtest.h>
+
+#include <bit>
+#include <cmath>
+#include <cstdio>
+#include <limits>
+#include <random>
+
+using namespace Zantrel::Text;
+
+namespace {
+
+constexpr double Infinity = std::numeric_limits<double>::infinity();
+
+std::string Printed(double value, int precision = 17) {
+    char text[NumberRoom];
+    return {text, PrintDouble(text, value, precision)};
+}
+
+} // namespace
+
+TEST(Numbers, ParsesADoubleThatIsTheWholeText) {
+    std::pair<char const*, double> const rows[] = {
+        {"0", 0.0},        {"-1.5", -1.5},      {"+2", 2.0},        {" \t\r\n7 ", 7.0},
+        {"1e3", 1000.0},   {"1E-2", 0.01},      {".5", 0.5},        {"5.", 5.0},
+        {"INF", Infinity}, {"-inf", -Infinity}, {"+Inf", Infinity}, {"5e-324", 5e-324}};
+    for (auto const& [text, value] : rows) {
+        EXPECT_EQ(ParseDouble(text), value) << text;
+    }
+    EXPECT_EQ(ParseDouble("1.7976931348623157e308"), std::numeric_limits<double>::max());
+    EXPECT_TRUE(std::isnan(ParseDouble(" nAn ").value_or(0)));
+}
+
+TEST(Numbers, RefusesWhatIsNotOneDouble) {
+    for (char const* text :
+         {"",   " ",  "x",    "1x",       "1 2",    "1,5",  "+-1",   "--1",    "+",      "-",        ".",
+          "e5", "1e", "0x10", "infinity", "nan(1)", "-nan", "1e999", "-1e999", "1e-999", "\xC2\xA0", "1\v"}) {
+        EXPECT_FALSE(ParseDouble(text)) << text;
+    }
+}
+
+TEST(Numbers, ParsesAnIntegerOfThirtyTwoBits) {
+    std::pair<char const*, std::optional<std::int32_t>> const rows[] = {
+        {"0", 0},    {"-7", -7},  {"+12", 12},        {" 5\n", 5},         {"2147483647", 2147483647},
+        {"007", 7},  {"", {}},    {"2147483648", {}}, {"-2147483649", {}}, {"1.0", {}},
+        {"1e3", {}}, {"+-1", {}}, {"+", {}},          {"- 1", {}},         {"0x1", {}},
+        {"1 1", {}}};
+    for (auto const& [text, value] : rows) {
+        EXPECT_EQ(ParseInteger(text), value) << text;
+    }
+    EXPECT_EQ(ParseInteger("-2147483648"), std::numeric_limits<std::int32_t>::min());
+}
+
+TEST(Numbers, ParsesSixWordsAsFlags) {
+    std::pair<char const*, std::optional<bool>> const rows[] = {
+        {"true", true}, {"True", true}, {"1", true}, {" true\n", true}, {"false", false}, {"False", false},
+        {"0", false},   {"TRUE", {}},   {"yes", {}}, {"", {}},          {"01", {}},       {"truefalse", {}}};
+    for (auto const& [text, value] : rows) {
+        EXPECT_EQ(ParseBool(text), value) << text;
+    }
+}
+
+TEST(Numbers, PrintsDoublesWithTheDigitsAskedFor) {
+    using Row = std::tuple<double, int, char const*>;
+    for (auto const& [value, precision, text] :
+         {Row{0.0, 17, "0"}, Row{-0.0, 17, "-0"}, Row{0.1, 17, "0.10000000000000001"}, Row{100.0, 17, "100"},
+          Row{1e16, 17, "10000000000000000"}, Row{1e17, 17, "1e+17"}, Row{1e-4, 17, "0.0001"},
+          Row{1e-5, 17, "1.0000000000000001e-05"}, Row{-2.5, 17, "-2.5"}, Row{1.0 / 3, 3, "0.333"},
+          Row{1.0 / 3, -4, "0.3"}, Row{0.5, 1000, "0.5"}, Row{Infinity, 17, "INF"},
+          Row{-Infinity, 17, "-INF"}, Row{-std::nan(""), 17, "NaN"}}) {
+        EXPECT_EQ(Printed(value, precision), text);
+    }
+}
+
+TEST(Numbers, PrintsWhatTheLanguagePrintsAndReadsItBackBitForBitInAnyLocale) {
+    TestSupport::CommaLocale const locale;
+    std::mt19937_64 random(20160402);
+    auto const check = [](double value) {
+        char expected[64];
+        std::snprintf(expected, sizeof expected, "%.17g", value);
+        ASSERT_EQ(Printed(value), expected);
+        ASSERT_EQ(std::bit_cast<std::uint64_t>(ParseDouble(Printed(value)).value()),
+                  std::bit_cast<std::uint64_t>(value));
+    };
+    for (int count = 0; count < 30000; ++count) {
+        double const anything = std::bit_cast<double>(random());
+        check(std::isfinite(anything) ? anything : 0.0);
+        check(static_cast<double>(random() % 100000000) / std::pow(10.0, static_cast<double>(random() % 9)));
+        check(std::ldexp(static_cast<double>(random() >> 11),
+                         -static_cast<int>(random() % 68))); // ties among them
+    }
+    for (double border = 1e-6; border < 1e19; border *= 10) {
+        check(border);
+        check(std::nextafter(border, 0.0));
+        check(std::nextafter(border, Infinity));
+    }
+}
+
+TEST(Numbers, StreamAsPlainTextInAnyLocale) {
+    TestSupport::CommaLocale const locale;
+    MStreamTextOut<char> narrow;
+    narrow << true << 18446744073709551615ull << false;
+    EXPECT_EQ(narrow.str(), "true18446744073709551615false");
+    MStreamTextOut<wchar_t> wide;
+    wide << std::numeric_limits<std::int32_t>::min() << true << 1000000ull << std::int32_t{1234567};
+    EXPECT_EQ(wide.str(), L"-2147483648true10000001234567");
+}

@@ -1,0 +1,169 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "text/unicode.h"
+
+#include "text/utf8.h"
+
+#include <cstddef>
+#include <cstdint>
+
+namespace Zantrel::Text {
+
+namespace {
+
+// Nearly all texts are ASCII. They are converted in blocks, whose inner loops have a fixed length so that the
+// compiler makes vector instructions of them.
+constexpr std::size_t Block = 16;
+
+/// Converts the ASCII characters that `text` begins with and gives their number. `into` has room for all of
+/// `text`.
+std::size_t NarrowAscii(std::wstring_view text, char* into) noexcept {
+    std::size_t done = 0;
+    for (; text.size() - done >= Block; done += Block) {
+        std::uint32_t all = 0;
+        for (std::size_t index = 0; index < Block; ++index) {
+            auto const unit = static_cast<std::uint32_t>(text[done + index]);
+            all |= unit;
+            into[done + index] = static_cast<char>(unit);
+        }
+        if (all >= 0x80) {
+            break;
+        }
+    }
+    for (; done < text.size() && static_cast<std::uint32_t>(text[done]) < 0x80; ++done) {
+        into[done] = static_cast<char>(text[done]);
+    }
+    return done;
+}
+
+std::size_t WidenAscii(std::string_view utf8, wchar_t* into) noexcept {
+    std::size_t done = 0;
+    for (; utf8.size() - done >= Block; done += Block) {
+        unsigned all = 0;
+        for (std::size_t index = 0; index < Block; ++index) {
+            auto const byte = static_cast<unsigned char>(utf8[done + index]);
+            all |= byte;
+            into[done + index] = static_cast<wchar_t>(byte);
+        }
+        if (all >= 0x80) {
+            break;
+        }
+    }
+    for (; done < utf8.size() && static_cast<unsigned char>(utf8[done]) < 0x80; ++done) {
+        into[done] = static_cast<wchar_t>(utf8[done]);
+    }
+    return done;
+}
+
+bool IsLead(char32_t unit) noexcept { return unit >= 0xD800 && unit < 0xDC00; }
+
+bool IsTrail(char32_t unit) noexcept { return unit >= 0xDC00 && unit < 0xE000; }
+
+bool IsCodePoint(char32_t unit) noexcept { return unit < 0xD800 || (unit >= 0xE000 && unit <= 0x10FFFF); }
+
+/// Takes one code point from the front of `text`, which is not empty; what can't be joined comes as it
+/// stands.
+char32_t TakeCodePoint(std::wstring_view& text) noexcept {
+    auto const first = static_cast<char32_t>(text.front());
+    text.remove_prefix(1);
+    if (IsLead(first) && !text.empty()) {
+        auto const second = static_cast<char32_t>(text.front());
+        if (IsTrail(second)) {
+            text.remove_prefix(1);
+            return 0x10000 + ((first - 0xD800) << 10) + (second - 0xDC00);
+        }
+    }
+    return first;
+}
+
+struct Encoded {
+    char bytes[4] = {};
+    std::size_t size = 0;
+
+    std::string_view View() const noexcept { return {bytes, size}; }
+};
+
+Encoded Encode(char32_t code) noexcept {
+    Encoded result;
+    auto const byte = [](char32_t value) { return static_cast<char>(static_cast<unsigned char>(value)); };
+    if (IsCodePoint(code)) {
+        result.size = static_cast<std::size_t>(Text::EncodeUtf8(code, result.bytes) - result.bytes);
+    } else if (code <= 0xDFFF) {
+        result = {{byte(0xED), byte(0x80 | (code >> 6 & 0x3F)), byte(0x80 | (code & 0x3F))}, 3};
+    } else {
+        result = {{byte(0xFF)}, 1};
+    }
+    return result;
+}
+
+/// Appends `text` up to the first thing that is no code point, or to its end when `keepAll`.
+bool Append(std::wstring_view text, std::string& utf8, bool keepAll) {
+    std::size_t const start = utf8.size();
+    utf8.resize(start + text.size());
+    std::size_t const ascii = NarrowAscii(text, utf8.data() + start);
+    utf8.resize(start + ascii);
+    text.remove_prefix(ascii);
+    while (!text.empty()) {
+        char32_t const code = TakeCodePoint(text);
+        if (!keepAll && !IsCodePoint(code)) {
+            return false;
+        }
+        utf8.append(Encode(code).View());
+    }
+    return true;
+}
+
+void AppendCodePoint(char32_t code, std::wstring& text) {
+    if constexpr (sizeof(wchar_t) == 2) {
+        if (code >= 0x10000) {
+            text.push_back(static_cast<wchar_t>(0xD7C0 + (code >> 10)));
+            code = 0xDC00 + (code & 0x3FF);
+        }
+    }
+    text.push_back(static_cast<wchar_t>(code));
+}
+
+} // namespace
+
+bool AppendUtf8(std::wstring_view text, std::string& utf8) { return Append(text, utf8, false); }
+
+void AppendUtf8Unchecked(std::wstring_view text, std::string& utf8) { Append(text, utf8, true); }
+
+void AppendWide(std::string_view utf8, std::wstring& text) {
+    std::size_t const start = text.size();
+    text.resize(start + utf8.size());
+    std::size_t const ascii = WidenAscii(utf8, text.data() + start);
+    text.resize(start + ascii);
+    char const* const end = utf8.data() + utf8.size();
+    for (char const* at = utf8.data() + ascii; at != end;) {
+        Text::Utf8Character const character = Text::DecodeUtf8(at, end);
+        AppendCodePoint(character.size != 0 ? character.code : U'\uFFFD', text);
+        at += character.size != 0 ? character.size : 1;
+    }
+}
+
+bool EqualsUtf8(std::wstring_view text, std::string_view utf8) noexcept {
+    if (text.size() > utf8.size()) {
+        return false; // no unit becomes less than a byte
+    }
+    std::size_t ascii = 0;
+    while (ascii < text.size() && text[ascii] == static_cast<unsigned char>(utf8[ascii]) &&
+           text[ascii] < 0x80) {
+        ++ascii;
+    }
+    text.remove_prefix(ascii);
+    utf8.remove_prefix(ascii);
+    while (!text.empty()) {
+        char32_t const code = TakeCodePoint(text);
+        if (!IsCodePoint(code)) {
+            return false;
+        }
+        Encoded const encoded = Encode(code);
+        if (utf8.substr(0, encoded.size) != encoded.View()) {
+            return false;
+        }
+        utf8.remove_prefix(encoded.size);
+    }
+    return utf8.empty();
+}
+
+} // namespace Zantrel::Text

@@ -1,0 +1,249 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "xml/input_buffer.h"
+
+#include "text/utf8.h"
+#include "xml/names.h"
+#include "xml/scan.h"
+
+#include <algorithm>
+#include <cstring>
+#include <string_view>
+#include <utility>
+
+namespace Zantrel::Xml {
+
+namespace {
+
+bool IsHighSurrogate(char32_t unit) noexcept { return unit >= 0xD800 && unit < 0xDC00; }
+bool IsLowSurrogate(char32_t unit) noexcept { return unit >= 0xDC00 && unit < 0xE000; }
+
+bool IsContinuation(char byte) noexcept { return (static_cast<unsigned char>(byte) & 0xC0) == 0x80; }
+
+} // namespace
+
+// A byte of UTF-16 becomes up to one and a half of UTF-8; three bytes may be left over from the piece before.
+InputBuffer::InputBuffer(Io::ByteSource& source, std::size_t pieceSize)
+    : m_source(source), m_pieceSize(std::max<std::size_t>(pieceSize, 1)),
+      m_room(m_pieceSize + m_pieceSize / 2 + 8), m_capacity(2 * m_room),
+      m_bytes(std::make_unique_for_overwrite<char[]>(m_capacity + Block::Size)), m_end(m_bytes.get()),
+      m_counted(m_end) {
+    SetEnd(m_end);
+}
+
+bool InputBuffer::ReadMore(char const*& keep) {
+    if (m_state != InputState::Open)
+        return false;
+    MakeRoom(keep);
+    char const* const before = m_end;
+    try {
+        while (m_end == before && m_state == InputState::Open)
+            ReadPiece();
+    } catch (...) {
+        Fail();
+        throw;
+    }
+    return m_end != before;
+}
+
+void InputBuffer::ReadAsMuchAgain(char const*& keep) {
+    auto const size = m_end - keep;
+    while (m_end - keep < 2 * size && ReadMore(keep)) {
+    }
+}
+
+// Moving no more than what is dropped, and doubling otherwise, keeps the copying linear for tokens of any
+// size.
+void InputBuffer::MakeRoom(char const*& keep) {
+    auto const dropped = static_cast<std::size_t>(keep - m_bytes.get());
+    auto const kept = static_cast<std::size_t>(m_end - keep);
+    if (dropped < kept && m_capacity - (dropped + kept) >= m_room)
+        return;
+
+    PositionOf(keep);
+    if (dropped >= kept) {
+        std::memcpy(m_bytes.get(), keep, kept);
+    } else {
+        auto larger = std::make_unique_for_overwrite<char[]>(2 * m_capacity + Block::Size);
+        std::memcpy(larger.get(), keep, kept);
+        m_bytes = std::move(larger);
+        m_capacity *= 2;
+    }
+    keep = m_counted = m_bytes.get();
+    SetEnd(m_bytes.get() + kept);
+}
+
+void InputBuffer::ReadPiece() {
+    if (!m_detected)
+        DetectEncoding();
+    else if (m_encoding == Encoding::Utf8)
+        ReadUtf8();
+    else
+        ReadUtf16();
+}
+
+/// Gives 0 at the end and after a failure.
+std::size_t InputBuffer::ReadBytes(char* into) {
+    auto const count = m_source.Read(into, m_pieceSize);
+    if (count >= 0 && static_cast<std::size_t>(count) <= m_pieceSize)
+        return static_cast<std::size_t>(count);
+    Fail();
+    return 0;
+}
+
+/// Whatever was written behind the end is not taken.
+void InputBuffer::Fail() noexcept {
+    SetEnd(m_end);
+    m_state = InputState::ReadFailed;
+}
+
+void InputBuffer::DetectEncoding() {
+    std::size_t size = 0;
+    while (size < 3) {
+        std::size_t const count = ReadBytes(m_end + size);
+        if (count == 0)
+            break;
+        size += count;
+    }
+    if (m_state != InputState::Open)
+        return;
+
+    m_detected = true;
+    std::string_view const bytes(m_end, size);
+    if (bytes.starts_with("\xFF\xFE") || bytes.starts_with("\xFE\xFF")) {
+        m_encoding = bytes[0] == '\xFF' ? Encoding::Utf16LittleEndian : Encoding::Utf16BigEndian;
+        m_raw.assign(m_end + 2, m_end + size);
+        Transcode();
+    } else if (bytes.substr(0, 2).find('\0') != std::string_view::npos) {
+        SetEnd(m_end);
+        m_state = InputState::NoEncoding;
+    } else if (size == 0) {
+        m_state = InputState::Complete;
+    } else {
+        Accept(m_end + (bytes.starts_with("\xEF\xBB\xBF") ? 3 : 0), m_end + size);
+    }
+}
+
+void InputBuffer::ReadUtf8() {
+    char* const to = m_end + m_raw.size();
+    std::size_t const size = ReadBytes(to);
+    if (size != 0) {
+        std::copy(m_raw.begin(), m_raw.end(), m_end);
+        m_raw.clear();
+        Accept(m_end, to + size);
+    } else if (m_state == InputState::Open) {
+        SetEnd(m_end);
+        m_state = m_raw.empty() ? InputState::Complete : InputState::Truncated;
+    }
+}
+
+void InputBuffer::ReadUtf16() {
+    std::size_t const left = m_raw.size();
+    m_raw.resize(left + m_pieceSize);
+    std::size_t const size = ReadBytes(m_raw.data() + left);
+    m_raw.resize(left + size);
+    if (size != 0)
+        Transcode();
+    else if (m_state == InputState::Open)
+        m_state = left == 0 ? InputState::Complete : left == 1 ? InputState::Truncated : InputState::Unpaired;
+}
+
+void InputBuffer::Transcode() {
+    std::size_t const low = m_encoding == Encoding::Utf16LittleEndian ? 0 : 1;
+    auto const unit = [this, low](std::size_t at) -> char32_t {
+        return static_cast<unsigned char>(m_raw[at + low]) |
+               static_cast<char32_t>(static_cast<unsigned char>(m_raw[at + 1 - low])) << 8;
+    };
+
+    char* out = m_end;
+    bool unpaired = false;
+    std::size_t at = 0;
+    while (at + 2 <= m_raw.size()) {
+        char32_t code = unit(at);
+        if (IsHighSurrogate(code)) {
+            if (at + 4 > m_raw.size())
+                break;
+            char32_t const second = unit(at + 2);
+            unpaired = !IsLowSurrogate(second);
+            code = 0x10000 + ((code - 0xD800) << 10) + (second - 0xDC00);
+            at += 2;
+        } else {
+            unpaired = IsLowSurrogate(code);
+        }
+        if (unpaired)
+            break;
+        out = Text::EncodeUtf8(code, out);
+        at += 2;
+    }
+    m_raw.erase(m_raw.begin(), m_raw.begin() + static_cast<std::ptrdiff_t>(at));
+    Accept(m_end, out);
+    if (unpaired && m_state == InputState::Open)
+        m_state = InputState::Unpaired;
+}
+
+/// Checks [at, end), which stands at m_end or behind it, and makes it part of the buffer.
+void InputBuffer::Accept(char* at, char* end) {
+    std::memset(end, 0, Block::Size);
+    char* out = m_end;
+    auto const take = [&at, &out](std::size_t size) {
+        if (out != at)
+            std::memmove(out, at, size);
+        at += size;
+        out += size;
+    };
+
+    if (m_afterCarriageReturn && at != end) {
+        m_afterCarriageReturn = false;
+        at += *at == '\n';
+    }
+    while (at != end) {
+        take(static_cast<std::size_t>(SkipPlain(at, end) - at));
+        if (*at == '\r') {
+            *at = '\n';
+            take(1);
+            m_afterCarriageReturn = at == end;
+            at += *at == '\n';
+        } else if (at != end) {
+            std::size_t const size = CheckCharacter(at, end);
+            if (size == 0)
+                break;
+            take(size);
+        }
+    }
+    SetEnd(out);
+}
+
+/// The size of the character at `at`; 0 where it isn't complete yet, or is a fault.
+std::size_t InputBuffer::CheckCharacter(char const* at, char const* end) {
+    auto const character = Text::DecodeUtf8(at, end);
+    if (character.incomplete) {
+        m_raw.assign(at, end);
+    } else if (character.size == 0) {
+        m_state = InputState::IllFormed;
+    } else if (!IsXmlCharacter(character.code)) {
+        m_state = InputState::NotAllowed;
+        m_offender = character.code;
+        return 0;
+    }
+    return character.size;
+}
+
+void InputBuffer::SetEnd(char* end) noexcept {
+    m_end = end;
+    std::memset(m_end, 0, Block::Size);
+}
+
+Position InputBuffer::PositionOf(char const* at) const noexcept {
+    if (auto const lines = CountByte(m_counted, at, '\n'); lines != 0) {
+        m_position.line += lines;
+        m_position.column = 1;
+        m_counted = at;
+        while (m_counted[-1] != '\n')
+            --m_counted;
+    }
+    m_position.column += static_cast<std::uint64_t>(
+        std::count_if(m_counted, at, [](char byte) { return !IsContinuation(byte); }));
+    m_counted = at;
+    return m_position;
+}
+
+} // namespace Zantrel::Xml

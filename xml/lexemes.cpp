@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "xml/lexemes.h"
+
+namespace Zantrel::Xml {
+
+char const* SkipNameBeyondAscii(char const* at) noexcept {
+    while (!IsAscii(*at)) {
+        auto const character = Decode(at);
+        if (!IsNameCharacter(character.code))
+            break;
+        at = SkipAsciiName(at + character.size);
+    }
+    return at;
+}
+
+} // namespace Zantrel::Xml

@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "text/utf8.h"
+#include "xml/names.h"
+#include "xml/scan.h"
+
+/// The smallest pieces of markup, in a buffer of whole and allowed characters with a NUL at its end.
+namespace Zantrel::Xml {
+
+/// CR never gets here: line ends are normalised as they are read.
+inline bool IsSpace(char byte) noexcept { return byte == ' ' || byte == '\n' || byte == '\t'; }
+
+inline char const* SkipSpace(char const* at) noexcept {
+    while (IsSpace(*at))
+        ++at;
+    return at;
+}
+
+inline bool IsAscii(char byte) noexcept { return static_cast<unsigned char>(byte) < 0x80; }
+
+/// A letter in lower case; everything else unchanged.
+inline char ToLower(char byte) noexcept {
+    return byte >= 'A' && byte <= 'Z' ? static_cast<char>(byte | 0x20) : byte;
+}
+
+/// Characters are whole, so that decoding needs no end.
+inline Text::Utf8Character Decode(char const* at) noexcept { return Text::DecodeUtf8(at, at + 4); }
+
+/// The end of a name that begins before `at`, where it goes on with a character beyond ASCII or ends.
+char const* SkipNameBeyondAscii(char const* at) noexcept;
+
+/// The end of the name at `at`, which is `at` itself if there is none.
+inline char const* SkipName(char const* at) noexcept {
+    if (!IsAscii(*at))
+        return IsNameStart(Decode(at).code) ? SkipNameBeyondAscii(at) : at;
+    if (!IsAsciiNameStart(static_cast<unsigned char>(*at)))
+        return at;
+    at = SkipAsciiName(at);
+    return IsAscii(*at) ? at : SkipNameBeyondAscii(at);
+}
+
+} // namespace Zantrel::Xml

@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "xml/fault.h"
+#include "xml/lexemes.h"
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace Zantrel::Xml {
+
+struct Attribute {
+    std::string_view name;
+    std::string_view value; ///< normalised, references replaced, UTF-8
+};
+
+/// A start tag or empty-element tag, as views into what was scanned, or into itself where a value isn't what
+/// the document says.
+class StartTag {
+public:
+    /// Scans the tag whose '<' is at `at`. Gives the place behind it, or null and why it stopped.
+    char const* Scan(char const* at, Stop& stop) {
+        char const* const end = SkipName(at + 1);
+        if (end == at + 1)
+            return stop.At(Fault::NoTagName, *end == '\0' ? end : at);
+        m_name = {at + 1, end};
+        m_attributes.clear();
+        m_isEmptyElement = false;
+        return *end == '>' ? end + 1 : ScanAttributes(end, stop);
+    }
+
+    std::string_view Name() const noexcept { return m_name; }
+    std::vector<Attribute> const& Attributes() const noexcept { return m_attributes; }
+    bool IsEmptyElement() const noexcept { return m_isEmptyElement; }
+
+private:
+    /// A value in m_values.
+    struct NormalisedValue {
+        std::size_t attribute;
+        std::size_t begin;
+        std::size_t size;
+    };
+
+    char const* ScanAttributes(char const* at, Stop& stop);
+    char const* ScanAttribute(char const* at, Stop& stop);
+    char const* NormaliseValue(char const* at, char quote, Stop& stop);
+    void PlaceNormalisedValues() noexcept;
+    bool CheckNames(Stop& stop);
+    bool CheckManyNames(Stop& stop);
+
+    std::string_view m_name;
+    std::vector<Attribute> m_attributes;
+    bool m_isEmptyElement = false;
+    std::vector<NormalisedValue> m_normalised;
+    std::string m_values;
+    std::vector<std::string_view> m_sortedNames;
+};
+
+} // namespace Zantrel::Xml

@@ -1,0 +1,115 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "io/byte_source.h"
+#include "xml/depth_limit.h"
+#include "xml/fault.h"
+#include "xml/indentation.h"
+#include "xml/input_buffer.h"
+#include "xml/open_elements.h"
+#include "xml/start_tag.h"
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace Zantrel::Xml {
+
+enum class Token : int {
+    StartTag, ///< Name(), Attributes(); an empty-element tag gives StartTag and EndTag
+    EndTag,   ///< Name()
+    Text,  ///< Text(): a piece of character data or CDATA, never empty; neighbouring pieces belong together
+    End,   ///< the document ended and was well-formed; every further Next() gives End again
+    Error, ///< ErrorText(), Where(); every further Next() gives Error again
+};
+
+/// A pull tokeniser for XML 1.0 (fifth edition) without document types. Delivers narrow UTF-8 views that stay
+/// valid until the next Next(). Comments and processing instructions are checked and passed over.
+///
+/// Memory grows with the depth and with the longest tag, not with texts, comments or the document. Time is
+/// linear in the document, whatever the size of its tokens and of the pieces it comes in.
+class Tokeniser {
+public:
+    /// Asks `source`, which must outlive the tokeniser, for `pieceSize` bytes at a time. An element nested
+    /// deeper than `maxDepth` is an error; the root has depth 1.
+    explicit Tokeniser(Io::ByteSource& source, std::size_t pieceSize = std::size_t(64) * 1024,
+                       std::size_t maxDepth = MaxDepth);
+    Tokeniser(Tokeniser const&) = delete;
+    Tokeniser& operator=(Tokeniser const&) = delete;
+
+    /// What the source throws goes through, and Next() gives Error from then on. After std::bad_alloc it does
+    /// the same, or takes the step once more.
+    Token Next();
+
+    std::string_view Name() const noexcept { return m_name; }
+    std::vector<Attribute> const& Attributes() const noexcept { return m_tag.Attributes(); }
+    std::string_view Text() const noexcept { return m_text; }
+    /// The first character of the current token, or the place of the error.
+    Position Where() const noexcept;
+    /// One sentence without a trailing line or place, for a person; empty before an error.
+    std::string const& ErrorText() const noexcept { return m_errorText; }
+
+private:
+    enum class Stage : std::uint8_t {
+        Beginning,
+        Prolog,
+        Content,
+        Section,
+        EmptyElement,
+        Epilog,
+        Ended,
+        Failed
+    };
+
+    /// What a step gives that passed over something that isn't delivered. (An std::optional is written in two
+    /// parts and read as one, which costs more than all else in a step.)
+    static constexpr Token Nothing{-1};
+
+    Token StepInContent();
+    Token StepElsewhere();
+    Token StepOutsideRoot();
+    Token StepAtMarkup();
+    Token Begin();
+    Token PassMarkup();
+    Token PassComment();
+    Token PassInstruction();
+    Token ReadDeclaration();
+    Token ReadSection();
+    Token ReadText();
+    Token ReadReference();
+    Token ReadStartTag();
+    Token ReadEndTag();
+    Token DeliverText(char const* end, char const* next) noexcept;
+    Token DeliverEnd(char const* next) noexcept;
+
+    template <class Function> char const* Scan(Function scan);
+    char const* ScanInstructionName(char const* at);
+    char const* ScanEndTag(char const* at);
+
+    bool ReadMore();
+    std::size_t Match(std::string_view word);
+    Stage StageAfterElement() const noexcept;
+    Token FailWhereStopped(std::string_view construct);
+    Token Fail(Fault fault, char const* place, std::string_view word = {}, std::string_view otherWord = {});
+
+    // m_at is apart from m_token: as neighbours they are written as one by some compilers, and reading one of
+    // them right after it then has to wait.
+    InputBuffer m_input;
+    std::size_t const m_maxDepth;
+    char const* m_at; ///< where the next token begins
+    Stage m_stage = Stage::Beginning;
+    std::string_view m_name;
+    std::string_view m_text;
+    char const* m_token; ///< the current token; null while there is none
+    Indentation m_indentation;
+    OpenElements m_open;
+    StartTag m_tag;
+    std::array<char, 4> m_character{};
+    Stop m_stop;
+    std::string m_errorText;
+};
+
+} // namespace Zantrel::Xml
