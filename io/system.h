@@ -29,6 +29,10 @@ std::wstring Describe(Error error);
 /// the code page don't matter, and on Windows neither does the length.
 std::optional<NativePath> ToNativePath(std::wstring_view path);
 
+/// The other way, for any text that the system gives as a path. What is no character here becomes lone
+/// surrogates, so that ToNativePath gives nothing instead of another path.
+std::wstring FromNativePath(NativePath const& path);
+
 /// Whether something has this path; a link leads on. `error` is set where the system can't tell.
 bool Exists(NativePath const& path, Error& error);
 

@@ -3,7 +3,9 @@
 #include "io/system.h"
 
 #include "text/unicode.h"
+#include "text/utf8.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <fcntl.h>
@@ -135,6 +137,20 @@ std::optional<NativePath> ToNativePath(std::wstring_view path) {
         return std::nullopt;
     }
     return utf8;
+}
+
+std::wstring FromNativePath(NativePath const& path) {
+    std::wstring text;
+    for (std::string_view left = path; !left.empty();) {
+        Text::Utf8Character const character = Text::DecodeUtf8(left.data(), left.data() + left.size());
+        if (character.size != 0) {
+            Text::AppendWide(left.substr(0, character.size), text);
+        } else {
+            text.push_back(static_cast<wchar_t>(0xDC00 + static_cast<unsigned char>(left.front())));
+        }
+        left.remove_prefix(std::max<std::size_t>(character.size, 1));
+    }
+    return text;
 }
 
 bool Exists(NativePath const& path, Error& error) {

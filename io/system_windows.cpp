@@ -127,6 +127,8 @@ std::optional<NativePath> ToNativePath(std::wstring_view path) {
     return full.compare(0, 2, L"\\\\") == 0 ? L"\\\\?\\UNC" + full.substr(1) : L"\\\\?\\" + full;
 }
 
+std::wstring FromNativePath(NativePath const& path) { return path; }
+
 bool Exists(NativePath const& path, Error& error) {
     File file;
     error = Open(file, path, 0, ShareAll, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS);

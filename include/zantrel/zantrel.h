@@ -27,6 +27,7 @@
 #include <zantrel/parameter_files/parameter_file_validity.h>
 
 #include <zantrel/io/mfile.h>
+#include <zantrel/io/path.h>
 #include <zantrel/io/uuid.h>
 #include <zantrel/sax/read_report.h>
 #include <zantrel/sax/sax_persist.h>

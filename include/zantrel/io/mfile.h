@@ -2,6 +2,7 @@
 #pragma once
 
 #include <zantrel/export.h>
+#include <zantrel/io/path.h>
 
 #include <cstddef>
 #include <cstdint>
@@ -38,8 +39,14 @@ public:
 
     /// Replaces the bytes by those of a file and rewinds. False, and nothing changes, when it can't be read.
     bool ReadFromFile(std::wstring const& path);
+    template <class Path, Zantrel::IfPath<Path> = 0> bool ReadFromFile(Path const& path) {
+        return ReadFromFile(Zantrel::WidePath(path));
+    }
     /// Replaces the file as a whole. False, and the file stays as it was, when it can't be written.
     bool WriteToFile(std::wstring const& path) const;
+    template <class Path, Zantrel::IfPath<Path> = 0> bool WriteToFile(Path const& path) const {
+        return WriteToFile(Zantrel::WidePath(path));
+    }
 
 private:
     std::vector<std::byte> m_bytes;

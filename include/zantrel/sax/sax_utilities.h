@@ -2,6 +2,7 @@
 #pragma once
 
 #include <zantrel/export.h>
+#include <zantrel/io/path.h>
 #include <zantrel/text/string_conversion.h>
 
 #include <cstdint>
@@ -94,6 +95,10 @@ private:
 /// 1,024 elements. Memory grows with the depth and the longest text, not with the document.
 ZANTREL_EXPORT bool ReadFile(std::wstring const& path, ISAXPersist& handler,
                              Zantrel::ReadReport* report = nullptr);
+template <class Path, Zantrel::IfPath<Path> = 0>
+bool ReadFile(Path const& path, ISAXPersist& handler, Zantrel::ReadReport* report = nullptr) {
+    return ReadFile(Zantrel::WidePath(path), handler, report);
+}
 /// The same from where `in` stands to its end. False when the stream has failed. One that breaks off by an
 /// exception gets its bad bit set, which throws where the host asked the stream for that.
 ZANTREL_EXPORT bool ReadStream(std::basic_istream<char>& in, ISAXPersist& handler,
@@ -107,6 +112,11 @@ ZANTREL_EXPORT bool ReadStream(std::basic_istream<char>& in, ISAXPersist& handle
 /// of the handler reaches the caller.
 ZANTREL_EXPORT bool WriteFile(std::wstring const& path, ISAXPersist const& handler,
                               WriteOptions const& options, Zantrel::WriteReport* report = nullptr);
+template <class Path, Zantrel::IfPath<Path> = 0>
+bool WriteFile(Path const& path, ISAXPersist const& handler, WriteOptions const& options,
+               Zantrel::WriteReport* report = nullptr) {
+    return WriteFile(Zantrel::WidePath(path), handler, options, report);
+}
 /// The same to a stream, which on failure may have got a part of the document. A stream that doesn't take all
 /// of it gets its bad bit set, as in ReadStream.
 ZANTREL_EXPORT bool WriteStream(std::basic_ostream<char>& out, ISAXPersist const& handler,

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <zantrel/export.h>
+#include <zantrel/io/path.h>
 #include <zantrel/sax/sax_persist.h>
 #include <zantrel/store/persistent_property.h>
 
@@ -23,8 +24,14 @@ public:
     /// Takes the bytes of the file at `path` and the last part of the path as the name. False, and this
     /// content is as it was, when the file can't be read.
     bool LoadFile(std::wstring const& path);
+    template <class Path, Zantrel::IfPath<Path> = 0> bool LoadFile(Path const& path) {
+        return LoadFile(Zantrel::WidePath(path));
+    }
     /// Writes the bytes to `path`, whole or not at all. False when that fails; an old file is then as it was.
     bool SaveFile(std::wstring const& path) const;
+    template <class Path, Zantrel::IfPath<Path> = 0> bool SaveFile(Path const& path) const {
+        return SaveFile(Zantrel::WidePath(path));
+    }
 
     bool operator==(FileContent const& other) const {
         return m_name == other.m_name && m_data == other.m_data;
