@@ -2,6 +2,7 @@
 #include <zantrel/io/uuid.h>
 
 #include "io/system.h"
+#include "text/guid.h"
 
 #include <cstdint>
 #include <string_view>
@@ -9,11 +10,10 @@
 namespace KelSDK {
 
 std::wstring CreateUUID_t() {
-    constexpr std::wstring_view Pattern = L"xxxxxxxx-xxxx-4xxx-yxxx-xxxxxxxxxxxx";
     constexpr std::wstring_view Digits = L"0123456789abcdef";
     std::uint32_t bits = 0;
     unsigned left = 0;
-    std::wstring text(Pattern);
+    std::wstring text(Zantrel::Text::RandomGuidPattern);
     for (wchar_t& place : text) {
         if (place != L'x' && place != L'y') {
             continue;

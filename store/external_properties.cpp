@@ -3,6 +3,7 @@
 
 #include "store/property_set_sax.h"
 #include "store/property_set_words.h"
+#include "text/guid.h"
 
 #include <zantrel/sax/sax_reader.h>
 
@@ -17,36 +18,13 @@ namespace KelAM {
 
 namespace {
 
-constexpr std::size_t GuidLength = 36;
-
-bool IsHexDigit(wchar_t c) {
-    return (c >= L'0' && c <= L'9') || (c >= L'a' && c <= L'f') || (c >= L'A' && c <= L'F');
-}
-
-/// The 36 characters of a GUID without its braces, or nothing.
-std::wstring_view FindGuid(std::wstring_view text) {
-    if (text.size() == GuidLength + 2 && text.front() == L'{' && text.back() == L'}') {
-        text = text.substr(1, GuidLength);
-    }
-    if (text.size() != GuidLength) {
-        return {};
-    }
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        bool const isDashPlace = i == 8 || i == 13 || i == 18 || i == 23;
-        if (isDashPlace ? text[i] != L'-' : !IsHexDigit(text[i])) {
-            return {};
-        }
-    }
-    return text;
-}
-
 wchar_t ToLower(wchar_t c) { return c >= L'A' && c <= L'F' ? static_cast<wchar_t>(c - L'A' + L'a') : c; }
 wchar_t ToUpper(wchar_t c) { return c >= L'a' && c <= L'f' ? static_cast<wchar_t>(c - L'a' + L'A') : c; }
 
 } // namespace
 
 ExternalPropertyID::ExternalPropertyID(std::wstring const& text) : m_text(text) {
-    if (std::wstring_view const guid = FindGuid(text); !guid.empty()) {
+    if (std::wstring_view const guid = Zantrel::Text::FindGuid(text); !guid.empty()) {
         m_isGuid = true;
         m_text.assign(guid);
         std::transform(m_text.begin(), m_text.end(), m_text.begin(), ToLower);

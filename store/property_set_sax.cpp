@@ -4,6 +4,7 @@
 #include "store/create_property.h"
 #include "store/property_set_words.h"
 #include "store/shared_names.h"
+#include "text/guid.h"
 
 #include <zantrel/sax/sax_reader.h>
 #include <zantrel/sax/tag_writer.h>
@@ -113,15 +114,6 @@ bool PropertySequenceRead::HandleTag(std::string const& tag, KelSAX::ISAXReader&
 
 namespace {
 
-bool HasGuidShape(std::wstring_view name) {
-    bool const braced = name.size() == 38 && name.front() == L'{' && name.back() == L'}';
-    if (!braced && name.size() != 36) {
-        return false;
-    }
-    std::wstring_view const inner = braced ? name.substr(1, 36) : name;
-    return inner[8] == L'-' && inner[13] == L'-' && inner[18] == L'-' && inner[23] == L'-';
-}
-
 /// The word of the attribute "Type": a container's own, or the type name, where a double is called a number.
 template <class T>
 constexpr std::string_view TypeWord = std::is_same_v<T, PersistentProperties>   ? Word::Complex
@@ -171,7 +163,7 @@ bool WriteTyped(IPersistentProperty const& property, KelSAX::ISAXWriter& writer)
 } // namespace
 
 bool Zantrel::IsComponent(std::wstring_view name, IPersistentProperty const& property) {
-    return HasGuidShape(name) && property.GetType() == WideTypeName<KelAM::SubProperties>();
+    return Text::HasGuidShape(name) && property.GetType() == WideTypeName<KelAM::SubProperties>();
 }
 
 bool Zantrel::WriteProperties(PersistentProperties const& bag, KelSAX::ISAXWriter& writer,
