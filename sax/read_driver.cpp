@@ -4,6 +4,7 @@
 #include "sax/report_texts.h"
 #include "text/enum_order.h"
 #include "text/numbers.h"
+#include "text/sentences.h"
 #include "text/unicode.h"
 
 #include <zantrel/text/string_conversion.h>
@@ -240,7 +241,7 @@ void ReadDriver::Report(Kind kind, std::initializer_list<std::wstring_view> part
             entry.path.append(level != 0 ? L"/" : L"");
             Text::AppendWide(m_open[level].tag, entry.path);
         }
-        entry.sentence = Fill(KindTexts[static_cast<std::size_t>(kind)].pattern, parts);
+        entry.sentence = Text::Fill(KindTexts[static_cast<std::size_t>(kind)].pattern, parts);
     }
     m_report->Add(std::move(entry));
 }

@@ -2,6 +2,7 @@
 #include <zantrel/sax/read_report.h>
 
 #include "sax/report_texts.h"
+#include "text/sentences.h"
 
 #include <utility>
 
@@ -24,8 +25,8 @@ bool ReadReport::HasRoomFor(Kind kind) const noexcept {
 std::wstring ReadReport::Format(Entry const& entry) {
     std::wstring const text = Sax::WithPath(entry.sentence, entry.path);
     return entry.line == 0 ? text
-                           : Sax::Fill(L"{0}:{1}: {2}",
-                                       {std::to_wstring(entry.line), std::to_wstring(entry.column), text});
+                           : Text::Fill(L"{0}:{1}: {2}",
+                                        {std::to_wstring(entry.line), std::to_wstring(entry.column), text});
 }
 
 } // namespace Zantrel

@@ -1,14 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <initializer_list>
 #include <string>
 #include <string_view>
 
 namespace Zantrel::Sax {
-
-/// `pattern` with "{0}", "{1}", ... replaced by `parts`.
-std::wstring Fill(std::wstring_view pattern, std::initializer_list<std::wstring_view> parts);
 
 /// UTF-8 as a wide text to quote, cut with "..." when it is long.
 std::wstring Excerpt(std::string_view utf8);

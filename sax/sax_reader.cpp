@@ -6,13 +6,33 @@
 
 namespace KelSAX {
 
+namespace Text = Zantrel::Text;
+
 namespace {
 
-template <class T> bool Take(std::optional<T> const& parsed, T& value) {
+/// Parses an element's text or an attribute, where there is one, into the target; calls `report` when that
+/// isn't possible.
+template <class T, class Report>
+bool Take(std::optional<std::string_view> text, std::optional<T> (*parse)(std::string_view) noexcept,
+          T& value, Report const& report) {
+    if (!text) {
+        return false;
+    }
+    std::optional<T> const parsed = parse(*text);
     if (parsed) {
         value = *parsed;
+    } else {
+        report();
     }
     return parsed.has_value();
+}
+
+bool Take(std::optional<std::string_view> text, std::wstring& value) {
+    if (text) {
+        value.clear();
+        Text::AppendWide(*text, value);
+    }
+    return text.has_value();
 }
 
 } // namespace
@@ -28,57 +48,25 @@ bool ISAXReader::ReadAttribute(std::string& value, std::string_view name) {
 }
 
 bool ISAXReader::ReadAttribute(std::wstring& value, std::string_view name) {
-    auto const text = FindAttribute(name);
-    if (text) {
-        value.clear();
-        Zantrel::Text::AppendWide(*text, value);
-    }
-    return text.has_value();
+    return Take(FindAttribute(name), value);
 }
 
 bool ISAXReader::ReadAttribute(bool& value, std::string_view name) {
-    auto const text = FindAttribute(name);
-    if (!text || Take(Zantrel::Text::ParseBool(*text), value)) {
-        return text.has_value();
-    }
-    ReportUnparsedAttribute(name, L"flag");
-    return false;
+    return Take(FindAttribute(name), Text::ParseBool, value, [&] { ReportUnparsedAttribute(name, L"flag"); });
 }
 
-bool ISAXReader::ReadValue(std::wstring& value) const {
-    auto const text = FindText();
-    if (text) {
-        value.clear();
-        Zantrel::Text::AppendWide(*text, value);
-    }
-    return text.has_value();
-}
+bool ISAXReader::ReadValue(std::wstring& value) const { return Take(FindText(), value); }
 
 bool ISAXReader::ReadValue(double& value) {
-    auto const text = FindText();
-    if (!text || Take(Zantrel::Text::ParseDouble(*text), value)) {
-        return text.has_value();
-    }
-    ReportUnparsedText(L"number");
-    return false;
+    return Take(FindText(), Text::ParseDouble, value, [this] { ReportUnparsedText(L"number"); });
 }
 
 bool ISAXReader::ReadValue(std::int32_t& value) {
-    auto const text = FindText();
-    if (!text || Take(Zantrel::Text::ParseInteger(*text), value)) {
-        return text.has_value();
-    }
-    ReportUnparsedText(L"32-bit integer");
-    return false;
+    return Take(FindText(), Text::ParseInteger, value, [this] { ReportUnparsedText(L"32-bit integer"); });
 }
 
 bool ISAXReader::ReadValue(bool& value) {
-    auto const text = FindText();
-    if (!text || Take(Zantrel::Text::ParseBool(*text), value)) {
-        return text.has_value();
-    }
-    ReportUnparsedText(L"flag");
-    return false;
+    return Take(FindText(), Text::ParseBool, value, [this] { ReportUnparsedText(L"flag"); });
 }
 
 std::string_view ISAXReader::GetText() const { return FindText().value_or(std::string_view()); }

@@ -4,8 +4,10 @@
 #include "sax/report_texts.h"
 #include "text/enum_order.h"
 #include "text/numbers.h"
+#include "text/sentences.h"
 #include "text/unicode.h"
 #include "text/utf8.h"
+#include "xml/blocks.h"
 #include "xml/depth_limit.h"
 #include "xml/names.h"
 
@@ -43,58 +45,11 @@ constexpr FaultPattern FaultPatterns[] = {
 
 static_assert(InEnumOrder(FaultPatterns, &FaultPattern::fault, WriteFault::HandlerRefused));
 
-/// What a byte is to the writer.
-enum ByteTrait : std::uint8_t {
-    NeedsCare = 1, ///< in a text: escaped, refused, or not ASCII
-    InAsciiName = 2,
-    BeginsAsciiName = 4,
+/// What can't be written as it stands: it is escaped, refused, or not ASCII and has to be looked at.
+constexpr auto NeedsCare = [](auto bytes) {
+    return bytes.BelowOrNotAscii(' ') | bytes.Equal('&') | bytes.Equal('<') | bytes.Equal('>') |
+           bytes.Equal('"');
 };
-
-constexpr std::array<std::uint8_t, 256> MakeByteTraits() {
-    std::array<std::uint8_t, 256> traits{};
-    for (std::size_t byte = 0; byte < traits.size(); ++byte) {
-        bool const isLetter = (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z');
-        bool const begins = isLetter || byte == '_' || byte == ':';
-        bool const isOther = (byte >= '0' && byte <= '9') || byte == '-' || byte == '.';
-        bool const isSpecial = byte == '&' || byte == '<' || byte == '>' || byte == '"';
-        traits[byte] =
-            static_cast<std::uint8_t>((byte < 0x20 || byte >= 0x80 || isSpecial ? NeedsCare : 0) |
-                                      (begins || isOther ? InAsciiName : 0) | (begins ? BeginsAsciiName : 0));
-    }
-    return traits;
-}
-
-constexpr std::array<std::uint8_t, 256> ByteTraits = MakeByteTraits();
-
-bool Has(char byte, ByteTrait trait) noexcept {
-    return (ByteTraits[static_cast<unsigned char>(byte)] & trait) != 0;
-}
-
-bool IsName(std::string_view name) noexcept {
-    bool const isAscii =
-        !name.empty() && Has(name.front(), BeginsAsciiName) &&
-        std::all_of(name.begin(), name.end(), [](char byte) { return Has(byte, InAsciiName); });
-    return isAscii || Xml::IsPortableXmlName(name);
-}
-
-/// Where the first byte of [at, end) that needs care stands.
-char const* FindCare(char const* at, char const* end) noexcept {
-    constexpr std::uint64_t Each = 0x0101010101010101;
-    constexpr std::uint64_t Tops = 0x80 * Each;
-    auto const hasZero = [](std::uint64_t bytes) { return (bytes - Each) & ~bytes & Tops; };
-    for (; end - at >= 8; at += 8) {
-        std::uint64_t bytes = 0;
-        std::memcpy(&bytes, at, sizeof bytes);
-        // "<" and ">" differ in one bit, "&" and the quotation mark too.
-        std::uint64_t const special =
-            hasZero((bytes | 0x02 * Each) ^ 0x3E * Each) | hasZero((bytes | 0x04 * Each) ^ 0x26 * Each);
-        std::uint64_t const control = (bytes - 0x20 * Each) & ~bytes & Tops;
-        if ((special | control | (bytes & Tops)) != 0) {
-            break;
-        }
-    }
-    return std::find_if(at, end, [](char byte) { return Has(byte, NeedsCare); });
-}
 
 /// What the ASCII characters that need care and that XML can carry become. ">" is always escaped, for the
 /// sake of "]]>".
@@ -205,7 +160,7 @@ void WriteDriver::WriteAttribute(std::string_view name, std::string_view value) 
     if (HasFailed()) {
         return;
     }
-    if (!IsName(name)) {
+    if (!Xml::IsPortableXmlName(name)) {
         return Fail(WriteFault::NoName, name);
     }
     if (m_startTag != StartTag::TakesAttributes) {
@@ -252,7 +207,7 @@ void WriteDriver::OpenElement(std::string_view tag) {
     if (HasFailed()) {
         return;
     }
-    if (!IsName(tag)) {
+    if (!Xml::IsPortableXmlName(tag)) {
         return Fail(WriteFault::NoName, tag);
     }
     if (m_levels.size() == Xml::MaxDepth) {
@@ -342,7 +297,7 @@ void WriteDriver::BreakLine(std::size_t depth) noexcept {
 void WriteDriver::PutChecked(std::string_view text, Place place) {
     char const* const end = text.data() + text.size();
     for (char const* at = text.data(); at != end;) {
-        char const* const care = FindCare(at, end);
+        char const* const care = Xml::Find(at, end, NeedsCare);
         Put({at, static_cast<std::size_t>(care - at)});
         at = care;
         if (at == end) {
@@ -408,7 +363,7 @@ void WriteDriver::Fail(WriteFault fault, std::string_view subject) {
 }
 
 std::wstring WriteDriver::FaultText() const {
-    return Fill(FaultPatterns[static_cast<std::size_t>(m_fault)].pattern, {Excerpt(m_subject)});
+    return Text::Fill(FaultPatterns[static_cast<std::size_t>(m_fault)].pattern, {Excerpt(m_subject)});
 }
 
 std::wstring WriteDriver::FaultPath() const {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "text/unicode.h"
 
+#include "text/surrogates.h"
 #include "text/utf8.h"
 
 #include <cstddef>
@@ -54,22 +55,16 @@ std::size_t WidenAscii(std::string_view utf8, wchar_t* into) noexcept {
     return done;
 }
 
-bool IsLead(char32_t unit) noexcept { return unit >= 0xD800 && unit < 0xDC00; }
-
-bool IsTrail(char32_t unit) noexcept { return unit >= 0xDC00 && unit < 0xE000; }
-
-bool IsCodePoint(char32_t unit) noexcept { return unit < 0xD800 || (unit >= 0xE000 && unit <= 0x10FFFF); }
-
 /// Takes one code point from the front of `text`, which is not empty; what can't be joined comes as it
 /// stands.
 char32_t TakeCodePoint(std::wstring_view& text) noexcept {
     auto const first = static_cast<char32_t>(text.front());
     text.remove_prefix(1);
-    if (IsLead(first) && !text.empty()) {
+    if (IsHighSurrogate(first) && !text.empty()) {
         auto const second = static_cast<char32_t>(text.front());
-        if (IsTrail(second)) {
+        if (IsLowSurrogate(second)) {
             text.remove_prefix(1);
-            return 0x10000 + ((first - 0xD800) << 10) + (second - 0xDC00);
+            return JoinSurrogates(first, second);
         }
     }
     return first;
@@ -115,8 +110,8 @@ bool Append(std::wstring_view text, std::string& utf8, bool keepAll) {
 void AppendCodePoint(char32_t code, std::wstring& text) {
     if constexpr (sizeof(wchar_t) == 2) {
         if (code >= 0x10000) {
-            text.push_back(static_cast<wchar_t>(0xD7C0 + (code >> 10)));
-            code = 0xDC00 + (code & 0x3FF);
+            text.push_back(static_cast<wchar_t>(HighSurrogateOf(code)));
+            code = LowSurrogateOf(code);
         }
     }
     text.push_back(static_cast<wchar_t>(code));

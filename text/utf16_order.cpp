@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "text/utf16_order.h"
 
+#include "text/surrogates.h"
+
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
@@ -24,18 +26,18 @@ public:
         if (m_text.empty()) {
             return -1;
         }
-        auto const unit = static_cast<std::uint32_t>(m_text.front());
+        auto const unit = static_cast<char32_t>(m_text.front());
         m_text.remove_prefix(1);
         if (unit < 0x10000 || unit > 0x10FFFF) {
             return unit;
         }
-        m_trail = 0xDC00 + (unit & 0x3FF);
-        return 0xD7C0 + (unit >> 10);
+        m_trail = LowSurrogateOf(unit);
+        return HighSurrogateOf(unit);
     }
 
 private:
     std::wstring_view m_text;
-    std::uint32_t m_trail = 0;
+    char32_t m_trail = 0;
 };
 
 } // namespace

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "xml/input_buffer.h"
 
+#include "text/surrogates.h"
 #include "text/utf8.h"
 #include "xml/names.h"
 #include "xml/scan.h"
@@ -13,9 +14,6 @@
 namespace Zantrel::Xml {
 
 namespace {
-
-bool IsHighSurrogate(char32_t unit) noexcept { return unit >= 0xD800 && unit < 0xDC00; }
-bool IsLowSurrogate(char32_t unit) noexcept { return unit >= 0xDC00 && unit < 0xE000; }
 
 bool IsContinuation(char byte) noexcept { return (static_cast<unsigned char>(byte) & 0xC0) == 0x80; }
 
@@ -159,15 +157,15 @@ void InputBuffer::Transcode() {
     std::size_t at = 0;
     while (at + 2 <= m_raw.size()) {
         char32_t code = unit(at);
-        if (IsHighSurrogate(code)) {
+        if (Text::IsHighSurrogate(code)) {
             if (at + 4 > m_raw.size())
                 break;
             char32_t const second = unit(at + 2);
-            unpaired = !IsLowSurrogate(second);
-            code = 0x10000 + ((code - 0xD800) << 10) + (second - 0xDC00);
+            unpaired = !Text::IsLowSurrogate(second);
+            code = Text::JoinSurrogates(code, second);
             at += 2;
         } else {
-            unpaired = IsLowSurrogate(code);
+            unpaired = Text::IsLowSurrogate(code);
         }
         if (unpaired)
             break;

@@ -34,7 +34,7 @@ char const* SkipNameBeyondAscii(char const* at) noexcept;
 inline char const* SkipName(char const* at) noexcept {
     if (!IsAscii(*at))
         return IsNameStart(Decode(at).code) ? SkipNameBeyondAscii(at) : at;
-    if (!IsAsciiNameStart(static_cast<unsigned char>(*at)))
+    if (!AsciiNameStarts(Byte(static_cast<unsigned char>(*at))).Any())
         return at;
     at = SkipAsciiName(at);
     return IsAscii(*at) ? at : SkipNameBeyondAscii(at);

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "xml/names.h"
 
+#include "text/surrogates.h"
 #include "text/utf8.h"
+#include "xml/scan.h"
 
 #include <algorithm>
 #include <span>
@@ -94,31 +96,24 @@ bool IsIn(std::span<Range const> ranges, char32_t character) noexcept {
     return found != ranges.end() && found->first <= character;
 }
 
-bool IsAsciiFollowing(char32_t character) noexcept {
-    return (character >= '0' && character <= '9') || character == '-' || character == '.';
-}
-
-bool IsPortableStart(char32_t character) noexcept {
-    return character < 0x80 ? IsAsciiNameStart(character) : IsIn(PortableStartRanges, character);
+/// `inAscii` is the class of its ASCII characters, the ranges are those beyond.
+template <class InAscii>
+bool IsOf(InAscii inAscii, std::span<Range const> ranges, char32_t character) noexcept {
+    return character < 0x80 ? inAscii(Byte(static_cast<unsigned char>(character))).Any()
+                            : IsIn(ranges, character);
 }
 
 bool IsPortableCharacter(char32_t character) noexcept {
-    if (IsPortableStart(character))
-        return true;
-    return character < 0x80 ? IsAsciiFollowing(character) : IsIn(PortableFollowingRanges, character);
+    return IsOf(AsciiNameBytes, PortableStartRanges, character) ||
+           (character >= 0x80 && IsIn(PortableFollowingRanges, character));
 }
 
-template <class Start, class Following>
-bool IsName(std::string_view utf8, Start isStart, Following isFollowing) noexcept {
-    char const* at = utf8.data();
-    char const* const end = at + utf8.size();
-    for (bool first = true; at != end; first = false) {
-        auto const character = Text::DecodeUtf8(at, end);
-        if (character.size == 0 || !(first ? isStart(character.code) : isFollowing(character.code)))
-            return false;
-        at += character.size;
-    }
-    return !utf8.empty();
+/// Nearly all names are ASCII: then this is their end.
+char const* SkipAsciiName(std::string_view name) noexcept {
+    char const* const begin = name.data();
+    bool const isName =
+        !name.empty() && TableOf<decltype(AsciiNameStarts)>[static_cast<unsigned char>(*begin)];
+    return isName ? Find(begin, begin + name.size(), AsciiNameBreaks) : begin;
 }
 
 } // namespace
@@ -126,24 +121,29 @@ bool IsName(std::string_view utf8, Start isStart, Following isFollowing) noexcep
 bool IsXmlCharacter(char32_t character) noexcept {
     if (character < 0x20)
         return character == '\t' || character == '\n' || character == '\r';
-    return character < 0xD800 || (character > 0xDFFF && character < 0xFFFE) ||
-           (character > 0xFFFF && character <= 0x10FFFF);
+    return Text::IsCodePoint(character) && character != 0xFFFE && character != 0xFFFF;
 }
 
-bool IsNameStart(char32_t character) noexcept {
-    return character < 0x80 ? IsAsciiNameStart(character) : IsIn(StartRanges, character);
-}
+bool IsNameStart(char32_t character) noexcept { return IsOf(AsciiNameStarts, StartRanges, character); }
 
 bool IsNameCharacter(char32_t character) noexcept {
-    if (IsNameStart(character))
-        return true;
-    return character < 0x80 ? IsAsciiFollowing(character) : IsIn(FollowingRanges, character);
+    return IsOf(AsciiNameBytes, StartRanges, character) ||
+           (character >= 0x80 && IsIn(FollowingRanges, character));
 }
 
-bool IsXmlName(std::string_view utf8) noexcept { return IsName(utf8, IsNameStart, IsNameCharacter); }
-
 bool IsPortableXmlName(std::string_view utf8) noexcept {
-    return IsName(utf8, IsPortableStart, IsPortableCharacter);
+    char const* at = SkipAsciiName(utf8);
+    char const* const end = utf8.data() + utf8.size();
+    while (at != end) {
+        bool const isFirst = at == utf8.data();
+        auto const character = Text::DecodeUtf8(at, end);
+        bool const isTaken = isFirst ? IsOf(AsciiNameStarts, PortableStartRanges, character.code)
+                                     : IsPortableCharacter(character.code);
+        if (character.size == 0 || !isTaken)
+            return false;
+        at += character.size;
+    }
+    return !utf8.empty();
 }
 
 } // namespace Zantrel::Xml

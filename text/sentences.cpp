@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "text/sentences.h"
+
+#include <cstddef>
+
+namespace Zantrel::Text {
+
+namespace {
+
+template <class Char>
+std::basic_string<Char> FillAny(std::basic_string_view<Char> pattern,
+                                std::initializer_list<std::basic_string_view<Char>> parts) {
+    constexpr std::size_t SizeOfPlace = 3; // "{0}"
+    std::basic_string<Char> text;
+    for (;;) {
+        std::size_t const open = pattern.find(Char{'{'});
+        text.append(pattern.substr(0, open));
+        if (open == pattern.npos) {
+            return text;
+        }
+        text.append(parts.begin()[static_cast<std::size_t>(pattern[open + 1] - Char{'0'})]);
+        pattern.remove_prefix(open + SizeOfPlace);
+    }
+}
+
+bool IsInsideCharacter(char byte) noexcept { return (static_cast<unsigned char>(byte) & 0xC0) == 0x80; }
+
+} // namespace
+
+std::string Fill(std::string_view pattern, std::initializer_list<std::string_view> parts) {
+    return FillAny(pattern, parts);
+}
+
+std::wstring Fill(std::wstring_view pattern, std::initializer_list<std::wstring_view> parts) {
+    return FillAny(pattern, parts);
+}
+
+std::string Shorten(std::string_view utf8) {
+    constexpr std::size_t Longest = 80; // bytes
+    if (utf8.size() <= Longest) {
+        return std::string(utf8);
+    }
+    std::size_t end = Longest;
+    while (end > 0 && IsInsideCharacter(utf8[end])) { // to 0 where the text is no UTF-8
+        --end;
+    }
+    return std::string(utf8.substr(0, end)).append("...");
+}
+
+} // namespace Zantrel::Text
