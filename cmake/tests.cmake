@@ -56,6 +56,11 @@ add_test(NAME WrittenFiles.AreTheSameEverywhere COMMAND zantrel_written_files co
   WORKING_DIRECTORY ${ZANTREL_WRITTEN_FILES})
 set_tests_properties(WrittenFiles.AreTheSameEverywhere PROPERTIES FIXTURES_REQUIRED WrittenFiles)
 
+# A host that makes its globals before those of the library in it.
+add_executable(zantrel_static_host tests/static_host/static_host.cpp)
+target_link_libraries(zantrel_static_host PRIVATE zantrel_internal zantrel_warnings)
+add_test(NAME StaticHost.UsesTheConstantsInItsGlobals COMMAND zantrel_static_host)
+
 # Not with sanitisers, whose own system calls would fail instead.
 if(UNIX AND NOT CMAKE_CXX_FLAGS MATCHES "-fsanitize")
   add_executable(zantrel_write_one_file tests/write_faults/write_one_file.cpp)

@@ -10,15 +10,17 @@ namespace Zantrel {
 
 namespace XML_namespaces {
 
-std::wstring const m_namespace_build_processors_2016_04 =
-    L"https://schemas.zantrel.example/build_processing/2016/04";
-std::wstring const m_namespace_build_processors_2017_02 =
-    L"https://schemas.zantrel.example/build_processing/2017/02";
-std::wstring const m_namespace_profiles_meta =
-    L"https://schemas.zantrel.example/build_processing/profiles_meta";
+// Not variables of this file, which would lose what a host's globals assigned before this file's were made.
 
-std::wstring m_local_schema_file_build_processors_2016_04;
-std::wstring m_local_schema_file_build_processors_2017_02;
+std::wstring& LocalSchemaFileBuildProcessors201604() noexcept {
+    static std::wstring path;
+    return path;
+}
+
+std::wstring& LocalSchemaFileBuildProcessors201702() noexcept {
+    static std::wstring path;
+    return path;
+}
 
 } // namespace XML_namespaces
 

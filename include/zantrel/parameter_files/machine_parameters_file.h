@@ -5,6 +5,7 @@
 #include <zantrel/export.h>
 #include <zantrel/sax/read_report.h>
 #include <zantrel/sax/write_report.h>
+#include <zantrel/sax/xml_namespaces.h> // made before the globals of a host that writes in their constructors
 
 #include <string>
 

@@ -9,18 +9,24 @@
 namespace Zantrel {
 
 /// The namespaces of the file formats. Only writers use them; no reader compares a document's namespace with
-/// them. In a static build they are empty until the library's own globals are made, so a host's globals can't
-/// count on them.
+/// them. A host's globals can count on all that is here, in whatever order a program's globals are made.
 namespace XML_namespaces {
 
-ZANTREL_EXPORT extern std::wstring const m_namespace_build_processors_2016_04;
-ZANTREL_EXPORT extern std::wstring const m_namespace_build_processors_2017_02;
-ZANTREL_EXPORT extern std::wstring const m_namespace_profiles_meta;
+inline std::wstring const m_namespace_build_processors_2016_04 =
+    L"https://schemas.zantrel.example/build_processing/2016/04";
+inline std::wstring const m_namespace_build_processors_2017_02 =
+    L"https://schemas.zantrel.example/build_processing/2017/02";
+inline std::wstring const m_namespace_profiles_meta =
+    L"https://schemas.zantrel.example/build_processing/profiles_meta";
+
+/// The texts behind the two names below, made at the first call and shared by all modules of a program.
+ZANTREL_EXPORT std::wstring& LocalSchemaFileBuildProcessors201604() noexcept;
+ZANTREL_EXPORT std::wstring& LocalSchemaFileBuildProcessors201702() noexcept;
 
 /// Paths of local schema files, empty at start. A host assigns them before it writes; nothing guards them, so
 /// not while a write runs on any thread.
-ZANTREL_EXPORT extern std::wstring m_local_schema_file_build_processors_2016_04;
-ZANTREL_EXPORT extern std::wstring m_local_schema_file_build_processors_2017_02;
+inline std::wstring& m_local_schema_file_build_processors_2016_04 = LocalSchemaFileBuildProcessors201604();
+inline std::wstring& m_local_schema_file_build_processors_2017_02 = LocalSchemaFileBuildProcessors201702();
 
 } // namespace XML_namespaces
 

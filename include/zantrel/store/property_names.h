@@ -1,23 +1,22 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <zantrel/export.h>
-
 #include <string>
 
-/// The names by which stores of properties tell what they describe.
+/// The names by which stores of properties tell what they describe. A host's globals can count on them, in
+/// whatever order a program's globals are made.
 namespace KelAM {
 
 namespace PropertyNames {
-extern ZANTREL_EXPORT std::wstring const PartName;
-extern ZANTREL_EXPORT std::wstring const ObjectType;
+inline std::wstring const PartName = L"PartName";
+inline std::wstring const ObjectType = L"ObjectType";
 } // namespace PropertyNames
 
 /// Values of the property ObjectType.
 namespace ObjectTypes {
-extern ZANTREL_EXPORT std::wstring const ObjectTypePartInstance;
-extern ZANTREL_EXPORT std::wstring const ObjectTypePlatform;
-extern ZANTREL_EXPORT std::wstring const ObjectTypeUniquePart;
+inline std::wstring const ObjectTypePartInstance = L"PartInstance";
+inline std::wstring const ObjectTypePlatform = L"Platform";
+inline std::wstring const ObjectTypeUniquePart = L"UniquePart";
 } // namespace ObjectTypes
 
 } // namespace KelAM

@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: Apache-2.0
+// A host whose global uses the library's constants. Its object comes before the library's in the static link,
+// so that its globals are made first. Ends with the number of faults.
+#include <zantrel/sax/xml_namespaces.h>
+#include <zantrel/store/property_names.h>
+
+#include <cstdio>
+
+using namespace Zantrel::XML_namespaces;
+
+namespace {
+
+std::wstring const SchemaFile = L"schemas/build_processors/2016/04/schema.xsd"; // not in the object itself
+
+struct Global {
+    Global() { m_local_schema_file_build_processors_2016_04 = SchemaFile; }
+
+    std::wstring const all = m_namespace_build_processors_2016_04 + m_namespace_build_processors_2017_02 +
+                             m_namespace_profiles_meta + KelAM::PropertyNames::PartName +
+                             KelAM::PropertyNames::ObjectType + KelAM::ObjectTypes::ObjectTypePartInstance +
+                             KelAM::ObjectTypes::ObjectTypePlatform +
+                             KelAM::ObjectTypes::ObjectTypeUniquePart;
+} const global;
+
+int Require(bool condition, char const* sentence) {
+    std::fputs(condition ? "" : sentence, stderr);
+    return condition ? 0 : 1;
+}
+
+} // namespace
+
+int main() {
+    std::wstring const base = L"https://schemas.zantrel.example/build_processing/";
+    return Require(global.all == base + L"2016/04" + base + L"2017/02" + base + L"profiles_meta" +
+                                     L"PartNameObjectTypePartInstancePlatformUniquePart",
+                   "A host's global doesn't find the constants.\n") +
+           Require(m_local_schema_file_build_processors_2016_04 == SchemaFile,
+                   "What a host's global assigned is lost.\n");
+}
