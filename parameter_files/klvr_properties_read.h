@@ -3,16 +3,10 @@
 
 #include "parameter_files/node_read.h"
 
-/// Reads the children of one element of a machine parameters file, whose "Property" elements name their
-/// nodes.
-class ParameterNodeReadKlvrProperties : public NodeRead {
+/// Reads the root of a machine parameters file, whose "Property" elements name their nodes.
+class ParameterNodeReadKlvrProperties : public Zantrel::NodeRead {
 public:
+    /// With a `validity`, which is borrowed, the file is checked on the way.
     explicit ParameterNodeReadKlvrProperties(Zantrel::ParameterNode const& node,
-                                             std::shared_ptr<ParameterFileValidity> validity = nullptr);
-
-private:
-    bool ReadElement(std::string const& tag, KelSAX::ISAXReader& reader) override;
-    NodeRead* MakeHandler(Zantrel::ParameterNode const& node) const override;
-
-    std::string m_name; ///< an attribute's value; kept for its room
+                                             Zantrel::ParameterFileValidity* validity = nullptr);
 };

@@ -6,83 +6,123 @@
 
 #include <zantrel/text/string_conversion.h>
 
-#include <stdexcept>
-#include <utility>
+// The document is read beside the layout. A handler stands on one place of it and takes each of its elements
+// in two steps: Recognise says what the element is there, by the grammar of the format and without touching
+// the database, and HandleTag then reads it. Between the two a watch hears of it, so that no reading function
+// knows whether the file is being checked.
+//
+// Whatever a document holds, nothing is read outside of the place that its handler stands on, and a place
+// without a bag (below a cursor on nothing) is read beside the layout like any other and only noted: so each
+// thing that is lost has its own entry in the report. An element that isn't taken leaves its children to the
+// same handler, one level deeper, where those that fit are taken as if they stood here.
 
-using namespace Zantrel;
-namespace Word = Zantrel::ParameterFileWord;
+namespace Zantrel {
+
+namespace Word = ParameterFileWord;
+using Kind = FileElement::Kind;
 
 namespace {
 
-constexpr wchar_t const* WrongRoot = L"Wrong root tag-name.";
-
 void ReadFlags(std::span<FlagAttribute const> flags, ParameterNode& node, KelSAX::ISAXReader& reader) {
+    if (flags.empty() || !reader.HasAttributes()) { // as nearly all elements have none
+        return;
+    }
     for (FlagAttribute const& flag : flags) {
         bool value = false;
         if (!reader.ReadAttribute(value, flag.word)) {
             continue;
         }
-        try {
+        if (CanHave(node, flag.bearers)) {
             (node.*flag.set)(value);
-        } catch (std::runtime_error const&) { // a flag that this node can't have
-            if (reader.HasReport()) {
-                reader.NoteDropped(L"The node can't have the flag " +
-                                   StringConversion::Utf8ToNative(flag.word) + L".");
-            }
+        } else if (reader.HasReport()) {
+            reader.NoteDropped(L"The node can't have the flag " + StringConversion::Utf8ToNative(flag.word) +
+                               L".");
         }
     }
 }
 
 } // namespace
 
-NodeRead::NodeRead(ParameterNode const& node, std::shared_ptr<ParameterFileValidity> validity,
-                   ReadFlagTables const& flags)
-    : m_node(node), m_validity(std::move(validity)), m_flags(flags) {}
+NodeRead::NodeRead(ParameterNode const& node, ParameterFileGrammar const& grammar,
+                   ParameterFileValidity* validity)
+    : m_node(node), m_grammar(grammar),
+      m_watch(validity != nullptr ? std::make_unique<ElementWatch>(*validity, node.m_pNode) : nullptr) {}
 
-NodeRead::~NodeRead() {
-    if (m_validity != nullptr && !m_isSeenWhole) {
-        try {
-            ReportMissing();
-        } catch (...) { // no memory for a message; but a file that isn't valid is never told to be
-            m_validity->Fail();
-        }
-    }
-}
+NodeRead::NodeRead(ParameterNode const& node, NodeRead const& parent)
+    : m_node(node), m_grammar(parent.m_grammar),
+      m_watch(parent.m_watch != nullptr ? parent.m_watch->Below(*node.m_pNode) : nullptr) {}
 
 bool NodeRead::HandleTag(std::string const& tag, KelSAX::ISAXReader& reader) {
-    if (m_node.m_pNode == nullptr) { // a database without a layout of its own
-        bool const isRoot = reader.GetDepth() == 0;
-        if (isRoot && m_validity != nullptr) {
-            m_validity->Report(WrongRoot);
-        }
+    FileElement const element = Recognise(tag, reader);
+    bool const isRoot = reader.GetDepth() == 0;
+    if (m_watch != nullptr && !m_watch->Admits(element, tag, reader.GetDepth())) {
         return isRoot;
     }
-    std::optional<bool> const taken = m_validity != nullptr ? CheckBeforeReading(tag, reader) : std::nullopt;
-    return taken ? *taken : ReadElement(tag, reader);
-}
-
-// --- Entries and children ---
-
-bool NodeRead::ReadEntry(std::string const& tag, KelSAX::ISAXReader& reader) {
-    if (!IsOnProfileList() && !IsOnList()) {
-        return false;
-    }
-    if (IsOnProfileList() && tag == Word::Default) {
+    switch (element.kind) {
+    case Kind::Default:
         ReadDefault(reader);
         return true;
-    }
-    if (!Text::EqualsUtf8(m_node.m_pNode->m_nodeName, tag)) {
+    case Kind::Entry:
+        ReadEntry(reader);
+        return true;
+    case Kind::Parameter:
+        ReadParameter(*element.child, reader);
+        return true;
+    case Kind::Nameless:
+        reader.NoteDropped(L"A property without a name was passed over.");
+        return false;
+    case Kind::Unknown:
+        if (!isRoot) { // which may have any name
+            NoteUnknown(reader);
+        }
+        return isRoot;
+    case Kind::Unhandled:
         return false;
     }
-    if (!m_node.IsValid()) {
-        reader.NoteDropped(NoPlace);
-    } else if (IsOnProfileList()) {
-        ReadProfile(reader);
-    } else {
-        ReadItem(reader);
-    }
-    return true;
+    return false;
 }
+
+// What an element is
+
+FileElement NodeRead::Recognise(std::string const& tag, KelSAX::ISAXReader& reader) {
+    if (m_node.m_pNode == nullptr) { // a database without a layout of its own
+        return {Kind::Unhandled};
+    }
+    if (IsOnProfileList() && tag == Word::Default) {
+        return {Kind::Default};
+    }
+    if ((IsOnProfileList() || IsOnList()) && Text::EqualsUtf8(m_node.m_pNode->m_nodeName, tag)) {
+        return {Kind::Entry};
+    }
+    return RecogniseParameter(tag, reader);
+}
+
+FileElement NodeRead::RecogniseParameter(std::string const& tag, KelSAX::ISAXReader& reader) {
+    bool const isNamedByAttribute = m_grammar.NamesParametersByAttribute();
+    // Of a node that is both, the elements are those of a profile list.
+    bool const mayBeParameter =
+        isNamedByAttribute ? tag == m_grammar.parameterTag : IsOnProfileList() || !IsOnList();
+    if (!mayBeParameter) {
+        return {Kind::Unhandled};
+    }
+    if (isNamedByAttribute && !reader.ReadAttribute(m_name, Word::Name)) {
+        return {Kind::Nameless};
+    }
+    // Fast where documents keep the layout's order.
+    LayoutNode const* const child =
+        m_node.m_pNode->FindChildUtf8(isNamedByAttribute ? m_name : tag, m_childHint);
+    return {child != nullptr ? Kind::Parameter : Kind::Unknown, child};
+}
+
+void NodeRead::NoteUnknown(KelSAX::ISAXReader& reader) const {
+    // Where the tag is the name, the report hears it as that of an element that was not taken.
+    if (m_grammar.NamesParametersByAttribute() && reader.HasReport()) {
+        reader.NoteDropped(L"The parameter \"" + StringConversion::Utf8ToNative(m_name) +
+                           L"\" is not known here and was passed over.");
+    }
+}
+
+// Reading it
 
 void NodeRead::ReadDefault(KelSAX::ISAXReader& reader) {
     ParameterNode profile = m_node.GetDefault();
@@ -90,40 +130,38 @@ void NodeRead::ReadDefault(KelSAX::ISAXReader& reader) {
     ReadChildren(profile, reader);
 }
 
-void NodeRead::ReadProfile(KelSAX::ISAXReader& reader) {
-    std::wstring name;
-    reader.ReadAttribute(name, Word::Name);
-    ParameterNode profile = m_node.AddProfile(name.c_str(), false);
-    ReadFlags(m_flags.profile, profile, reader);
-    ReadChildren(profile, reader);
-}
-
-void NodeRead::ReadItem(KelSAX::ISAXReader& reader) {
-    ParameterNode item = m_node.AddListNode(false);
-    ReadFlags(m_flags.item, item, reader);
-    ReadValue(item, reader);
-}
-
-void NodeRead::ReadChild(LayoutNode const& child, KelSAX::ISAXReader& reader) {
-    ParameterNode node = m_node.Get(&child);
-    if (node.m_pNode == nullptr) {
-        // Below a cursor without a bag. The layout still tells what stands here, so that it is passed over
-        // piece by piece.
-        node.m_pNode = &child;
-        node.m_isContainer = child.m_isList || child.m_isProfileList;
-    }
-    ReadFlags(m_flags.node, node, reader);
-    if (!child.m_isList && !child.m_isProfileList) {
-        ReadValue(node, reader);
+void NodeRead::ReadEntry(KelSAX::ISAXReader& reader) {
+    if (!m_node.IsValid()) {
+        reader.NoteDropped(NoPlace);
+    } else if (IsOnProfileList()) {
+        std::wstring name;
+        reader.ReadAttribute(name, Word::Name);
+        ParameterNode profile = m_node.AddProfile(name.c_str(), false);
+        ReadFlags(m_grammar.profileFlags, profile, reader);
+        ReadChildren(profile, reader);
     } else {
-        if (node.IsValid()) {
-            node.Clear();
-        }
-        ReadChildren(node, reader);
+        ParameterNode item = m_node.AddListNode(false);
+        ReadFlags(m_grammar.itemFlags, item, reader);
+        ReadValue(item, reader);
     }
-    if (m_validity != nullptr) {
-        m_seenNodes.insert(&child);
+}
+
+void NodeRead::ReadParameter(LayoutNode const& child, KelSAX::ISAXReader& reader) {
+    bool const isContainer = child.m_isList || child.m_isProfileList;
+    ParameterNode node = m_node.Get(&child);
+    if (node.m_pNode == nullptr) { // below a cursor without a bag
+        node.m_pNode = &child;
+        node.m_isContainer = isContainer;
     }
+    ReadFlags(m_grammar.parameterFlags, node, reader);
+    if (!isContainer) {
+        ReadValue(node, reader);
+        return;
+    }
+    if (node.IsValid()) {
+        node.Clear();
+    }
+    ReadChildren(node, reader);
 }
 
 void NodeRead::ReadValue(ParameterNode const& node, KelSAX::ISAXReader& reader) {
@@ -138,50 +176,7 @@ void NodeRead::ReadValue(ParameterNode const& node, KelSAX::ISAXReader& reader) 
 
 void NodeRead::ReadChildren(ParameterNode const& node, KelSAX::ISAXReader& reader) {
     NoteStrayText(reader);
-    reader.PushHandler(MakeHandler(node));
+    reader.PushHandler(new NodeRead(node, *this));
 }
 
-// --- Validity ---
-
-/// The answer for the root, whose name is compared, and for what stands too deep, which is neither read nor
-/// missed; nothing for an element to be read.
-std::optional<bool> NodeRead::CheckBeforeReading(std::string const& tag, KelSAX::ISAXReader& reader) {
-    if (reader.GetDepth() == 0) {
-        LayoutNode const* const parent = m_node.m_pNode->m_parent;
-        bool const isRoot = parent == nullptr || Text::EqualsUtf8(parent->m_name, tag);
-        if (!isRoot) {
-            m_validity->Report(WrongRoot);
-        }
-        return isRoot;
-    }
-    if (reader.GetDepth() > m_validity->GetMaxDepth()) {
-        m_isSeenWhole = true;
-        return false;
-    }
-    return std::nullopt;
-}
-
-bool NodeRead::ReportInvalid(std::string_view tag) const { return Report(L"Invalid tag [", tag); }
-bool NodeRead::ReportUnhandled(std::string_view tag) const { return Report(L"Unhandled tag [", tag); }
-
-bool NodeRead::Report(std::wstring_view what, std::string_view tag) const {
-    if (m_validity != nullptr) {
-        std::wstring message(what);
-        Text::AppendWide(tag, message);
-        m_validity->Report(message + L"] in [" + m_node.m_pNode->m_name + L"]");
-    }
-    return false;
-}
-
-void NodeRead::ReportMissing() {
-    // Asks the layout and not the cursor, so that what profiles and items hold may be missing too.
-    if (m_node.m_pNode == nullptr || m_node.m_pNode->m_isList || m_node.m_pNode->m_isProfileList) {
-        return;
-    }
-    for (LayoutNode const* const child : m_node.m_pNode->m_children) {
-        if (child->m_writeToParameterFile && m_seenNodes.count(child) == 0) {
-            m_validity->Report(L"Mandatory tag [" + child->m_name + L"] not found in [" +
-                               m_node.m_pNode->m_name + L"]");
-        }
-    }
-}
+} // namespace Zantrel

@@ -16,8 +16,8 @@ bool Check(ParameterLayout const& layout, std::wstring const& path,
            ParameterFileValidityOptions const& options, ParameterFileValidityResult* result,
            ReadReport* report) {
     ParameterDatabase database(&layout);
-    auto const validity = std::make_shared<ParameterFileValidity>(options);
-    Handler handler(database.GetProfileEditor(), validity);
+    ParameterFileValidity validity(options);
+    Handler handler(database.GetProfileEditor(), &validity);
     if (!KelAM::SaxUtilities::ReadFile(path, handler, report)) {
         if (result != nullptr) {
             result->m_isValid = false;
@@ -27,9 +27,9 @@ bool Check(ParameterLayout const& layout, std::wstring const& path,
     // Before the handler of the root ends and misses children of its own: files may lack what stands right
     // below the root.
     if (result != nullptr) {
-        *result = validity->GetResult();
+        *result = validity.result;
     }
-    return validity->GetResult().m_isValid;
+    return validity.result.m_isValid;
 }
 
 } // namespace

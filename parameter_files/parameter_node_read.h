@@ -3,18 +3,19 @@
 
 #include "parameter_files/node_read.h"
 
-/// Reads the children of one element of a generic parameter file, whose tags are the names of nodes.
-class ParameterNodeRead : public NodeRead {
+/// Reads the root of a generic parameter file, whose tags are the names of nodes.
+class ParameterNodeRead : public Zantrel::NodeRead {
 public:
+    /// With a `validity`, which is borrowed, the file is checked on the way.
     explicit ParameterNodeRead(Zantrel::ParameterNode const& node,
-                               std::shared_ptr<ParameterFileValidity> validity = nullptr);
+                               Zantrel::ParameterFileValidity* validity = nullptr);
 
-    /// Whether this handler itself met the element "GenericParameters".
+    bool HandleTag(std::string const& tag, KelSAX::ISAXReader& reader) override;
+
+    /// Whether "GenericParameters" came where this handler reads: in the root, or in an element there that
+    /// was not taken.
     bool HasMetGenericParameters() const { return m_hasMetGenericParameters; }
 
 private:
-    bool ReadElement(std::string const& tag, KelSAX::ISAXReader& reader) override;
-    NodeRead* MakeHandler(Zantrel::ParameterNode const& node) const override;
-
     bool m_hasMetGenericParameters = false;
 };

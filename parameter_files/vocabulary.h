@@ -4,6 +4,7 @@
 #include "text/enum_order.h"
 
 #include <zantrel/database/parameter_node.h>
+#include <zantrel/layout/layout_node.h>
 #include <zantrel/layout/node_type.h>
 
 #include <cstddef>
@@ -69,10 +70,28 @@ constexpr std::string_view WordOf(eTypeLayoutNode type) {
 
 namespace Zantrel {
 
+/// The places that can have a flag, where they have content.
+enum class FlagBearers { All, Containers, Profiles };
+
+/// Whether the flag can be set there. Elsewhere setting it throws, which in a file would be an exception for
+/// each attribute that someone put into the wrong element.
+inline bool CanHave(ParameterNode const& node, FlagBearers bearers) {
+    switch (bearers) {
+    case FlagBearers::All:
+        return node.IsValid();
+    case FlagBearers::Containers: // and their entries, by the layout's node
+        return node.IsValid() && (node.m_pNode->m_isList || node.m_pNode->m_isProfileList);
+    case FlagBearers::Profiles:
+        return node.IsValid() && node.m_pNode->m_isProfileList && !node.m_isContainer;
+    }
+    return false;
+}
+
 /// A flag of a node in a file: its attribute and the cursor's operations. It is written where it differs from
 /// `ordinary`.
 struct FlagAttribute {
     std::string_view word;
+    FlagBearers bearers;
     bool (ParameterNode::*get)() const;
     void (ParameterNode::*set)(bool);
     bool ordinary;
@@ -80,22 +99,24 @@ struct FlagAttribute {
 
 namespace Flag {
 
-inline constexpr FlagAttribute DisableAddRemove{ParameterFileWord::DisableAddRemove,
+inline constexpr FlagAttribute DisableAddRemove{ParameterFileWord::DisableAddRemove, FlagBearers::Containers,
                                                 &ParameterNode::GetDisableAddRemove,
                                                 &ParameterNode::SetDisableAddRemove, false};
-inline constexpr FlagAttribute ReadOnly{ParameterFileWord::ReadOnly, &ParameterNode::GetReadOnly,
-                                        &ParameterNode::SetReadOnly, false};
-inline constexpr FlagAttribute Hidden{ParameterFileWord::Hidden, &ParameterNode::GetHidden,
+inline constexpr FlagAttribute ReadOnly{ParameterFileWord::ReadOnly, FlagBearers::All,
+                                        &ParameterNode::GetReadOnly, &ParameterNode::SetReadOnly, false};
+inline constexpr FlagAttribute Hidden{ParameterFileWord::Hidden, FlagBearers::All, &ParameterNode::GetHidden,
                                       &ParameterNode::SetHidden, false};
-inline constexpr FlagAttribute NameReadOnly{ParameterFileWord::NameReadOnly, &ParameterNode::GetNameReadOnly,
-                                            &ParameterNode::SetNameReadOnly, false};
+inline constexpr FlagAttribute NameReadOnly{ParameterFileWord::NameReadOnly, FlagBearers::Profiles,
+                                            &ParameterNode::GetNameReadOnly, &ParameterNode::SetNameReadOnly,
+                                            false};
 /// A profile can be deleted only where a file says so in words: here true is never written, and a profile
 /// that never had the flag is written with false.
-inline constexpr FlagAttribute CanBeDeleted{ParameterFileWord::CanBeDeleted, &ParameterNode::GetCanBeDeleted,
-                                            &ParameterNode::SetCanBeDeleted, true};
-inline constexpr FlagAttribute UserDefaultProfile{ParameterFileWord::UserDefaultProfile,
-                                                  &ParameterNode::GetUserDefaultProfile,
-                                                  &ParameterNode::SetUserDefaultProfile, false};
+inline constexpr FlagAttribute CanBeDeleted{ParameterFileWord::CanBeDeleted, FlagBearers::Profiles,
+                                            &ParameterNode::GetCanBeDeleted, &ParameterNode::SetCanBeDeleted,
+                                            true};
+inline constexpr FlagAttribute UserDefaultProfile{
+    ParameterFileWord::UserDefaultProfile, FlagBearers::Profiles, &ParameterNode::GetUserDefaultProfile,
+    &ParameterNode::SetUserDefaultProfile, false};
 
 } // namespace Flag
 

@@ -42,6 +42,7 @@ public:
     std::string const& GetAncestorTag(std::size_t level) override;
     std::size_t GetDepth() const override;
     bool HasReport() const override { return m_report != nullptr; }
+    bool HasAttributes() const override { return m_stage == Stage::Handled && !m_attributes.empty(); }
 
 protected:
     std::optional<std::string_view> FindText() const override;

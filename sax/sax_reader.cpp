@@ -77,6 +77,8 @@ void ISAXReader::Refuse(std::wstring_view sentence) { RefuseDocument(sentence); 
 
 bool ISAXReader::HasReport() const { return false; }
 
+bool ISAXReader::HasAttributes() const { return true; }
+
 void ISAXReader::ReportUnparsedText(std::wstring_view) {}
 
 void ISAXReader::ReportUnparsedAttribute(std::string_view, std::wstring_view) {}

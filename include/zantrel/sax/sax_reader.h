@@ -77,6 +77,8 @@ public:
 
     /// Whether a report is attached, so that a note's sentence is worth building.
     virtual bool HasReport() const;
+    /// Whether the element has attributes, so that it is worth asking for several. True when it isn't known.
+    virtual bool HasAttributes() const;
 
 protected:
     /// The data behind the functions above; nothing while no element is being handled.

@@ -1,0 +1,80 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "parameter_files/element_watch.h"
+
+#include "text/unicode.h"
+
+#include <utility>
+
+// A reader tells its watch what it has recognised, once for each element, and knows nothing else of the
+// check. The verdict is set before its message is put together: where memory runs out, a file that doesn't
+// fit may lack a message, and is never told to be valid.
+
+namespace Zantrel {
+
+void ParameterFileValidity::Report(std::initializer_list<std::wstring_view> parts) {
+    result.m_isValid = false;
+    std::wstring message;
+    for (std::wstring_view const part : parts) {
+        message.append(part);
+    }
+    result.m_messages.push_back(std::move(message));
+}
+
+ElementWatch::~ElementWatch() {
+    try {
+        ReportMissing();
+    } catch (...) { // no memory for a message, which no destructor can say
+    }
+}
+
+bool ElementWatch::Admits(FileElement const& element, std::string_view tag, std::size_t depth) {
+    if (depth == 0) {
+        if (!IsRoot(tag)) {
+            m_validity.Report({L"Wrong root tag-name."});
+        }
+        return false;
+    }
+    if (depth > m_validity.maxDepth) {
+        m_isLookedAtWhole = false;
+        return false;
+    }
+    if (element.kind == FileElement::Kind::Parameter) {
+        m_met.insert(element.child);
+    } else if (element.kind == FileElement::Kind::Unknown) {
+        ReportMisfit(L"Invalid tag [", tag);
+    } else if (element.kind == FileElement::Kind::Unhandled) {
+        ReportMisfit(L"Unhandled tag [", tag);
+    }
+    return true;
+}
+
+/// A root without a name to compare with may have any.
+bool ElementWatch::IsRoot(std::string_view tag) const {
+    if (m_node == nullptr) {
+        return false;
+    }
+    return m_node->m_parent == nullptr || Text::EqualsUtf8(m_node->m_parent->m_name, tag);
+}
+
+void ElementWatch::ReportMisfit(std::wstring_view what, std::string_view tag) {
+    if (m_node == nullptr) {
+        return; // that the root is wrong has said it all
+    }
+    std::wstring wideTag;
+    Text::AppendWide(tag, wideTag);
+    m_validity.Report({what, wideTag, L"] in [", m_node->m_name, L"]"});
+}
+
+void ElementWatch::ReportMissing() {
+    // Asks the layout and not the cursor, so that what profiles and items hold may be missing, too.
+    if (m_node == nullptr || !m_isLookedAtWhole || m_node->m_isList || m_node->m_isProfileList) {
+        return;
+    }
+    for (LayoutNode const* const child : m_node->m_children) {
+        if (child->m_writeToParameterFile && m_met.count(child) == 0) {
+            m_validity.Report({L"Mandatory tag [", child->m_name, L"] not found in [", m_node->m_name, L"]"});
+        }
+    }
+}
+
+} // namespace Zantrel
