@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "layout_files/layout_read.h"
 
+#include "sax/report_texts.h"
 #include "text/unicode.h"
 
 #include <zantrel/text/string_conversion.h>
 
-using namespace Zantrel;
+namespace Zantrel {
 
 namespace {
 
@@ -16,7 +17,7 @@ constexpr std::size_t MaxLevel = 256;
 
 LayoutRead::LayoutRead(ParameterLayout& layout) : m_layout(layout), m_currentNode(&layout) {}
 
-void LayoutRead::SetDefaults() { GoTo(nullptr); }
+void LayoutRead::SetDefaults() { GoTo(Root); }
 
 bool LayoutRead::HandleTag(std::string const& tag, KelSAX::ISAXReader& reader) {
     if (reader.GetDepth() != 0) {
@@ -29,16 +30,20 @@ bool LayoutRead::HandleTag(std::string const& tag, KelSAX::ISAXReader& reader) {
     return true;
 }
 
+void LayoutRead::InitAfterLoading() { m_layout.AddCategoryNodeIfNeeded(); }
+
 LayoutNode* LayoutRead::NodeOf(Anchor anchor) const {
-    return anchor != nullptr ? (m_layout.*anchor).GetNode() : &m_layout;
+    return anchor != Root ? (m_layout.*anchor).GetNode() : &m_layout;
 }
 
 bool LayoutRead::IsAt(Anchor anchor) const { return m_currentNode == NodeOf(anchor); }
 
 bool LayoutRead::IsNamed(Anchor anchor, std::string_view tag) const {
-    return anchor != nullptr && NodeOf(anchor) != nullptr && Text::EqualsUtf8(NodeOf(anchor)->m_name, tag);
+    return anchor != Root && NodeOf(anchor) != nullptr && Text::EqualsUtf8(NodeOf(anchor)->m_name, tag);
 }
 
+/// The level is that of the anchor's node in the tree and not in the document: a host's anchor may stand
+/// anywhere.
 void LayoutRead::GoTo(Anchor anchor) {
     SetCurrent(NodeOf(anchor));
     m_level = 0;
@@ -69,9 +74,18 @@ void LayoutRead::Add(std::unique_ptr<LayoutNode> node, KelSAX::ISAXReader& reade
     ++m_level;
 }
 
-void LayoutRead::ReadVersionPart(std::string const& tag, KelSAX::ISAXReader& reader) {
-    std::size_t hint = 0;
-    if (LayoutNode* const part = m_currentNode->m_children.FindUtf8(tag, hint)) {
-        reader.ReadValue(part->m_defaultValue);
+eTypeLayoutNode LayoutRead::TypeOf(LayoutWord::TypeWord LayoutWord::TypeRow::*file, std::string_view word,
+                                   KelSAX::ISAXReader& reader) {
+    for (LayoutWord::TypeRow const& known : LayoutWord::Types) {
+        if ((known.*file).isRead && (known.*file).word == word) {
+            return known.type;
+        }
     }
+    if (reader.HasReport()) {
+        reader.NoteDropped(L"The type \"" + Sax::Excerpt(word) +
+                           L"\" is not known here; the parameter becomes a text.");
+    }
+    return String;
 }
+
+} // namespace Zantrel

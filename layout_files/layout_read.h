@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "layout_files/vocabulary.h"
+
 #include <zantrel/layout/parameter_layout.h>
 #include <zantrel/sax/sax_persist.h>
 #include <zantrel/sax/sax_reader.h>
@@ -8,20 +10,36 @@
 
 #include <cstddef>
 #include <memory>
+#include <string>
+#include <string_view>
 
-/// What the readers of layout files share: a place in the tree of the layout under which the next node goes.
-/// It never leaves the tree at the top, and a document that leads it too deep is refused as a whole.
+namespace Zantrel {
+
+/// What the readers of layout files share: a walk through the tree of the layout, which is borrowed and only
+/// ever added to, in step with the elements of the document.
+///
+/// The current node is the one under which the next element's node goes. It is always the root or a node
+/// below it: anchors that a host has emptied, and end tags that no start tag led in for, lead to the root and
+/// never above it. Formats steer it by two rules: a start tag adds a node and goes there, or goes to an
+/// anchor; an end tag goes up, or to an anchor. The two needn't come in pairs: what a document says of its
+/// nesting and where the walk stands may differ, and files in use rely on how.
+///
+/// The level of the current node is counted along, so that a node that would stand too deep is refused where
+/// it is read, before any walk over the layout has to bear it.
 class LayoutRead : public ISAXPersistHelper {
 public:
-    explicit LayoutRead(Zantrel::ParameterLayout& layout);
+    explicit LayoutRead(ParameterLayout& layout);
 
     void SetDefaults() final;
     /// The root names the layout; the elements below it are the format's.
     bool HandleTag(std::string const& tag, KelSAX::ISAXReader& reader) final;
+    /// Adds the category option, which no file holds.
+    void InitAfterLoading() final;
 
 protected:
     /// An anchor of the layout; null stands for the root.
-    using Anchor = Zantrel::ParameterLayout::pNode Zantrel::ParameterLayout::*;
+    using Anchor = ParameterLayout::pNode ParameterLayout::*;
+    static constexpr Anchor Root = nullptr;
 
     virtual bool ReadElement(std::string const& tag, KelSAX::ISAXReader& reader) = 0;
 
@@ -31,17 +49,21 @@ protected:
     void GoTo(Anchor anchor);
     void GoUp();
     /// Appends `node` to the current one and goes there, or refuses the document.
-    void Add(std::unique_ptr<Zantrel::LayoutNode> node, KelSAX::ISAXReader& reader);
-    /// The text of an element inside the version's node becomes the default of the child of that name.
-    void ReadVersionPart(std::string const& tag, KelSAX::ISAXReader& reader);
+    void Add(std::unique_ptr<LayoutNode> node, KelSAX::ISAXReader& reader);
 
-    Zantrel::ParameterLayout& m_layout;
-    Zantrel::LayoutNode* m_currentNode; ///< never null
+    /// The type of a word in a file; a text for a word that the file doesn't know, which is noted.
+    static eTypeLayoutNode TypeOf(LayoutWord::TypeWord LayoutWord::TypeRow::*file, std::string_view word,
+                                  KelSAX::ISAXReader& reader);
+
+    ParameterLayout& m_layout;
+    LayoutNode* m_currentNode; ///< never null
 
 private:
-    Zantrel::LayoutNode* NodeOf(Anchor anchor) const;
-    void SetCurrent(Zantrel::LayoutNode* node);
+    LayoutNode* NodeOf(Anchor anchor) const;
+    void SetCurrent(LayoutNode* node);
 
     KelAM::SaxUtilities::XMLNamespaceHandler m_namespaceHandler;
     std::size_t m_level = 0; ///< of the current node, below the root
 };
+
+} // namespace Zantrel

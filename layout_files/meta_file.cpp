@@ -13,31 +13,37 @@ namespace Zantrel {
 
 namespace {
 
-bool ReadNodes(ParameterLayout& layout, std::wstring const& path, ReadReport* report) {
-    ParameterLayoutIOMetaFileRead handler(layout);
-    return KelAM::SaxUtilities::ReadFile(path, handler, report);
+KelAM::SaxUtilities::WriteOptions DocumentOptions(ParameterLayout const& layout) {
+    auto options = Sax::DocumentOptions(StringConversion::NativeToUtf8(layout.m_name));
+    options.m_namespaces.emplace_back(std::wstring(), XML_namespaces::m_namespace_profiles_meta);
+    return options;
 }
 
 } // namespace
 
 bool ReadFile(ParameterLayout& layout, std::wstring const& path, ReadReport* report) {
-    bool const isRead = ReadNodes(layout, path, report);
-    if (isRead) {
-        layout.AddCategoryNodeIfNeeded();
-        layout.AddCategoryNodeIfNeeded(); // twice, as this format has always been read; it finds the option
-    }
-    return isRead;
+    ParameterLayoutIOMetaFileRead handler(layout);
+    return KelAM::SaxUtilities::ReadFile(path, handler, report);
+}
+
+bool ReadStream(ParameterLayout& layout, std::basic_istream<char>& in, ReadReport* report) {
+    ParameterLayoutIOMetaFileRead handler(layout);
+    return KelAM::SaxUtilities::ReadStream(in, handler, report);
 }
 
 bool IsValidFile(std::wstring const& path, ReadReport* report) {
     ParameterLayout layout;
-    return ReadNodes(layout, path, report) && layout.m_profileEditor->Size() != 0;
+    return ReadFile(layout, path, report) && layout.m_profileEditor->Size() != 0;
 }
 
 bool WriteFile(ParameterLayout const& layout, std::wstring const& path, WriteReport* report) {
-    auto options = Sax::DocumentOptions(StringConversion::NativeToUtf8(layout.m_name));
-    options.m_namespaces.emplace_back(std::wstring(), XML_namespaces::m_namespace_profiles_meta);
-    return KelAM::SaxUtilities::WriteFile(path, ParameterLayoutIOMetaFileWrite(layout), options, report);
+    ParameterLayoutIOMetaFileWrite const handler(layout);
+    return KelAM::SaxUtilities::WriteFile(path, handler, DocumentOptions(layout), report);
+}
+
+bool WriteStream(ParameterLayout const& layout, std::basic_ostream<char>& out, WriteReport* report) {
+    ParameterLayoutIOMetaFileWrite const handler(layout);
+    return KelAM::SaxUtilities::WriteStream(out, handler, DocumentOptions(layout), report);
 }
 
 } // namespace Zantrel

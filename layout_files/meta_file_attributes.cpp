@@ -1,212 +1,212 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "layout_files/meta_file_attributes.h"
 
-#include "layout_files/join.h"
-#include "layout_files/meta_file_words.h"
+#include "layout_files/layout_write.h"
 
 #include <zantrel/text/stream_text_out.h>
 
 #include <string>
 #include <string_view>
+#include <type_traits>
 
 namespace Zantrel {
 
 namespace {
 
+// The attributes of both elements stand in one table, in the order in which they are written. A row names
+// the word, the elements that have it, and the form that it has there with the field that holds it, so that
+// all that is to be known of an attribute stands in one line.
+
 using Node = LayoutNode;
 using Writer = KelSAX::ISAXWriter;
-namespace Word = MetaFileWord;
+namespace Word = LayoutWord;
 
-// --- Which nodes have an attribute ---
+/// One of the elements of a node.
+struct Element {
+    Node const& node;
+    bool isContainer; ///< the outer one of two
+};
 
-bool Any(Node const&) { return true; }
-template <eTypeLayoutNode... Types> bool Is(Node const& node) { return ((node.m_type == Types) || ...); }
+// --- Which elements have an attribute ---
 
-bool List(Node const& node) { return node.m_isList; }
-bool TransformList(Node const& node) { return node.m_isList && node.m_canBeTransformed; }
-bool GrowingList(Node const& node) { return node.m_isList && node.m_userCanAddRemove; }
-bool CategoryList(Node const& node) { return node.m_isCategoryList; }
-bool PlainProfileList(Node const& node) { return node.m_isProfileList && !node.m_isCategoryList; }
+bool Value(Element const& element) { return !element.isContainer; }
+template <eTypeLayoutNode... Types> bool ValueOf(Element const& element) {
+    return Value(element) && ((element.node.m_type == Types) || ...);
+}
+
+bool Container(Element const& element) { return element.isContainer; }
+bool List(Element const& element) { return Container(element) && element.node.m_isList; }
+bool TransformList(Element const& element) { return List(element) && element.node.m_canBeTransformed; }
+bool GrowingList(Element const& element) { return List(element) && element.node.m_userCanAddRemove; }
+bool CategoryList(Element const& element) { return Container(element) && element.node.m_isCategoryList; }
+bool PlainProfileList(Element const& element) {
+    return Container(element) && element.node.m_isProfileList && !element.node.m_isCategoryList;
+}
+
+bool ValueOrList(Element const& element) { return Value(element) || List(element); }
 
 // --- How an attribute is written ---
 
-using Form = void (*)(std::string_view word, Node const& node, Writer& writer);
+using Form = void (*)(std::string_view word, Element const& element, Writer& writer);
 
 void Write(std::string_view word, std::wstring_view text, Writer& writer) {
     writer.WriteAttribute(word, text);
 }
 
-std::string_view FlagWord(bool flag) { return flag ? "True" : "False"; }
-
-template <auto Field> void TextAlways(std::string_view word, Node const& node, Writer& writer) {
-    Write(word, node.*Field, writer);
-}
-
-template <auto Field> void Text(std::string_view word, Node const& node, Writer& writer) {
-    if (!(node.*Field).empty()) {
-        Write(word, node.*Field, writer);
+template <class FieldType> void WriteField(std::string_view word, FieldType const& field, Writer& writer) {
+    if constexpr (std::is_same_v<FieldType, std::wstring>) {
+        Write(word, field, writer);
+    } else if constexpr (std::is_same_v<FieldType, bool>) {
+        writer.WriteAttribute(word, field ? Word::True : Word::False);
+    } else if constexpr (std::is_integral_v<FieldType>) {
+        writer.WriteAttribute(word, std::to_string(field));
+    } else {
+        Write(word, Join(field), writer);
     }
 }
 
-template <auto Field> void FlagAlways(std::string_view word, Node const& node, Writer& writer) {
-    writer.WriteAttribute(word, FlagWord(node.*Field));
+template <auto Field> void Always(std::string_view word, Element const& element, Writer& writer) {
+    WriteField(word, element.node.*Field, writer);
 }
 
-/// Written in the one state only.
-template <auto Field, bool State> void Flag(std::string_view word, Node const& node, Writer& writer) {
-    if (node.*Field == State) {
-        FlagAlways<Field>(word, node, writer);
+/// Written where the field is true, isn't 0, holds something.
+template <auto Field> void IfSet(std::string_view word, Element const& element, Writer& writer) {
+    if (element.node.*Field != std::decay_t<decltype(element.node.*Field)>()) {
+        WriteField(word, element.node.*Field, writer);
+    }
+}
+
+/// Of flags that are true by default.
+template <auto Field> void IfFalse(std::string_view word, Element const& element, Writer& writer) {
+    if (!(element.node.*Field)) {
+        WriteField(word, element.node.*Field, writer);
     }
 }
 
 /// Two flags have always been printed by a stream, in lower case, which their readers compare with.
-template <auto Field> void StreamedFlag(std::string_view word, Node const& node, Writer& writer) {
-    if (node.*Field) {
-        writer.WriteAttribute(word, (MStreamTextOut<char>() << node.*Field).str());
+template <auto Field> void Streamed(std::string_view word, Element const& element, Writer& writer) {
+    if (element.node.*Field) {
+        writer.WriteAttribute(word, (MStreamTextOut<char>() << element.node.*Field).str());
     }
 }
 
-template <auto Field> void Number(std::string_view word, Node const& node, Writer& writer) {
-    writer.WriteAttribute(word, std::to_string(node.*Field));
+void Type(std::string_view, Element const& element, Writer& writer) {
+    WriteType(&Word::TypeRow::inMetaFile, element.node, writer);
 }
 
-/// 0 says that nothing was set.
-template <auto Field> void Count(std::string_view word, Node const& node, Writer& writer) {
-    if (node.*Field != 0) {
-        Number<Field>(word, node, writer);
-    }
+void ListType(std::string_view word, Element const& element, Writer& writer) {
+    writer.WriteAttribute(word, TransformList(element) ? Word::TransformListContainer : Word::ListContainer);
 }
 
-void Type(std::string_view word, Node const& node, Writer& writer) {
-    std::string_view const type = WordOf(Word::Types, node.m_type);
-    if (!type.empty()) {
-        writer.WriteAttribute(word, type);
-    }
-}
-
-void ListType(std::string_view word, Node const& node, Writer& writer) {
-    writer.WriteAttribute(word, TransformList(node) ? Word::TransformListContainer : Word::ListContainer);
-}
-
-void Removing(std::string_view word, Node const& node, Writer& writer) {
-    writer.WriteAttribute(word, node.m_userCanRemoveAnyElement ? std::string_view("RemoveAny")
-                                                               : std::string_view("RemoveOnlyLast"));
+void Removing(std::string_view word, Element const& element, Writer& writer) {
+    writer.WriteAttribute(word,
+                          element.node.m_userCanRemoveAnyElement ? Word::RemoveAny : Word::RemoveOnlyLast);
 }
 
 /// Inside a container the name of one item comes before the node's own.
-void DisplayName(std::string_view word, Node const& node, Writer& writer) {
-    bool const isNamedItem = IsContainer(node) && !node.m_nodeDisplayName.empty();
-    isNamedItem ? Text<&Node::m_nodeDisplayName>(word, node, writer)
-                : Text<&Node::m_displayName>(word, node, writer);
+void DisplayName(std::string_view word, Element const& element, Writer& writer) {
+    bool const isNamedItem = IsContainer(element.node) && !element.node.m_nodeDisplayName.empty();
+    WriteText(word, isNamedItem ? element.node.m_nodeDisplayName : element.node.m_displayName, writer);
 }
 
 /// An image is of no use without the way to stretch it, nor that without an image.
-template <auto Field> void Image(std::string_view word, Node const& node, Writer& writer) {
-    if (!node.m_imageDescription.empty() && !node.m_imageStretch.empty()) {
-        Write(word, node.*Field, writer);
-    }
-}
-
-void Licences(std::string_view word, Node const& node, Writer& writer) {
-    if (!node.m_editorLicenseChecks.empty()) {
-        Write(word, Join(node.m_editorLicenseChecks), writer);
+template <auto Field> void Image(std::string_view word, Element const& element, Writer& writer) {
+    if (!element.node.m_imageDescription.empty() && !element.node.m_imageStretch.empty()) {
+        Write(word, element.node.*Field, writer);
     }
 }
 
 std::wstring IdentifierOf(LayoutNodeSource const& source) {
     return source.m_source != nullptr ? source.m_source->m_identifier : std::wstring();
 }
-std::wstring ValueOf(LayoutNodeSource const& source) { return source.m_value; }
+std::wstring const& ConditionOf(LayoutNodeSource const& source) { return source.m_value; }
 
 /// One half of the conditions; the other half corresponds by position.
-template <auto Field, auto TextOf> void Sources(std::string_view word, Node const& node, Writer& writer) {
-    if (!(node.*Field).empty()) {
-        Write(word, Join(node.*Field, TextOf), writer);
+template <auto Field, auto TextOf>
+void Sources(std::string_view word, Element const& element, Writer& writer) {
+    if (!(element.node.*Field).empty()) {
+        Write(word, Join(element.node.*Field, TextOf), writer);
     }
 }
+template <auto Field> constexpr Form Identifiers = Sources<Field, IdentifierOf>;
+template <auto Field> constexpr Form Values = Sources<Field, ConditionOf>;
 
 // --- The catalogue ---
 
 struct Attribute {
     std::string_view word;
-    bool (*isOf)(Node const& node);
+    bool (*isOf)(Element const& element);
     Form write;
 };
 
-constexpr Attribute ValueAttributes[] = {
-    {"ProcessorRequest", Is<String>, Text<&Node::m_requestName>},
-    {Word::Type, Any, Type},
-    {"Precision", Is<Double, Distance>, Number<&Node::m_precision>},
-    {Word::ProfileName, Is<OptionsFromProfiles>, TextAlways<&Node::m_profileName>},
-    {"ProcessorRequest", Is<OptionsFromProfiles>, Text<&Node::m_requestName>},
-    {"TriggerPropertyName", Is<OptionsFromProfiles>, Text<&Node::m_triggerPropertyName>},
-    {"FileFilter", Is<FileAbsolute>, Text<&Node::m_fileFilter>},
-    {"OptionsByDriverRequest", Is<StandardOptions>, Text<&Node::m_requestName>},
-    {"VisibilityRequest", Any, Text<&Node::m_visibilityRequest>},
+constexpr Attribute Attributes[] = {
+    {Word::ProcessorRequest, ValueOf<String>, IfSet<&Node::m_requestName>},
+    {Word::Type, Value, Type},
+    {Word::Precision, ValueOf<Double, Distance>, Always<&Node::m_precision>},
+    {Word::ProfileName, ValueOf<OptionsFromProfiles>, Always<&Node::m_profileName>},
+    {Word::ProcessorRequest, ValueOf<OptionsFromProfiles>, IfSet<&Node::m_requestName>},
+    {Word::TriggerPropertyName, ValueOf<OptionsFromProfiles>, IfSet<&Node::m_triggerPropertyName>},
+    {Word::FileFilter, ValueOf<FileAbsolute>, IfSet<&Node::m_fileFilter>},
+    {Word::OptionsByDriverRequest, ValueOf<StandardOptions>, IfSet<&Node::m_requestName>},
+    {Word::VisibilityRequest, Value, IfSet<&Node::m_visibilityRequest>},
 
-    {Word::DisplayName, Any, DisplayName},
-    {"Postfix", Any, Text<&Node::m_postfix>},
-    {"Prefix", Any, Text<&Node::m_prefix>},
-    {"Description", Any, Text<&Node::m_description>},
-    {"Expanded", Any, Flag<&Node::m_expanded, true>},
-    {"HideParameterName", Any, Flag<&Node::m_hideName, true>},
-    {"IsReadOnly", Any, Flag<&Node::m_readOnly, true>},
-    {"Visible", Any, Flag<&Node::m_visible, false>},
-    {"AllowNull", Any, Flag<&Node::m_allowEmpty, true>},
-    {"Max", Any, Text<&Node::m_max>},
-    {"Min", Any, Text<&Node::m_min>},
-    {"ValueUnique", Any, Flag<&Node::m_isValueUnique, true>},
-    {Word::PropertyName, Any, Text<&Node::m_propName>},
-    {"DisplayNameSharedSizeGroup", Any, Text<&Node::m_displayNameSharedSizeGroup>},
-    {"PostfixSharedSizeGroup", Any, Text<&Node::m_postfixSharedSizeGroup>},
-    {"DescriptionImage", Any, Image<&Node::m_imageDescription>},
-    {"DescriptionImageStretch", Any, Image<&Node::m_imageStretch>},
-    {"LicenseForEditorPaneVisibility", Any, Licences},
-    {"VisibilityIdentifier", Any, Text<&Node::m_identifier>},
-    {"EditabilityIdentifier", Any, Text<&Node::m_identifier>},
-    {"DisableForParents", Any, StreamedFlag<&Node::m_disableForParents>},
-    {"DisableForSubParts", Any, StreamedFlag<&Node::m_disableForSubParts>},
-    {"ProfileEditingPolicy", Any, Text<&Node::m_profileEditingPolicy>},
-    {"ShowOnlyPartsSelectedInTessra", Any, Flag<&Node::m_showOnlyPartsSelectedInTessra, false>},
+    {Word::DisplayName, Value, DisplayName},
+    {Word::Postfix, Value, IfSet<&Node::m_postfix>},
+    {Word::Prefix, Value, IfSet<&Node::m_prefix>},
+    {Word::Description, Value, IfSet<&Node::m_description>},
+    {Word::Expanded, Value, IfSet<&Node::m_expanded>},
+    {Word::HideParameterName, Value, IfSet<&Node::m_hideName>},
+    {Word::IsReadOnly, Value, IfSet<&Node::m_readOnly>},
+    {Word::Visible, Value, IfFalse<&Node::m_visible>},
+    {Word::AllowNull, Value, IfSet<&Node::m_allowEmpty>},
+    {Word::Max, Value, IfSet<&Node::m_max>},
+    {Word::Min, Value, IfSet<&Node::m_min>},
+    {Word::ValueUnique, Value, IfSet<&Node::m_isValueUnique>},
+    {Word::PropertyName, Value, IfSet<&Node::m_propName>},
+    {Word::DisplayNameSharedSizeGroup, Value, IfSet<&Node::m_displayNameSharedSizeGroup>},
+    {Word::PostfixSharedSizeGroup, Value, IfSet<&Node::m_postfixSharedSizeGroup>},
+    {Word::DescriptionImage, Value, Image<&Node::m_imageDescription>},
+    {Word::DescriptionImageStretch, Value, Image<&Node::m_imageStretch>},
+    {Word::LicenseForEditorPaneVisibility, Value, IfSet<&Node::m_editorLicenseChecks>},
+    {Word::VisibilityIdentifier, Value, IfSet<&Node::m_identifier>},
+    {Word::EditabilityIdentifier, Value, IfSet<&Node::m_identifier>},
+    {Word::DisableForParents, Value, Streamed<&Node::m_disableForParents>},
+    {Word::DisableForSubParts, Value, Streamed<&Node::m_disableForSubParts>},
+    {Word::ProfileEditingPolicy, Value, IfSet<&Node::m_profileEditingPolicy>},
+    {Word::ShowOnlyPartsSelectedInTessra, Value, IfFalse<&Node::m_showOnlyPartsSelectedInTessra>},
 
-    {"VisibilitySource", Any, Sources<&Node::m_visibilitySources, IdentifierOf>},
-    {"VisibleValue", Any, Sources<&Node::m_visibilitySources, ValueOf>},
-    {"EditabilitySource", Any, Sources<&Node::m_editabilitySources, IdentifierOf>},
-    {"EditableValue", Any, Sources<&Node::m_editabilitySources, ValueOf>},
-
-    {"EnableMultiLine", Is<String>, Flag<&Node::m_enableMultiLine, true>},
-    {"Regex", Is<String>, Text<&Node::m_regex>},
-    {"RegexUserFriendly", Is<String>, Text<&Node::m_regexUserFriendly>},
-    {"MaxLength", Is<String>, Count<&Node::m_maxLength>},
-};
-
-constexpr Attribute ContainerAttributes[] = {
-    {Word::DisplayName, Any, Text<&Node::m_containerDisplayName>},
-    {"Description", Any, Text<&Node::m_containerDescription>},
-    {"Visible", Any, Flag<&Node::m_visible, false>},
+    {Word::DisplayName, Container, IfSet<&Node::m_containerDisplayName>},
+    {Word::Description, Container, IfSet<&Node::m_containerDescription>},
+    {Word::Visible, Container, IfFalse<&Node::m_visible>},
     {Word::Type, List, ListType},
-    {"PerformTransform", TransformList, FlagAlways<&Node::m_performTransform>},
-    {Word::ProfilesXmlName, PlainProfileList, TextAlways<&Node::m_nodeName>},
-    {Word::CategoriesName, CategoryList, TextAlways<&Node::m_nodeName>},
-    {"VisibilitySource", List, Sources<&Node::m_visibilitySources, IdentifierOf>},
-    {"VisibleValue", List, Sources<&Node::m_visibilitySources, ValueOf>},
-    {"EditabilitySource", List, Sources<&Node::m_editabilitySources, IdentifierOf>},
-    {"EditableValue", List, Sources<&Node::m_editabilitySources, ValueOf>},
-    {"CanUserAddRemove", List, FlagAlways<&Node::m_userCanAddRemove>},
-    {"CanUserSort", List, FlagAlways<&Node::m_userCanSort>},
-    {"Multiplicity", List, Count<&Node::m_multiplicity>},
-    {"MultiplicityLimit", List, Count<&Node::m_multiplicityMax>},
-    {"MultiplicityLimitMessage", List, Text<&Node::m_multiplicityMaxMessage>},
-    {"MultiplicityMinLimit", List, Count<&Node::m_multiplicityMin>},
-    {"MultiplicityMinLimitMessage", List, Text<&Node::m_multiplicityMinMessage>},
-    {"RemovingType", GrowingList, Removing},
+    {Word::PerformTransform, TransformList, Always<&Node::m_performTransform>},
+    {Word::ProfilesXmlName, PlainProfileList, Always<&Node::m_nodeName>},
+    {Word::CategoriesName, CategoryList, Always<&Node::m_nodeName>},
+
+    {Word::VisibilitySource, ValueOrList, Identifiers<&Node::m_visibilitySources>},
+    {Word::VisibleValue, ValueOrList, Values<&Node::m_visibilitySources>},
+    {Word::EditabilitySource, ValueOrList, Identifiers<&Node::m_editabilitySources>},
+    {Word::EditableValue, ValueOrList, Values<&Node::m_editabilitySources>},
+
+    {Word::EnableMultiLine, ValueOf<String>, IfSet<&Node::m_enableMultiLine>},
+    {Word::Regex, ValueOf<String>, IfSet<&Node::m_regex>},
+    {Word::RegexUserFriendly, ValueOf<String>, IfSet<&Node::m_regexUserFriendly>},
+    {Word::MaxLength, ValueOf<String>, IfSet<&Node::m_maxLength>},
+
+    {Word::CanUserAddRemove, List, Always<&Node::m_userCanAddRemove>},
+    {Word::CanUserSort, List, Always<&Node::m_userCanSort>},
+    {Word::Multiplicity, List, IfSet<&Node::m_multiplicity>},
+    {Word::MultiplicityLimit, List, IfSet<&Node::m_multiplicityMax>},
+    {Word::MultiplicityLimitMessage, List, IfSet<&Node::m_multiplicityMaxMessage>},
+    {Word::MultiplicityMinLimit, List, IfSet<&Node::m_multiplicityMin>},
+    {Word::MultiplicityMinLimitMessage, List, IfSet<&Node::m_multiplicityMinMessage>},
+    {Word::RemovingType, GrowingList, Removing},
 };
 
-template <std::size_t Size>
-void WriteAll(Attribute const (&attributes)[Size], Node const& node, Writer& writer) {
-    for (Attribute const& attribute : attributes) {
-        if (attribute.isOf(node)) {
-            attribute.write(attribute.word, node, writer);
+void WriteAttributes(Element const& element, Writer& writer) {
+    for (Attribute const& attribute : Attributes) {
+        if (attribute.isOf(element)) {
+            attribute.write(attribute.word, element, writer);
         }
     }
 }
@@ -218,9 +218,9 @@ bool IsContainer(LayoutNode const& node) {
 }
 
 void WriteContainerAttributes(LayoutNode const& node, Writer& writer) {
-    WriteAll(ContainerAttributes, node, writer);
+    WriteAttributes({node, true}, writer);
 }
 
-void WriteValueAttributes(LayoutNode const& node, Writer& writer) { WriteAll(ValueAttributes, node, writer); }
+void WriteValueAttributes(LayoutNode const& node, Writer& writer) { WriteAttributes({node, false}, writer); }
 
 } // namespace Zantrel

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "layout_files/meta_file_read.h"
 
-#include "layout_files/meta_file_words.h"
 #include "layout_files/resource_dictionary_read.h"
 #include "text/numbers.h"
 #include "text/unicode.h"
@@ -13,7 +12,7 @@
 #include <utility>
 
 using namespace Zantrel;
-namespace Word = Zantrel::MetaFileWord;
+namespace Word = Zantrel::LayoutWord;
 
 namespace {
 
@@ -49,32 +48,29 @@ constexpr Way WaysOut[] = {
 } // namespace
 
 bool ParameterLayoutIOMetaFileRead::ReadElement(std::string const& tag, KelSAX::ISAXReader& reader) {
+    using Self = ParameterLayoutIOMetaFileRead;
+    struct Rule {
+        Anchor at;
+        std::string_view tag;
+        bool (Self::*read)(KelSAX::ISAXReader& reader);
+    };
+    static constexpr Rule grammar[] = {
+        {Root, Word::JobConfigurator, &Self::AddJobConfigurator},
+        {Root, Word::ResourceDictionary, &Self::ReadDictionary},
+        {Root, Word::Entry, &Self::PassThrough}, // of a dictionary that nobody wants
+        {&Layout::m_profileEditor, Word::ParameterStructure, &Self::PassThrough},
+        {&Layout::m_profileEditor, Word::AdditionalConfiguration, &Self::PassOver},
+    };
     if (EnterSection(tag)) {
         return true;
     }
-    if (IsAt(nullptr)) {
-        if (tag == Word::JobConfigurator) {
-            AddJobConfigurator(reader);
-            return true;
-        }
-        if (tag == Word::ResourceDictionary) {
-            return ReadDictionary(reader);
-        }
-        if (tag == Word::Entry) { // of a dictionary that nobody wants
-            return true;
+    for (Rule const& rule : grammar) {
+        if (tag == rule.tag && IsAt(rule.at)) {
+            return (this->*rule.read)(reader);
         }
     }
-    if (IsAt(&Layout::m_profileEditor)) {
-        if (tag == Word::ParameterStructure) { // what it holds goes into "ProfileEditor"
-            return true;
-        }
-        if (tag == Word::AdditionalConfiguration) {
-            return false;
-        }
-    }
-    if (IsAt(&Layout::m_versionNode)) {
-        ReadVersionPart(tag, reader);
-    } else if (tag != Word::InheritOverrides && tag != Word::OverrideEntry) {
+    bool const isOverride = tag == Word::InheritOverrides || tag == Word::OverrideEntry;
+    if (!isOverride && !IsAt(&Layout::m_versionNode)) { // whose parts a file can't change
         ReadParameter(tag, reader);
     }
     return true;
@@ -91,10 +87,11 @@ bool ParameterLayoutIOMetaFileRead::EnterSection(std::string_view tag) {
     return true;
 }
 
-void ParameterLayoutIOMetaFileRead::AddJobConfigurator(KelSAX::ISAXReader& reader) {
+bool ParameterLayoutIOMetaFileRead::AddJobConfigurator(KelSAX::ISAXReader& reader) {
     std::wstring const name = StringConversion::Utf8ToNative(Word::JobConfigurator);
     Add(std::make_unique<LayoutNode>(name.c_str(), Group, nullptr), reader);
     m_layout.m_jobConfigurator = m_currentNode;
+    return true;
 }
 
 bool ParameterLayoutIOMetaFileRead::ReadDictionary(KelSAX::ISAXReader& reader) {
@@ -105,20 +102,19 @@ bool ParameterLayoutIOMetaFileRead::ReadDictionary(KelSAX::ISAXReader& reader) {
     return dictionary != nullptr;
 }
 
+/// What the element holds is taken as if the element weren't there.
+bool ParameterLayoutIOMetaFileRead::PassThrough(KelSAX::ISAXReader&) { return true; }
+
+/// The same, and a report hears of the element.
+bool ParameterLayoutIOMetaFileRead::PassOver(KelSAX::ISAXReader&) { return false; }
+
 void ParameterLayoutIOMetaFileRead::ReadParameter(std::string const& tag, KelSAX::ISAXReader& reader) {
     if (OpenContainer(tag, reader)) {
         return;
     }
-    eTypeLayoutNode type = Group;
-    if (reader.ReadAttribute(m_word, Word::Type)) {
-        type = TypeOf(Word::Types, m_word, reader);
-    } else if (reader.ReadAttribute(m_word, Word::Options)) {
-        type = Options;
-    } else if (!Text::Trim(reader.GetText()).empty()) {
-        type = Double; // what files of older machines hold without a word
-    }
+    eTypeLayoutNode const type = ReadType(reader);
     auto node = std::make_unique<LayoutNode>(nullptr, type, nullptr);
-    node->m_name = HasContainer() ? m_pendingContainerTag : StringConversion::Utf8ToNative(tag);
+    node->m_name = StringConversion::Utf8ToNative(tag);
     if (type != Group) {
         reader.ReadValue(node->m_defaultValue);
     }
@@ -127,43 +123,52 @@ void ParameterLayoutIOMetaFileRead::ReadParameter(std::string const& tag, KelSAX
     }
     reader.ReadAttribute(node->m_propName, Word::PropertyName);
     reader.ReadAttribute(node->m_displayName, Word::DisplayName);
-    CloseContainer(*node, tag);
+    if (m_pending.IsPending()) {
+        std::exchange(m_pending, Container()).Complete(*node, tag);
+    }
     Add(std::move(node), reader);
 }
 
-/// A container makes no node by itself, but with the next parameter, wherever that stands.
+eTypeLayoutNode ParameterLayoutIOMetaFileRead::ReadType(KelSAX::ISAXReader& reader) {
+    if (reader.ReadAttribute(m_word, Word::Type)) {
+        return TypeOf(&Word::TypeRow::inMetaFile, m_word, reader);
+    }
+    if (reader.ReadAttribute(m_word, Word::Options)) {
+        return Options;
+    }
+    bool const hasText = !Text::Trim(reader.GetText()).empty();
+    return hasText ? Double : Group; // a number is what files of older machines hold without a word
+}
+
 bool ParameterLayoutIOMetaFileRead::OpenContainer(std::string const& tag, KelSAX::ISAXReader& reader) {
     if (reader.ReadAttribute(m_word, Word::Type) && m_word == Word::ListContainer) {
-        m_pendingList = true;
+        m_pending.isList = true;
     } else if (reader.ReadAttribute(m_word, Word::ProfilesXmlName)) {
-        m_pendingProfile = true;
+        m_pending.isProfileList = true;
     } else if (reader.ReadAttribute(m_word, Word::CategoriesName)) {
-        m_pendingCategory = true;
+        m_pending.isCategoryList = true;
     } else {
         return false;
     }
-    m_pendingContainerTag = StringConversion::Utf8ToNative(tag);
-    m_pendingContainerDisplayName.clear();
-    reader.ReadAttribute(m_pendingContainerDisplayName, Word::DisplayName);
+    m_pending.tag = StringConversion::Utf8ToNative(tag);
+    m_pending.displayName.clear();
+    reader.ReadAttribute(m_pending.displayName, Word::DisplayName);
     return true;
 }
 
-void ParameterLayoutIOMetaFileRead::CloseContainer(LayoutNode& node, std::string const& itemTag) {
-    if (!HasContainer()) {
-        return;
-    }
+void ParameterLayoutIOMetaFileRead::Container::Complete(LayoutNode& node, std::string const& itemTag) {
     std::wstring const itemName = StringConversion::Utf8ToNative(itemTag);
-    if (std::exchange(m_pendingList, false)) {
+    node.m_name = std::move(tag);
+    node.m_containerDisplayName = std::move(displayName);
+    if (isList) {
         node.SetList(true, itemName.c_str(), std::wstring());
     }
-    if (std::exchange(m_pendingProfile, false)) {
+    if (isProfileList) {
         node.SetProfile(true, itemName.c_str());
     }
-    if (std::exchange(m_pendingCategory, false)) {
+    if (isCategoryList) {
         node.SetCategoryList(true, itemName.c_str());
     }
-    node.m_containerDisplayName = std::exchange(m_pendingContainerDisplayName, std::wstring());
-    m_pendingContainerTag.clear();
 }
 
 void ParameterLayoutIOMetaFileRead::HandleEndTag(std::string_view tag) {

@@ -3,33 +3,45 @@
 
 #include "layout_files/layout_read.h"
 
+#include <memory>
 #include <string>
 
 /// Makes nodes of the elements of a layout meta file.
-class ParameterLayoutIOMetaFileRead : public LayoutRead {
+///
+/// A container is written as two elements, of which the outer one holds the inner one: together they are one
+/// node. The outer one makes none, but is kept as pending until the next parameter's start tag, wherever that
+/// stands; that parameter gives the node its type, its default and its attributes, and its own tag as the
+/// name of one entry. The walk so goes one level down for two start tags. On the way back the end tag of the
+/// inner element, whose name isn't the node's, changes nothing, and that of the outer one leads up.
+class ParameterLayoutIOMetaFileRead : public Zantrel::LayoutRead {
 public:
     using LayoutRead::LayoutRead;
 
 private:
+    /// Containers that were opened and wait for their item. Several can be pending: the node is then all of
+    /// that, under the name of the last.
+    struct Container {
+        bool isList = false, isProfileList = false, isCategoryList = false;
+        std::wstring tag, displayName;
+
+        bool IsPending() const { return isList || isProfileList || isCategoryList; }
+        /// Makes `node` these containers. `itemTag` is the name of one entry.
+        void Complete(Zantrel::LayoutNode& node, std::string const& itemTag);
+    };
+
     bool ReadElement(std::string const& tag, KelSAX::ISAXReader& reader) override;
     void HandleEndTag(std::string_view tag) override;
 
     bool EnterSection(std::string_view tag);
-    void AddJobConfigurator(KelSAX::ISAXReader& reader);
+    // The elements of the grammar. True: the element was taken.
+    bool AddJobConfigurator(KelSAX::ISAXReader& reader);
     bool ReadDictionary(KelSAX::ISAXReader& reader);
-    void ReadParameter(std::string const& tag, KelSAX::ISAXReader& reader);
+    bool PassThrough(KelSAX::ISAXReader& reader);
+    bool PassOver(KelSAX::ISAXReader& reader);
     bool OpenContainer(std::string const& tag, KelSAX::ISAXReader& reader);
-    void CloseContainer(Zantrel::LayoutNode& node, std::string const& itemTag);
+    void ReadParameter(std::string const& tag, KelSAX::ISAXReader& reader);
+    Zantrel::eTypeLayoutNode ReadType(KelSAX::ISAXReader& reader);
 
-    bool HasContainer() const { return m_pendingList || m_pendingProfile || m_pendingCategory; }
-
-    // A container that was opened and waits for its item, with which it makes one node. Several can be
-    // pending: the node is then all of that, under the name of the last.
-    bool m_pendingList = false;
-    bool m_pendingProfile = false;
-    bool m_pendingCategory = false;
-    std::wstring m_pendingContainerTag;
-    std::wstring m_pendingContainerDisplayName;
-
+    Container m_pending;
     std::string m_word; ///< an attribute's value; kept for its room
 };

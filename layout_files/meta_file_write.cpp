@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "layout_files/meta_file_write.h"
 
+#include "layout_files/layout_write.h"
 #include "layout_files/meta_file_attributes.h"
-#include "layout_files/meta_file_words.h"
 
 #include <zantrel/sax/tag_writer.h>
 
 using namespace Zantrel;
-namespace Word = Zantrel::MetaFileWord;
+namespace Word = Zantrel::LayoutWord;
 
 namespace {
 
@@ -15,8 +15,8 @@ void WriteOptions(LayoutNode const& node, KelSAX::ISAXWriter& writer) {
     MSAXTagWriter const options(writer, Word::Options);
     for (std::size_t i = 0; i < node.m_optionValues.size(); ++i) {
         MSAXTagWriter const option(writer, Word::Option);
-        if (i < node.m_optionDisplayNames.size() && !node.m_optionDisplayNames[i].empty()) {
-            writer.WriteAttribute(Word::DisplayName, std::wstring_view(node.m_optionDisplayNames[i]));
+        if (i < node.m_optionDisplayNames.size()) { // a host may have given fewer
+            WriteText(Word::DisplayName, node.m_optionDisplayNames[i], writer);
         }
         writer.WriteValue(std::wstring_view(node.m_optionValues[i]));
     }
@@ -29,6 +29,7 @@ bool ParameterLayoutIOMetaFileWrite::Write(KelSAX::ISAXWriter& writer) const {
     return true;
 }
 
+/// A container's element holds the one element of what it contains, and that one has the children.
 void ParameterLayoutIOMetaFileWrite::WriteNode(LayoutNode const& node, KelSAX::ISAXWriter& writer) const {
     if (!IsContainer(node)) {
         WriteValueNode(node, writer);
@@ -45,14 +46,12 @@ void ParameterLayoutIOMetaFileWrite::WriteValueNode(LayoutNode const& node,
     if (node.Size() == 0) {
         writer.WriteValue(std::wstring_view(node.m_defaultValue));
     }
-    // A host's tree may go on for long below what can be written.
-    for (std::size_t i = 0; i < node.Size() && !writer.HasFailed(); ++i) {
-        LayoutNode const& child = node.At(i);
+    ForEachChild(node, writer, [&](LayoutNode const& child) {
         if (&child != m_layout->m_categoryOption.GetNode()) { // each read makes it anew
             MSAXTagWriter const element(writer, std::wstring_view(child.m_name));
             WriteNode(child, writer);
         }
-    }
+    });
     if (node.m_type == Options) {
         WriteOptions(node, writer);
     }

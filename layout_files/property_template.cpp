@@ -2,8 +2,8 @@
 #include <zantrel/layout_files/property_template.h>
 
 #include "layout_files/property_template_read.h"
-#include "layout_files/property_template_words.h"
 #include "layout_files/property_template_write.h"
+#include "layout_files/vocabulary.h"
 #include "sax/document_options.h"
 
 #include <zantrel/sax/sax_utilities.h>
@@ -16,7 +16,7 @@ namespace Zantrel::KlvrPropertyTemplate {
 namespace {
 
 KelAM::SaxUtilities::WriteOptions DocumentOptions() {
-    auto options = Sax::DocumentOptions(std::string(PropertyTemplateWord::Root));
+    auto options = Sax::DocumentOptions(std::string(LayoutWord::PropertyTemplate));
     AddBuildProcessingNamespace(options, XML_namespaces::m_namespace_build_processors_2016_04);
     return options;
 }

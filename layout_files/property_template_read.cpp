@@ -1,9 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "layout_files/property_template_read.h"
 
-#include "layout_files/property_template_words.h"
-
-#include <zantrel/sax/sax_reader.h>
+#include "layout_files/property_template_attributes.h"
 
 #include <algorithm>
 #include <iterator>
@@ -11,7 +9,7 @@
 #include <utility>
 
 using namespace Zantrel;
-namespace Word = Zantrel::PropertyTemplateWord;
+namespace Word = Zantrel::LayoutWord;
 
 namespace {
 
@@ -38,14 +36,9 @@ Section const* FindSection(std::string_view tag) {
 } // namespace
 
 bool ParameterLayoutIOPropertyTemplateRead::ReadElement(std::string const& tag, KelSAX::ISAXReader& reader) {
-    if (IsAt(nullptr) && EnterSection(tag)) {
-        return true;
-    }
-    if (IsAt(&ParameterLayout::m_versionNode)) {
-        ReadVersionPart(tag, reader);
-        return true;
-    }
-    return tag != Word::PropertyNode || ReadPropertyNode(reader);
+    bool const isSection = IsAt(Root) && EnterSection(tag);
+    bool const isInVersion = IsAt(&ParameterLayout::m_versionNode); // whose parts a file can't change
+    return isSection || isInVersion || tag != Word::PropertyNode || ReadPropertyNode(reader);
 }
 
 bool ParameterLayoutIOPropertyTemplateRead::EnterSection(std::string_view tag) {
@@ -70,23 +63,21 @@ bool ParameterLayoutIOPropertyTemplateRead::ReadPropertyNode(KelSAX::ISAXReader&
     }
     std::string word;
     eTypeLayoutNode const type =
-        reader.ReadAttribute(word, Word::Type) ? TypeOf(Word::Types, word, reader) : String;
+        reader.ReadAttribute(word, Word::Type) ? TypeOf(&Word::TypeRow::inTemplate, word, reader) : String;
     auto node = std::make_unique<LayoutNode>(nullptr, type, nullptr);
     node->m_name = std::move(name);
     if (type != Group) {
         reader.ReadAttribute(node->m_defaultValue, Word::Default);
     }
-    reader.ReadAttribute(node->m_propName, Word::PropertyName);
-    reader.ReadAttribute(node->m_displayName, Word::DisplayName);
-    reader.ReadAttribute(node->m_containerDisplayName, Word::DisplayNameContainer);
+    for (TextAttribute const& text : TextAttributes) {
+        reader.ReadAttribute((*node).*text.field, text.word);
+    }
     if (reader.ReadAttribute(word, Word::ProfileList)) {
         node->SetProfile(true, L"Profile");
     }
-    if (reader.ReadAttribute(word,
-                             Word::List)) { // after the profiles: of a node that is both this name stays
+    if (reader.ReadAttribute(word, Word::List)) { // after the profiles: of a node that is both this stays
         node->SetList(true, L"ListItem", std::wstring());
     }
-    reader.ReadAttribute(node->m_profileName, Word::ProfileName);
     Add(std::move(node), reader);
     return true;
 }
@@ -95,11 +86,9 @@ void ParameterLayoutIOPropertyTemplateRead::HandleEndTag(std::string_view tag) {
     if (tag == Word::PropertyNode) {
         GoUp(); // also where the start tag, without a name, made no node
     } else if (FindSection(tag) != nullptr) {
-        GoTo(nullptr);
+        GoTo(Root);
     }
 }
-
-void ParameterLayoutIOPropertyTemplateRead::InitAfterLoading() { m_layout.AddCategoryNodeIfNeeded(); }
 
 bool ParameterLayoutIOPropertyTemplateValidityCheck::HandleTag(std::string const& tag,
                                                                KelSAX::ISAXReader& reader) {

@@ -5,11 +5,11 @@
 
 #include <string>
 
-/// Makes nodes of the elements "PropertyNode" of a property template.
-class ParameterLayoutIOPropertyTemplateRead : public LayoutRead {
+/// Makes nodes of the elements "PropertyNode" of a property template. Its sections lead to anchors; an
+/// element that is neither is looked through.
+class ParameterLayoutIOPropertyTemplateRead : public Zantrel::LayoutRead {
 public:
     using LayoutRead::LayoutRead;
-    void InitAfterLoading() override;
 
 private:
     bool ReadElement(std::string const& tag, KelSAX::ISAXReader& reader) override;

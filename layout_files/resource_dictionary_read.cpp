@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "layout_files/resource_dictionary_read.h"
 
-#include "layout_files/meta_file_words.h"
+#include "layout_files/vocabulary.h"
 
 #include <zantrel/sax/sax_reader.h>
 
-namespace Word = Zantrel::MetaFileWord;
+namespace Word = Zantrel::LayoutWord;
 
 bool ResourceDictionaryFileRead::HandleTag(std::string const& tag, KelSAX::ISAXReader& reader) {
     if (tag == Word::Entry) {

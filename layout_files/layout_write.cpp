@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "layout_files/layout_write.h"
+
+#include <iterator>
+
+namespace Zantrel {
+
+void WriteText(std::string_view word, std::wstring_view text, KelSAX::ISAXWriter& writer) {
+    if (!text.empty()) {
+        writer.WriteAttribute(word, text);
+    }
+}
+
+void WriteType(LayoutWord::TypeWord LayoutWord::TypeRow::*file, LayoutNode const& node,
+               KelSAX::ISAXWriter& writer) {
+    auto const index = static_cast<std::size_t>(node.m_type); // a host's number may be none of the types
+    if (index < std::size(LayoutWord::Types) && !(LayoutWord::Types[index].*file).word.empty()) {
+        writer.WriteAttribute(LayoutWord::Type, (LayoutWord::Types[index].*file).word);
+    }
+}
+
+} // namespace Zantrel
