@@ -23,6 +23,25 @@ void Filter(StoreFilter& filter, KelAM::DatabaseExternalProperties& stores) {
     }
 }
 
+/// The store of the ticket that one of a host's database goes to, made if it is missing; null for one without
+/// a known object type.
+KelAM::ExternalProperties* FindTarget(BuildTicket& ticket, KelAM::ExternalProperties const& source) {
+    using namespace KelAM::ObjectTypes;
+    std::wstring const* const type = FindObjectType(source);
+    if (type == nullptr) {
+        return nullptr;
+    }
+    if (*type == ObjectTypePlatform) {
+        return &ticket.GetDefaults();
+    }
+    // The identifier in the store and not the key in the database: hosts may keep them under other keys.
+    if (*type == ObjectTypePartInstance) {
+        return ticket.GetPartOverrides().GetProperties(source.m_id, true);
+    }
+    return *type == ObjectTypeUniquePart ? ticket.GetObjectProperties().GetProperties(source.m_id, true)
+                                         : nullptr;
+}
+
 /// As the assignment does it, with names that are shared by all that is assigned.
 void Assign(KelAM::ExternalProperties& target, KelAM::ExternalProperties const& source, NameCopier& names) {
     if (&target != &source) {
@@ -53,8 +72,12 @@ void BuildTicket::CleanUp() {
     Filter(filter, m_objectProperties);
 }
 
+/// Goes by the keys as they were at the start, since `source` may be one of this ticket's own databases, to
+/// which the conversion then adds. Each copy is complete before it replaces what stood in the target, and
+/// only then filtered: the object type, which the filter asks for and drops, comes with the copy. Filter and
+/// names are shared by all copies, so that the layout is asked once for each object type, and the text of a
+/// name stands once.
 void BuildTicket::ConvertFromInternalBuildTicket(KelAM::DatabaseExternalProperties const& source) {
-    using namespace KelAM::ObjectTypes;
     m_sourceId = L"BuildTicketInternal";
     StoreFilter filter(m_layout);
     NameCopier names(NameCopier::Borrowed::Own);
@@ -62,18 +85,7 @@ void BuildTicket::ConvertFromInternalBuildTicket(KelAM::DatabaseExternalProperti
     source.GetAllProperties(keys);
     for (std::wstring const& key : keys) {
         KelAM::ExternalProperties const* const store = source.GetProperties(KelAM::ExternalPropertyID(key));
-        std::wstring const* const type = store != nullptr ? FindObjectType(*store) : nullptr;
-        KelAM::ExternalProperties* target = nullptr;
-        if (type == nullptr) {
-            continue;
-        }
-        if (*type == ObjectTypePlatform) {
-            target = &m_defaults;
-        } else if (*type == ObjectTypePartInstance) {
-            target = m_partOverrides.GetProperties(store->m_id, true);
-        } else if (*type == ObjectTypeUniquePart) {
-            target = m_objectProperties.GetProperties(store->m_id, true);
-        }
+        KelAM::ExternalProperties* const target = store != nullptr ? FindTarget(*this, *store) : nullptr;
         if (target != nullptr) {
             Assign(*target, *store, names);
             filter(*target);

@@ -11,23 +11,37 @@ namespace Zantrel {
 namespace Word = TicketWord;
 
 bool BuildTicketRead::HandleTag(std::string const& tag, KelSAX::ISAXReader& reader) {
-    if (tag == Word::Instance) {
-        return ReadInstance(reader);
+    struct Rule {
+        std::string_view tag;
+        bool (BuildTicketRead::*read)(KelSAX::ISAXReader& reader);
+    };
+    static constexpr Rule grammar[] = {
+        {Word::Info, &BuildTicketRead::PassThrough},
+        {Word::Source, &BuildTicketRead::ReadSource},
+        {Word::Defaults, &BuildTicketRead::ReadDefaults},
+        {Word::PartOverrides, &BuildTicketRead::PassThrough},
+        {Word::ObjectProperties, &BuildTicketRead::PassThrough},
+        {Word::Instance, &BuildTicketRead::ReadInstance},
+    };
+    for (Rule const& rule : grammar) {
+        if (tag == rule.tag) {
+            return (this->*rule.read)(reader);
+        }
     }
-    if (tag == Word::Defaults) {
-        ReadStore(m_ticket->m_defaults, reader); // whose kind is written, but never read
-        return true;
-    }
-    if (tag == Word::Source) {
-        ReadSource(reader);
-        return true;
-    }
-    return tag == Word::Info || tag == Word::PartOverrides || tag == Word::ObjectProperties;
+    return false;
 }
 
-void BuildTicketRead::ReadSource(KelSAX::ISAXReader& reader) {
+bool BuildTicketRead::PassThrough(KelSAX::ISAXReader&) { return true; }
+
+bool BuildTicketRead::ReadSource(KelSAX::ISAXReader& reader) {
     m_ticket->m_sourceId.clear(); // a source without a name is told too
     reader.ReadAttribute(m_ticket->m_sourceId, Word::Id);
+    return true;
+}
+
+bool BuildTicketRead::ReadDefaults(KelSAX::ISAXReader& reader) {
+    ReadStore(m_ticket->m_defaults, reader); // whose kind is written, but never read
+    return true;
 }
 
 bool BuildTicketRead::ReadInstance(KelSAX::ISAXReader& reader) {
@@ -40,6 +54,12 @@ bool BuildTicketRead::ReadInstance(KelSAX::ISAXReader& reader) {
     }
     auto& stores = isPart ? m_ticket->m_partOverrides : m_ticket->m_objectProperties;
     KelAM::ExternalProperties& store = *stores.GetProperties(KelAM::ExternalPropertyID(uuid), true);
+    ReadKind(store, reader);
+    ReadStore(store, reader);
+    return true;
+}
+
+void BuildTicketRead::ReadKind(KelAM::ExternalProperties& store, KelSAX::ISAXReader& reader) {
     std::string word;
     reader.ReadAttribute(word, Word::Kind);
     for (Word::ObjectKind const& known : Word::ObjectKinds) {
@@ -47,8 +67,6 @@ bool BuildTicketRead::ReadInstance(KelSAX::ISAXReader& reader) {
             store.m_objectKind = known.kind;
         }
     }
-    ReadStore(store, reader);
-    return true;
 }
 
 void BuildTicketRead::ReadStore(KelAM::ExternalProperties& store, KelSAX::ISAXReader& reader) {

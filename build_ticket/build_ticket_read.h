@@ -8,16 +8,21 @@
 
 namespace Zantrel {
 
-/// Adds what a build ticket file holds to a ticket, which is borrowed. The sections may come in any order.
-/// Tags are compared as they stand: one with a prefix is unknown.
+/// Adds what a build ticket file holds to a ticket, which is borrowed. The sections may come in any order,
+/// and all stay with this handler: that an instance stands in one is asked of its parent's tag. A store's
+/// content goes to a handler of bags. Tags are compared as they stand: one with a prefix is unknown.
 class BuildTicketRead : public ISAXPersistHelper {
 public:
     explicit BuildTicketRead(BuildTicket& ticket) : m_ticket(&ticket) {}
     bool HandleTag(std::string const& tag, KelSAX::ISAXReader& reader) override;
 
 private:
-    void ReadSource(KelSAX::ISAXReader& reader);
+    // The elements of the grammar. True: the element was taken.
+    bool PassThrough(KelSAX::ISAXReader& reader);
+    bool ReadSource(KelSAX::ISAXReader& reader);
+    bool ReadDefaults(KelSAX::ISAXReader& reader);
     bool ReadInstance(KelSAX::ISAXReader& reader);
+    void ReadKind(KelAM::ExternalProperties& store, KelSAX::ISAXReader& reader);
     void ReadStore(KelAM::ExternalProperties& store, KelSAX::ISAXReader& reader);
 
     BuildTicket* m_ticket;

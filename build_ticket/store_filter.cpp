@@ -69,6 +69,8 @@ std::shared_ptr<IPersistentPropertyFilter>& StoreFilter::FilterOf(std::wstring c
     return made.filter;
 }
 
+/// The store comes first, so that a nested set which it doesn't keep isn't looked into. What is left of them
+/// is found anew by name, since the filter has changed the bag, and by name means the first of several.
 void StoreFilter::operator()(KelAM::ExternalProperties& store) {
     auto& filter = FilterOf(FindObjectType(store));
     PersistentPropertyFilter::FilterProperties(store, filter);
@@ -81,7 +83,7 @@ void StoreFilter::operator()(KelAM::ExternalProperties& store) {
         }
     }
     for (std::wstring const& name : nested) {
-        // By name, so of several sets of one name the first; sets below these are left alone.
+        // Sets below these are left alone.
         if (auto* set = store.GetValuePointer<KelAM::SubProperties>(name, false)) {
             PersistentPropertyFilter::FilterProperties(*set, filter);
         }

@@ -15,8 +15,12 @@ namespace Zantrel {
 /// The live value of the property that says what a store describes, or null.
 std::wstring const* FindObjectType(KelAM::ExternalProperties const& store);
 
-/// Applies to each store the filter of its object type. What the layout says of a type is collected once for
-/// all stores.
+/// Applies to each store the filter of its object type.
+///
+/// A filter holds the names that the layout uses for a type, which takes a walk over the layout to find out:
+/// it is made when the first store of the type comes, and serves all that follow. So the layout must stay as
+/// it is, and time grows with the layout plus the stores and not with their product. A filter refers to the
+/// names beside it, and both stay where they are while this object lives.
 class StoreFilter {
 public:
     explicit StoreFilter(ParameterLayout const* layout) : m_layout(layout) {}

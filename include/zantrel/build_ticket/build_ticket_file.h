@@ -3,6 +3,7 @@
 
 #include <zantrel/build_ticket/build_ticket.h>
 #include <zantrel/export.h>
+#include <zantrel/io/path.h>
 #include <zantrel/sax/read_report.h>
 #include <zantrel/sax/write_report.h>
 
@@ -25,6 +26,10 @@ ZANTREL_EXPORT bool LoadBuildTicket(std::basic_istream<char>& in, BuildTicket& t
                                     ReadReport* report = nullptr);
 ZANTREL_EXPORT bool LoadBuildTicket(std::wstring const& path, BuildTicket& ticket,
                                     ReadReport* report = nullptr);
+template <class Path, IfPath<Path> = 0>
+bool LoadBuildTicket(Path const& path, BuildTicket& ticket, ReadReport* report = nullptr) {
+    return LoadBuildTicket(WidePath(path), ticket, report);
+}
 
 struct BuildTicketWriteOptions {
     BuildTicketWriteOptions() = default;
@@ -51,5 +56,10 @@ ZANTREL_EXPORT bool SaveBuildTicket(std::basic_ostream<char>& out, BuildTicket c
                                     BuildTicketWriteOptions const& options, WriteReport* report = nullptr);
 ZANTREL_EXPORT bool SaveBuildTicket(std::wstring const& path, BuildTicket const& ticket,
                                     BuildTicketWriteOptions const& options, WriteReport* report = nullptr);
+template <class Path, IfPath<Path> = 0>
+bool SaveBuildTicket(Path const& path, BuildTicket const& ticket, BuildTicketWriteOptions const& options,
+                     WriteReport* report = nullptr) {
+    return SaveBuildTicket(WidePath(path), ticket, options, report);
+}
 
 } // namespace Zantrel

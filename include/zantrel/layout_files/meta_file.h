@@ -2,11 +2,13 @@
 #pragma once
 
 #include <zantrel/export.h>
+#include <zantrel/io/path.h>
 #include <zantrel/layout/parameter_layout.h>
 #include <zantrel/sax/read_report.h>
 #include <zantrel/sax/write_report.h>
 #include <zantrel/sax/xml_namespaces.h> // made before the globals of a host that writes in their constructors
 
+#include <iosfwd>
 #include <string>
 
 /// The layout meta file: a layout in XML whose element names are those of its nodes. The writer puts down
@@ -27,9 +29,19 @@ namespace Zantrel {
 /// below the root; the layout then holds what had arrived. `report`, where given, says why, and names type
 /// words that aren't known. Throws std::bad_alloc.
 ZANTREL_EXPORT bool ReadFile(ParameterLayout& layout, std::wstring const& path, ReadReport* report = nullptr);
+template <class Path, IfPath<Path> = 0>
+bool ReadFile(ParameterLayout& layout, Path const& path, ReadReport* report = nullptr) {
+    return ReadFile(layout, WidePath(path), report);
+}
+/// The same from where `in` stands to its end.
+ZANTREL_EXPORT bool ReadStream(ParameterLayout& layout, std::basic_istream<char>& in,
+                               ReadReport* report = nullptr);
 
 /// Whether ReadFile can read the file and finds something in its "ProfileEditor".
 ZANTREL_EXPORT bool IsValidFile(std::wstring const& path, ReadReport* report = nullptr);
+template <class Path, IfPath<Path> = 0> bool IsValidFile(Path const& path, ReadReport* report = nullptr) {
+    return IsValidFile(WidePath(path), report);
+}
 
 /// Writes `layout` to the file, whole or not at all: on failure the file that stood there before is
 /// untouched. The layout's own category option isn't written, since reading makes it anew; nor is its
@@ -40,5 +52,13 @@ ZANTREL_EXPORT bool IsValidFile(std::wstring const& path, ReadReport* report = n
 /// any reader; `report`, where given, says why. Nodes that conditions name as sources must be alive.
 ZANTREL_EXPORT bool WriteFile(ParameterLayout const& layout, std::wstring const& path,
                               WriteReport* report = nullptr);
+template <class Path, IfPath<Path> = 0>
+bool WriteFile(ParameterLayout const& layout, Path const& path, WriteReport* report = nullptr) {
+    return WriteFile(layout, WidePath(path), report);
+}
+/// The same to a stream, which on failure may have got a part of the document; one that doesn't take all of
+/// it gets its bad bit set, which throws where the host asked the stream for that.
+ZANTREL_EXPORT bool WriteStream(ParameterLayout const& layout, std::basic_ostream<char>& out,
+                                WriteReport* report = nullptr);
 
 } // namespace Zantrel

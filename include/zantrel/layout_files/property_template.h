@@ -2,6 +2,7 @@
 #pragma once
 
 #include <zantrel/export.h>
+#include <zantrel/io/path.h>
 #include <zantrel/layout/parameter_layout.h>
 #include <zantrel/sax/read_report.h>
 #include <zantrel/sax/write_report.h>
@@ -26,6 +27,10 @@ namespace KlvrPropertyTemplate {
 /// below the root; the layout then holds what had arrived, without the category option. `report`, where
 /// given, says why, and names type words that aren't known. Throws std::bad_alloc.
 ZANTREL_EXPORT bool ReadFile(ParameterLayout& layout, std::wstring const& path, ReadReport* report = nullptr);
+template <class Path, IfPath<Path> = 0>
+bool ReadFile(ParameterLayout& layout, Path const& path, ReadReport* report = nullptr) {
+    return KlvrPropertyTemplate::ReadFile(layout, WidePath(path), report);
+}
 /// The same from where `in` stands to its end.
 ZANTREL_EXPORT bool ReadStream(ParameterLayout& layout, std::basic_istream<char>& in,
                                ReadReport* report = nullptr);
@@ -34,6 +39,9 @@ ZANTREL_EXPORT bool ReadStream(ParameterLayout& layout, std::basic_istream<char>
 /// XML allows: false for every file, those that WriteFile makes among them. Hosts count on that answer; to
 /// find out whether a file can be read, read it.
 ZANTREL_EXPORT bool IsValidFile(std::wstring const& path, ReadReport* report = nullptr);
+template <class Path, IfPath<Path> = 0> bool IsValidFile(Path const& path, ReadReport* report = nullptr) {
+    return KlvrPropertyTemplate::IsValidFile(WidePath(path), report);
+}
 
 struct WriteOptions {
     WriteOptions() = default;
@@ -51,6 +59,11 @@ struct WriteOptions {
 /// it can't be found out whether the local schema file of XML_namespaces exists.
 ZANTREL_EXPORT bool WriteFile(ParameterLayout const& layout, std::wstring const& path,
                               WriteOptions const& options, WriteReport* report = nullptr);
+template <class Path, IfPath<Path> = 0>
+bool WriteFile(ParameterLayout const& layout, Path const& path, WriteOptions const& options,
+               WriteReport* report = nullptr) {
+    return KlvrPropertyTemplate::WriteFile(layout, WidePath(path), options, report);
+}
 /// The same to a stream, which on failure may have got a part of the document; one that doesn't take all of
 /// it gets its bad bit set.
 ZANTREL_EXPORT bool WriteStream(ParameterLayout const& layout, std::basic_ostream<char>& out,
