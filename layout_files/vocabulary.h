@@ -133,15 +133,14 @@ inline constexpr TypeRow Types[] = {
 };
 static_assert(InEnumOrder(Types, &TypeRow::type, eTypeLayoutNode::StandardOptions));
 
-/// Whether the reader of a file has one type for a word.
+/// Whether the reader of a file has at most one type for a word.
 constexpr bool ReadsEachWordOnce(TypeWord TypeRow::*file) {
     for (TypeRow const& row : Types) {
-        std::size_t types = 0;
         for (TypeRow const& other : Types) {
-            types += (other.*file).isRead && (other.*file).word == (row.*file).word ? 1 : 0;
-        }
-        if (types > 1) {
-            return false;
+            bool const isSameWord = (row.*file).word == (other.*file).word;
+            if (&row != &other && (row.*file).isRead && (other.*file).isRead && isSameWord) {
+                return false;
+            }
         }
     }
     return true;
