@@ -1,41 +1,20 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/build_ticket/ticket_text.h"
+#include "tests/support/document_text.h"
 #include "tests/support/generated_ticket.h"
+#include "tests/support/sax_test_support.h"
 
 #include <gtest/gtest.h>
-
-#include <algorithm>
 
 using namespace TestSupport;
 
 namespace {
 
-/// In the tables "@" and "$" stand for one GUID in upper and in lower case.
-std::string Expand(std::string_view text) {
-    std::string expanded;
-    for (char const character : text) {
-        expanded += character == '@'   ? "01234567-89AB-CDEF-0123-456789ABCDEF"
-                    : character == '$' ? "01234567-89ab-cdef-0123-456789abcdef"
-                                       : std::string(1, character);
-    }
-    return expanded;
-}
-
-bool LoadContent(BuildTicket& ticket, std::string const& content, ReadReport* report = nullptr) {
-    return Load(ticket, Expand("<p:R xmlns:p='u'>" + content + "</p:R>"), report);
-}
-
-/// The content of the root of what is written, on one line and in single quotes.
+/// The content of the root of what is written.
 std::string SavedContent(BuildTicket const& ticket, std::int32_t version) {
-    std::istringstream lines(Saved(ticket, version));
-    std::string content, line;
-    for (int number = 0; std::getline(lines, line); ++number) {
-        if (number > 1 && line != "</KlvrBuildTicket>") {
-            content += line.substr(line.find_first_not_of(' '));
-        }
-    }
-    std::replace(content.begin(), content.end(), '"', '\'');
-    return content;
+    std::string const flat = Flat(Saved(ticket, version));
+    std::size_t const start = flat.find('>') + 1;
+    return flat.substr(start, flat.rfind("</KlvrBuildTicket>") - start);
 }
 
 } // namespace
@@ -43,86 +22,55 @@ std::string SavedContent(BuildTicket const& ticket, std::int32_t version) {
 TEST(LoadedTicket, HoldsWhatTheDocumentSays) {
     struct Row {
         char const *content, *ticket;
-        char const* reported; ///< kind and path of each entry
+        char const* reported = "";
     };
     Row const rows[] = {
-        {"", "", ""},
+        {"", ""},
         // The sections, in any order.
-        {"<ObjectProperties><Instance uuid='o'/></ObjectProperties><PartOverrides><Instance uuid='p'/>"
-         "</PartOverrides><Defaults type='build'/><Info><Source Id='s' PropertyTemplate='true'/></Info>"
-         "<Defaults><Component uuid='a'/></Defaults><Defaults><Component uuid='b'/></Defaults>",
-         "from's' defaults{a:{} b:{}} item p{} object o{}", ""},
-        {"<Source Id='s'/><Source/>", "", ""},
-        {"<p:Defaults><Component uuid='a'/></p:Defaults><X><Defaults><X><Component "
-         "uuid='b'/></X></Defaults></X>",
-         "defaults{b:{}}", "untaken p:Defaults untaken p:Defaults/Component untaken X untaken X/Defaults/X"},
+        {"<OP><I o/></OP><PO><I p/></PO><D type='build'/><Info><Source Id='s' "
+         "PropertyTemplate='true'/></Info>"
+         "<D><C a/></D><D><C b/></D>",
+         "from's' defaults{a:{} b:{}} item p{} object o{}"},
+        {"<Source Id='s'/><Source/>", ""},
+        {"<p:Defaults><C a/></p:Defaults><X><D><X><C b/></X></D></X>", "defaults{b:{}}",
+         "untaken p:Defaults untaken Component untaken X untaken X"},
         // Instances.
-        {"<PartOverrides><Instance uuid='{@}' type='object'><Component uuid='a'/></Instance><Instance "
-         "uuid='$' "
-         "type='x'><Component uuid='a'/></Instance></PartOverrides><ObjectProperties><Instance uuid='' "
-         "type='Build'/><Instance uuid='a' type='build'/><Instance uuid='b' type='builditem'/><Instance "
-         "uuid='c' "
-         "type='object'/><Instance uuid='a' type='component'/></ObjectProperties>",
-         "item $ 3{a:{}} object {} object a 4{} object b 2{} object c 3{}", ""},
-        {"<PartOverrides><Instance type='object'><Component uuid='a'/></Instance><X><Instance uuid='a'/></X>"
-         "<Instance uuid='b'><Instance uuid='c'/></Instance></PartOverrides><Instance uuid='d'/>",
-         "item b{}",
-         "dropped PartOverrides/Instance untaken PartOverrides/Instance/Component untaken PartOverrides/X "
-         "dropped PartOverrides/X/Instance untaken PartOverrides/Instance/Instance dropped Instance"},
+        {"<PO><I {@} type='object'><C a/></I><I $ type='x'><C a/></I></PO><OP><I uuid='' type='Build'/>"
+         "<I a type='build'/><I b type='builditem'/><I c type='object'/><I a type='component'/></OP>",
+         "item $ 3{a:{}} object {} object a 4{} object b 2{} object c 3{}"},
+        {"<PO><I type='object'><C a/></I><X><I a/></X><I b><I c/></I></PO><I d/>", "item b{}",
+         "dropped Instance untaken Component untaken X dropped Instance untaken Instance dropped Instance"},
         // Types, and values that don't parse.
-        {"<Defaults><Property Name='a' Type='integer'>-5</Property><Property Name='b' Type='number'>1.5"
-         "</Property><Property Name='c' Type='double'>1,5</Property><Property Name='d' Type='string'> x "
-         "</Property><Property Name='e' Type='ProfileName'>y</Property><Property Name='f' Type='bool'>True"
-         "</Property><Property Name='g' "
-         "Type='FileContent'><Name>n</Name><Data>AP8=</Data></Property></Defaults>",
-         "defaults{a=-5 b#1.5 c#0 d=' x ' e='y' f=True g='n':00FF}", "text Defaults/Property"},
-        {"<Defaults><Property Name='a' Type='Properties'><Property Name='b' Type='Complex2'/></Property>"
-         "<Property Name='c' Type='SubProperties'><Property Name='d' Type='Complex'/></Property>"
-         "<Property Name='e' Type='IndexedPropertySets'><Property/></Property>"
-         "<Property Name='f' Type='ExternalProperties'><Component uuid='g'/></Property></Defaults>",
-         "defaults{a{b:{}} c:{d{}} e[{}] f:{g:{}}}", ""},
-        {"<Defaults><Property Name='a' Type='Number'/><Property Name='b' "
-         "Type='Host'><Component "
-         "uuid='c'/></Property><Property Name='d'><Property Name='' Type='Complex'/></Property><Property "
-         "Type='bool'/><Property Name='a' Type='string'>x<Component uuid='a'/></Property></Defaults>",
+        {"<D><P a integer>-5</P><P b number>1.5</P><P c double>1,5</P><P d string> x </P><P e ProfileName>y"
+         "</P><P f bool>True</P><P g FileContent><Name>n</Name><Data>AP8=</Data></P></D>",
+         "defaults{a=-5 b#1.5 c#0 d=' x ' e='y' f=True g='n':00FF}", "text Property"},
+        {"<D><P a Properties><P b Complex2/></P><P c SubProperties><P d Complex/></P>"
+         "<P e IndexedPropertySets><P/></P><P f ExternalProperties><C g/></P></D>",
+         "defaults{a{b:{}} c:{d{}} e[{}] f:{g:{}}}"},
+        {"<D><P a Number/><P b Host><C c/></P><P Name='d'><P Name='' Type='Complex'/></P><P Type='bool'/>"
+         "<P a string>x<C a/></P></D>",
          "defaults{{} a='x' a:{} c:{}}",
-         "untaken Defaults/Property untaken Defaults/Property dropped Defaults/Property dropped "
-         "Defaults/Property"},
+         "untaken Property untaken Property dropped Property dropped Property"},
         // The deleted mark.
-        {"<Defaults><Property Name='a' Type='string' Deleted='true'>x</Property><Property Name='b' "
-         "Type='string' "
-         "Deleted='false'/><Property Name='c' Type='Complex' Deleted='true'><Property Name='d' "
-         "Type='Complex2' "
-         "Deleted='true'/></Property><Property Name='e' Type='ComplexArray' Deleted='true'><Property "
-         "Name='f' "
-         "Type='bool' Deleted='true'/></Property><Property Name='f' Type='Complex' Deleted='x'/></Defaults>",
-         "defaults{a~='x' b='' c~{d~:{}} e~[{}] f{}}", "attribute Defaults/Property"},
+        {"<D><P a string Deleted='true'>x</P><P b string Deleted='false'/><P c Complex Deleted='true'>"
+         "<P d Complex2 Deleted='true'/></P><P e ComplexArray Deleted='true'><P f bool Deleted='true'/></P>"
+         "<P f Complex Deleted='x'/></D>",
+         "defaults{a~='x' b='' c~{d~:{}} e~[{}] f{}}", "attribute Property"},
         // Sequences, which take nothing but properties.
-        {"<Defaults><Property Name='a' Type='ComplexArray'><Property/><X/><Component "
-         "uuid='x'><Property><Component "
-         "uuid='y'/></Property></Component></Property></Defaults>",
-         "defaults{a[{}{y:{}}]}", "untaken Defaults/Property/X untaken Defaults/Property/Component"},
+        {"<D><P a ComplexArray><P/><X/><C x><P><C y/></P></C></P></D>", "defaults{a[{}{y:{}}]}",
+         "untaken X untaken Component"},
         // Components.
-        {"<Defaults><Component uuid='$'><Component uuid='a'/></Component><Component uuid='{@}'><Component "
-         "uuid='$'/></Component><Component><Component uuid='b'/></Component></Defaults>",
-         "defaults{b:{} {@}:{a:{} {@}:{}}}", "dropped Defaults/Component"},
-        {"<Defaults><Property Name='{@}' Type='Complex2' Deleted='true'><Component uuid='a'/></Property>"
-         "<Component uuid='@'/><Property Name='x' Type='string'/><Component uuid='x'/><Component uuid='x'/>"
-         "</Defaults>",
-         "defaults{x='' x:{} x:{} {@}:{a:{}}}", ""},
+        {"<D><C $><C a/></C><C {@}><C $/></C><C><C b/></C></D>", "defaults{b:{} {@}:{a:{} {@}:{}}}",
+         "dropped Component"},
+        {"<D><P {@} Complex2 Deleted='true'><C a/></P><C @/><P x string/><C x/><C x/></D>",
+         "defaults{x='' x:{} x:{} {@}:{a:{}}}"},
     };
-    static char const* const kinds[] = {"", "", "", "untaken ", "text ", "attribute ", "dropped "};
     for (Row const& row : rows) {
         BuildTicket ticket(nullptr);
         ReadReport report;
         EXPECT_TRUE(LoadContent(ticket, row.content, &report));
         EXPECT_EQ(Dump(ticket), Expand(row.ticket)) << row.content;
-        std::string reported;
-        for (ReadReport::Entry const& entry : report.m_entries) {
-            reported += (reported.empty() ? "" : " ") + std::string(kinds[static_cast<int>(entry.kind)]) +
-                        StringConversion::NativeToUtf8(entry.path.substr(entry.path.find(L'/') + 1));
-        }
-        EXPECT_EQ(reported, row.reported) << row.content;
+        EXPECT_EQ(Reported(report), row.reported) << row.content;
     }
 }
 
@@ -131,32 +79,31 @@ TEST(LoadedTicket, IsAddedToWhateverTheRoot) {
     BuildTicket with(&layout), without(nullptr);
     for (std::string const root : {"<KlvrBuildTicket xmlns='/build_processing/2016/04'", "<Instance uuid='i'",
                                    "<KlvrBuildTicket xmlns='/build_processing/2017/02'"}) {
-        for (BuildTicket* const ticket : {&with, &without}) {
-            EXPECT_TRUE(
-                Load(*ticket, root +
-                                  "><Info><Source Id='s' PropertyTemplate='true'/></Info><PartOverrides>"
-                                  "<Instance uuid='p' type='build'><Component uuid='c'><Property Name='a' "
-                                  "Type='Complex'/></Component></Instance></PartOverrides></" +
-                                  root.substr(1, root.find(' ') - 1) + '>'));
-        }
+        std::string const document =
+            root + "><Info><Source Id='s' PropertyTemplate='true'/></Info><PO><I p type='build'><C c>" +
+            "<P a Complex/></C></I></PO></" + root.substr(1, root.find(' ') - 1) + '>';
+        EXPECT_TRUE(Load(with, Expand(document)) && Load(without, Expand(document)));
     }
     EXPECT_EQ(Dump(with), "from's' item p 1{c:{a{} a{} a{}}}");
+    EXPECT_EQ(Dump(without), Dump(with));
     EXPECT_TRUE(with.HasPropertyTemplate() && !without.HasPropertyTemplate());
 }
 
 TEST(SavedTicket, IsThisDocument) {
     ParameterLayout const layout;
     BuildTicket with(&layout), without(nullptr);
-    std::string const head = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<KlvrBuildTicket";
-    std::string const uri = " xmlns=\"https://schemas.zantrel.example/build_processing/";
-    std::string const end = "\"/>\n  </Info>\n</KlvrBuildTicket>\n";
-    std::string const info = head + uri + "2017/02\">\n  <Info>\n    <Source PropertyTemplate=\"";
-    EXPECT_EQ(Saved(with), head + uri + "2016/04\"/>\n");
-    EXPECT_EQ(Saved(without), info + "false" + end);
+    std::string const start = "<KlvrBuildTicket", end = "</KlvrBuildTicket>";
+    std::string const uri = start + " xmlns='https://schemas.zantrel.example/build_processing/";
+    std::string const info = uri + "2017/02'><Info><Source PropertyTemplate='";
+    EXPECT_EQ(Flat(Saved(with)), uri + "2016/04'/>");
+    EXPECT_EQ(Flat(Saved(without)), info + "false'/></Info>" + end);
     EXPECT_EQ(Saved(without, 1), Saved(with));
-    EXPECT_EQ(Saved(with, 2), info + "true" + end);
-    EXPECT_EQ(Saved(without, 3), head + "/>\n");
-    EXPECT_EQ(Saved(with, -1), head + "/>\n");
+    EXPECT_EQ(Flat(Saved(with, 2)), info + "true'/></Info>" + end);
+    EXPECT_EQ(Flat(Saved(without, 3)), start + "/>");
+    EXPECT_EQ(Flat(Saved(with, -1)), start + "/>");
+    TemporaryFolder const folder;
+    EXPECT_TRUE(SaveBuildTicket(folder / "file", without, {}) && LoadBuildTicket(folder / "file", with));
+    EXPECT_EQ(ContentOf(folder / "file"), Saved(without));
 }
 
 TEST(SavedTicket, HoldsWhatIsInUse) {
@@ -167,27 +114,18 @@ TEST(SavedTicket, HoldsWhatIsInUse) {
     };
     Row const rows[] = {
         // Components stand behind all properties, and nowhere else.
-        {"<Defaults><Component uuid='@'><Component uuid='@'/></Component><Property Name='a' "
-         "Type='ComplexArray'>"
-         "<Property><Component uuid='@'/></Property><Property/></Property><Property Name='{{' Type='Complex'>"
-         "<Component uuid='@'/></Property><Property Name='&lt;' Type='ComplexArray'/></Defaults>",
+        {"<D><C @><C @/></C><P a ComplexArray><P><C @/></P><P/></P><P {{ Complex><C @/></P>"
+         "<P &lt; ComplexArray/></D>",
          [](BuildTicket&) {},
-         "<Defaults><Property Name='&lt;' Type='ComplexArray'/><Property Name='a' "
-         "Type='ComplexArray'><Property "
-         "Type='Complex'><Property Name='{@}' Type='Complex2'/></Property><Property "
-         "Type='Complex'/></Property>"
-         "<Property Name='{{' Type='Complex'><Property Name='{@}' Type='Complex2'/></Property>"
-         "<Component uuid='$'><Property Name='{@}' Type='Complex2'/></Component></Defaults>"},
+         "<D><P &lt; ComplexArray/><P a ComplexArray><P Type='Complex'><P {@} Complex2/></P>"
+         "<P Type='Complex'/></P><P {{ Complex><P {@} Complex2/></P><C $><P {@} Complex2/></C></D>"},
         // What is deleted.
-        {"<Defaults><Property Name='a' Type='bool' Deleted='true'/></Defaults><PartOverrides><Instance "
-         "uuid='@'>"
-         "<Property Name='@' Type='Complex2' Deleted='true'/><Property Name='b' Type='Complex'><Property "
-         "Name='c' Type='bool' Deleted='true'/></Property></Instance><Instance uuid='d'/></PartOverrides>",
+        {"<D><P a bool Deleted='true'/></D><PO><I @><P @ Complex2 Deleted='true'/><P b Complex>"
+         "<P c bool Deleted='true'/></P></I><I d/></PO>",
          [](BuildTicket& ticket) { ticket.GetPartOverrides().FindProperty(L"d")->SetDeleted(true); },
-         "<Defaults/><PartOverrides><Instance uuid='$'><Property Name='b' Type='Complex'/></Instance>"
-         "<Instance uuid='d'/></PartOverrides>"},
+         "<D/><PO><I $><P b Complex/></I><I d/></PO>"},
         // Kinds, also of the defaults.
-        {"<Defaults><Property Name='a' Type='ProfileName'/></Defaults>",
+        {"<D><P a ProfileName/></D>",
          [](BuildTicket& ticket) {
              ticket.GetDefaults().m_objectKind = 1;
              for (std::int32_t kind = -1; kind < 6; ++kind) {
@@ -195,10 +133,8 @@ TEST(SavedTicket, HoldsWhatIsInUse) {
                  ticket.GetObjectProperties().GetProperties(id, true)->m_objectKind = kind;
              }
          },
-         "<Defaults type='build'><Property Name='a' Type='string'/></Defaults><ObjectProperties>"
-         "<Instance uuid='-1'/><Instance uuid='0'/><Instance uuid='1' type='build'/><Instance uuid='2' "
-         "type='builditem'/><Instance uuid='3' type='object'/><Instance uuid='4' type='component'/>"
-         "<Instance uuid='5'/></ObjectProperties>"},
+         "<D type='build'><P a string/></D><OP><I -1/><I 0/><I 1 type='build'/><I 2 type='builditem'/>"
+         "<I 3 type='object'/><I 4 type='component'/><I 5/></OP>"},
         // What only a host makes; its text that is called a set is no component.
         {"", [](BuildTicket& ticket) { ticket.GetDefaults().m_objectKind = 1; }, ""},
         {"",
@@ -213,10 +149,8 @@ TEST(SavedTicket, HoldsWhatIsInUse) {
              object.AddProperty(guid, new HostProperty<std::wstring>(L"SubProperties", L"lost"));
              ticket.GetObjectProperties().SetValue(guid, object);
          },
-         "<PartOverrides/><ObjectProperties><Instance uuid='$'><Property Name='a' Type='PositionMatrix'>1 0"
-         "</Property><Property Name='b' Type='number'>1</Property><Property Name='c' "
-         "Type='Complex'><Property "
-         "Name='a' Type='Complex2'/></Property></Instance></ObjectProperties>"},
+         "<PO/><OP><I $><P a PositionMatrix>1 0</P><P b number>1</P>"
+         "<P c Complex><P a Complex2/></P></I></OP>"},
     };
     for (Row const& row : rows) {
         BuildTicket ticket(nullptr);

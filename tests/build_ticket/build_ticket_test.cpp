@@ -28,18 +28,12 @@ struct TicketLayout : ParameterLayout {
 
 /// With one of each kind that a filter tells apart, also under names that would be kept.
 KelAM::ExternalProperties MakeStore() {
-    std::string const values = "<Property Name='b' Type='bool'/><Property Name='i' Type='bool'/><Property "
-                               "Name='u' Type='bool'/><Property Name='x' Type='bool'/><Property Name='b' "
-                               "Type='FileContent'/><Property Name='PartName' Type='FileContent'/><Property "
-                               "Name='c' Type='Complex2'><Property Name='x' Type='bool'/></Property>";
+    std::string const values = "<P b bool/><P i bool/><P u bool/><P x bool/><P b FileContent/>"
+                               "<P PartName FileContent/><P c Complex2><P x bool/></P>";
     BuildTicket ticket(nullptr);
-    Load(ticket,
-         "<R><Defaults>" + values + "<Property Name='p' Type='Complex'>" + values +
-             "</Property><Property Name='s' Type='Complex2'>" + values +
-             "<Property Name='ObjectType' Type='Complex'/></Property><Property Name='s' Type='Complex2'>" +
-             values +
-             "</Property><Property Name='a' Type='ComplexArray'/><Property Name='PartName' "
-             "Type='bool'/></Defaults></R>");
+    LoadContent(ticket, "<D>" + values + "<P p Complex>" + values + "</P><P s Complex2>" + values +
+                            "<P ObjectType Complex/></P><P s Complex2>" + values +
+                            "</P><P a ComplexArray/><P PartName bool/></D>");
     KelAM::ExternalProperties store = ticket.GetDefaults();
     store.AddProperty(L"PartName", new HostProperty<std::wstring>(L"PositionMatrix"));
     store.AddProperty(L"b", new HostProperty<KelAM::SubProperties>(L"PositionMatrix"));
@@ -115,13 +109,9 @@ TEST(TicketFilter, KeepsWhatTheObjectTypeAndTheLayoutSay) {
 TEST(Ticket, CleansUpAllStores) {
     TicketLayout const layout;
     BuildTicket ticket(&layout);
-    std::string const content = "<Property Name='ObjectType' Type='string'>Platform</Property>"
-                                "<Property Name='b' Type='bool'/><Property Name='x' Type='bool'/>";
-    std::string const instances =
-        "<Instance uuid='1'>" + content + "</Instance><Instance uuid='2'>" + content;
-    Load(ticket, "<R><Defaults>" + content + "</Defaults><PartOverrides>" + instances +
-                     "</Instance></PartOverrides><ObjectProperties>" + instances +
-                     "</Instance></ObjectProperties></R>");
+    std::string const content = "<P ObjectType string>Platform</P><P b bool/><P x bool/>";
+    std::string const instances = "<I 1>" + content + "</I><I 2>" + content + "</I>";
+    LoadContent(ticket, "<D>" + content + "</D><PO>" + instances + "</PO><OP>" + instances + "</OP>");
     ticket.CleanUp();
     EXPECT_EQ(Dump(ticket), "defaults{b=False} item 1{b=False} item 2{b=False} object 1{b=False} "
                             "object 2{b=False}");
@@ -140,38 +130,30 @@ TEST(Ticket, KnowsWhereOverridesBelong) {
 }
 
 TEST(ConvertedTicket, HoldsTheStoresOfKnownTypesAndWhatWasThereBefore) {
-    struct Store {
-        char const *kind, *typeOfType, *objectType;
-    };
-    Store const stores[] = {{"build", "string", "Platform"},
-                            {"object", "string", "UniquePart"},
-                            {"build", "string", "PartInstance"},
-                            {"", "string", "platform"},
-                            {"builditem", "string", "Platform"},
-                            {"", "string", "Other"},
-                            {"", "string' Deleted='1", "Platform"},
-                            {"", "Complex", "Platform"},
-                            {"", "string", "Platform"}};
-    std::string document = "<R><PartOverrides>", key = "1";
-    for (Store const& store : stores) {
-        document += "<Instance uuid='" + key + "' type='" + store.kind +
-                    "'><Property Name='ObjectType' Type='" + store.typeOfType + "'>" + store.objectType +
-                    "</Property><Property Name='" + key +
-                    "' Type='bool'/><Property Name='f' Type='FileContent'/></Instance>";
+    char const* const stores[] = {"build'><P ObjectType string>Platform",
+                                  "object'><P ObjectType string>UniquePart",
+                                  "build'><P ObjectType string>PartInstance",
+                                  "'><P ObjectType string>platform",
+                                  "builditem'><P ObjectType string>Platform",
+                                  "'><P ObjectType string>Other",
+                                  "'><P ObjectType string Deleted='1'>Platform",
+                                  "'><P ObjectType Complex>Platform",
+                                  "'><P ObjectType string>Platform"};
+    std::string document = "<PO>", key = "1";
+    for (std::string const store : stores) {
+        document += "<I " + key + " type='" + store + "</P><P " + key + " bool/><P f FileContent/></I>";
         ++key[0];
     }
     BuildTicket source(nullptr), ticket(nullptr);
-    Load(source, document + "</PartOverrides></R>");
+    LoadContent(source, document + "</PO>");
     auto& internal = source.GetPartOverrides();
     internal.GetProperties(ExternalPropertyID(L"3"), false)->m_id = ExternalPropertyID(L"item");
     internal.FindProperty(L"9")->SetDeleted(true);
     BuildTicket sameTicket(source);
     internal.SetValue(L"0", true); // no store
 
-    Load(ticket,
-         "<R><Defaults><Component uuid='old'/></Defaults><PartOverrides><Instance uuid='item'><Component "
-         "uuid='old'/></Instance><Instance uuid='q'><Property Name='f' Type='FileContent'/></Instance>"
-         "</PartOverrides><ObjectProperties><Instance uuid='q'/></ObjectProperties></R>");
+    LoadContent(ticket, "<D><C old/></D><PO><I item><C old/></I><I q><P f FileContent/></I></PO>"
+                        "<OP><I q/></OP>");
     ticket.ConvertFromInternalBuildTicket(internal);
     ticket.ConvertFromInternalBuildTicket(KelAM::DatabaseExternalProperties());
     EXPECT_EQ(Dump(ticket),

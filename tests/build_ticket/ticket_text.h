@@ -8,6 +8,7 @@
 #include <zantrel/build_ticket/build_ticket_file.h>
 
 #include <map>
+#include <regex>
 #include <sstream>
 
 namespace TestSupport {
@@ -84,6 +85,33 @@ inline std::string Dump(BuildTicket const& ticket, Form form = Form::Whole) {
 inline bool Load(BuildTicket& ticket, std::string const& document, ReadReport* report = nullptr) {
     std::istringstream in(document);
     return LoadBuildTicket(in, ticket, report);
+}
+
+/// In tables "<P name type>", "<C uuid>" and "<I uuid>" are elements of these names with these attributes,
+/// "<D>",
+/// "<PO>" and "<OP>" are the sections, and "@" and "$" stand for one GUID in upper and in lower case.
+inline std::string Expand(std::string text) {
+    constexpr char const* tags[][2] = {{"P", "Property"},       {"C", "Component"},
+                                       {"I", "Instance"},       {"D", "Defaults"},
+                                       {"PO", "PartOverrides"}, {"OP", "ObjectProperties"}};
+    for (auto const& [shorthand, tag] : tags) {
+        text = std::regex_replace(text, std::regex("(</?)" + std::string(shorthand) + "\\b"),
+                                  std::string("$1") + tag);
+    }
+    constexpr char const* others[][2] = {
+        {"<Property ([^ >/=]+) (\\w+)(?=[ />])", "<Property Name='$1' Type='$2'"},
+        {"<(Component|Instance) ([^ >/=]+)(?=[ />])", "<$1 uuid='$2'"},
+        {"@", "01234567-89AB-CDEF-0123-456789ABCDEF"},
+        {"\\$", "01234567-89ab-cdef-0123-456789abcdef"}};
+    for (auto const& [shorthand, meaning] : others) {
+        text = std::regex_replace(text, std::regex(shorthand), meaning);
+    }
+    return text;
+}
+
+/// Loads what stands in the root.
+inline bool LoadContent(BuildTicket& ticket, std::string const& content, ReadReport* report = nullptr) {
+    return Load(ticket, Expand("<p:R xmlns:p='u'>" + content + "</p:R>"), report);
 }
 
 /// The document, or nothing where it can't be written.

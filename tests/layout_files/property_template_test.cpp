@@ -1,32 +1,19 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "tests/layout_files/layout_formats.h"
+#include "tests/layout_files/reading_cases.h"
 
 #include <zantrel/layout/resource_dictionary.h>
-
-#include <gtest/gtest.h>
-
-#include <regex>
 
 using namespace TestSupport;
 
 namespace {
 
-struct ReadingCase {
-    char const* content; ///< of the root; "N" stands for "PropertyNode"
-    char const* outline;
-};
-
-std::string Document(std::string const& content) {
-    return "<R xmlns:p='u'>" + std::regex_replace(content, std::regex("(</?)N\\b"), "$1PropertyNode") +
-           "</R>";
-}
-
+/// What is written of a section, in single quotes and with "N" for a "PropertyNode".
 std::string WriteSection(ParameterLayout const& layout, char const* section, bool profileListsOnly) {
     KlvrPropertyTemplate::WriteOptions options;
     options.m_profileListsOnly = profileListsOnly;
     std::ostringstream out;
     EXPECT_TRUE(KlvrPropertyTemplate::WriteStream(layout, out, options));
-    return std::regex_replace(ContentIn(out.str(), section), std::regex("PropertyNode"), "N");
+    return std::regex_replace(ContentOfElement(Flat(out.str()), section), std::regex("PropertyNode"), "N");
 }
 
 } // namespace
@@ -34,47 +21,41 @@ std::string WriteSection(ParameterLayout const& layout, char const* section, boo
 TEST(PropertyTemplateReader, MakesANodeOfEachPropertyNode) {
     ReadingCase const rows[] = {
         // Types
-        {"<N Name='A' Type='Complex' Default='x'/>", "A"},
-        {"<N Name='A' Type='integer' Default='1'/>", "A:Int'1'"},
-        {"<N Name='A' Type='number' Default='x' Precision='2'/>", "A:Double'x'"},
-        {"<N Name='A' Type='bool' Default='true'/>", "A:Bool'true'"},
-        {"<N Name='A' Type='string' Default=' x '/>", "A:String' x '"},
-        {"<N Name='A' Type='ProfileName' ProfileName='P'/>", "A:Profiles(from=P)"},
-        {"<N Name='A' Type='FileAbsolute' ProfileName='P'/>", "A:FileAbsolute(from=P)"},
-        {"<N Name='A' Type='StandardOptions'/>", "A:StandardOptions"},
-        {"<N Name='A'/><N Name='B' Type=''/><N Name='C' Type='Int'/><N Name='D' Type='complex' Default='x'/>",
-         "A:String B:String C:String D:String'x'"},
-        {"<N Name='A' Type='enum' Options='a;b' Default='a'/>", "A:String'a'"},
+        {"<N Name='A' Type='Complex' Default='x'/><N Name='B' Type='integer' Default='1'/>", "A B:Int'1'"},
+        {"<N Name='A' Type='number' Default='x' Precision='2'/><N Name='B' Type='bool' Default='true'/>",
+         "A:Double'x' B:Bool'true'"},
+        {"<N Name='A' Type='string' Default=' x '/><N Name='B' Type='ProfileName' ProfileName='P'/>",
+         "A:String' x ' B:Profiles(from=P)"},
+        {"<N Name='A' Type='FileAbsolute' ProfileName='P'/><N Name='B' Type='StandardOptions'/><N Name='C'/>",
+         "A:FileAbsolute(from=P) B:StandardOptions C:String"},
+        {"<N Name='A' Type=''/><N Name='B' Type='complex' Default='x'/>", "A:String B:String'x'",
+         "dropped PropertyNode dropped PropertyNode"},
+        {"<N Name='A' Type='enum' Options='a;b' Default='a'/>", "A:String'a'", "dropped PropertyNode"},
         // Names and marks
         {"<N Name=''/><N Name='a b'/><N Name='A'/><N Name='A'><N Name='B'/></N>",
          ":String a b:String A:String A:String{B:String}"},
-        {"<N Name='A' PropertyName='p' DisplayName='d' DisplayNameContainer='c'/>",
-         "A:String(property=p shown=d container=c)"},
-        {"<N Name='A' List=''/><N Name='B' Type='Complex' ProfileList='false'/>",
-         "A:String[ListItem] B<Profile>"},
-        {"<N Name='A' List='x' ProfileList='x'/>", "A:String[ListItem]<ListItem>"},
+        {"<N Name='A' PropertyName='p' DisplayName='d' DisplayNameContainer='c'/><N Name='B' List=''/>",
+         "A:String(property=p shown=d container=c) B:String[ListItem]"},
+        {"<N Name='A' Type='Complex' ProfileList='false'/><N Name='B' List='x' ProfileList='x'/>",
+         "A<Profile> B:String[ListItem]<ListItem>"},
         // Other elements are looked through, and a node without a name leaves the level with its end.
         {"text<X><N Name='A'><Y/><N Name='B'/></N></X><n Name='C'/><p:N Name='D'/>", "A:String{B:String}"},
-        {"<N Name='A'><N><N Name='B'/></N><N Name='C'/></N>", "A:String{B:String} C:String"},
+        {"<N Name='A'><N><N Name='B'/></N><N Name='C'/></N>", "A:String{B:String} C:String",
+         "dropped PropertyNode"},
     };
-    for (ReadingCase const& row : rows) {
-        ParameterLayout layout;
-        std::string const section = std::string("<PartOverrides>") + row.content + "</PartOverrides>";
-        EXPECT_TRUE(ReadText(PropertyTemplate, layout, Document(section)));
-        EXPECT_EQ(Outline(*layout.m_partConfigurator), std::string("PartConfigurator{") + row.outline + '}')
-            << row.content;
-    }
+    ExpectOutlines(PropertyTemplate, KlvrPropertyTemplate::ReadStream, rows, "PartOverrides",
+                   "PartConfigurator");
 }
 
 TEST(PropertyTemplateReader, HangsTheSectionsBelowTheNodesOfEveryLayout) {
     ReadingCase const rows[] = {
         {"", ""},
         {"<MachineParameters/><BuildTicket><Defaults/><PartOverrides/></BuildTicket>", ""},
-        {"<MachineParameters><N Name='A'/></MachineParameters><MachineParameters><N "
-         "Name='B'/></MachineParameters>",
+        {"<MachineParameters><N Name='A'/></MachineParameters>"
+         "<MachineParameters><N Name='B'/></MachineParameters>",
          "ProfileEditor{A:String B:String}"},
-        {"<BuildTicket><Defaults><N Name='A'/></Defaults><PartOverrides><N "
-         "Name='B'/></PartOverrides></BuildTicket>",
+        {"<BuildTicket><Defaults><N Name='A'/></Defaults><PartOverrides><N Name='B'/></PartOverrides>"
+         "</BuildTicket>",
          "PlatformConfigurator{PlatformOptions{A:String} PartOptions} PartConfigurator{B:String}"},
         {"<Defaults><N Name='A'/></Defaults><PartOverrides><N Name='B'/></PartOverrides>",
          "PlatformConfigurator{PlatformOptions{A:String} PartOptions} PartConfigurator{B:String}"},
@@ -82,13 +63,14 @@ TEST(PropertyTemplateReader, HangsTheSectionsBelowTheNodesOfEveryLayout) {
          "</BuildTicket></X>",
          "A:String{B:String C:String} D:String"},
         // A section is known at the root only, but its end leads there from anywhere.
-        {"<MachineParameters><N Name='A'><Defaults><N Name='B'/></Defaults><N "
-         "Name='C'/></N></MachineParameters>",
+        {"<MachineParameters><N Name='A'><Defaults><N Name='B'/></Defaults><N Name='C'/></N>"
+         "</MachineParameters>",
          "ProfileEditor{A:String{B:String}} C:String"},
         {"<N/><N/><N Name='A'><N><N Name='B'/></N><N Name='C'/></N><N Name='D'/>",
-         "A:String{B:String} C:String D:String"},
-        {"<MachineParameters><N/><N/><N Name='A'/><Defaults><N Name='B'/></Defaults></MachineParameters>",
-         "PlatformConfigurator{PlatformOptions{B:String} PartOptions} A:String"},
+         "A:String{B:String} C:String D:String",
+         "dropped PropertyNode dropped PropertyNode dropped PropertyNode"},
+        {"<MachineParameters><N/><N Name='A'/><Defaults><N Name='B'/></Defaults></MachineParameters>",
+         "PlatformConfigurator{PlatformOptions{B:String} PartOptions} A:String", "dropped PropertyNode"},
         // "Minor" is the version's node: nothing is a section in it, and an end tag leads to "Version".
         {"<Minor>5<Minor>6</Minor></Minor><X/><N Name='A'/>", ""},
         {"<N Name='A'><BuildTicket/><N Name='B'/></N>", "A:String B:String"},
@@ -100,103 +82,37 @@ TEST(PropertyTemplateReader, HangsTheSectionsBelowTheNodesOfEveryLayout) {
          "ProfileEditor{P<Profile>(shown=d)} PlatformConfigurator{PlatformOptions{"
          "Category:Profiles(property=BuildProcessor.ProfileCategory shown=d from=P)} PartOptions}"},
     };
-    for (ReadingCase const& row : rows) {
-        ParameterLayout layout, streamed;
-        EXPECT_TRUE(ReadText(PropertyTemplate, layout, Document(row.content)));
-        EXPECT_EQ(OutlineOfChanges(layout), row.outline) << row.content;
-        std::istringstream in("passed over" + Document(row.content));
-        in.ignore(11);
-        EXPECT_TRUE(KlvrPropertyTemplate::ReadStream(streamed, in));
-        EXPECT_EQ(Outline(streamed), Outline(layout));
-    }
-}
-
-TEST(PropertyTemplateReader, ReportsWhatItCannotTake) {
-    ParameterLayout layout;
-    ReadReport report;
-    EXPECT_TRUE(ReadText(PropertyTemplate, layout,
-                         Document("<N Type='bool'/>\n<N Name='A' Type='enum'/><N Name='B'/><X/>"), &report));
-    ASSERT_EQ(report.m_entries.size(), 2u);
-    EXPECT_EQ(report.m_entries[0].kind, ReadReport::Kind::DroppedValue);
-    EXPECT_EQ(report.m_entries[1].kind, ReadReport::Kind::DroppedValue);
-    EXPECT_EQ(report.m_entries[1].line, 2u);
+    ExpectOutlines(PropertyTemplate, KlvrPropertyTemplate::ReadStream, rows);
 }
 
 TEST(PropertyTemplateReader, CallsNoFileValid) {
     TemporaryFolder const folder;
-    std::wstring const path = (folder / "file").wstring();
+    std::filesystem::path const path = folder / "file";
     ReadReport report;
     EXPECT_FALSE(KlvrPropertyTemplate::IsValidFile(path, &report));
     EXPECT_EQ(report.m_entries.at(0).kind, ReadReport::Kind::CannotRead);
     for (char const* document : {"<KlvrPropertyTemplate/>", "<KlvrPropertyTemplate ></KlvrPropertyTemplate >",
                                  "<R><KlvrPropertyTemplate/></R>", "<KlvrPropertyTemplate"}) {
-        Fill(folder / "file", document);
+        Fill(path, document);
         EXPECT_FALSE(KlvrPropertyTemplate::IsValidFile(path)) << document;
     }
     ASSERT_TRUE(KlvrPropertyTemplate::WriteFile(ParameterLayout(), path, {}));
     ParameterLayout layout;
-    EXPECT_FALSE(KlvrPropertyTemplate::IsValidFile(path, &report));
+    EXPECT_FALSE(KlvrPropertyTemplate::IsValidFile(path.wstring(), &report));
     EXPECT_EQ(report.m_entries.size(), 1u) << "nothing was wrong with the file";
     EXPECT_TRUE(KlvrPropertyTemplate::ReadFile(layout, path));
 }
 
 TEST(PropertyTemplateWriter, WritesANewLayoutAsOneDocument) {
     std::string const document =
-        "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-        "<KlvrPropertyTemplate xmlns=\"https://schemas.zantrel.example/build_processing/2016/04\">\n"
-        "  <MachineParameters/>\n"
-        "  <BuildTicket>\n"
-        "    <Defaults/>\n"
-        "    <PartOverrides/>\n"
-        "  </BuildTicket>\n"
-        "</KlvrPropertyTemplate>\n";
+        "<KlvrPropertyTemplate xmlns='https://schemas.zantrel.example/build_processing/2016/04'>"
+        "<MachineParameters/><BuildTicket><Defaults/><PartOverrides/></BuildTicket></KlvrPropertyTemplate>";
     TemporaryFolder const folder;
-    std::wstring const path = (folder / "file").wstring();
-    EXPECT_TRUE(KlvrPropertyTemplate::WriteFile(ParameterLayout(), path, {}));
-    EXPECT_EQ(ContentOf(folder / "file"), document);
-    EXPECT_EQ(WriteText(PropertyTemplate, ParameterLayout()), document);
+    EXPECT_TRUE(KlvrPropertyTemplate::WriteFile(ParameterLayout(), (folder / "file").wstring(), {}));
+    EXPECT_EQ(Flat(ContentOf(folder / "file")), document);
+    EXPECT_EQ(Flat(WriteText(PropertyTemplate, ParameterLayout())), document);
     std::ostream nowhere(nullptr);
     EXPECT_FALSE(KlvrPropertyTemplate::WriteStream(ParameterLayout(), nowhere, {}));
-}
-
-TEST(PropertyTemplateWriter, WritesItsPartOfANodeAndTheReaderMostOfThat) {
-    struct Row {
-        eTypeLayoutNode type;
-        char const* word;
-        char const* more; ///< attributes of a node that has everything
-        char const* bare; ///< and of one with nothing set
-        char const* outline;
-    };
-    Row const rows[] = {
-        {Group, "Complex", "", "", "N"},
-        {Int, "integer", "", "", "N:Int'd&'"},
-        {Double, "number", " Precision=\"-2\"", " Precision=\"4\"", "N:Double'd&'"},
-        {Distance, "number", " Precision=\"-2\"", " Precision=\"4\"", "N:Double'd&'"},
-        {Bool, "bool", "", "", "N:Bool'd&'"},
-        {String, "string", "", "", "N:String'd&'"},
-        {Options, "enum", " Options=\"o1;o;2;o3\"", " Options=\"\"", "N:String'd&'"},
-        {OptionsFromProfiles, "ProfileName", "", "", "N:Profiles'd&'"},
-        {FileAbsolute, "FileAbsolute", "", "", "N:FileAbsolute'd&'"},
-        {FileAttachment, "string", "", "", "N:String'd&'"},
-        {StandardOptions, "StandardOptions", "", "", "N:StandardOptions'd&'"},
-    };
-    for (Row const& row : rows) {
-        ParameterLayout layout, back;
-        layout.m_partOptions->AppendNode(LayoutNode::MakeNode(L"B", row.type));
-        layout.m_partOptions->AppendNode(LayoutNode::MakeNode(L"N", row.type));
-        LayoutNode& node = *layout.m_partOptions->Back();
-        SetEverything(node, *layout.m_platformOptions, *layout.m_profileEditor);
-        node.SetIsList(true)->SetIsProfileList(true);
-        std::string const type = std::string(" Type=\"") + row.word + '"';
-        EXPECT_EQ(WriteSection(layout, "Defaults", true),
-                  "<N Name=\"B\"" + type + row.bare + "/><N Name=\"N\"" + type + row.more +
-                      " ProfileList=\"\" List=\"\" DisplayName=\"dn\" DisplayNameContainer=\"cn\""
-                      " PropertyName=\"pn\" ProfileName=\"pl\" Default=\"d&amp;\"/>");
-        ASSERT_TRUE(ReadText(PropertyTemplate, back, WriteText(PropertyTemplate, layout)));
-        EXPECT_EQ(Outline(back.m_platformOptions->At(1)),
-                  std::string(row.outline) +
-                      "[ListItem]<ListItem>(property=pn shown=dn container=cn from=pl)");
-    }
 }
 
 TEST(PropertyTemplateWriter, WritesTheSectionsInOrderAndOfTheProfilesTheListsAlone) {
@@ -212,20 +128,23 @@ TEST(PropertyTemplateWriter, WritesTheSectionsInOrderAndOfTheProfilesTheListsAlo
     layout.m_partConfigurator->AddNode(L"G", Group, L"g")->AddNode(L"D", String, L"");
     layout.AddNode(L"Z", Int, 1);
     EXPECT_EQ(WriteSection(layout, "MachineParameters", true),
-              "<N Name=\"P\" Type=\"Complex\" ProfileList=\"\">"
-              "<N Name=\"Q\" Type=\"string\" ProfileList=\"\" Default=\"q\"/></N>");
+              "<N Name='P' Type='Complex' ProfileList=''>"
+              "<N Name='Q' Type='string' ProfileList='' Default='q'/></N>");
     EXPECT_EQ(WriteSection(layout, "MachineParameters", false),
-              "<N Name=\"P\" Type=\"Complex\" ProfileList=\"\"><N Name=\"A\" Type=\"integer\" Default=\"1\"/>"
-              "<N Name=\"G\" Type=\"Complex\"><N Name=\"H\" Type=\"Complex\" ProfileList=\"\"/></N>"
-              "<N Name=\"Q\" Type=\"string\" ProfileList=\"\" Default=\"q\"/></N>"
-              "<N Name=\"G\" Type=\"Complex\"><N Name=\"R\" Type=\"Complex\" ProfileList=\"\"/></N>"
-              "<N Name=\"L\" Type=\"Complex\" List=\"\"/>");
+              "<N Name='P' Type='Complex' ProfileList=''><N Name='A' Type='integer' Default='1'/>"
+              "<N Name='G' Type='Complex'><N Name='H' Type='Complex' ProfileList=''/></N>"
+              "<N Name='Q' Type='string' ProfileList='' Default='q'/></N>"
+              "<N Name='G' Type='Complex'><N Name='R' Type='Complex' ProfileList=''/></N>"
+              "<N Name='L' Type='Complex' List=''/>");
     for (bool const profileListsOnly : {false, true}) {
         EXPECT_EQ(WriteSection(layout, "BuildTicket", profileListsOnly),
-                  "<Defaults><N Name=\"B\" Type=\"bool\" Default=\"True\"/>"
-                  "<N Name=\"C\" Type=\"integer\" Default=\"3\"/></Defaults><PartOverrides>"
-                  "<N Name=\"G\" Type=\"Complex\"><N Name=\"D\" Type=\"string\"/></N></PartOverrides>");
+                  "<Defaults><N Name='B' Type='bool' Default='True'/>"
+                  "<N Name='C' Type='integer' Default='3'/></Defaults><PartOverrides>"
+                  "<N Name='G' Type='Complex'><N Name='D' Type='string'/></N></PartOverrides>");
     }
+    layout.m_partConfigurator = &list; // where a node stands counts, not in which section it is written
+    EXPECT_EQ(WriteSection(layout, "PartOverrides", true),
+              "<N Name='Q' Type='string' ProfileList='' Default='q'/>");
     EXPECT_TRUE(KlvrPropertyTemplate::WriteOptions().m_profileListsOnly);
 }
 
@@ -244,7 +163,7 @@ TEST(PropertyTemplateWriter, TranslatesDisplayNamesIntoTheOneLanguage) {
               std::string::npos);
     layout.SetResourceDictionary(&dictionary);
     EXPECT_EQ(WriteSection(layout, "PartOverrides", true),
-              "<N Name=\"A\" Type=\"Complex\" DisplayName=\"Text\" DisplayNameContainer=\"foreign\"/>"
-              "<N Name=\"B\" Type=\"Complex\" DisplayName=\"unknown\" DisplayNameContainer=\"Text\"/>"
-              "<N Name=\"C\" Type=\"Complex\" DisplayName=\"\" PropertyName=\"known\"/>");
+              "<N Name='A' Type='Complex' DisplayName='Text' DisplayNameContainer='foreign'/>"
+              "<N Name='B' Type='Complex' DisplayName='unknown' DisplayNameContainer='Text'/>"
+              "<N Name='C' Type='Complex' DisplayName='' PropertyName='known'/>");
 }

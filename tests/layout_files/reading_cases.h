@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "tests/layout_files/layout_formats.h"
+#include "tests/support/document_text.h"
+
+#include <gtest/gtest.h>
+
+#include <regex>
+#include <span>
+
+namespace TestSupport {
+
+/// The content of the root, what it makes of a new layout, and what is reported.
+struct ReadingCase {
+    std::string content;
+    char const* outline;
+    char const* reported = "";
+};
+
+/// In documents "@L" and "@P" mark the container of a list and of profiles, and "N" is a "PropertyNode".
+inline std::string Document(std::string content) {
+    constexpr char const* shorthands[][2] = {
+        {"@L", "Type='ListContainer'"}, {"@P", "ProfilesXMLName=''"}, {"(</?)N\\b", "$1PropertyNode"}};
+    for (auto const& [shorthand, meaning] : shorthands) {
+        content = std::regex_replace(content, std::regex(shorthand), meaning);
+    }
+    return "<R xmlns:p='u'>" + content + "</R>";
+}
+
+using ReadLayoutStream = bool (*)(ParameterLayout&, std::istream&, ReadReport*);
+
+/// Reads each from a file and from the middle of a stream. All stand in `section`, whose node is `anchor`, or
+/// in the root.
+inline void ExpectOutlines(LayoutFormat const& format, ReadLayoutStream readStream,
+                           std::span<ReadingCase const> rows, std::string const& section = "",
+                           std::string const& anchor = "") {
+    for (ReadingCase const& row : rows) {
+        std::string const document = Document(
+            section.empty() ? row.content : '<' + section + '>' + row.content + "</" + section + '>');
+        ParameterLayout layout, streamed;
+        ReadReport report;
+        EXPECT_TRUE(ReadText(format, layout, document, &report));
+        EXPECT_EQ(OutlineOfChanges(layout), anchor.empty() ? row.outline : anchor + '{' + row.outline + '}')
+            << row.content;
+        EXPECT_EQ(Reported(report), row.reported) << row.content;
+        std::istringstream in("passed over" + document);
+        in.ignore(11);
+        EXPECT_TRUE(readStream(streamed, in, nullptr));
+        EXPECT_EQ(Outline(streamed), Outline(layout));
+    }
+}
+
+} // namespace TestSupport

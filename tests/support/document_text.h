@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <zantrel/sax/read_report.h>
+#include <zantrel/text/string_conversion.h>
+
+#include <algorithm>
+#include <sstream>
+#include <string>
+
+namespace TestSupport {
+
+/// A document that was written without its first line, line breaks and indentation, in single quotes.
+inline std::string Flat(std::string const& document) {
+    std::istringstream lines(document);
+    std::string text, line;
+    std::getline(lines, line);
+    while (std::getline(lines, line)) {
+        text += line.substr(line.find_first_not_of(' '));
+    }
+    std::replace(text.begin(), text.end(), '"', '\'');
+    return text;
+}
+
+/// The content of the first element `tag` of a flat document; empty where that is an empty element.
+inline std::string ContentOfElement(std::string const& flat, std::string const& tag) {
+    std::string const startTag = '<' + tag + '>';
+    std::size_t const start = flat.find(startTag);
+    return start == flat.npos
+               ? ""
+               : flat.substr(start, flat.find("</" + tag + '>') - start).substr(startTag.size());
+}
+
+/// What a report heard of a document that was taken: the kind and the element of each entry, as in "untaken X
+/// dropped Instance".
+inline std::string Reported(Zantrel::ReadReport const& report) {
+    static char const* const kinds[] = {"", "", "", "untaken ", "text ", "attribute ", "dropped "};
+    std::string text;
+    for (Zantrel::ReadReport::Entry const& entry : report.m_entries) {
+        text += (text.empty() ? "" : " ") + std::string(kinds[static_cast<int>(entry.kind)]) +
+                StringConversion::NativeToUtf8(entry.path.substr(entry.path.rfind(L'/') + 1));
+    }
+    return text;
+}
+
+} // namespace TestSupport
