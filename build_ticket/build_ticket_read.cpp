@@ -31,6 +31,7 @@ bool BuildTicketRead::HandleTag(std::string const& tag, KelSAX::ISAXReader& read
     return false;
 }
 
+/// What the element holds comes to this handler.
 bool BuildTicketRead::PassThrough(KelSAX::ISAXReader&) { return true; }
 
 bool BuildTicketRead::ReadSource(KelSAX::ISAXReader& reader) {
@@ -59,6 +60,7 @@ bool BuildTicketRead::ReadInstance(KelSAX::ISAXReader& reader) {
     return true;
 }
 
+/// A word that is none of the format's leaves the kind that the store has.
 void BuildTicketRead::ReadKind(KelAM::ExternalProperties& store, KelSAX::ISAXReader& reader) {
     std::string word;
     reader.ReadAttribute(word, Word::Kind);

@@ -25,6 +25,8 @@ void WriteUuid(std::wstring_view text, KelSAX::ISAXWriter& writer) {
     writer.WriteAttribute(Word::Uuid, std::wstring_view(id.FormatGuid(false, false)));
 }
 
+/// The nested sets that stand for components, which come behind all other properties of their store. Only
+/// those directly in a store have an element of their own.
 void WriteComponents(KelAM::ExternalProperties const& store, KelSAX::ISAXWriter& writer) {
     for (auto const& [name, property] : store) {
         if (property->IsDeleted() || !IsComponent(name, *property)) {

@@ -8,7 +8,9 @@
 
 namespace Zantrel {
 
-/// Writes a ticket, which is borrowed, as the content of the root of a build ticket file.
+/// Writes a ticket, which is borrowed, as the content of the root of a build ticket file. The version is one
+/// of those in which files are written; 0, which stands for the ticket's own choice, has been resolved by
+/// then.
 class BuildTicketWrite : public ISAXPersistHelper {
 public:
     BuildTicketWrite(BuildTicket const& ticket, std::int32_t version)

@@ -6,7 +6,8 @@
 #include <set>
 #include <string>
 
-/// Decides which properties of a store a build ticket keeps.
+/// Decides which properties of a store a build ticket keeps. Asked of one property at a time, by its name and
+/// what it holds; it changes nothing and goes no deeper. A null property isn't kept.
 class BuildTicketPropertyFilter : public IPersistentPropertyFilter {
 public:
     /// `names` are those that the layout uses; null: any will do. They must outlive the filter.

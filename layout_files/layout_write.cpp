@@ -13,7 +13,7 @@ void WriteText(std::string_view word, std::wstring_view text, KelSAX::ISAXWriter
 
 void WriteType(LayoutWord::TypeWord LayoutWord::TypeRow::*file, LayoutNode const& node,
                KelSAX::ISAXWriter& writer) {
-    auto const index = static_cast<std::size_t>(node.m_type); // a host's number may be none of the types
+    auto const index = static_cast<std::size_t>(node.m_type);
     if (index < std::size(LayoutWord::Types) && !(LayoutWord::Types[index].*file).word.empty()) {
         writer.WriteAttribute(LayoutWord::Type, (LayoutWord::Types[index].*file).word);
     }

@@ -32,7 +32,8 @@ template <class Texts> std::wstring Join(Texts const& texts) {
 /// Writes an attribute, or nothing where the text is empty.
 void WriteText(std::string_view word, std::wstring_view text, KelSAX::ISAXWriter& writer);
 
-/// Writes the attribute that says of which type the node is, in the words of one of the files.
+/// Writes the attribute that says of which type the node is, in the words of one of the files. A type without
+/// a word there, and a host's number that is no type, get none.
 void WriteType(LayoutWord::TypeWord LayoutWord::TypeRow::*file, LayoutNode const& node,
                KelSAX::ISAXWriter& writer);
 

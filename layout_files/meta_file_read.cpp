@@ -18,7 +18,9 @@ namespace {
 
 using Layout = ParameterLayout;
 
-/// An element that leads from one node of every layout to another. Null is the root.
+/// An element, named after the node that it stands for, that leads from one node of every layout to another:
+/// its start tag from where it may stand to that node, its end tag from wherever the walk is to where it goes
+/// on. Null is the root.
 struct Way {
     Layout::pNode Layout::*from;
     Layout::pNode Layout::*to;

@@ -5,6 +5,10 @@
 #include <zantrel/sax/sax_persist.h>
 
 /// Writes a layout, which is borrowed, as the content of the root of a meta file.
+///
+/// The element of a node is opened by whoever writes the node above, under the node's name. A container's
+/// holds one element more, named after its entries, which has all else that the node is: the node is written
+/// there as if it were no container. Reading takes the pair for one node again.
 class ParameterLayoutIOMetaFileWrite : public ISAXPersistHelper {
 public:
     explicit ParameterLayoutIOMetaFileWrite(Zantrel::ParameterLayout const& layout) : m_layout(&layout) {}

@@ -18,7 +18,8 @@ struct TextAttribute {
     bool isTranslated;
 };
 
-/// In the order in which they are written.
+/// In the order in which they are written. The reader takes each where it is present; a translated text comes
+/// back as it stands, since no dictionary leads from a text to its key.
 inline constexpr TextAttribute TextAttributes[] = {
     {LayoutWord::DisplayName, &LayoutNode::m_displayName, true},
     {LayoutWord::DisplayNameContainer, &LayoutNode::m_containerDisplayName, true},

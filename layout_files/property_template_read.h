@@ -19,7 +19,7 @@ private:
     bool ReadPropertyNode(KelSAX::ISAXReader& reader);
 };
 
-/// Compares the name of the root, and takes nothing.
+/// Compares the name of the root, and takes nothing. Without a root, as in no file at all, nothing is valid.
 class ParameterLayoutIOPropertyTemplateValidityCheck : public ISAXPersistHelper {
 public:
     bool HandleTag(std::string const& tag, KelSAX::ISAXReader& reader) override;

@@ -4,7 +4,8 @@
 #include <zantrel/layout/parameter_layout.h>
 #include <zantrel/sax/sax_persist.h>
 
-/// Writes a layout, which is borrowed, as the content of the root of a property template.
+/// Writes a layout, which is borrowed, as the content of the root of a property template. With
+/// `profileListsOnly` a node below "ProfileEditor" that is no profile list is left out with all below it.
 class ParameterLayoutIOPropertyTemplateWrite : public ISAXPersistHelper {
 public:
     ParameterLayoutIOPropertyTemplateWrite(Zantrel::ParameterLayout const& layout, bool profileListsOnly)

@@ -6,7 +6,8 @@
 
 #include <string>
 
-/// Adds the content of an element "ResourceDictionary" to a dictionary, which is borrowed.
+/// Adds the content of an element "ResourceDictionary" to a dictionary, which is borrowed. A translation goes
+/// to the key of the entry that began last, also where it stands outside of it; without one to the empty key.
 class ResourceDictionaryFileRead : public ISAXPersistHelper {
 public:
     explicit ResourceDictionaryFileRead(Zantrel::ResourceDictionary* dictionary) : m_dictionary(dictionary) {}
