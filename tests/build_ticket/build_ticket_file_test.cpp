@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/build_ticket/ticket_text.h"
-#include "tests/support/document_text.h"
 #include "tests/support/generated_ticket.h"
 #include "tests/support/sax_test_support.h"
 

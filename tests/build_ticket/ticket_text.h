@@ -3,12 +3,12 @@
 
 #include "store/property_set_sax.h"
 #include "store/visit_property.h"
+#include "tests/support/document_text.h"
 #include "tests/support/dump.h"
 
 #include <zantrel/build_ticket/build_ticket_file.h>
 
 #include <map>
-#include <regex>
 #include <sstream>
 
 namespace TestSupport {
@@ -90,23 +90,19 @@ inline bool Load(BuildTicket& ticket, std::string const& document, ReadReport* r
 /// In tables "<P name type>", "<C uuid>" and "<I uuid>" are elements of these names with these attributes,
 /// "<D>",
 /// "<PO>" and "<OP>" are the sections, and "@" and "$" stand for one GUID in upper and in lower case.
-inline std::string Expand(std::string text) {
-    constexpr char const* tags[][2] = {{"P", "Property"},       {"C", "Component"},
-                                       {"I", "Instance"},       {"D", "Defaults"},
-                                       {"PO", "PartOverrides"}, {"OP", "ObjectProperties"}};
-    for (auto const& [shorthand, tag] : tags) {
-        text = std::regex_replace(text, std::regex("(</?)" + std::string(shorthand) + "\\b"),
-                                  std::string("$1") + tag);
-    }
-    constexpr char const* others[][2] = {
+inline std::string Expand(std::string const& text) {
+    constexpr char const* shorthands[][2] = {
+        {"(</?)P\\b", "$1Property"},
+        {"(</?)C\\b", "$1Component"},
+        {"(</?)I\\b", "$1Instance"},
+        {"(</?)D\\b", "$1Defaults"},
+        {"(</?)PO\\b", "$1PartOverrides"},
+        {"(</?)OP\\b", "$1ObjectProperties"},
         {"<Property ([^ >/=]+) (\\w+)(?=[ />])", "<Property Name='$1' Type='$2'"},
         {"<(Component|Instance) ([^ >/=]+)(?=[ />])", "<$1 uuid='$2'"},
         {"@", "01234567-89AB-CDEF-0123-456789ABCDEF"},
         {"\\$", "01234567-89ab-cdef-0123-456789abcdef"}};
-    for (auto const& [shorthand, meaning] : others) {
-        text = std::regex_replace(text, std::regex(shorthand), meaning);
-    }
-    return text;
+    return Expanded(text, shorthands);
 }
 
 /// Loads what stands in the root.

@@ -6,7 +6,6 @@
 
 #include <gtest/gtest.h>
 
-#include <regex>
 #include <span>
 
 namespace TestSupport {
@@ -19,13 +18,10 @@ struct ReadingCase {
 };
 
 /// In documents "@L" and "@P" mark the container of a list and of profiles, and "N" is a "PropertyNode".
-inline std::string Document(std::string content) {
+inline std::string Document(std::string const& content) {
     constexpr char const* shorthands[][2] = {
         {"@L", "Type='ListContainer'"}, {"@P", "ProfilesXMLName=''"}, {"(</?)N\\b", "$1PropertyNode"}};
-    for (auto const& [shorthand, meaning] : shorthands) {
-        content = std::regex_replace(content, std::regex(shorthand), meaning);
-    }
-    return "<R xmlns:p='u'>" + content + "</R>";
+    return "<R xmlns:p='u'>" + Expanded(content, shorthands) + "</R>";
 }
 
 using ReadLayoutStream = bool (*)(ParameterLayout&, std::istream&, ReadReport*);

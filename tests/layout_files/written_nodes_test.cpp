@@ -5,32 +5,12 @@
 
 #include <gtest/gtest.h>
 
-#include <regex>
+#include <array>
+#include <map>
 
 using namespace TestSupport;
 
 namespace {
-
-/// What the meta file says only of some types.
-struct Extra {
-    eTypeLayoutNode type;
-    char const *before, *bare, *full; ///< the type; of a node with nothing set, and with everything
-};
-
-Extra ExtraOf(eTypeLayoutNode type) {
-    static constexpr Extra extras[] = {
-        {Double, "", " Precision='4'", " Precision='-2'"},
-        {Distance, "", " Precision='4' Postfix='mm'", " Precision='-2'"},
-        {String, " ProcessorRequest='rq'", "", ""},
-        {OptionsFromProfiles, "", " ProfileName=''",
-         " ProfileName='pl' ProcessorRequest='rq' TriggerPropertyName='tr'"},
-        {FileAbsolute, "", "", " FileFilter='*.x'"},
-        {StandardOptions, "", "", " OptionsByDriverRequest='rq'"},
-    };
-    auto const* const extra = std::find_if(std::begin(extras), std::end(extras),
-                                           [type](Extra const& candidate) { return candidate.type == type; });
-    return extra != std::end(extras) ? *extra : Extra{type, "", "", ""};
-}
 
 std::string TypeAttribute(LayoutWord::TypeWord const& type) {
     return type.word.empty() ? "" : " Type='" + std::string(type.word) + '\'';
@@ -80,11 +60,19 @@ TEST_P(WrittenNode, StandsInAMetaFileWithAllOfIt) {
         " EnableMultiLine='True' Regex='re' RegexUserFriendly='ru' MaxLength='18446744073709551615'";
     std::string const options =
         "<Options><Option DisplayName='O&amp;'>o1</Option><Option>o;2</Option><Option>o3</Option></Options>";
-    Extra const extra = ExtraOf(m_type);
+    // What only some types have: before the word, of a node with nothing set, and with everything.
+    auto const [before, bare, full] = std::map<eTypeLayoutNode, std::array<std::string, 3>>{
+        {Double, {"", " Precision='4'", " Precision='-2'"}},
+        {Distance, {"", " Precision='4' Postfix='mm'", " Precision='-2'"}},
+        {String, {" ProcessorRequest='rq'", "", ""}},
+        {OptionsFromProfiles,
+         {"", " ProfileName=''", " ProfileName='pl' ProcessorRequest='rq' TriggerPropertyName='tr'"}},
+        {FileAbsolute, {"", "", " FileFilter='*.x'"}},
+        {StandardOptions, {"", "", " OptionsByDriverRequest='rq'"}}}[m_type];
     std::string const type = TypeAttribute(m_words.inMetaFile);
     EXPECT_EQ(Written(MetaFile, "PartOptions"),
-              "<Bare" + type + extra.bare + (m_type == Options ? "><Options/></Bare><Full" : "/><Full") +
-                  extra.before + type + extra.full + common + (m_type == String ? ofText : "") + ">d&amp;" +
+              "<Bare" + type + bare + (m_type == Options ? "><Options/></Bare><Full" : "/><Full") + before +
+                  type + full + common + (m_type == String ? ofText : "") + ">d&amp;" +
                   (m_type == Options ? options : "") + "</Full>");
 
     ASSERT_TRUE(ReadText(MetaFile, m_back, WriteText(MetaFile, m_layout)));

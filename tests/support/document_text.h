@@ -5,10 +5,20 @@
 #include <zantrel/text/string_conversion.h>
 
 #include <algorithm>
+#include <regex>
 #include <sstream>
 #include <string>
 
 namespace TestSupport {
+
+/// A text in which each shorthand, an expression, has been replaced by what it means, one after the other.
+template <std::size_t Count>
+std::string Expanded(std::string text, char const* const (&shorthands)[Count][2]) {
+    for (auto const& [shorthand, meaning] : shorthands) {
+        text = std::regex_replace(text, std::regex(shorthand), meaning);
+    }
+    return text;
+}
 
 /// A document that was written without its first line, line breaks and indentation, in single quotes.
 inline std::string Flat(std::string const& document) {
