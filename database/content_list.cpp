@@ -1,10 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <zantrel/database/content_list.h>
 
-#include "database/entries.h"
-#include "database/value_cursor.h"
-#include "database/value_type.h"
-
+#include <zantrel/database/value_type.h>
+#include <zantrel/database/walk.h>
 #include <zantrel/layout/layout_node.h>
 
 #include <iterator>
@@ -37,88 +35,15 @@ ContentList::Node::Value CaptureValue(ParameterNode const& leaf) {
     ContentList::Node::Value captured{};
     VisitValueType(leaf.m_pNode->m_type, [&]<class T>(TypeTag<T>) {
         if constexpr (std::is_same_v<T, double>) {
-            captured.number = ValueCursor(leaf)._GetReference<double>();
+            captured.number = leaf.GetValue<double>();
         } else if constexpr (std::is_same_v<T, bool>) {
-            captured.flag = ValueCursor(leaf)._GetReference<bool>();
+            captured.flag = leaf.GetValue<bool>();
         } else if constexpr (std::is_same_v<T, std::wstring>) {
-            captured.text = &ValueCursor(leaf)._GetReference<std::wstring>();
+            captured.text = &leaf.GetValue<std::wstring>();
         }
     });
     return captured;
 }
-
-/// Walks down from a cursor. One text holds the path of where it stands.
-class LeafCollector {
-public:
-    LeafCollector(ContentList& list, std::wstring const& prefix)
-        : m_list(list), m_next(list.m_nodes.end()), m_path(prefix) {}
-
-    void Collect(ParameterNode const& cursor) {
-        if (!cursor.IsValid() || cursor.m_pNode == nullptr) {
-            return; // the layout has more here than the database
-        }
-        LayoutNode const& node = *cursor.m_pNode;
-        if (!cursor.m_isContainer) {
-            node.Size() == 0 ? AddLeaf(cursor) : CollectChildren(cursor);
-        } else if (node.m_isList) {
-            CollectItems(cursor);
-        } else if (node.m_isProfileList || node.m_isCategoryList) {
-            CollectProfiles(cursor);
-        }
-    }
-
-private:
-    void CollectChildren(ParameterNode const& cursor) {
-        for (LayoutNode const* const child : cursor.m_pNode->m_children) {
-            CollectStep(cursor.Get(child), {child->m_name});
-        }
-    }
-
-    void CollectItems(ParameterNode const& list) {
-        unsigned long long index = 0;
-        VisitItems(list, [&](ParameterNode const& item) {
-            CollectStep(item, {list.m_pNode->m_nodeName, L"[", std::to_wstring(index), L"]"});
-            ++index;
-        });
-    }
-
-    void CollectProfiles(ParameterNode const& list) {
-        std::wstring const& entry = list.m_pNode->m_nodeName;
-        CollectStep(list.GetDefault(), {entry, L"::Default::"});
-        std::wstring const* last = nullptr;
-        VisitProfiles(list, [&](std::wstring const& name, ParameterNode const& profile) {
-            if (last == nullptr || *last != name) { // a further one of that name leads to the first, too
-                CollectStep(profile, {entry, L"[", name, L"]"});
-            }
-            last = &name;
-        });
-    }
-
-    void CollectStep(ParameterNode const& cursor, std::initializer_list<std::wstring_view> parts) {
-        std::size_t const length = m_path.size();
-        m_path.append(length != 0 ? L"_" : L"");
-        for (std::wstring_view const part : parts) {
-            m_path.append(part);
-        }
-        Collect(cursor);
-        m_path.resize(length);
-    }
-
-    void AddLeaf(ParameterNode const& leaf) {
-        ContentList::Node node;
-        node.m_value = CaptureValue(leaf); // first: what can't be read isn't listed
-        node.m_path = m_path;
-        node.m_pLayout = leaf.m_pNode;
-        node.m_pProperties = leaf.m_pProperties;
-        // Behind the last one, where in a sorted layout it belongs. Of two leaves on one path the first
-        // stays.
-        m_next = std::next(m_list.m_nodes.insert(m_next, std::move(node)));
-    }
-
-    ContentList& m_list;
-    std::set<ContentList::Node, std::less<>>::iterator m_next;
-    std::wstring m_path;
-};
 
 } // namespace
 
@@ -140,7 +65,23 @@ void ParameterNode::_CreateContentList(ContentList* list) const {
 }
 
 void ParameterNode::_AddToMap(ContentList& list, std::wstring const& prefix) const {
-    LeafCollector(list, prefix).Collect(*this);
+    auto next = list.m_nodes.end();
+    for (Walk walk(*this, SameNames::FirstOnly, TwofoldContainers::AreLists); walk.Next();) {
+        ParameterNode const& at = walk.Node();
+        if (!at.IsValid()) {
+            walk.SkipContent(); // the layout has more here than the database
+        } else if (walk.IsLeaf()) {
+            ContentList::Node leaf;
+            leaf.m_value = CaptureValue(at); // first: what can't be read isn't listed
+            leaf.m_path.append(prefix).append(prefix.empty() || walk.Depth() == 0 ? L"" : L"_");
+            leaf.m_path.append(walk.Path());
+            leaf.m_pLayout = at.m_pNode;
+            leaf.m_pProperties = at.m_pProperties;
+            // Behind the last one, where in a sorted layout it belongs. Of two leaves on one path the first
+            // stays.
+            next = std::next(list.m_nodes.insert(next, std::move(leaf)));
+        }
+    }
 }
 
 ParameterNode ParameterNode::Query(wchar_t const* path) const {

@@ -1,25 +1,51 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "store/reserved_names.h"
+
 #include <zantrel/database/parameter_node.h>
 
 #include <string>
 #include <string_view>
 
+// Every look into a bag that cursors and walks take.
+
 namespace Zantrel {
+
+using ItemSequence = IndexedProperties<PersistentProperties>;
+
+/// The bag that a property holds, or null when there is none or it is marked deleted.
+inline PersistentProperties* LiveBag(IPersistentProperty* entry) {
+    auto* property = PropertyCast<PersistentProperties>(entry);
+    return property != nullptr && !property->IsDeleted() ? &property->m_value : nullptr;
+}
 
 /// The bag under the first entry of `name`, or null when that entry is missing, no bag or deleted.
 inline PersistentProperties* FindBag(PersistentProperties& bag, std::wstring const& name) {
-    auto* property = PropertyCast<PersistentProperties>(bag._Entries().FindBorrowed(name));
-    return property != nullptr && !property->IsDeleted() ? &property->m_value : nullptr;
+    return LiveBag(bag._Entries().FindBorrowed(name));
 }
 
 inline PersistentProperties* FindBag(PersistentProperties& bag, std::wstring_view name) {
-    auto* property = PropertyCast<PersistentProperties>(bag._Entries().FindFirst(name));
-    return property != nullptr && !property->IsDeleted() ? &property->m_value : nullptr;
+    return LiveBag(bag._Entries().FindFirst(name));
 }
 
-/// The cursor's bag. Throws std::runtime_error when it has none.
+/// The items in the bag of a list, or null. Takes away the mark of deletion, which nobody asks for here.
+inline ItemSequence* FindItems(PersistentProperties& bag) {
+    auto* property = PropertyCast<ItemSequence>(bag._Entries().FindBorrowed(Reserved().value));
+    if (property == nullptr) {
+        return nullptr;
+    }
+    property->SetDeleted(false);
+    return &property->m_value;
+}
+
+/// Whether an entry of a profile list's bag is a profile that users see.
+inline bool IsNamedProfile(NamedProperty const& entry) {
+    return PropertyCast<PersistentProperties>(entry.property) != nullptr &&
+           entry.name != Reserved().defaultProfile;
+}
+
+/// The cursor's bag. Throws when it has none.
 PersistentProperties& RequireBag(ParameterNode const& cursor);
 
 } // namespace Zantrel

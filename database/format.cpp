@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "database/format.h"
 
-#include "database/value_type.h"
 #include "layout/value_text.h"
 #include "store/record_room.h"
 #include "store/reserved_names.h"
 
+#include <zantrel/database/value_type.h>
 #include <zantrel/store/indexed_properties.h>
 
 // The bags of a group's children, with the values of those that are leaves, are built in one allocation: the

@@ -23,16 +23,26 @@ ParameterDatabase& ParameterDatabase::operator=(ParameterDatabase const& other) 
     return *this;
 }
 
-ParameterNode ParameterDatabase::GetRoot() {
+namespace {
+
+ParameterNode RootOf(ParameterLayout const* layout, PersistentProperties& properties) {
     ParameterNode root;
-    root.m_pNode = m_pLayout;
-    root.m_pProperties = &m_properties;
+    root.m_pNode = layout;
+    root.m_pProperties = &properties;
     return root;
 }
 
-ParameterNode ParameterDatabase::GetProfileEditor() {
-    return m_pLayout != nullptr ? GetRoot().Get(m_pLayout->m_profileEditor.GetNode()) : ParameterNode();
+template <class Cursor> Cursor ProfileEditorBelow(Cursor const& root, ParameterLayout const* layout) {
+    return layout != nullptr ? root.Get(layout->m_profileEditor.GetNode()) : Cursor();
 }
+
+} // namespace
+
+ParameterNode ParameterDatabase::GetRoot() { return RootOf(m_pLayout, m_properties); }
+ParameterView ParameterDatabase::GetRoot() const { return RootOf(m_pLayout, m_properties); }
+
+ParameterNode ParameterDatabase::GetProfileEditor() { return ProfileEditorBelow(GetRoot(), m_pLayout); }
+ParameterView ParameterDatabase::GetProfileEditor() const { return ProfileEditorBelow(GetRoot(), m_pLayout); }
 
 void ParameterDatabase::Format() {
     if (m_pLayout != nullptr && m_pLayout->m_profileEditor.GetNode() != nullptr) {

@@ -3,7 +3,6 @@
 
 #include "database/find_bag.h"
 #include "database/format.h"
-#include "store/reserved_names.h"
 
 #include <zantrel/layout/layout_node.h>
 

@@ -3,7 +3,6 @@
 
 #include "database/find_bag.h"
 #include "database/format.h"
-#include "store/reserved_names.h"
 
 #include <zantrel/layout/layout_node.h>
 
@@ -44,12 +43,6 @@ void SetFlag(ParameterNode const& cursor, std::wstring const& name, bool value) 
     RequireBag(cursor).SetValue<bool>(name, value);
 }
 
-/// Whether an entry of a profile list's bag is a profile that users see.
-bool IsNamedProfile(NamedProperty const& entry) {
-    return entry.name != Reserved().defaultProfile &&
-           PropertyCast<PersistentProperties>(entry.property) != nullptr;
-}
-
 /// Fills what is to be an item or profile of `list`, before it is added: where memory runs out, no list has
 /// half an item.
 void FillItem(ParameterNode const& list, bool copyDefault, PersistentProperties& content) {
@@ -72,13 +65,8 @@ PersistentProperties& RequireBag(ParameterNode const& cursor) {
 /// list.
 IndexedProperties<PersistentProperties>& ParameterNode::Items() const {
     PersistentProperties& bag = RequireBag(*this);
-    std::wstring const& name = Reserved().value;
-    auto* property = PropertyCast<IndexedProperties<PersistentProperties>>(bag._Entries().FindBorrowed(name));
-    if (property == nullptr) {
-        property = bag.CreateValue<IndexedProperties<PersistentProperties>>(name, true);
-    }
-    property->SetDeleted(false);
-    return property->m_value;
+    ItemSequence* const items = FindItems(bag);
+    return items != nullptr ? *items : bag.CreateValue<ItemSequence>(Reserved().value, true)->m_value;
 }
 
 ParameterNode ParameterNode::Item(PersistentProperties* bag) const {

@@ -15,7 +15,7 @@ template <class T> void ReadLeafValue(ParameterNode const& leaf, KelSAX::ISAXRea
     if constexpr (std::is_same_v<T, KelAM::FileContent>) {
         NoteStrayText(reader);
     }
-    if (T* value = ValueCursor(leaf)._FindReference<T>()) {
+    if (T* value = ValueAccess::Find<T>(leaf)) {
         HandleValueOfProperty(*value, reader);
     } else if (!leaf.IsValid() || leaf.m_pNode->m_type != eTypeLayoutNode::StandardOptions) {
         reader.NoteDropped(NoPlace);
@@ -38,7 +38,7 @@ template void ReadLeafValue<KelAM::FileContent>(ParameterNode const&, KelSAX::IS
 bool WriteNodeValue(ParameterNode const& leaf, KelSAX::ISAXWriter& writer) {
     return VisitValueType(leaf.m_pNode->m_type, [&]<class T>(TypeTag<T>) {
         if constexpr (!std::is_same_v<T, NoValue>) {
-            if (T const* value = ValueCursor(leaf)._FindReference<T>()) {
+            if (T const* value = leaf.FindValue<T>()) {
                 return WriteValueOfProperty(*value, writer);
             }
         }

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "database/value_cursor.h"
-#include "database/value_type.h"
+#include "database/value_access.h"
 
 #include <zantrel/database/parameter_database.h>
+#include <zantrel/database/value_type.h>
 #include <zantrel/layout/layout_node.h>
 #include <zantrel/sax/sax_reader.h>
 #include <zantrel/sax/sax_writer.h>

@@ -9,6 +9,9 @@
 #include <zantrel/database/content_list.h>
 #include <zantrel/database/parameter_database.h>
 #include <zantrel/database/parameter_node.h>
+#include <zantrel/database/parameter_view.h>
+#include <zantrel/database/value_type.h>
+#include <zantrel/database/walk.h>
 
 #include <zantrel/layout/layout_node.h>
 #include <zantrel/layout/layout_node_attributes.h>

@@ -91,7 +91,7 @@ inline std::string DumpContent(ParameterNode const& node) {
         if constexpr (std::is_same_v<T, NoValue>) {
             return DumpChildren(node);
         } else {
-            T const* const value = ValueCursor(node)._FindReference<T>();
+            T const* const value = node.FindValue<T>();
             return '=' + (value != nullptr ? Print(*value) : "?");
         }
     });

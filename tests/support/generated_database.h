@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "database/value_type.h"
 #include "tests/support/characters.h"
 
 #include <zantrel/database/parameter_database.h>
+#include <zantrel/database/value_type.h>
 #include <zantrel/layout/parameter_layout.h>
 
 #include <bit>

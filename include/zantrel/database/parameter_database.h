@@ -2,6 +2,7 @@
 #pragma once
 
 #include <zantrel/database/parameter_node.h>
+#include <zantrel/database/parameter_view.h>
 #include <zantrel/export.h>
 #include <zantrel/store/persistent_properties.h>
 
@@ -27,9 +28,11 @@ public:
 
     /// The cursor on the layout itself. Its one content is the profile editor.
     ParameterNode GetRoot();
+    ParameterView GetRoot() const;
     /// The cursor on the layout's "ProfileEditor", under which all values stand. Invalid without a layout,
     /// and on a layout that was copied, since a copy's anchors stay in its source.
     ParameterNode GetProfileEditor();
+    ParameterView GetProfileEditor() const;
 
     /// Fills the root bag from the layout. The constructor has done so; called again it changes nothing that
     /// a cursor reaches. There is no reset: make a new database.
@@ -41,7 +44,7 @@ public:
 
 private:
     ParameterLayout const* m_pLayout;
-    PersistentProperties m_properties;
+    mutable PersistentProperties m_properties; ///< changed by a const operation in its marks alone
 };
 
 } // namespace Zantrel

@@ -88,6 +88,11 @@ struct ZANTREL_EXPORT ParameterNode {
         CheckValueType<T>();
         return _GetReference<T>();
     }
+    /// The same, or null where GetValue throws.
+    template <class T> T const* FindValue() const {
+        CheckValueType<T>();
+        return _FindReference<T>();
+    }
     /// Writes the value, with the same checks. Creates nothing.
     template <class T> void SetValue(T const& value) {
         CheckValueType<T>();
@@ -162,6 +167,8 @@ protected:
     void _AddToMap(ContentList& list, std::wstring const& prefix) const;
 
 private:
+    friend struct ValueAccess;
+
     template <class T> static constexpr void CheckValueType() {
         static_assert(!std::is_same_v<T, long> && !std::is_same_v<T, unsigned long>,
                       "an integer parameter is a std::int32_t on every platform: use std::int32_t, not long");

@@ -9,13 +9,22 @@
 
 namespace Zantrel {
 
+/// A type as an argument: what VisitValueType gives its visitor.
 template <class T> struct TypeTag { using Type = T; };
 
 /// In place of a value's type, for a node that has none.
 struct NoValue {};
 
 /// The one place where node types meet the types of values: calls `visit` with a TypeTag of the type that a
-/// node of `type` holds. A StandardOptions node is a text that formatting leaves out.
+/// node of `type` holds, and gives what that gives, which is of one type for all tags. NoValue stands for a
+/// Group and for a number that is no type. A StandardOptions node is a text that formatting leaves out.
+///
+///     VisitValueType(node.m_type, [&](auto tag) {
+///         using T = typename decltype(tag)::Type;
+///         if constexpr (!std::is_same_v<T, NoValue>) {
+///             T const* value = cursor.template FindValue<T>(); // null: not set
+///         }
+///     });
 template <class Visitor> decltype(auto) VisitValueType(eTypeLayoutNode type, Visitor&& visit) {
     switch (type) { // no default: the compiler names a type that is forgotten
     case eTypeLayoutNode::Group:
