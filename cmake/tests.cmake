@@ -61,6 +61,10 @@ add_executable(zantrel_static_host tests/static_host/static_host.cpp)
 target_link_libraries(zantrel_static_host PRIVATE zantrel_internal zantrel_warnings)
 add_test(NAME StaticHost.UsesTheConstantsInItsGlobals COMMAND zantrel_static_host)
 
+# What must not compile, and the sentences that say why.
+add_test(NAME RefusedValues
+  COMMAND ${PROJECT_SOURCE_DIR}/tests/refused_values/run ${CMAKE_CXX_COMPILER} ${PROJECT_SOURCE_DIR}/include)
+
 # Not with sanitisers, whose own system calls would fail instead.
 if(UNIX AND NOT CMAKE_CXX_FLAGS MATCHES "-fsanitize")
   add_executable(zantrel_write_one_file tests/write_faults/write_one_file.cpp)

@@ -39,6 +39,12 @@ inline ItemSequence* FindItems(PersistentProperties& bag) {
     return &property->m_value;
 }
 
+/// A flag in the bag; one that was never set is false.
+inline bool FindFlag(PersistentProperties& bag, std::wstring const& name) {
+    auto const* flag = PropertyCast<bool>(bag._Entries().FindBorrowed(name));
+    return flag != nullptr && !flag->IsDeleted() && flag->m_value;
+}
+
 /// Whether an entry of a profile list's bag is a profile that users see.
 inline bool IsNamedProfile(NamedProperty const& entry) {
     return PropertyCast<PersistentProperties>(entry.property) != nullptr &&

@@ -4,17 +4,15 @@
 #include "database/find_bag.h"
 #include "database/format.h"
 
+#include <zantrel/database/parameter_misuse.h>
 #include <zantrel/layout/layout_node.h>
 
 #include <deque>
 #include <locale>
-#include <stdexcept>
 
 namespace Zantrel {
 
 namespace {
-
-[[noreturn]] void ThrowNoPath() { throw std::runtime_error("invalid query path, no such node"); }
 
 /// The nodes from the first level below `top` down to `node`; empty when it doesn't lie below. Throws for
 /// `top` itself.
@@ -24,7 +22,7 @@ std::deque<LayoutNode const*> PathTo(LayoutNode const& node, LayoutNode const& t
         return {};
     }
     if (path.size() < 2) {
-        ThrowNoPath();
+        throw ParameterMisuse("invalid query path, no such node", &top);
     }
     return path;
 }
@@ -32,7 +30,7 @@ std::deque<LayoutNode const*> PathTo(LayoutNode const& node, LayoutNode const& t
 LayoutNode const& FindChild(LayoutNode const* parent, wchar_t const* name) {
     LayoutNode const* child = parent != nullptr && name != nullptr ? parent->GetNode(name) : nullptr;
     if (child == nullptr) {
-        throw std::runtime_error("invalid query, no such node");
+        throw ParameterMisuse("invalid query, no such node", parent);
     }
     return *child;
 }
@@ -137,7 +135,7 @@ template <class T> T* ParameterNode::_FindReference() const {
 template <class T> T& ParameterNode::_GetReference() const {
     T* value = _FindReference<T>();
     if (value == nullptr) {
-        throw std::runtime_error(Access<T>::Message);
+        throw ParameterMisuse(Access<T>::Message, m_pNode);
     }
     return *value;
 }
@@ -184,7 +182,7 @@ template ZANTREL_EXPORT void ParameterNode::_SetValue(double const&);
 
 void ParameterNode::Format() {
     if (m_pNode == nullptr || m_pParentProperties == nullptr) {
-        throw std::runtime_error("formatting needs a layout node and the bag to format it into");
+        throw ParameterMisuse("formatting needs a layout node and the bag to format it into", m_pNode);
     }
     m_pProperties = &FormatNode(*m_pNode, *m_pParentProperties);
     m_isContainer = m_isContainer || m_pNode->m_isProfileList || m_pNode->m_isList;

@@ -4,10 +4,10 @@
 #include "database/find_bag.h"
 #include "database/format.h"
 
+#include <zantrel/database/parameter_misuse.h>
 #include <zantrel/layout/layout_node.h>
 
 #include <algorithm>
-#include <stdexcept>
 
 // Which precondition each operation tests, the layout's or the cursor's, and that HasProfile and Clear throw
 // the texts of GetProfile and GetSize, is what callers were written against.
@@ -18,6 +18,7 @@ namespace {
 
 using BagProperty = PersistentProperty<PersistentProperties>;
 
+bool IsAny(ParameterNode const&) { return true; }
 bool IsList(ParameterNode const& cursor) { return cursor.m_pNode != nullptr && cursor.m_pNode->m_isList; }
 bool IsProfileList(ParameterNode const& cursor) {
     return cursor.m_pNode != nullptr && cursor.m_pNode->m_isProfileList;
@@ -25,22 +26,41 @@ bool IsProfileList(ParameterNode const& cursor) {
 bool IsProfile(ParameterNode const& cursor) { return IsProfileList(cursor) && !cursor.m_isContainer; }
 bool IsListOrProfileList(ParameterNode const& cursor) { return IsProfileList(cursor) || IsList(cursor); }
 
-void Require(bool condition, char const* message) {
+void Require(bool condition, ParameterNode const& cursor, char const* text) {
     if (!condition) {
-        throw std::runtime_error(message);
+        throw ParameterMisuse(text, cursor.m_pNode);
     }
 }
 
-bool GetFlag(ParameterNode const& cursor, std::wstring const& name) {
-    if (cursor.m_pProperties == nullptr) {
-        return false;
-    }
-    auto const* flag = PropertyCast<bool>(cursor.m_pProperties->_Entries().FindBorrowed(name));
-    return flag != nullptr && !flag->IsDeleted() && flag->m_value;
+/// A flag's entry in the bag, and which places have the flag.
+struct Flag {
+    decltype(&ReservedNames::value) name;
+    bool (*isOf)(ParameterNode const& cursor);
+    char const* gettingText; ///< what is thrown elsewhere
+    char const* settingText;
+};
+
+constexpr Flag ReadOnly{&ReservedNames::readOnly, IsAny, "", ""};
+constexpr Flag Hidden{&ReservedNames::hidden, IsAny, "", ""};
+constexpr Flag NameReadOnly{&ReservedNames::nameReadOnly, IsProfile, "GetNameReadOnly requires profile node",
+                            "SetNameReadOnly requires profile node"};
+constexpr Flag CanBeDeleted{&ReservedNames::canBeDeleted, IsProfile, "GetCanBeDeleted requires profile node",
+                            "SetCanBeDeleted requires profile node"};
+constexpr Flag UserDefaultProfile{&ReservedNames::userDefaultProfile, IsProfile,
+                                  "GetUserDefaultProfile requires profile node",
+                                  "SetUserDefaultProfile requires profile node"};
+constexpr Flag DisableAddRemove{&ReservedNames::disableAddRemove, IsListOrProfileList,
+                                "GetDisableAddRemove requires profile or category container node",
+                                "SetDisableAddRemove requires profile or category container node"};
+
+bool GetFlag(ParameterNode const& cursor, Flag const& flag) {
+    Require(flag.isOf(cursor), cursor, flag.gettingText);
+    return cursor.IsValid() && FindFlag(*cursor.m_pProperties, Reserved().*flag.name);
 }
 
-void SetFlag(ParameterNode const& cursor, std::wstring const& name, bool value) {
-    RequireBag(cursor).SetValue<bool>(name, value);
+void SetFlag(ParameterNode const& cursor, Flag const& flag, bool value) {
+    Require(flag.isOf(cursor), cursor, flag.settingText);
+    RequireBag(cursor).SetValue<bool>(Reserved().*flag.name, value);
 }
 
 /// Fills what is to be an item or profile of `list`, before it is added: where memory runs out, no list has
@@ -57,7 +77,7 @@ void FillItem(ParameterNode const& list, bool copyDefault, PersistentProperties&
 } // namespace
 
 PersistentProperties& RequireBag(ParameterNode const& cursor) {
-    Require(cursor.m_pProperties != nullptr, "the cursor has no content");
+    Require(cursor.IsValid(), cursor, "the cursor has no content");
     return *cursor.m_pProperties;
 }
 
@@ -78,7 +98,7 @@ ParameterNode ParameterNode::Item(PersistentProperties* bag) const {
 }
 
 ParameterNode ParameterNode::AddListNode(bool copyDefault) const {
-    Require(IsList(*this), "AddListNode requires list-container node");
+    Require(IsList(*this), *this, "AddListNode requires list-container node");
     auto& items = Items();
     PersistentProperties content;
     FillItem(*this, copyDefault, content);
@@ -88,14 +108,14 @@ ParameterNode ParameterNode::AddListNode(bool copyDefault) const {
 }
 
 ParameterNode ParameterNode::AddProfile(wchar_t const* name, bool copyDefault) {
-    Require(IsProfileList(*this), "Not possible to add a profile to a non-profile-list node");
-    Require(name != nullptr, "AddProfile requires a name");
+    Require(IsProfileList(*this), *this, "Not possible to add a profile to a non-profile-list node");
+    Require(name != nullptr, *this, "AddProfile requires a name");
     PersistentProperties content;
     FillItem(*this, copyDefault && m_isContainer, content);
     ParameterNode profile = Item(&RequireBag(*this).CreateValue<PersistentProperties>(name, true)->m_value);
     profile.m_pProperties->_Entries().Swap(content._Entries());
     if (copyDefault) {
-        Require(m_isContainer, "GetDefault requires container node"); // the profile stays
+        Require(m_isContainer, *this, "GetDefault requires container node"); // the profile stays
     }
     return profile;
 }
@@ -104,7 +124,7 @@ ParameterNode ParameterNode::GetListNode(unsigned long long index) const {
     if (m_pProperties == nullptr) {
         return {};
     }
-    Require(IsList(*this), "GetListNode requires list-container node");
+    Require(IsList(*this), *this, "GetListNode requires list-container node");
     return Item(&Items().GetProperty(static_cast<std::int32_t>(index)));
 }
 
@@ -112,7 +132,7 @@ ParameterNode ParameterNode::GetProfile(wchar_t const* name) const {
     if (m_pProperties == nullptr) {
         return {};
     }
-    Require(IsProfileList(*this), "GetProfile requires profile or category container node");
+    Require(IsProfileList(*this), *this, "GetProfile requires profile or category container node");
     return Item(name != nullptr ? FindBag(*m_pProperties, std::wstring_view(name))
                                 : FindBag(*m_pProperties, Reserved().defaultProfile));
 }
@@ -121,7 +141,7 @@ bool ParameterNode::HasProfile(wchar_t const* name) const {
     if (m_pProperties == nullptr) {
         return false;
     }
-    Require(IsProfileList(*this), "GetProfile requires profile or category container node");
+    Require(IsProfileList(*this), *this, "GetProfile requires profile or category container node");
     return name != nullptr && m_pProperties->HasValue<PersistentProperties>(name);
 }
 
@@ -130,7 +150,7 @@ void ParameterNode::GetProfiles(std::vector<std::wstring>& names) const {
     if (m_pProperties == nullptr) {
         return;
     }
-    Require(IsProfileList(*this), "GetProfiles requires profile or category container node");
+    Require(IsProfileList(*this), *this, "GetProfiles requires profile or category container node");
     for (NamedProperty const& entry : *m_pProperties) {
         if (IsNamedProfile(entry)) {
             names.emplace_back(entry.name);
@@ -142,7 +162,7 @@ ParameterNode ParameterNode::GetDefault() const {
     if (m_pProperties == nullptr) {
         return {};
     }
-    Require(m_isContainer, "GetDefault requires container node");
+    Require(m_isContainer, *this, "GetDefault requires container node");
     return Item(FindBag(*m_pProperties, Reserved().defaultProfile));
 }
 
@@ -150,71 +170,44 @@ unsigned long long ParameterNode::GetSize() const {
     if (m_pProperties == nullptr) {
         return 0;
     }
-    Require(m_isContainer, "GetSize requires container node");
+    Require(m_isContainer, *this, "GetSize requires container node");
     if (IsList(*this)) {
         return Items().GetNumProperties();
     }
-    Require(IsProfileList(*this), "GetProfiles requires profile or category container node");
+    Require(IsProfileList(*this), *this, "GetProfiles requires profile or category container node");
     return static_cast<unsigned long long>(
         std::count_if(m_pProperties->begin(), m_pProperties->end(), IsNamedProfile));
 }
 
 void ParameterNode::Clear() {
-    Require(m_isContainer, "GetSize requires container node");
+    Require(m_isContainer, *this, "GetSize requires container node");
     if (IsList(*this)) {
         Items().Clear();
         return;
     }
     PersistentProperties& bag = RequireBag(*this);
-    Require(IsProfileList(*this), "GetProfiles requires profile or category container node");
+    Require(IsProfileList(*this), *this, "GetProfiles requires profile or category container node");
     bag._Entries().RemoveWhere(IsNamedProfile);
 }
 
 // Flags
 
-bool ParameterNode::GetReadOnly() const { return GetFlag(*this, Reserved().readOnly); }
-void ParameterNode::SetReadOnly(bool value) { SetFlag(*this, Reserved().readOnly, value); }
-bool ParameterNode::GetHidden() const { return GetFlag(*this, Reserved().hidden); }
-void ParameterNode::SetHidden(bool value) { SetFlag(*this, Reserved().hidden, value); }
+bool ParameterNode::GetReadOnly() const { return GetFlag(*this, ReadOnly); }
+void ParameterNode::SetReadOnly(bool value) { SetFlag(*this, ReadOnly, value); }
 
-bool ParameterNode::GetNameReadOnly() const {
-    Require(IsProfile(*this), "GetNameReadOnly requires profile node");
-    return GetFlag(*this, Reserved().nameReadOnly);
-}
+bool ParameterNode::GetHidden() const { return GetFlag(*this, Hidden); }
+void ParameterNode::SetHidden(bool value) { SetFlag(*this, Hidden, value); }
 
-void ParameterNode::SetNameReadOnly(bool value) {
-    Require(IsProfile(*this), "SetNameReadOnly requires profile node");
-    SetFlag(*this, Reserved().nameReadOnly, value);
-}
+bool ParameterNode::GetNameReadOnly() const { return GetFlag(*this, NameReadOnly); }
+void ParameterNode::SetNameReadOnly(bool value) { SetFlag(*this, NameReadOnly, value); }
 
-bool ParameterNode::GetCanBeDeleted() const {
-    Require(IsProfile(*this), "GetCanBeDeleted requires profile node");
-    return GetFlag(*this, Reserved().canBeDeleted);
-}
+bool ParameterNode::GetCanBeDeleted() const { return GetFlag(*this, CanBeDeleted); }
+void ParameterNode::SetCanBeDeleted(bool value) { SetFlag(*this, CanBeDeleted, value); }
 
-void ParameterNode::SetCanBeDeleted(bool value) {
-    Require(IsProfile(*this), "SetCanBeDeleted requires profile node");
-    SetFlag(*this, Reserved().canBeDeleted, value);
-}
+bool ParameterNode::GetUserDefaultProfile() const { return GetFlag(*this, UserDefaultProfile); }
+void ParameterNode::SetUserDefaultProfile(bool value) { SetFlag(*this, UserDefaultProfile, value); }
 
-bool ParameterNode::GetUserDefaultProfile() const {
-    Require(IsProfile(*this), "GetUserDefaultProfile requires profile node");
-    return GetFlag(*this, Reserved().userDefaultProfile);
-}
-
-void ParameterNode::SetUserDefaultProfile(bool value) {
-    Require(IsProfile(*this), "SetUserDefaultProfile requires profile node");
-    SetFlag(*this, Reserved().userDefaultProfile, value);
-}
-
-bool ParameterNode::GetDisableAddRemove() const {
-    Require(IsListOrProfileList(*this), "GetDisableAddRemove requires profile or category container node");
-    return GetFlag(*this, Reserved().disableAddRemove);
-}
-
-void ParameterNode::SetDisableAddRemove(bool value) {
-    Require(IsListOrProfileList(*this), "SetDisableAddRemove requires profile or category container node");
-    SetFlag(*this, Reserved().disableAddRemove, value);
-}
+bool ParameterNode::GetDisableAddRemove() const { return GetFlag(*this, DisableAddRemove); }
+void ParameterNode::SetDisableAddRemove(bool value) { SetFlag(*this, DisableAddRemove, value); }
 
 } // namespace Zantrel

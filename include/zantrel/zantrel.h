@@ -8,6 +8,7 @@
 
 #include <zantrel/database/content_list.h>
 #include <zantrel/database/parameter_database.h>
+#include <zantrel/database/parameter_misuse.h>
 #include <zantrel/database/parameter_node.h>
 #include <zantrel/database/parameter_view.h>
 #include <zantrel/database/value_type.h>

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <zantrel/database/parameter_misuse.h>
+
 #include "tests/database/test_layout.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <stdexcept>
+#include <utility>
 
 namespace Zantrel {
 namespace {
@@ -79,6 +81,8 @@ std::vector<Case> const Cases = {
      "GetProfiles requires profile or category container node"},
     {"Clear", [](auto& at) { at.Clear(); }, NoContainers, NeedsContainer},
     {"Clear", [](auto& at) { at.Clear(); }, Any(OnListWithoutBag), NeedsBag},
+    {"Clear(forged)", [](auto& at) { at.m_isContainer = true, at.Clear(); }, Any(OnGroup),
+     "GetProfiles requires profile or category container node"},
 
     {"GetNameReadOnly", [](auto& at) { at.GetNameReadOnly(); }, NoProfiles,
      "GetNameReadOnly requires profile node"},
@@ -111,7 +115,13 @@ TEST(Misuse, ThrowsTheTextThatCallersKnowAndChangesNothing) {
             TestDatabase database;
             ParameterDatabase const before(database.values);
             ParameterNode cursor = place(database);
-            EXPECT_THAT([&] { each.call(cursor); }, testing::ThrowsMessage<std::runtime_error>(each.message));
+            try {
+                each.call(cursor);
+                ADD_FAILURE() << "nothing was thrown";
+            } catch (ParameterMisuse const& misuse) {
+                EXPECT_STREQ(misuse.what(), each.message);
+                EXPECT_EQ(misuse.GetLayoutNode(), cursor.m_pNode);
+            }
             EXPECT_TRUE(database.values.IsEqual(before));
         }
         for (Place const& place : each.unharmed) {
@@ -128,6 +138,33 @@ TEST(Misuse, AProfileAddedToAProfileStaysAlthoughTheCallThrows) {
     EXPECT_THAT([&] { profile.AddProfile(L"Inner", true); },
                 testing::ThrowsMessage<std::runtime_error>("GetDefault requires container node"));
     EXPECT_EQ(profile.GetProfile(L"Inner").Get(L"Speed").GetValue<double>(), 30.0);
+}
+
+TEST(Misuse, NamesThePathInTheLayoutAlsoOfACopiedNodeAndOfNone) {
+    TestDatabase database;
+    TestLayout const& layout = database.layout;
+    LayoutNode const copy(*layout.ranges); // its children name their parents in the source
+    ParameterNode onCopy, onCopiedChild;
+    onCopy.m_pNode = &copy;
+    onCopiedChild.m_pNode = &copy.At(1);
+    std::pair<ParameterNode, std::wstring> const rows[] = {
+        {database.At(layout.real), L"ProfileEditor_Parameters_Power"},
+        {database.At(layout.ranges).GetListNode(0).Get(layout.steps).GetDefault(),
+         L"ProfileEditor_Ranges_Steps"},
+        {database.values.GetRoot(), L""},
+        {ParameterNode(), L""},
+        {onCopy, L"ProfileEditor_Ranges"},
+        {onCopiedChild, L"ProfileEditor_Ranges_Steps"},
+    };
+    for (auto const& [cursor, path] : rows) {
+        try {
+            cursor.GetValue<bool>();
+            ADD_FAILURE() << "nothing was thrown";
+        } catch (ParameterMisuse const& misuse) {
+            ParameterMisuse const kept = misuse; // as a host does that shows it later
+            EXPECT_EQ(kept.GetPath(), path);
+        }
+    }
 }
 
 } // namespace

@@ -21,6 +21,7 @@ std::string MessageOf(std::function<void()> const& call) {
 /// What is thrown where a T is read, and where it is written; nothing if nothing is.
 template <class T> std::string ErrorOf(ParameterNode cursor) {
     std::string const read = MessageOf([&] { cursor.GetValue<T>(); });
+    EXPECT_EQ(cursor.FindValue<T>() == nullptr, !read.empty());
     EXPECT_EQ(MessageOf([&] { cursor.SetValue<T>(T()); }), read);
     return read;
 }
@@ -90,6 +91,19 @@ TEST(Values, SetFromTextFollowTheTypeOfTheNode) {
             cursor.m_pProperties->RemoveProperty(L"Value", false);
         }
     }
+}
+
+TEST(Values, OfTextsAreSetFromLiteralsAndPointersToo) {
+    TestDatabase database;
+    ParameterNode text = database.At(database.layout.text);
+    text.SetValue(L"iron");
+    EXPECT_EQ(text.GetValue<std::wstring>(), L"iron");
+    text.SetValue(text.GetValue<std::wstring>().c_str() + 1);
+    EXPECT_EQ(*text.FindValue<std::wstring>(), L"ron");
+    text.SetValue(static_cast<wchar_t const*>(nullptr));
+    EXPECT_EQ(*text.FindValue<std::wstring>(), L"");
+    EXPECT_EQ(MessageOf([&] { database.At(database.layout.real).SetValue(L"1"); }),
+              "Invalid type cast : use std::string_t");
 }
 
 TEST(Values, TheTextOfADistanceStandsBehindItsNumber) {

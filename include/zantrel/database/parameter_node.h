@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <type_traits>
 #include <vector>
 
@@ -26,8 +27,9 @@ struct LayoutNode;
 /// database. A database and its cursors belong to one thread at a time, also for reading, because looking up
 /// writes.
 ///
-/// Misuse throws std::runtime_error with the texts given below, and leaves the bags as they were. Where
-/// memory runs out, std::bad_alloc passes through, and a list has a new item whole or not at all.
+/// Misuse throws ParameterMisuse, which is a std::runtime_error, with the texts given below, and leaves the
+/// bags as they were. Where memory runs out, std::bad_alloc passes through, and a list has a new item whole
+/// or not at all.
 struct ZANTREL_EXPORT ParameterNode {
     LayoutNode const* m_pNode = nullptr;           ///< borrowed from the layout
     PersistentProperties* m_pProperties = nullptr; ///< borrowed; null: no content here
@@ -93,10 +95,15 @@ struct ZANTREL_EXPORT ParameterNode {
         CheckValueType<T>();
         return _FindReference<T>();
     }
-    /// Writes the value, with the same checks. Creates nothing.
+    /// Writes the value, with the same checks. Creates nothing. For a text also from a `wchar_t const*`,
+    /// where null counts as empty.
     template <class T> void SetValue(T const& value) {
-        CheckValueType<T>();
-        _GetReference<T>() = value;
+        if constexpr (std::is_convertible_v<T const&, wchar_t const*> && !std::is_null_pointer_v<T>) {
+            wchar_t const* const text = value;
+            _GetReference<std::wstring>() = text != nullptr ? text : L"";
+        } else if constexpr (CheckValueType<T>()) {
+            _GetReference<T>() = value;
+        }
     }
     /// Sets the value from a text, by the node's type, and creates it where it is missing. A flag is true for
     /// "true" in any case and false for every other text; a number that doesn't parse is 0 (see
@@ -169,13 +176,27 @@ protected:
 private:
     friend struct ValueAccess;
 
-    template <class T> static constexpr void CheckValueType() {
-        static_assert(!std::is_same_v<T, long> && !std::is_same_v<T, unsigned long>,
-                      "an integer parameter is a std::int32_t on every platform: use std::int32_t, not long");
-        static_assert(std::is_same_v<T, std::int32_t> || std::is_same_v<T, double> ||
-                          std::is_same_v<T, bool> || std::is_same_v<T, std::wstring> ||
-                          std::is_same_v<T, KelAM::FileContent>,
+    /// Compiles for the types of values only, and says which to take instead of those that look like one.
+    template <class T> static constexpr bool CheckValueType() {
+        constexpr bool isValue = std::is_same_v<T, std::int32_t> || std::is_same_v<T, double> ||
+                                 std::is_same_v<T, bool> || std::is_same_v<T, std::wstring> ||
+                                 std::is_same_v<T, KelAM::FileContent>;
+        constexpr bool isInteger = std::is_integral_v<T> || std::is_enum_v<T>;
+        constexpr bool isReal = std::is_floating_point_v<T>;
+        constexpr bool isNarrow =
+            std::is_convertible_v<T const&, char const*> || std::is_convertible_v<T const&, std::string>;
+        constexpr bool isWide = std::is_convertible_v<T const&, std::wstring_view>;
+        constexpr bool isNull = std::is_null_pointer_v<T>;
+        static_assert(isValue || !isInteger, "an integer parameter is a std::int32_t on every platform: "
+                                             "use std::int32_t, not long or any other integer");
+        static_assert(isValue || !isReal, "a real parameter is a double: use double, not float");
+        static_assert(isValue || isNull || !isNarrow,
+                      "a text parameter is wide: use std::wstring or a literal with L, not a narrow text");
+        static_assert(isValue || isNull || isNarrow || !isWide,
+                      "a text parameter is a std::wstring: use that, not a pointer to it or a view of it");
+        static_assert(isValue || isInteger || isReal || (!isNull && (isNarrow || isWide)),
                       "a value is a std::int32_t, double, bool, std::wstring or KelAM::FileContent");
+        return isValue;
     }
     IndexedProperties<PersistentProperties>& Items() const;
     ParameterNode Item(PersistentProperties* bag) const;
