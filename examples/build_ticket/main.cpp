@@ -13,6 +13,7 @@
 #include <set>
 #include <string>
 #include <system_error>
+#include <type_traits>
 #include <vector>
 
 // A host that prepares a build: it turns what it knows about a platform and its parts into a ticket, shows
@@ -142,10 +143,15 @@ void FillTicket(BuildTicket& ticket) {
 
 using Row = std::vector<std::wstring>;
 
-template <class... Types> std::wstring TextOf(IPersistentProperty const* property, LayoutNode const& node) {
+std::wstring TextOf(IPersistentProperty const* property, LayoutNode const& node) {
     std::wstring text;
-    auto const take = [&](auto const* typed) { text = typed ? node.FormatValue(typed->m_value) : text; };
-    (take(PropertyCast<Types>(property)), ...);
+    VisitValueType(node.m_type, [&](auto tag) {
+        using T = typename decltype(tag)::Type;
+        if constexpr (!std::is_same_v<T, NoValue> && !std::is_same_v<T, KelAM::FileContent>) {
+            auto const* const typed = PropertyCast<T>(property);
+            text = typed != nullptr ? node.FormatValue(typed->m_value) : text;
+        }
+    });
     return text + (node.m_postfix.empty() ? L"" : L' ' + node.m_postfix);
 }
 
@@ -158,7 +164,7 @@ std::wstring CellOf(LayoutNode const& node, PersistentProperties const& own,
     }
     bool const isSame = property->IsEqual(defaults.FindProperty(node.m_propName));
     wchar_t const* mark = &own == &defaults ? L"  " : isSame ? L"= " : L"* ";
-    return mark + TextOf<double, std::int32_t, bool, std::wstring>(property, node);
+    return mark + TextOf(property, node);
 }
 
 /// A line for each instance below two for the names of the properties and one for the defaults.

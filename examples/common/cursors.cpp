@@ -2,13 +2,15 @@
 #include "common/cursors.h"
 
 #include <charconv>
+#include <cstdint>
+#include <type_traits>
 
 namespace Host {
 
 namespace {
 
 using Zantrel::LayoutNode;
-using Zantrel::ParameterNode;
+using Zantrel::ParameterView;
 
 std::wstring TextOf(double value) {
     char digits[32];
@@ -31,40 +33,36 @@ std::wstring TextOf(KelAM::FileContent const& value) {
 
 } // namespace
 
-std::vector<Flag> FlagsOf(ParameterNode const& node) {
-    std::vector<Flag> flags{{L"read-only", &ParameterNode::GetReadOnly},
-                            {L"hidden", &ParameterNode::GetHidden}};
-    if (node.m_pNode->m_isProfileList || node.m_pNode->m_isList) {
-        flags.push_back({L"fixed entries", &ParameterNode::GetDisableAddRemove});
+std::vector<Flag> FlagsOf(ParameterView const& node) {
+    if (!node.IsValid()) {
+        return {};
     }
-    if (node.m_pNode->m_isProfileList && !node.m_isContainer) {
-        flags.push_back({L"fixed name", &ParameterNode::GetNameReadOnly});
-        flags.push_back({L"can be deleted", &ParameterNode::GetCanBeDeleted});
-        flags.push_back({L"the user's default", &ParameterNode::GetUserDefaultProfile});
+    LayoutNode const& layout = *node.GetLayoutNode();
+    std::vector<Flag> flags{{L"read-only", &ParameterView::GetReadOnly},
+                            {L"hidden", &ParameterView::GetHidden}};
+    if (layout.m_isProfileList || layout.m_isList) {
+        flags.push_back({L"fixed entries", &ParameterView::GetDisableAddRemove});
+    }
+    if (layout.m_isProfileList && !node.IsContainer()) {
+        flags.push_back({L"fixed name", &ParameterView::GetNameReadOnly});
+        flags.push_back({L"can be deleted", &ParameterView::GetCanBeDeleted});
+        flags.push_back({L"the user's default", &ParameterView::GetUserDefaultProfile});
     }
     return flags;
 }
 
-std::wstring PlainText(ParameterNode const& leaf) {
+std::wstring PlainText(ParameterView const& leaf) {
     std::wstring text;
-    VisitValueType(leaf.m_pNode->m_type, [&](auto type) {
-        if (auto const* value = FindValue<decltype(type)>(leaf)) {
-            text = TextOf(*value);
-        }
-    });
+    VisitValue(leaf, [&](auto const& value) { text = TextOf(value); });
     return text;
 }
 
-std::wstring ValueText(ParameterNode const& leaf) {
-    LayoutNode const& layout = *leaf.m_pNode;
+std::wstring ValueText(ParameterView const& leaf) {
     std::wstring text;
-    VisitValueType(layout.m_type, [&](auto type) {
-        auto const* value = FindValue<decltype(type)>(leaf);
-        if (value == nullptr) {
-            return;
-        }
-        text = TextOf(*value);
-        if constexpr (std::is_same_v<decltype(type), std::wstring>) {
+    VisitValue(leaf, [&](auto const& value) {
+        LayoutNode const& layout = *leaf.GetLayoutNode();
+        text = TextOf(value);
+        if constexpr (std::is_same_v<decltype(value), std::wstring const&>) {
             if (text.empty() && layout.m_type == Zantrel::StandardOptions) {
                 return;
             }
@@ -76,7 +74,7 @@ std::wstring ValueText(ParameterNode const& leaf) {
     return text;
 }
 
-std::wstring FlagsText(ParameterNode const& node) {
+std::wstring FlagsText(ParameterView const& node) {
     std::wstring text;
     for (Flag const& flag : FlagsOf(node)) {
         if ((node.*flag.get)()) {

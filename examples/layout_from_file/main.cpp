@@ -11,6 +11,7 @@
 #include <iostream>
 #include <string>
 #include <system_error>
+#include <type_traits>
 #include <vector>
 
 // A host whose parameters are declared in a file and not in code: it reads a layout with its translations,
@@ -106,25 +107,20 @@ struct Filled {
 };
 
 void ChangeValue(ParameterNode leaf) {
-    switch (leaf.m_pNode->m_type) { // no default: the compiler names a type that is forgotten
-    case Group:
-        return;
-    case Int:
-        return leaf.SetValue(std::int32_t(-7));
-    case Double:
-    case Distance:
-        return leaf.SetValue(1.0 / 3.0);
-    case Bool:
-        return leaf.SetValue(!leaf.GetValue<bool>());
-    case FileAttachment:
-        return leaf.SetValue(KelAM::FileContent(L"note.bin", {std::byte{0}, std::byte{0xFF}}));
-    case String:
-    case Options:
-    case OptionsFromProfiles: // every profile list gets a profile of this name
-    case FileAbsolute:
-    case StandardOptions: // has no value before: this call makes it
-        return leaf.SetValueFromText(EntryName);
-    }
+    VisitValueType(leaf.m_pNode->m_type, [&](auto tag) {
+        using T = typename decltype(tag)::Type;
+        if constexpr (std::is_same_v<T, std::int32_t>) {
+            leaf.SetValue(std::int32_t(-7));
+        } else if constexpr (std::is_same_v<T, double>) {
+            leaf.SetValue(1.0 / 3.0);
+        } else if constexpr (std::is_same_v<T, bool>) {
+            leaf.SetValue(!leaf.GetValue<bool>());
+        } else if constexpr (std::is_same_v<T, KelAM::FileContent>) {
+            leaf.SetValue(KelAM::FileContent(L"note.bin", {std::byte{0}, std::byte{0xFF}}));
+        } else if constexpr (std::is_same_v<T, std::wstring>) {
+            leaf.SetValueFromText(EntryName); // which every profile list has; makes a value where none was
+        }
+    });
 }
 
 ParameterNode AddProfile(ParameterNode list) {
@@ -135,18 +131,17 @@ ParameterNode AddProfile(ParameterNode list) {
 
 /// Gives every container below the cursor an entry, and every value a new one. What there is, only the layout
 /// can tell: a host that knows its layout says `editor.Get(L"Machine").Get(L"BuildHeight").SetValue(300.0)`.
-void Fill(ParameterNode const& node, Filled& filled) {
-    LayoutNode const& layout = *node.m_pNode;
-    if (node.m_isContainer) {
-        ++filled.entries;
-        Fill(layout.m_isProfileList ? AddProfile(node) : node.AddListNode(true), filled);
-    } else if (layout.m_type == Group) {
-        for (std::size_t i = 0; i < layout.Size(); ++i) {
-            Fill(node.Get(&layout.At(i)), filled);
+void Fill(ParameterNode const& top, Filled& filled) {
+    for (Walk walk(top); walk.Next();) {
+        if (walk.Node().m_isContainer) {
+            bool const isProfileList = walk.Kind() == PlaceKind::ProfileList;
+            Fill(isProfileList ? AddProfile(walk.Node()) : walk.Node().AddListNode(true), filled);
+            ++filled.entries;
+            walk.SkipContent(); // the entries that were there stay as they are
+        } else if (walk.Layout().m_type != Group) {
+            ChangeValue(walk.Node());
+            ++filled.values;
         }
-    } else {
-        ++filled.values;
-        ChangeValue(node);
     }
 }
 

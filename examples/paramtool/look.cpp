@@ -17,15 +17,17 @@ namespace {
 
 using namespace Zantrel;
 
-bool IsChanged(Place const& place) {
-    return place.isAdded || place.Text() != Place::TextOf(place.defaults) ||
-           (place.node.m_isContainer && place.node.GetSize() != place.defaults.GetSize());
+bool IsChanged(Places const& place) {
+    ParameterView const &node = place.Node(), &defaults = place.Defaults();
+    return place.IsAdded() || place.Text() != Places::TextOf(defaults) ||
+           (node.IsContainer() && node.GetSize() != defaults.GetSize());
 }
 
-std::wstring LineOf(Place const& place) {
-    std::wstring line = std::wstring(2 * place.depth, L' ') + place.title;
-    if (place.node.m_isContainer) {
-        line += L": " + std::to_wstring(place.node.GetSize()) + L" x " + place.node.m_pNode->m_nodeName;
+std::wstring LineOf(Places const& place) {
+    std::wstring line = std::wstring(2 * place.Depth(), L' ') + place.Title();
+    ParameterView const& node = place.Node();
+    if (node.IsContainer()) {
+        line += L": " + std::to_wstring(node.GetSize()) + L" x " + node.GetLayoutNode()->m_nodeName;
     }
     return line + place.Text();
 }
@@ -39,7 +41,7 @@ int List(ParameterFile& file, std::wstring const& text) {
             ParameterNode cursor;
             cursor.m_pNode = leaf.m_pLayout;
             cursor.m_pProperties = leaf.m_pProperties;
-            Print(leaf.m_path + Place::TextOf(cursor));
+            Print(leaf.m_path + Places::TextOf(cursor));
             status = Same;
         }
     }
@@ -53,12 +55,12 @@ int Show(Arguments const& arguments) {
     ParameterFile file(*source.m_layout, arguments.file);
     NotePassedOver(file.m_passedOver);
     std::vector<std::wstring> headings; // one a level, empty once printed
-    ForEachPlace(file.m_database, [&](Place const& place) {
+    for (Places place(file.m_database); place.Next();) {
         bool const isChanged = IsChanged(place);
-        headings.resize(place.depth);
+        headings.resize(place.Depth());
         headings.push_back(LineOf(place));
         if (arguments.changed && !isChanged) {
-            return;
+            continue;
         }
         for (std::wstring& heading : headings) {
             if (!heading.empty()) {
@@ -66,7 +68,7 @@ int Show(Arguments const& arguments) {
             }
             heading.clear();
         }
-    });
+    }
     return Same;
 }
 

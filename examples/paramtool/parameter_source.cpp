@@ -34,13 +34,13 @@ bool WriteAs(ParameterFormat format, ParameterDatabase const& database, std::wst
 /// An index of leaves can't be made while a choice that the driver supplies has no value. In a file an empty
 /// one is the same as none.
 void CompleteChoices(ParameterDatabase& database) {
-    ForEachPlace(database, [](Place const& place) {
-        ParameterNode leaf = place.node;
-        if (leaf.m_pNode->m_type == StandardOptions && !leaf.m_isContainer &&
-            !leaf.m_pProperties->HasValue<std::wstring>(L"Value")) {
+    for (Walk walk(database.GetProfileEditor()); walk.Next();) {
+        ParameterNode leaf = walk.Node();
+        if (leaf.IsValid() && walk.IsLeaf() && walk.Layout().m_type == StandardOptions &&
+            leaf.FindValue<std::wstring>() == nullptr) {
             leaf.SetValueFromText(L"");
         }
-    });
+    }
 }
 
 } // namespace

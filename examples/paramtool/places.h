@@ -4,7 +4,6 @@
 #include <zantrel/zantrel.h>
 
 #include <cstddef>
-#include <functional>
 #include <string>
 #include <tuple>
 #include <vector>
@@ -12,23 +11,41 @@
 /// What stands where in a database, and how two of them differ.
 namespace Paramtool {
 
-/// A group, a leaf, a container, or one of its profiles and items.
-struct Place {
-    Zantrel::ParameterNode node;
-    Zantrel::ParameterNode defaults; ///< what the layout gives this place, or a new entry of its container
-    std::wstring path;               ///< of a leaf the one that ParameterNode::Query takes
-    std::wstring title;              ///< the last step alone
-    std::size_t depth = 0;
-    bool isEntry = false; ///< a profile or item
-    bool isAdded = false; ///< an entry that a new database doesn't have
+/// Every place with content below the profile editor, in the order of the layout, beside what the layout
+/// gives it:
+///
+///     for (Places places(database); places.Next();)
+class Places {
+public:
+    explicit Places(Zantrel::ParameterDatabase const& database);
+
+    bool Next();
+
+    /// A path as ParameterNode::Query takes it; the depth below the editor's children.
+    Zantrel::ParameterView const& Node() const { return m_walk.Node(); }
+    std::wstring Path() const { return std::wstring(m_walk.Path()); }
+    std::size_t Depth() const { return m_walk.Depth() - 1; }
+    /// The last step alone.
+    std::wstring Title() const;
+
+    /// What the layout gives this place, or a new entry of its container.
+    Zantrel::ParameterView const& Defaults() const { return m_defaults.back(); }
+    /// A profile or item.
+    bool IsEntry() const;
+    /// An entry that a new database doesn't have.
+    bool IsAdded() const;
 
     /// Value and flags, as a line says them behind the path: " = 0.03 mm (read-only)".
-    std::wstring Text() const { return TextOf(node); }
-    static std::wstring TextOf(Zantrel::ParameterNode const& node);
-};
+    static std::wstring TextOf(Zantrel::ParameterView const& node);
+    std::wstring Text() const { return TextOf(Node()); }
 
-/// Visits every place with content below the profile editor, in the order of the layout.
-void ForEachPlace(Zantrel::ParameterDatabase& database, std::function<void(Place const&)> const& visit);
+private:
+    Zantrel::ParameterView DefaultsBelow(Zantrel::ParameterView const& above) const;
+
+    Zantrel::ParameterDatabase m_formatted;
+    Zantrel::Walk<Zantrel::ParameterView> m_walk;
+    std::vector<Zantrel::ParameterView> m_defaults; ///< of this place and those above
+};
 
 /// That a text stands at a path.
 struct Fact {
@@ -41,7 +58,7 @@ struct Fact {
 };
 
 /// All values, flags and entries: two databases with equal facts hold the same.
-std::vector<Fact> FactsOf(Zantrel::ParameterDatabase& database);
+std::vector<Fact> FactsOf(Zantrel::ParameterDatabase const& database);
 
 struct Change {
     Fact fact;

@@ -9,7 +9,10 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cstdint>
 #include <optional>
+#include <type_traits>
+#include <utility>
 
 namespace Paramtool {
 
@@ -26,46 +29,43 @@ template <class Number> std::optional<Number> NumberIn(std::wstring const& text)
     return isWhole ? std::optional(number) : std::nullopt;
 }
 
-std::optional<bool> FlagIn(std::wstring const& text) {
-    bool const isTrue = text == L"true" || text == L"True";
-    return isTrue || text == L"false" || text == L"False" ? std::optional(isTrue) : std::nullopt;
-}
+/// What a text has to be.
+template <class T> constexpr wchar_t const* Wanted = L"number";
+template <> constexpr wchar_t const* Wanted<std::int32_t> = L"whole number of 32 bits";
+template <> constexpr wchar_t const* Wanted<bool> = L"flag; say true or false";
+template <> constexpr wchar_t const* Wanted<KelAM::FileContent> = L"file that can be read";
 
-template <class T>
-std::wstring Store(ParameterNode& leaf, std::optional<T> const& value, wchar_t const* what) {
-    if (!value) {
-        return std::wstring(L"is no ") + what;
+/// The value that a text says; nothing when it says none.
+template <class T> std::optional<T> ValueIn(std::wstring const& text) {
+    if constexpr (std::is_same_v<T, bool>) {
+        bool const isTrue = text == L"true" || text == L"True";
+        return isTrue || text == L"false" || text == L"False" ? std::optional(isTrue) : std::nullopt;
+    } else if constexpr (std::is_same_v<T, KelAM::FileContent>) {
+        KelAM::FileContent content;
+        return content.LoadFile(text) ? std::optional(std::move(content)) : std::nullopt;
+    } else {
+        return NumberIn<T>(text);
     }
-    leaf.SetValue(*value);
-    return {};
 }
 
 /// Writes the value. Gives the reason when the text is none.
 std::wstring SetText(ParameterNode leaf, std::wstring const& text) {
-    switch (leaf.m_pNode->m_type) { // no default: the compiler names a type that is forgotten
-    case Group:
-        return L"can't be kept: the place is an empty group, which has no value";
-    case Int:
-        return Store(leaf, NumberIn<std::int32_t>(text), L"whole number of 32 bits");
-    case Double:
-    case Distance:
-        return Store(leaf, NumberIn<double>(text), L"number");
-    case Bool:
-        return Store(leaf, FlagIn(text), L"flag; say true or false");
-    case FileAttachment: {
-        KelAM::FileContent content;
-        return content.LoadFile(text) ? Store(leaf, std::optional(content), L"")
-                                      : L"is no file that can be read";
-    }
-    case String:
-    case Options:
-    case OptionsFromProfiles:
-    case FileAbsolute:
-    case StandardOptions:
-        leaf.SetValueFromText(text);
-        return {};
-    }
-    return {};
+    return VisitValueType(leaf.m_pNode->m_type, [&](auto tag) -> std::wstring {
+        using T = typename decltype(tag)::Type;
+        if constexpr (std::is_same_v<T, NoValue>) {
+            return L"can't be kept: the place is an empty group, which has no value";
+        } else if constexpr (std::is_same_v<T, std::wstring>) {
+            leaf.SetValueFromText(text);
+            return {};
+        } else {
+            std::optional<T> const value = ValueIn<T>(text);
+            if (!value) {
+                return std::wstring(L"is no ") + Wanted<T>;
+            }
+            leaf.SetValue(*value);
+            return {};
+        }
+    });
 }
 
 /// What the layout has against the value, or nothing. The library keeps any.

@@ -6,19 +6,20 @@
 #include <algorithm>
 #include <cmath>
 #include <stdexcept>
+#include <string>
+#include <type_traits>
+#include <vector>
 
 namespace RoundTrip {
 
 namespace {
 
-using Host::FindValue;
-using Host::Flag;
-using Host::FlagsOf;
-using Host::VisitValueType;
-using Zantrel::ParameterNode;
+using namespace Zantrel;
+using Places = Walk<ParameterView>;
 
-void Require(bool holds, std::wstring const& path, wchar_t const* what, wchar_t const* word = L"") {
+void Require(bool holds, Places const& at, wchar_t const* what, wchar_t const* word = L"") {
     if (!holds) {
+        std::wstring const path(at.Depth() == 0 ? at.Name() : at.Path());
         std::wstring const sentence = path + L" differs after reading back: " + what + word;
         throw std::runtime_error(StringConversion::NativeToUtf8(sentence));
     }
@@ -30,82 +31,60 @@ bool AreSame(double first, double second) {
            (std::isnan(first) && std::isnan(second)); // a file can say NaN, and == denies it
 }
 
-/// Two cursors on the same place of two databases.
-struct Pair {
-    ParameterNode first;
-    ParameterNode second;
-    std::wstring path;
-};
-
-void CompareFlags(Pair const& at, Equalities& found) {
-    for (Flag const& flag : FlagsOf(at.first)) {
-        Require((at.first.*flag.get)() == (at.second.*flag.get)(), at.path, L"the flag ", flag.words);
+void CompareFlags(Places const& first, ParameterView const& second, Equalities& found) {
+    for (Host::Flag const& flag : Host::FlagsOf(first.Node())) {
+        Require((first.Node().*flag.get)() == (second.*flag.get)(), first, L"the flag ", flag.words);
         ++found.flags;
     }
 }
 
-void CompareValue(Pair const& at, Equalities& found) {
-    VisitValueType(at.first.m_pNode->m_type, [&](auto type) {
-        auto const* first = FindValue<decltype(type)>(at.first);
-        auto const* second = FindValue<decltype(type)>(at.second);
-        Require((first == nullptr) == (second == nullptr), at.path, L"only one has a value");
-        if (first != nullptr) {
-            Require(AreSame(*first, *second), at.path, L"the value");
-            ++found.values;
-        }
+void CompareValue(Places const& first, ParameterView const& second, Equalities& found) {
+    bool const hasValue = VisitValue(first.Node(), [&](auto const& value) {
+        auto const* const other = second.FindValue<std::decay_t<decltype(value)>>();
+        Require(other != nullptr, first, L"only one has a value");
+        Require(AreSame(value, *other), first, L"the value");
+        ++found.values;
     });
+    Require(hasValue || !VisitValue(second, [](auto const&) {}), first, L"only one has a value");
 }
 
-/// What stands directly below: the children of a node, the profiles or items of a container.
-std::vector<Pair> PairsBelow(Pair const& at) {
-    std::vector<Pair> below;
-    Zantrel::LayoutNode const& layout = *at.first.m_pNode;
-    if (!at.first.m_isContainer) {
-        for (std::size_t i = 0; i < layout.Size(); ++i) {
-            Zantrel::LayoutNode const& child = layout.At(i);
-            below.push_back({at.first.Get(&child), at.second.Get(&child), at.path + L'/' + child.m_name});
-        }
-    } else if (layout.m_isProfileList) {
-        std::vector<std::wstring> const names = ProfilesOf(at.first);
-        Require(names == ProfilesOf(at.second), at.path, L"the names of the profiles");
-        Require(std::adjacent_find(names.begin(), names.end()) == names.end(), at.path,
+std::vector<std::wstring> ProfilesOf(ParameterView const& list) {
+    std::vector<std::wstring> names;
+    list.GetProfiles(names);
+    return names;
+}
+
+/// When this holds, both walks go on to places of the same names.
+void CompareEntries(Places const& first, ParameterView const& second, Equalities& found) {
+    Require(first.Node().GetSize() == second.GetSize(), first, L"the number of entries");
+    found.entries += second.GetSize();
+    if (first.Kind() == PlaceKind::ProfileList) {
+        std::vector<std::wstring> const names = ProfilesOf(first.Node());
+        Require(names == ProfilesOf(second), first, L"the names of the profiles");
+        Require(std::adjacent_find(names.begin(), names.end()) == names.end(), first,
                 L"two profiles have one name, and the file holds the first of them twice");
-        below.push_back({at.first.GetDefault(), at.second.GetDefault(), at.path + L"[default]"});
-        for (std::wstring const& name : names) {
-            below.push_back({at.first.GetProfile(name.c_str()), at.second.GetProfile(name.c_str()),
-                             at.path + L'[' + name + L']'});
-        }
-    } else {
-        Require(at.first.GetSize() == at.second.GetSize(), at.path, L"the number of entries");
-        for (unsigned long long i = 0; i < at.first.GetSize(); ++i) {
-            below.push_back(
-                {at.first.GetListNode(i), at.second.GetListNode(i), at.path + L'#' + std::to_wstring(i + 1)});
-        }
-    }
-    return below;
-}
-
-void ComparePair(Pair const& at, Equalities& found) {
-    Require(at.first.IsValid() == at.second.IsValid(), at.path, L"only one has content");
-    if (!at.first.IsValid()) {
-        return;
-    }
-    CompareFlags(at, found);
-    if (at.first.m_isContainer) {
-        found.entries += at.first.GetSize();
-    } else {
-        CompareValue(at, found);
-    }
-    for (Pair const& below : PairsBelow(at)) {
-        ComparePair(below, found);
     }
 }
 
 } // namespace
 
-Equalities Compare(ParameterNode const& first, ParameterNode const& second) {
+Equalities Compare(ParameterView const& first, ParameterView const& second) {
     Equalities found;
-    ComparePair({first, second, first.m_pNode->m_name}, found);
+    Places walk(first), other(second);
+    while (walk.Next() && other.Next()) {
+        Require(walk.Node().IsValid() == other.Node().IsValid(), walk, L"only one has content");
+        if (!walk.Node().IsValid()) {
+            walk.SkipContent();
+            other.SkipContent();
+            continue;
+        }
+        CompareFlags(walk, other.Node(), found);
+        if (walk.Node().IsContainer()) {
+            CompareEntries(walk, other.Node(), found);
+        } else {
+            CompareValue(walk, other.Node(), found);
+        }
+    }
     return found;
 }
 

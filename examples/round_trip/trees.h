@@ -5,14 +5,12 @@
 
 #include <cstddef>
 #include <iosfwd>
-#include <string>
-#include <vector>
 
 namespace RoundTrip {
 
 /// Prints what stands under the cursor as an indented tree in UTF-8, one line for each value, entry and
 /// group.
-void Show(Zantrel::ParameterNode const& node, std::ostream& out);
+void Show(Zantrel::ParameterView const& top, std::ostream& out);
 
 /// How much two trees were found to have in common.
 struct Equalities {
@@ -23,12 +21,6 @@ struct Equalities {
 
 /// Walks both trees side by side and compares every value, flag, profile name and list size. Throws
 /// std::runtime_error that names, in UTF-8, the first place where they differ.
-Equalities Compare(Zantrel::ParameterNode const& first, Zantrel::ParameterNode const& second);
-
-inline std::vector<std::wstring> ProfilesOf(Zantrel::ParameterNode const& list) {
-    std::vector<std::wstring> names;
-    list.GetProfiles(names);
-    return names;
-}
+Equalities Compare(Zantrel::ParameterView const& first, Zantrel::ParameterView const& second);
 
 } // namespace RoundTrip

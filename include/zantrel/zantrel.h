@@ -12,6 +12,7 @@
 #include <zantrel/database/parameter_node.h>
 #include <zantrel/database/parameter_view.h>
 #include <zantrel/database/value_type.h>
+#include <zantrel/database/visit_value.h>
 #include <zantrel/database/walk.h>
 
 #include <zantrel/layout/layout_node.h>
