@@ -5,11 +5,12 @@
 
 namespace Zantrel::Io {
 
-/// Where the bytes of a document go.
+/// Where the bytes of a document go. Belongs to the thread that writes.
 class ByteSink {
 public:
     virtual ~ByteSink() = default;
-    /// Takes all bytes or gives false. Never throws: elements are closed by destructors.
+    /// Takes all bytes or gives false; how many it took then is not said, and nobody writes on. Never throws:
+    /// elements are closed by destructors.
     virtual bool Write(std::string_view bytes) noexcept = 0;
 };
 

@@ -28,6 +28,7 @@ std::ptrdiff_t InputFile::Read(char* into, std::size_t size) {
     return static_cast<std::ptrdiff_t>(got);
 }
 
+// Into bytes of its own, so that a failure half way leaves the caller's as they were.
 bool ReadWholeFile(std::wstring const& path, std::vector<std::byte>& bytes) {
     InputFile file;
     if (!file.Open(path)) {

@@ -10,10 +10,11 @@
 
 namespace Zantrel::Io {
 
-/// A file to read from its start to its end, as a source of bytes.
+/// A file to read from its start to its end, as a source of bytes. What another writes into it meanwhile may
+/// be seen or not; one that is replaced as a whole (OutputFile) is read on as it was.
 class InputFile : public ByteSource {
 public:
-    /// False when the path can't be opened or is a folder.
+    /// Once in an object's life. False when no file can have the path, or it can't be opened or is a folder.
     bool Open(std::wstring const& path);
     std::ptrdiff_t Read(char* into, std::size_t size) override;
 
@@ -27,7 +28,7 @@ private:
 };
 
 /// Puts the bytes of the file at `path` into `bytes`. False, and `bytes` stays as it was, when it can't be
-/// read.
+/// read to its end. The size isn't asked for: what has none beforehand, such as a pipe, is read alike.
 bool ReadWholeFile(std::wstring const& path, std::vector<std::byte>& bytes);
 
 } // namespace Zantrel::Io

@@ -9,6 +9,7 @@
 
 namespace {
 
+// Byte by byte, so that neither the order nor the alignment of numbers in memory matters.
 template <class Unsigned> void WriteLittleEndian(MFile& file, Unsigned value) {
     std::byte bytes[sizeof(Unsigned)];
     for (std::size_t place = 0; place < sizeof(Unsigned); ++place) {

@@ -5,6 +5,17 @@
 
 #include <cstdio>
 
+// What may be seen from outside, at any moment and after a crash at any moment: the old file, or the new one
+// as a whole, under the target's name. It follows from the order of the steps, each of which is checked, and
+// after the first that failed none follows:
+//
+//     the new file is made beside the target, which nobody else's file is written over for;
+//     all bytes are written, then flushed to the disk, then the file is closed, which may report a failure
+//     too; it is moved over the target, which the system does as one step; the folder is flushed, so that the
+//     move itself lasts.
+//
+// The new file goes with m_target if it hasn't been moved, for which m_file has to be closed by then: m_file
+// is the later member, so it ends first.
 namespace Zantrel::Io {
 
 namespace {
@@ -28,6 +39,7 @@ bool OutputFile::Open(std::wstring const& path) {
            Check(m_target.IsReplaceable() ? OpenBeside() : m_target.OpenDirectly(m_file));
 }
 
+// Another writer, or one that crashed, may have the name that was drawn.
 Error OutputFile::OpenBeside() {
     for (int attempt = 1;; ++attempt) {
         Error const error = m_target.CreateBeside(MakeTemporaryName(), m_file);

@@ -19,9 +19,13 @@ namespace Zantrel::Io {
 /// is written to directly.
 class OutputFile : public ByteSink {
 public:
-    /// Once in an object's life.
+    /// Once in an object's life. False when no file can have the path, when the target may not be written, or
+    /// when no file can be made beside it. Throws std::system_error where the system has no random bits.
     bool Open(std::wstring const& path);
+    /// After a failure nothing is written any more, and everything gives false.
     bool Write(std::string_view bytes) noexcept override;
+    /// Puts what was written in the target's place. True when it stands there and is safe on the disk. Once,
+    /// as the last call.
     bool Commit();
 
     /// Why one of them gave false, one sentence; empty before.
@@ -39,7 +43,7 @@ private:
     File m_file; ///< behind m_target, since what it has open must be closed before it can be removed
 };
 
-/// Replaces the file at `path` by these bytes, whole or not at all.
+/// Replaces the file at `path` by these bytes, whole or not at all. False when that fails.
 bool WriteWholeFile(std::wstring const& path, std::string_view bytes);
 
 } // namespace Zantrel::Io

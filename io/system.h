@@ -19,7 +19,8 @@ using NativePath = std::wstring;
 using NativePath = std::string;
 #endif
 
-/// 0, or the system's own number for what went wrong.
+/// 0, or the system's own number for what went wrong. Nothing here throws for an error of the system, but
+/// where that is said.
 using Error = int;
 
 /// What went wrong in the system's words, without a full stop.
@@ -39,7 +40,8 @@ bool Exists(NativePath const& path, Error& error);
 /// Bits that nobody can foretell. Throws std::system_error where there are none.
 std::uint32_t RandomBits();
 
-/// An open file, closed with its object.
+/// An open file, closed with its object, without a word about what closing it says: who wants to know calls
+/// Close. Moving leaves nothing open behind. The operations need an open file.
 class File {
 public:
     File() = default;
@@ -56,7 +58,7 @@ public:
     /// The descriptor or handle; None where nothing is open.
     std::intptr_t Handle() const noexcept { return m_handle; }
 
-    /// A folder is refused.
+    /// From the beginning. A folder is refused.
     Error OpenToRead(NativePath const& path);
     /// `got` is 0 at the end of the file.
     Error Read(char* into, std::size_t size, std::size_t& got) noexcept;
@@ -73,7 +75,8 @@ private:
 };
 
 /// A file that is to be replaced as a whole: a new one is made beside it and moved over it at last. A new
-/// file that hasn't been moved goes with this object; it has to be closed before.
+/// file that hasn't been moved goes with this object; it has to be closed before. The calls come in the order
+/// in which they stand here, once each, but CreateBeside until a name is free; after an error none follows.
 class Target {
 public:
     Target() = default;

@@ -37,7 +37,8 @@ template <class Call> Error ErrorOf(Call const& call) noexcept {
 }
 
 /// Holds SIGPIPE back while a pipe may be written to whose reader has gone: the write is to fail, not the
-/// process to end.
+/// process to end. The signal is blocked for this thread, and one that the write has raised is taken before
+/// it is let through again. One that was pending before belongs to somebody else and stays.
 class WithoutPipeSignal {
 public:
     WithoutPipeSignal() noexcept {
@@ -97,6 +98,7 @@ Error FollowLinks(NativePath& path) {
     return ELOOP;
 }
 
+/// The folder is kept open for all that follows, since names are looked up in it then and not along the path.
 Error OpenFolder(NativePath const& path, File& folder) {
     auto const open = [&](int flags) {
         folder = File(RepeatWhenInterrupted([&] { return ::open(path.c_str(), flags); }));
@@ -139,6 +141,7 @@ std::optional<NativePath> ToNativePath(std::wstring_view path) {
     return utf8;
 }
 
+// A lone low surrogate never follows a high one here, so that none of them can come back as a pair.
 std::wstring FromNativePath(NativePath const& path) {
     std::wstring text;
     for (std::string_view left = path; !left.empty();) {
@@ -208,12 +211,17 @@ Error File::Flush() noexcept {
     return ErrorOf([&] { return ::fsync(Descriptor(*this)); });
 }
 
+// A close that was interrupted has closed: doing it once more could close what another thread has opened
+// since.
 Error File::Close() noexcept {
     int const descriptor = static_cast<int>(std::exchange(m_handle, None));
     bool const isClosed = descriptor < 0 || ::close(descriptor) == 0 || errno == EINTR;
     return isClosed ? 0 : errno;
 }
 
+// What is replaced is the file at the end of all links, by its name in its folder. A folder that is renamed,
+// or a link among the folders that is turned elsewhere, between here and Replace does no harm: the new file
+// and the move are made in the folder that was found here.
 Error Target::Find(NativePath const& path) {
     struct stat status {};
     m_target = path;
@@ -233,7 +241,6 @@ Error Target::Find(NativePath const& path) {
     }
     SplitPath split = Split(m_target);
     m_target = std::move(split.name);
-    // Opened, so that a folder renamed meanwhile does no harm.
     Error const error = OpenFolder(split.folder, m_folder);
     return error == 0 && m_target.empty() ? ENOENT : error;
 }
@@ -245,6 +252,8 @@ Error Target::OpenDirectly(File& file) const {
     return file.IsOpen() ? 0 : errno;
 }
 
+// The file under the target's name is looked at again: since Find it may have come, gone or become another.
+// It may not have become what a move would destroy and not replace, such as a link.
 Error Target::CreateBeside(NativePath const& name, File& file) {
     int const folder = Descriptor(m_folder);
     struct stat old {};
@@ -259,6 +268,7 @@ Error Target::CreateBeside(NativePath const& name, File& file) {
     if (m_exists && ::faccessat(folder, m_target.c_str(), W_OK, AT_EACCESS) != 0) {
         return errno;
     }
+    // Nobody else reads what replaces a file that others may not read, not even before it has its rights.
     mode_t const mode = m_exists ? S_IRUSR | S_IWUSR : 0666;
     m_temporary = name;
     file = File(RepeatWhenInterrupted(

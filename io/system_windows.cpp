@@ -56,7 +56,9 @@ Error Move(NativePath const& from, NativePath const& to) noexcept {
         ::MoveFileExW(from.c_str(), to.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH));
 }
 
-/// Ends a replacement that got half way: with the new file, or else with the old one.
+/// Ends a replacement that got half way, with the old file aside and nothing under the target's name: with
+/// the new file, or else with the old one. Where another writer has put its file there meanwhile, that one
+/// stays, and the old one is nobody's any more.
 Error MoveIntoItsPlace(NativePath const& target, NativePath const& by, NativePath const& aside) noexcept {
     Error const error = Move(by, target);
     bool const isReplaced =
@@ -180,6 +182,8 @@ Error File::Close() noexcept {
     return handle == None ? 0 : ErrorOf(::CloseHandle(reinterpret_cast<HANDLE>(handle)));
 }
 
+// Opened without any right, so that a file which others hold is found all the same. Links are followed by
+// asking the handle for its path.
 Error Target::Find(NativePath const& path) {
     m_target = path;
     m_isReplaceable = !IsPipe(path);
@@ -233,6 +237,8 @@ Error Target::CreateBeside(NativePath const& name, File& file) {
 
 bool Target::IsTaken(Error error) noexcept { return error == ERROR_FILE_EXISTS; }
 
+// A file that another program holds open for a moment is tried again. What is tried must therefore leave the
+// target and the new file as they were whenever it fails with an error that may pass.
 Error Target::Replace() {
     NativePath const aside = m_temporary + L".old";
     for (int move = 1;; ++move) {

@@ -9,6 +9,7 @@
 
 namespace KelSDK {
 
+// Each place of the pattern takes four random bits, drawn thirty-two at a time.
 std::wstring CreateUUID_t() {
     constexpr std::wstring_view Digits = L"0123456789abcdef";
     std::uint32_t bits = 0;

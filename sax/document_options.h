@@ -8,7 +8,8 @@
 
 namespace Zantrel::Sax {
 
-/// What every format of the library starts from: the root's name and no comments.
+/// What every format of the library starts from: the root's name and no comments. A format adds its
+/// namespaces, and its schema where there is one.
 inline KelAM::SaxUtilities::WriteOptions DocumentOptions(std::string rootTag) {
     KelAM::SaxUtilities::WriteOptions options;
     options.m_callerOption = true;

@@ -41,6 +41,7 @@ ReadDriver::ReadDriver(DocumentSource& source, ISAXPersist& root, ReadReport* re
 
 ReadDriver::~ReadDriver() { DestroyPushed(0); }
 
+// An element is delivered by whatever tag comes next: a start, then it has children, or its own end.
 bool ReadDriver::Run() {
     m_root.SetDefaults();
     for (;;) {
@@ -71,6 +72,7 @@ bool ReadDriver::Run() {
     }
 }
 
+// Attributes go into one text with their places, because the tokeniser's views end with its next step.
 void ReadDriver::Hold() {
     if (m_open.size() == m_depth) {
         m_open.emplace_back();
@@ -101,6 +103,8 @@ void ReadDriver::HoldText() {
     }
 }
 
+// The receivers are set before the handler is called, since it pushes while it handles. White space in front
+// of a child is layout and no text; in a leaf it is what the document says.
 bool ReadDriver::Deliver(bool hasChildren) {
     if (m_stage != Stage::Held) {
         return true;
@@ -121,6 +125,7 @@ bool ReadDriver::Deliver(bool hasChildren) {
     return !m_isRefused;
 }
 
+// Handlers that the element pushed end after the call: the receiver may use them in it.
 void ReadDriver::End() {
     Element& element = Innermost();
     if (element.receiver != nullptr) {
@@ -138,6 +143,8 @@ void ReadDriver::DestroyPushed(std::size_t keep) noexcept {
     }
 }
 
+// Owned from the first moment, so that it ends also when it can't be kept. One that is pushed once more, or
+// the root itself, has its owner already, and gets the children all the same.
 void ReadDriver::PushHandler(ISAXPersist* handler) {
     bool const hasOwner = handler == nullptr || handler == &m_root ||
                           std::any_of(m_pushed.begin(), m_pushed.end(),
@@ -216,6 +223,7 @@ void ReadDriver::RefuseDocument(std::wstring_view sentence) {
     Report(Kind::RefusedDocument, {sentence});
 }
 
+// Of a source that failed the tokeniser only knows that it did.
 void ReadDriver::ReportError() {
     if (m_report != nullptr) {
         std::wstring const failure = m_source.FailureText();
@@ -225,6 +233,7 @@ void ReadDriver::ReportError() {
     }
 }
 
+// An entry that has no room costs no text, only the count.
 void ReadDriver::Report(Kind kind, std::initializer_list<std::wstring_view> parts) {
     if (m_report == nullptr) {
         return;

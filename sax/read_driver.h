@@ -29,12 +29,28 @@ public:
 ///
 /// A start tag is held back until the next start or end tag has come, so that the handler finds the element's
 /// text complete. All buffers are kept from element to element: once warm, an element costs no allocation.
+///
+/// What holds between two tokens:
+/// - The first m_depth of m_open are the open elements, from the root inwards. Each has been delivered but
+/// the
+///   innermost one, which may be held back (Stage::Held): then m_text and m_attributes are its own.
+/// - An element's end goes to the handler that got its start, or to nobody if nobody did.
+/// - m_pushed owns what handlers have pushed, each once, in the order of pushing; the last ones, from
+///   pushedBefore of the innermost element on, are those that it has pushed itself, and end with it. Whatever
+///   ends the read, the destructor ends the rest, inner ones first.
+/// - m_open is a deque: a tag that was handed out stays where it is until its element ends.
+/// Only while HandleTag runs (Stage::Handled) is there an element that can be asked; at any other time the
+/// questions have the answers of an element without anything.
+///
+/// A report changes nothing in what is read: places are kept for it only, and texts are built for it only.
 class ReadDriver final : public KelSAX::ISAXReader {
 public:
+    /// All three must outlive the driver; `report` may be null.
     ReadDriver(DocumentSource& source, ISAXPersist& root, ReadReport* report);
     ~ReadDriver() override;
 
-    /// Reads the whole document, once. False at an error, which goes to the report.
+    /// Reads the whole document, once. False at an error, which goes to the report, and when a handler
+    /// refused the document. What a handler throws goes through.
     bool Run();
 
     void PushHandler(ISAXPersist* handler) override;
@@ -70,10 +86,14 @@ private:
     enum class Stage { None, Held, Handled }; ///< of the element whose start tag came last
 
     Element& Innermost() { return m_open[m_depth - 1]; }
+    /// Opens the element of the tokeniser's start tag and keeps what the tokeniser will forget of it.
     void Hold();
     void HoldText();
+    /// Calls the handler of the element that is held back, if one is. False when it refused the document.
     bool Deliver(bool hasChildren);
+    /// Closes the innermost element.
     void End();
+    /// The last ones first, down to so many.
     void DestroyPushed(std::size_t keep) noexcept;
     void ReportError();
     std::string_view NameOf(HeldAttribute const& held) const;

@@ -16,6 +16,7 @@ void ReadReport::Add(Entry entry) {
     }
 }
 
+// Kinds that end a read come once in it, so that what is kept beyond the limit is bounded, too.
 bool ReadReport::HasRoomFor(Kind kind) const noexcept {
     bool const failsTheRead =
         kind == Kind::CannotRead || kind == Kind::DocumentError || kind == Kind::RefusedDocument;

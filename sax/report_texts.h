@@ -6,7 +6,8 @@
 
 namespace Zantrel::Sax {
 
-/// UTF-8 as a wide text to quote, cut with "..." when it is long.
+/// UTF-8 of a document or a host as a wide text to quote: cut with "..." when it is long, and each ill-formed
+/// byte as U+FFFD.
 std::wstring Excerpt(std::string_view utf8);
 
 /// "sentence (path)", without the path when it is empty.

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <zantrel/sax/sax_persist.h>
 
+// Here and not in the header, so that each class has one place for its type information: a host's handler
+// must be the same class to the library.
 ISAXReference::ISAXReference() = default;
 ISAXReference::ISAXReference(ISAXReference const&) = default;
 ISAXReference& ISAXReference::operator=(ISAXReference const&) = default;

@@ -24,6 +24,7 @@ namespace Sax = Zantrel::Sax;
 
 constexpr std::string_view Declaration = "xmlns";
 
+/// A file, with its own sentence for what went wrong.
 class FileSource final : public Sax::DocumentSource {
 public:
     bool Open(std::wstring const& path) { return m_file.Open(path); }
@@ -57,6 +58,8 @@ private:
     bool m_hasFailed;
 };
 
+/// Past the formatting layer, too, and the first failure stays. The host hears of it afterwards, when no
+/// element is open any more that a destructor would close.
 class StreamSink final : public Io::ByteSink {
 public:
     explicit StreamSink(std::ostream& out) : m_out(out), m_hasFailed(out.fail() || out.rdbuf() == nullptr) {}
@@ -97,7 +100,8 @@ void ReportUnreadable(ReadReport* report, std::wstring const& sentence) {
     }
 }
 
-/// `sinkText` says why the sink failed, for when it did.
+/// Fills the report of a write that failed. `sinkText` says why the sink failed, for when it did: that cause
+/// goes first, and it lies at no element.
 bool Conclude(bool succeeded, Sax::WriteDriver const& driver, std::wstring const& sinkText,
               WriteReport* report) {
     if (!succeeded && report != nullptr) {

@@ -6,8 +6,9 @@
 
 namespace KelSAX {
 
-// A text that can't be converted becomes bytes that are no UTF-8, which WriteValue and its like refuse: the
-// place that knows how to fail.
+// Wide texts are converted into one string that is kept, so that writing allocates nothing once it is long
+// enough. A text that can't be converted becomes bytes that are no UTF-8, which WriteValue and its like
+// refuse: the place that knows how to fail.
 
 ISAXWriter::~ISAXWriter() = default;
 

@@ -34,7 +34,7 @@ constexpr FaultPattern FaultPatterns[] = {
     {WriteFault::PrefixNotDeclarable, L"The namespace prefix \"{0}\" can't be declared."},
     {WriteFault::AttributeTwice, L"The attribute \"{0}\" is given twice."},
     {WriteFault::AttributeTooLate, L"The attribute \"{0}\" comes after the element's content."},
-    {WriteFault::NoXmlCharacter, L"XML can't carry the character U+{0}."},
+    {WriteFault::NoXmlCharacter, L"XML can't carry the character {0}."},
     {WriteFault::NoUtf8, L"The text \"{0}\" has a lone surrogate or is no UTF-8."},
     {WriteFault::NoComment, L"The header text \"{0}\" has \"--\" in it, which ends a comment."},
     {WriteFault::TooDeep, L"The elements are nested too deep to be read again."},
@@ -45,14 +45,18 @@ constexpr FaultPattern FaultPatterns[] = {
 
 static_assert(InEnumOrder(FaultPatterns, &FaultPattern::fault, WriteFault::HandlerRefused));
 
-/// What can't be written as it stands: it is escaped, refused, or not ASCII and has to be looked at.
+/// The one search for all places that text goes to: it stops at whatever some place may not have as it
+/// stands, which is then decoded, checked and escaped for its own place. That is everything that is not
+/// ASCII, each control character, and four signs. A tab in a text, or a quotation mark, is stopped at in
+/// vain, which is rare; in exchange there is one search for all, and it runs over plain text in blocks.
 constexpr auto NeedsCare = [](auto bytes) {
     return bytes.BelowOrNotAscii(' ') | bytes.Equal('&') | bytes.Equal('<') | bytes.Equal('>') |
            bytes.Equal('"');
 };
 
-/// What the ASCII characters that need care and that XML can carry become. ">" is always escaped, for the
-/// sake of "]]>".
+/// What the ASCII characters that need care and that XML can carry become. Readers turn CR into LF, and in
+/// attributes white space into blanks: what has to come back is a reference there. ">" is always escaped, for
+/// the sake of "]]>".
 struct Escape {
     char character;
     char const* inText;
@@ -64,20 +68,13 @@ constexpr Escape Escapes[] = {
     {'\r', "&#13;", "&#13;"}, {'\t', "\t", "&#9;"},  {'\n', "\n", "&#10;"},
 };
 
-std::string FormatCodePoint(char32_t code) {
-    constexpr std::string_view Digits = "0123456789ABCDEF";
-    std::string text;
-    for (int shift = code < 0x10000 ? 12 : 20; shift >= 0; shift -= 4) {
-        text.push_back(Digits[code >> shift & 0xF]);
-    }
-    return text;
-}
-
 } // namespace
 
 WriteDriver::WriteDriver(Io::ByteSink& sink)
     : m_sink(sink), m_buffer(std::make_unique_for_overwrite<char[]>(BufferSize)) {}
 
+// The root is written as any element; the declaration and the comments before it stand in no element. Whether
+// the handler has failed the write is asked before what it has left open, and both before the root is closed.
 bool WriteDriver::Run(ISAXPersist const& handler, KelAM::SaxUtilities::WriteOptions const& options) {
     Put("<?xml version=\"1.0\" encoding=\"UTF-8\"?>");
     WriteHeaderText(options.m_firstHeaderText);
@@ -115,6 +112,7 @@ void WriteDriver::WriteHeaderText(std::wstring const& text) {
     Put(" -->");
 }
 
+// The prefix can be none that is reserved, and no prefix can be taken back by an empty namespace.
 void WriteDriver::DeclareNamespace(KelAM::SaxUtilities::Namespace const& declared) {
     std::string const prefix = StringConversion::NativeToUtf8(declared.m_prefix);
     if (prefix.empty()) {
@@ -126,6 +124,8 @@ void WriteDriver::DeclareNamespace(KelAM::SaxUtilities::Namespace const& declare
     }
 }
 
+// The prefix "xsi" is declared unless the host has done so; one that it gave to another namespace is declared
+// twice, which fails.
 void WriteDriver::ReferToSchema(KelAM::SaxUtilities::WriteOptions const& options) {
     if (options.m_schemaNamespace.empty() || options.m_schemaFile.empty()) {
         return;
@@ -176,6 +176,7 @@ void WriteDriver::WriteAttribute(std::string_view name, std::string_view value) 
     Put('"');
 }
 
+// Comparing is fastest for the few names that most tags have; the strings are kept for the next tag.
 bool WriteDriver::IsNewAttribute(std::string_view name) {
     if (m_attributeCount == FewAttributes) {
         if (m_manyAttributes.empty()) {
@@ -243,6 +244,8 @@ void WriteDriver::CloseElement() noexcept {
     }
 }
 
+// The root's own end, too, which is not the handler's to close. What it says stands before the first fault
+// only.
 void WriteDriver::EndElement() noexcept {
     if (HasFailed()) {
         return;
@@ -294,6 +297,7 @@ void WriteDriver::BreakLine(std::size_t depth) noexcept {
     }
 }
 
+// A fault may leave a part of the text in the buffer: the document is lost anyway.
 void WriteDriver::PutChecked(std::string_view text, Place place) {
     char const* const end = text.data() + text.size();
     for (char const* at = text.data(); at != end;) {
@@ -308,7 +312,7 @@ void WriteDriver::PutChecked(std::string_view text, Place place) {
             return Fail(WriteFault::NoUtf8, text);
         }
         if (!Xml::IsXmlCharacter(character.code)) {
-            return Fail(WriteFault::NoXmlCharacter, FormatCodePoint(character.code));
+            return Fail(WriteFault::NoXmlCharacter, Text::CodePointText(character.code));
         }
         if (character.code >= 0x80 || place == Place::Comment) {
             Put({at, character.size});
@@ -327,6 +331,7 @@ std::string_view WriteDriver::NameOf(std::size_t level) const noexcept {
     return std::string_view(m_names).substr(begin, end - begin);
 }
 
+// What is larger than the buffer goes past it.
 void WriteDriver::Put(std::string_view bytes) noexcept {
     if (bytes.empty()) {
         return;

@@ -18,7 +18,7 @@
 
 namespace Zantrel::Sax {
 
-/// Why a document can't be written.
+/// Why a document can't be written. Each has its sentence in a table, in this order.
 enum class WriteFault {
     None,
     Sink,
@@ -39,11 +39,30 @@ enum class WriteFault {
 ///
 /// All that is written goes through one buffer to the sink. The first fault is kept, and everything after it
 /// does nothing. Names of open elements stand in one string: once warm, an element costs no allocation.
+///
+/// What holds between two calls:
+/// - m_levels are the open elements from the root inwards, m_names their names one behind the other. After a
+///   fault both stay as they were, for they are the path that the report shows.
+/// - m_startTag says what the start tag that was written last still takes. Its ">" is left out until
+/// something
+///   follows, since nothing may, and then it becomes "/>".
+/// - m_attributes holds the names of that tag's attributes, as many as there are strings in it; from then on
+///   m_manyAttributes holds all of them, so that no number of attributes takes quadratic time.
+/// - A line is broken and indented before a tag unless its parent has text: there white space would be
+/// content.
+///   So an element has either a line for each child or all that it was given, exactly.
+/// - Nothing reaches the buffer that the reader of this library would not read back as it was given: names,
+///   characters and depth are checked when they come. The sink may have got a part of a document that fails.
+///
+/// Handlers close elements from destructors: CloseElement and all that it needs can neither throw nor
+/// allocate.
 class WriteDriver final : public KelSAX::ISAXWriter {
 public:
+    /// The sink must outlive the driver.
     explicit WriteDriver(Io::ByteSink& sink);
 
-    /// Writes the whole document, once, and hands the last of it to the sink.
+    /// Writes the whole document, once, and hands the last of it to the sink. False at the first fault, which
+    /// FaultText and FaultPath then tell. What the handler throws goes through.
     bool Run(ISAXPersist const& handler, KelAM::SaxUtilities::WriteOptions const& options);
 
     bool SinkFailed() const noexcept { return m_fault == WriteFault::Sink; }
@@ -85,10 +104,12 @@ private:
     void DeclareNamespace(KelAM::SaxUtilities::Namespace const& declared);
     void ReferToSchema(KelAM::SaxUtilities::WriteOptions const& options);
     void EndElement() noexcept;
+    /// Keeps the name; false when the start tag has it.
     bool IsNewAttribute(std::string_view name);
     bool BeginText() noexcept;
     void CompleteStartTag() noexcept;
     void BreakLine(std::size_t depth) noexcept;
+    /// Escapes what XML asks for in that place, or fails.
     void PutChecked(std::string_view text, Place place);
     std::string_view NameOf(std::size_t level) const noexcept;
 

@@ -26,6 +26,7 @@ std::wstring& LocalSchemaFileBuildProcessors201702() noexcept {
 
 namespace {
 
+/// As std::filesystem::exists, but by this library's own view of paths.
 bool Exists(std::wstring const& path) {
     auto const native = Io::ToNativePath(path);
     if (!native) {

@@ -4,6 +4,10 @@
 #include <array>
 #include <cstdint>
 
+// Four characters of six bits each are a group of three bytes. Decoding keeps the bits of the group that is
+// begun, and how many of its characters were padding: after the first padding nothing but more of it may
+// come, to the end of that group, which is then the last. What a shorter group can't fill must be zero, so
+// that each sequence of bytes has one text only.
 namespace Zantrel::Text {
 
 namespace {

@@ -5,6 +5,9 @@
 
 namespace Zantrel::Text {
 
+/// The form of a GUID, which is looked for in two ways on purpose: what identifies something must be one, and
+/// what a name looks like decides which element it is written as.
+
 /// A random GUID (version 4): an "x" stands for any hexadecimal digit, a "y" for one of 8, 9, a, b. Its
 /// dashes stand where every GUID has them.
 inline constexpr std::wstring_view RandomGuidPattern = L"xxxxxxxx-xxxx-4xxx-yxxx-xxxxxxxxxxxx";

@@ -8,21 +8,25 @@
 
 namespace Zantrel::Text {
 
-/// The text without XML white space (blank, TAB, LF, CR) at its ends.
+/// Numbers and flags as documents have them. Nothing here depends on a locale, allocates or throws.
+
+/// The text without XML white space (blank, TAB, LF, CR) at its ends. A view into it.
 std::string_view Trim(std::string_view text) noexcept;
 
-/// The whole trimmed text as one value, whatever the locale; nothing when it is no such value or out of
-/// range. A leading "+" is taken; "INF", "-INF" and "NaN" in any case.
+/// The whole trimmed text as one value; nothing when it is no such value or out of range. A leading "+" is
+/// taken, and for a double a point without digits on one of its sides, an exponent, and "INF", "+INF", "-INF"
+/// and "NaN" in any case. A double is the one nearest to the decimal number.
 std::optional<double> ParseDouble(std::string_view text) noexcept;
 std::optional<std::int32_t> ParseInteger(std::string_view text) noexcept;
-/// "true", "false", "True", "False", "1", "0".
+/// "true", "false", "True", "False", "1", "0", and nothing else.
 std::optional<bool> ParseBool(std::string_view text) noexcept;
 
 /// Room that PrintDouble and PrintInteger need at the most.
 inline constexpr std::size_t NumberRoom = 64;
 
-/// Prints with `precision` significant digits (17 reads back bit for bit), whatever the locale, and gives the
-/// end. "INF", "-INF", "NaN" for what is not finite.
+/// Prints into NumberRoom characters and gives the end; no NUL follows. A double gets `precision` significant
+/// digits, at least 1 and at most 50, as "%g" prints them in the C locale; 17 read back bit for bit. "INF",
+/// "-INF", "NaN" for what is not finite.
 char* PrintDouble(char* into, double value, int precision) noexcept;
 char* PrintInteger(char* into, std::int64_t value) noexcept;
 

@@ -7,6 +7,7 @@ namespace Zantrel::Text {
 
 namespace {
 
+/// One digit a place, so ten parts at the most.
 template <class Char>
 std::basic_string<Char> FillAny(std::basic_string_view<Char> pattern,
                                 std::initializer_list<std::basic_string_view<Char>> parts) {
@@ -45,6 +46,14 @@ std::string Shorten(std::string_view utf8) {
         --end;
     }
     return std::string(utf8.substr(0, end)).append("...");
+}
+
+std::string CodePointText(char32_t character) {
+    std::string text = "U+";
+    for (int shift = 12; shift >= 0; shift -= 4) {
+        text.push_back("0123456789ABCDEF"[character >> shift & 0xF]);
+    }
+    return text;
 }
 
 } // namespace Zantrel::Text

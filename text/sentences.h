@@ -18,4 +18,7 @@ std::wstring Fill(std::wstring_view pattern, std::initializer_list<std::wstring_
 /// holds. Never cut inside a character.
 std::string Shorten(std::string_view utf8);
 
+/// "U+0000" for a character below U+10000. Those that XML can't carry all are.
+std::string CodePointText(char32_t character);
+
 } // namespace Zantrel::Text

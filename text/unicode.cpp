@@ -7,6 +7,13 @@
 #include <cstddef>
 #include <cstdint>
 
+// Every conversion runs in two parts: the ASCII beginning of a text, which mostly is all of it, goes in
+// blocks into room that was made for the case that there is nothing else; then the rest goes character by
+// character. No character becomes fewer bytes than it has units, so the room is enough for the beginning, and
+// the text is cut to what was converted before the rest is appended.
+//
+// On the wide side a unit is a code point or one half of a pair, whatever the width of wchar_t: halves that
+// stand together are joined everywhere, and only where wchar_t has 16 bits are characters split again.
 namespace Zantrel::Text {
 
 namespace {
@@ -70,6 +77,7 @@ char32_t TakeCodePoint(std::wstring_view& text) noexcept {
     return first;
 }
 
+/// What one unit becomes: UTF-8, or for what is no code point the bytes that AppendUtf8Unchecked promises.
 struct Encoded {
     char bytes[4] = {};
     std::size_t size = 0;

@@ -6,6 +6,9 @@
 
 namespace Zantrel::Text {
 
+/// Conversions between wide texts and UTF-8 that append, so that a buffer that is kept costs no allocation.
+/// The target must not be what the view looks at. They throw std::bad_alloc only.
+
 /// Appends `text` as UTF-8. A pair of surrogates is joined, also where wchar_t has 32 bits. False, and `utf8`
 /// holds what came before, at a lone surrogate or a value above U+10FFFF.
 bool AppendUtf8(std::wstring_view text, std::string& utf8);

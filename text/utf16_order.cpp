@@ -42,6 +42,10 @@ private:
 
 } // namespace
 
+// Equal units are equal in both forms, so the common beginning is passed over without looking at what it is.
+// It may end inside of a pair, when one text has a pair as two units and the other one has it as one, or when
+// two pairs differ in their second halves only: the units from there on compare right in each case, since a
+// high surrogate that is alike on both sides decides nothing.
 int Compare(std::wstring_view left, std::wstring_view right) noexcept {
     std::size_t const shorter = std::min(left.size(), right.size());
     std::size_t same = 0;

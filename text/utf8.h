@@ -13,6 +13,9 @@ struct Utf8Character {
     bool incomplete = false;
 };
 
+/// The two directions of UTF-8 for one character, inline for the sake of loops over texts. Whether the
+/// character is one that XML can carry is another question (xml/names.h).
+
 /// Decodes one character of [at, end), which is not empty. Overlong forms, surrogates and values above
 /// U+10FFFF are ill-formed.
 inline Utf8Character DecodeUtf8(char const* at, char const* end) noexcept {

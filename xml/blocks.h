@@ -99,9 +99,11 @@ public:
     }
 
 private:
+    /// A number with `byte` in all its places.
     static std::uint64_t Each(char byte) noexcept {
         return 0x0101010101010101u * static_cast<unsigned char>(byte);
     }
+    /// A byte's lower seven bits plus 7F have the top bit unless they are zero, and reach no other byte.
     static Marks Zeros(std::uint64_t bytes) noexcept {
         return Marks(~(((bytes & Each(0x7F)) + Each(0x7F)) | bytes));
     }

@@ -6,6 +6,9 @@
 #include <algorithm>
 #include <cstddef>
 
+// The declaration is three settings in a fixed order, of which the first must be there. Each is tried in turn
+// at the same place; one that isn't there leaves the place to the next one, and what is no setting at all is
+// found by whoever expects the end.
 namespace Zantrel::Xml {
 
 namespace {
@@ -31,7 +34,8 @@ std::nullptr_t StopAt(char const* place, Stop& stop) noexcept {
     return stop.At(Fault::MalformedDeclaration, place);
 }
 
-/// Gives `at` itself where something else than the setting follows.
+/// Gives the place behind the setting, `at` itself where something else follows, or null and why it stopped.
+/// A word that is cut by the end of the buffer stops the scan, which then begins anew with more.
 char const* ScanSetting(char const* at, Setting& setting, Stop& stop) noexcept {
     char const* const begin = SkipSpace(at);
     char const* end = begin;
@@ -60,7 +64,9 @@ char const* ScanSetting(char const* at, Setting& setting, Stop& stop) noexcept {
 
 } // namespace
 
-// Any version is taken: it promises nothing that the characters of the document don't show.
+// The name of an encoding begins with a letter; "standalone" has two values, and promises nothing either
+// where there are no document types. Any version is taken: it promises nothing that the characters of the
+// document don't show.
 char const* ScanDeclaration(char const* at, std::string_view& encoding, Stop& stop) noexcept {
     Setting settings[] = {{"version"}, {"encoding"}, {"standalone"}};
     auto const& [version, encodingSetting, standalone] = settings;
@@ -83,6 +89,8 @@ char const* ScanDeclaration(char const* at, std::string_view& encoding, Stop& st
     return at + 1;
 }
 
+// Without a mark the bytes are taken for UTF-8, so a document that says UTF-16 and has none contradicts
+// itself. The name with a byte order is taken where that is the order.
 bool CheckEncoding(std::string_view name, Encoding actual, Stop& stop) noexcept {
     auto const is = [name](std::string_view lowerCase) {
         return std::ranges::equal(name, lowerCase, {}, ToLower);

@@ -8,8 +8,8 @@
 
 namespace Zantrel::Xml {
 
-/// Scans the XML declaration at `at`. `encoding` is empty if it names none. Gives the place behind it, or
-/// null and why it stopped.
+/// Scans the XML declaration at `at`, of which "<?xml" has been found. `encoding` becomes a view of the name
+/// it gives, and is empty if it gives none. Gives the place behind it, or null and why it stopped.
 char const* ScanDeclaration(char const* at, std::string_view& encoding, Stop& stop) noexcept;
 
 /// Whether a document in `actual` can say that it is in the encoding of this name; if not, why.

@@ -8,7 +8,8 @@
 
 namespace Zantrel::Xml {
 
-/// What can be wrong with a document.
+/// What can be wrong with a document. Each has its sentence in a table, and the order is that of the table. A
+/// person reads the sentence; nothing else depends on which fault it is.
 enum class Fault : std::uint8_t {
     ReadFailed,
     NoEncoding,
@@ -49,7 +50,9 @@ enum class Fault : std::uint8_t {
     UndefinedEntity,
 };
 
-/// Where and why a scan stopped, and the word it stopped at if that says more.
+/// Where and why a scan stopped, and the word it stopped at if that says more. Views into the buffer: they
+/// are good until more is read. A scan that stops at the NUL at the end of the buffer says nothing about the
+/// document yet, unless nothing follows.
 struct Stop {
     Fault fault = Fault::ReadFailed;
     char const* place = nullptr;
@@ -64,7 +67,8 @@ struct Stop {
     }
 };
 
-/// The fault as one sentence, with the words it speaks of. Long words are shortened.
+/// The fault as one sentence, with the words it speaks of. Long words are shortened. The words may point
+/// anywhere; none is kept.
 std::string Describe(Fault fault, std::string_view word, std::string_view otherWord);
 
 } // namespace Zantrel::Xml

@@ -19,7 +19,7 @@ bool IsContinuation(char byte) noexcept { return (static_cast<unsigned char>(byt
 
 } // namespace
 
-// A byte of UTF-16 becomes up to one and a half of UTF-8; three bytes may be left over from the piece before.
+// Up to three bytes may be left over from the piece before, of a character that it has cut.
 InputBuffer::InputBuffer(Io::ByteSource& source, std::size_t pieceSize)
     : m_source(source), m_pieceSize(std::max<std::size_t>(pieceSize, 1)),
       m_room(m_pieceSize + m_pieceSize / 2 + 8), m_capacity(2 * m_room),
@@ -79,7 +79,8 @@ void InputBuffer::ReadPiece() {
         ReadUtf16();
 }
 
-/// Gives 0 at the end and after a failure.
+/// One piece of the source; 0 at the end and after a failure. A source that says it gave more than it was
+/// asked for has failed, too.
 std::size_t InputBuffer::ReadBytes(char* into) {
     auto const count = m_source.Read(into, m_pieceSize);
     if (count >= 0 && static_cast<std::size_t>(count) <= m_pieceSize)
@@ -94,6 +95,9 @@ void InputBuffer::Fail() noexcept {
     m_state = InputState::ReadFailed;
 }
 
+// Three bytes tell: a mark of UTF-8, which is dropped, or one of UTF-16. A NUL among the first two is UTF-16
+// without a mark, or UTF-32. Everything else is UTF-8 until it turns out not to be. A document of fewer bytes
+// must be told alike, and may come byte by byte.
 void InputBuffer::DetectEncoding() {
     std::size_t size = 0;
     while (size < 3) {
@@ -121,6 +125,8 @@ void InputBuffer::DetectEncoding() {
     }
 }
 
+// The piece goes straight behind the end, with room in front of it for what is left of the piece before.
+// Nothing is taken from m_raw before the source has answered, since it may throw.
 void InputBuffer::ReadUtf8() {
     char* const to = m_end + m_raw.size();
     std::size_t const size = ReadBytes(to);
@@ -145,6 +151,8 @@ void InputBuffer::ReadUtf16() {
         m_state = left == 0 ? InputState::Complete : left == 1 ? InputState::Truncated : InputState::Unpaired;
 }
 
+// Takes all whole characters off m_raw. A low surrogate alone, or a high one that something else follows,
+// ends the input behind the characters before it, so it may only be told once those have been accepted.
 void InputBuffer::Transcode() {
     std::size_t const low = m_encoding == Encoding::Utf16LittleEndian ? 0 : 1;
     auto const unit = [this, low](std::size_t at) -> char32_t {
@@ -178,7 +186,9 @@ void InputBuffer::Transcode() {
         m_state = InputState::Unpaired;
 }
 
-/// Checks [at, end), which stands at m_end or behind it, and makes it part of the buffer.
+/// Checks [at, end), which stands at m_end or behind it, and makes it part of the buffer. Bytes are taken to
+/// `out`, which never gets ahead of `at`: a CR and LF become one, and all else keeps its size. Plain
+/// characters go in blocks; where nothing was dropped yet they stay in place.
 void InputBuffer::Accept(char* at, char* end) {
     std::memset(end, 0, Block::Size);
     char* out = m_end;

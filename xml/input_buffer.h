@@ -10,6 +10,7 @@
 
 namespace Zantrel::Xml {
 
+/// What the bytes are in, whatever the document says of it.
 enum class Encoding { Utf8, Utf16LittleEndian, Utf16BigEndian };
 
 /// Whether there is more to read, and if not, why.
@@ -18,16 +19,33 @@ enum class InputState { Open, Complete, ReadFailed, NoEncoding, IllFormed, Unpai
 /// The part of a document that is being looked at, as UTF-8 that needs no further check: well-formed, allowed
 /// characters only, each line end one LF. What is wrong with the input ends it, so that whoever reads on
 /// finds the characters before the fault first.
+///
+/// What holds between all calls:
+/// - [Begin(), End()) is whole characters. What is known of a character that the last piece has cut waits in
+///   m_raw and is put in front of the next piece.
+/// - A NUL stands at End() and nowhere before it, as XML has no such character; Block::Size bytes from End()
+/// on
+///   are readable and zero. Every search relies on the one and every block on the other.
+/// - A CR at the end of a piece has become an LF already, and m_afterCarriageReturn has an LF at the
+/// beginning
+///   of the next piece dropped.
+/// - m_capacity has room for one more piece behind End() whenever one is read, however much it grows by being
+///   transcoded: a byte of UTF-16 becomes at most one and a half of UTF-8.
+/// - State() other than Open is final, and what had been read before can still be looked at.
+/// Time is linear in the document: each byte is checked once, and moved a bounded number of times on average,
+/// since a move is paid for either by what is dropped or by the doubling of the room.
 class InputBuffer {
 public:
+    /// Reads nothing yet. The source must outlive the buffer.
     InputBuffer(Io::ByteSource& source, std::size_t pieceSize);
 
-    /// A NUL stands at End(), and only there, and at least Block::Size readable bytes follow.
     char const* Begin() const noexcept { return m_bytes.get(); }
     char const* End() const noexcept { return m_end; }
 
     /// Reads at least one more character; false where there is none, and State() says why. What stands before
-    /// `keep` is dropped, and `keep` follows its character; every other pointer into the buffer is lost.
+    /// `keep` is dropped, and `keep` follows its character; every other pointer into the buffer is lost. What
+    /// the source throws goes through, and the input ends there, as it does where memory runs out for what it
+    /// gave. Where it runs out before, nothing has changed.
     bool ReadMore(char const*& keep);
     /// Reads until twice as much follows `keep`, or all there is. A token that is scanned anew after each
     /// such call is scanned in linear time, whatever the size of the pieces.
@@ -42,7 +60,9 @@ public:
     Position PositionOf(char const* at) const noexcept;
 
 private:
+    /// Room for one piece behind the end.
     void MakeRoom(char const*& keep);
+    /// Reads and accepts one piece, of which nothing may be left.
     void ReadPiece();
     std::size_t ReadBytes(char* into);
     void DetectEncoding();
@@ -51,6 +71,7 @@ private:
     void Transcode();
     void Accept(char* at, char* end);
     std::size_t CheckCharacter(char const* at, char const* end);
+    /// Puts the NULs there.
     void SetEnd(char* end) noexcept;
     void Fail() noexcept;
 

@@ -3,6 +3,7 @@
 
 namespace Zantrel::Xml {
 
+// Names beyond ASCII have ASCII runs in them mostly, which go in blocks.
 char const* SkipNameBeyondAscii(char const* at) noexcept {
     while (!IsAscii(*at)) {
         auto const character = Decode(at);

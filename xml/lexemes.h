@@ -5,7 +5,9 @@
 #include "xml/names.h"
 #include "xml/scan.h"
 
-/// The smallest pieces of markup, in a buffer of whole and allowed characters with a NUL at its end.
+/// The smallest pieces of markup, in a buffer of whole and allowed characters with a NUL at its end
+/// (InputBuffer). None of them ends at a place that it was given: each stops at the first character that
+/// doesn't belong to it, the NUL at the latest.
 namespace Zantrel::Xml {
 
 /// CR never gets here: line ends are normalised as they are read.

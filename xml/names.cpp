@@ -17,7 +17,8 @@ struct Range {
     char32_t last;
 };
 
-// Beyond ASCII only; what may go on a name without beginning one stands in a table of its own.
+// The ranges are sorted and don't touch, so that one search by halves finds the only one that can hold a
+// character. Beyond ASCII only; what may go on a name without beginning one stands in a table of its own.
 constexpr Range StartRanges[] = {
     {0xC0, 0xD6},     {0xD8, 0xF6},     {0xF8, 0x2FF},    {0x370, 0x37D},
     {0x37F, 0x1FFF},  {0x200C, 0x200D}, {0x2070, 0x218F}, {0x2C00, 0x2FEF},
@@ -108,7 +109,7 @@ bool IsPortableCharacter(char32_t character) noexcept {
            (character >= 0x80 && IsIn(PortableFollowingRanges, character));
 }
 
-/// Nearly all names are ASCII: then this is their end.
+/// The end of the ASCII characters that a name begins with.
 char const* SkipAsciiName(std::string_view name) noexcept {
     char const* const begin = name.data();
     bool const isName =
@@ -131,6 +132,8 @@ bool IsNameCharacter(char32_t character) noexcept {
            (character >= 0x80 && IsIn(FollowingRanges, character));
 }
 
+// Nearly all names are ASCII and end with the first step. What is left is decoded, whose first character is
+// the name's only if that step took none.
 bool IsPortableXmlName(std::string_view utf8) noexcept {
     char const* at = SkipAsciiName(utf8);
     char const* const end = utf8.data() + utf8.size();

@@ -5,6 +5,10 @@
 
 namespace Zantrel::Xml {
 
+/// Which characters XML has, and which names are made of. The tokeniser takes the names of the fifth edition;
+/// what is written keeps to the fourth's, which every reader takes. For ASCII both are the same
+/// (xml/scan.h).
+
 /// Whether XML 1.0 can carry the character at all, as itself or as a reference.
 bool IsXmlCharacter(char32_t character) noexcept;
 

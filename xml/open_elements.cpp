@@ -5,6 +5,7 @@
 
 namespace Zantrel::Xml {
 
+// A name of any size, and where the room ends. All that can throw comes before the first change that counts.
 void OpenElements::PushWithCare(std::string_view name) {
     std::size_t const end = m_size + name.size();
     if (end + 2 * Block::Size > m_names.size())

@@ -12,9 +12,15 @@ namespace Zantrel::Xml {
 
 /// The names of the elements that are open, one behind the other. A name that fits in a block is copied and
 /// compared as one, which is much faster than a few bytes are.
+///
+/// What holds: the innermost name ends at m_size, each other one where the next begins, and m_names has a
+/// block of room behind m_size, so that a name can be loaded as a block from its beginning. What stands
+/// behind a name, in the block that was copied, never counts. Memory grows with the deepest nesting and isn't
+/// given back.
 class OpenElements {
 public:
     std::size_t Depth() const noexcept { return m_begins.size(); }
+    /// There must be one. Good until the next Push.
     std::string_view Innermost() const noexcept {
         return {m_names.data() + m_begins.back(), m_size - m_begins.back()};
     }

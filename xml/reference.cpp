@@ -25,6 +25,9 @@ int DigitValue(char byte, int base) noexcept {
     return base == 16 && lower >= 'a' && lower <= 'f' ? lower - 'a' + 10 : -1;
 }
 
+// The value stays at what is too large for a character, however many digits follow. A fault of the number as
+// a whole is told at its '&', but where the buffer ends it is told there, so that more is read before it is
+// one.
 char const* ScanNumber(char const* at, char32_t& character, Stop& stop) noexcept {
     constexpr char32_t tooLarge = 0x110000;
     int const base = at[2] == 'x' ? 16 : 10;

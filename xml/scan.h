@@ -27,14 +27,15 @@ inline char const* FindByte(char const* at, char byte) noexcept {
     return Find(at, [byte](Block block) { return block.Equal(byte) | block.Equal('\0'); });
 }
 
-/// The next byte at which character data may stop.
+/// The next byte at which character data may stop: markup, a reference, a '>' that may end "]]>", the end.
 inline char const* FindTextStop(char const* at) noexcept {
     return Find(at, [](Block block) {
         return block.Equal('<') | block.Equal('&') | block.Equal('>') | block.Equal('\0');
     });
 }
 
-/// The next byte at which an attribute's value stops or isn't what it says.
+/// The next byte at which an attribute's value stops or isn't what it says: its quote, what must be replaced,
+/// what may not stand there, and the end, which is below ' ' too.
 inline char const* FindValueStop(char const* at, char quote) noexcept {
     return Find(at, [quote](Block block) {
         return block.Equal(quote) | block.Equal('<') | block.Equal('&') | block.Below(' ');
@@ -58,7 +59,8 @@ inline char const* SkipPlain(char const* at, char const* end) noexcept {
     return at < end ? at : end;
 }
 
-/// Compilers turn the inner loop into blocks by themselves.
+/// How often `byte` stands in [at, end), and nothing behind it is read. Compilers turn the inner loop into
+/// blocks by themselves; a count of one byte can't overflow in it.
 inline std::size_t CountByte(char const* at, char const* end, char byte) noexcept {
     constexpr std::ptrdiff_t chunk = 64;
     std::size_t count = 0;

@@ -11,6 +11,7 @@
 
 namespace Zantrel::Xml {
 
+/// One attribute of the tag that was scanned last.
 struct Attribute {
     std::string_view name;
     std::string_view value; ///< normalised, references replaced, UTF-8
@@ -18,6 +19,12 @@ struct Attribute {
 
 /// A start tag or empty-element tag, as views into what was scanned, or into itself where a value isn't what
 /// the document says.
+///
+/// A tag is scanned as a whole or not at all: one that the buffer cuts is scanned anew from its '<' when
+/// there is more, and nothing of the attempt before counts. Names and values are good until the next Scan,
+/// and as long as the bytes stay where they are. Values with references or white space to replace are put one
+/// behind the other into m_values, and known by their places in it until the tag has ended, since it moves as
+/// it grows. Once warm, a tag costs no allocation.
 class StartTag {
 public:
     /// Scans the tag whose '<' is at `at`. Gives the place behind it, or null and why it stopped.
@@ -47,6 +54,7 @@ private:
     char const* ScanAttribute(char const* at, Stop& stop);
     char const* NormaliseValue(char const* at, char quote, Stop& stop);
     void PlaceNormalisedValues() noexcept;
+    /// Whether all names differ.
     bool CheckNames(Stop& stop);
     bool CheckManyNames(Stop& stop);
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "xml/tokeniser.h"
 
+#include "text/sentences.h"
 #include "xml/declaration.h"
 #include "xml/reference.h"
 
@@ -10,7 +11,8 @@ namespace Zantrel::Xml {
 
 namespace {
 
-/// Without up to two brackets at its end: they may be the beginning of "]]>".
+/// The end of what may be delivered of a text that goes on with the next piece: without up to two brackets at
+/// its end, which may be the beginning of "]]>".
 char const* HoldBackBrackets(char const* begin, char const* end) noexcept {
     for (int count = 0; count < 2 && end != begin && end[-1] == ']'; ++count)
         --end;
@@ -35,13 +37,6 @@ Fault FaultOf(InputState state) noexcept {
         return Fault::NotAllowed;
     }
     return Fault::ReadFailed;
-}
-
-std::string CodePointText(char32_t character) {
-    std::string text = "U+";
-    for (int shift = 12; shift >= 0; shift -= 4)
-        text += "0123456789ABCDEF"[character >> shift & 0xF];
-    return text;
 }
 
 } // namespace
@@ -102,6 +97,7 @@ Token Tokeniser::StepElsewhere() {
     return Token::Error;
 }
 
+// Only "<?xml" and white space or a question mark begin a declaration, and only here.
 Token Tokeniser::Begin() {
     constexpr std::string_view opening = "<?xml";
     m_stage = Stage::Prolog;
@@ -144,6 +140,9 @@ Token Tokeniser::StepAtMarkup() {
     }
 }
 
+// "<!": which of the words it is may show only after more was read, and then the place in the buffer is
+// another one; so each is matched from m_at, and the longest match says whether the document ends inside of
+// one.
 Token Tokeniser::PassMarkup() {
     constexpr std::string_view comment = "<!--";
     constexpr std::string_view documentType = "<!DOCTYPE";
@@ -170,6 +169,8 @@ Token Tokeniser::PassMarkup() {
     return Fail(Fault::UnknownMarkup, m_at);
 }
 
+// Neither a comment nor an instruction is kept while it is read: m_at goes along, and whatever is behind it
+// is dropped. Only the two or three characters that may be its end are looked at together.
 Token Tokeniser::PassComment() {
     constexpr std::string_view opening = "<!--";
     constexpr std::string_view closing = "-->";
@@ -214,6 +215,7 @@ Token Tokeniser::PassInstruction() {
     }
 }
 
+// "xml" alone is a declaration in the wrong place, and the same in another case is nothing at all.
 char const* Tokeniser::ScanInstructionName(char const* at) {
     char const* const begin = at + 2;
     char const* const end = SkipName(begin);
@@ -240,6 +242,7 @@ Token Tokeniser::ReadDeclaration() {
     return Nothing;
 }
 
+// Its text is delivered as it comes, and the stage says that the next step goes on inside.
 Token Tokeniser::ReadSection() {
     constexpr std::string_view closing = "]]>";
     // Behind the end of the buffer stand NULs.
@@ -258,6 +261,9 @@ Token Tokeniser::ReadSection() {
     return isClosed || ReadMore() ? Nothing : Fail(Fault::EndsInside, m_input.End(), "a CDATA section");
 }
 
+// What the fast path doesn't decide: a text that begins with a reference, one with a '>' in it, which must
+// not end
+// "]]>", and one that the buffer cuts. The part of it that is known is delivered, unless there is none yet.
 Token Tokeniser::ReadText() {
     if (*m_at == '&')
         return ReadReference();
@@ -290,6 +296,7 @@ inline Token Tokeniser::DeliverText(char const* end, char const* next) noexcept 
     return Token::Text;
 }
 
+// A fault inside of the tag goes before one of its place: the tag that isn't well-formed is told first.
 Token Tokeniser::ReadStartTag() {
     char const* const next = Scan([this](char const* at) { return m_tag.Scan(at, m_stop); });
     if (next == nullptr)
@@ -308,6 +315,7 @@ Token Tokeniser::ReadStartTag() {
     return Token::StartTag;
 }
 
+// What isn't the usual end tag: one with white space, one that is cut, or a fault.
 Token Tokeniser::ReadEndTag() {
     char const* const next = Scan([this](char const* at) { return ScanEndTag(at); });
     if (next == nullptr)
@@ -383,7 +391,7 @@ Token Tokeniser::FailWhereStopped(std::string_view construct) {
 /// At the end of the buffer the input's own fault goes first.
 Token Tokeniser::Fail(Fault fault, char const* place, std::string_view word, std::string_view otherWord) {
     if (place == m_input.End() && m_input.State() != InputState::Complete)
-        m_errorText = Describe(FaultOf(m_input.State()), CodePointText(m_input.Offender()), {});
+        m_errorText = Describe(FaultOf(m_input.State()), Text::CodePointText(m_input.Offender()), {});
     else
         m_errorText = Describe(fault, word, otherWord);
     m_token = place;

@@ -30,7 +30,15 @@ enum class Token : int {
 /// valid until the next Next(). Comments and processing instructions are checked and passed over.
 ///
 /// Memory grows with the depth and with the longest tag, not with texts, comments or the document. Time is
-/// linear in the document, whatever the size of its tokens and of the pieces it comes in.
+/// linear in the document, whatever the size of its tokens and of the pieces it comes in. A tokeniser belongs
+/// to one thread at a time.
+///
+/// What holds between two steps: m_at is where the document goes on, and nothing before it is asked for
+/// again, except the current token, whose views stay good because nothing is read as long as it is current.
+/// Reading on moves the buffer, takes m_at along and drops the token. Nothing is delivered before it is known
+/// to be right: a tag when its '>' has been found, a text up to the next thing that could end it; so that an
+/// error never takes anything back. m_stage says what may come next, and only Content is asked about in the
+/// fast path.
 class Tokeniser {
 public:
     /// Asks `source`, which must outlive the tokeniser, for `pieceSize` bytes at a time. An element nested

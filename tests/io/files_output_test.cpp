@@ -4,6 +4,9 @@
 #include "tests/support/sax_test_support.h"
 
 #include <zantrel/io/mfile.h>
+#include <zantrel/io/path.h>
+#include <zantrel/sax/sax_utilities.h>
+#include <zantrel/store/file_content.h>
 
 #include <gtest/gtest.h>
 
@@ -11,80 +14,122 @@
 #include <stdexcept>
 #include <thread>
 
+#ifdef _WIN32
+#include <windows.h>
+#else
+#include <csignal>
+#include <fcntl.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#endif
+
 using namespace Zantrel::Io;
+using Zantrel::WidePath;
 namespace fs = std::filesystem;
 
-TEST(OutputFile, LeavesTheOldFileUntilItIsCommitted) {
-    TemporaryFolder const folder;
-    Fill(folder / "a", "old");
+namespace {
+
+bool Write(fs::path const& path, std::string const& bytes) { return WriteWholeFile(WidePath(path), bytes); }
+
+/// The size of what can be read, or nothing.
+std::optional<std::size_t> ReadSize(fs::path const& path) {
+    std::vector<std::byte> bytes;
+    return ReadWholeFile(WidePath(path), bytes) ? std::optional(bytes.size()) : std::nullopt;
+}
+
+/// A folder with one file that is to be replaced.
+class Files : public testing::Test {
+protected:
+    Files() { Fill(m_file, "old"); }
+
+    /// That the file holds this, and nothing stands beside it.
+    void Expect(std::string const& content) const {
+        EXPECT_EQ(ContentOf(m_file), content);
+        EXPECT_EQ(m_folder.CountEntries(), 1);
+    }
+
+    TemporaryFolder const m_folder;
+    fs::path const m_file = m_folder / "a";
+};
+
+} // namespace
+
+TEST_F(Files, StayUntilWhatReplacesThemIsCommitted) {
     {
         OutputFile file;
-        ASSERT_TRUE(file.Open((folder / "a").wstring()) && file.Write("new"));
-        EXPECT_EQ(ContentOf(folder / "a"), "old");
+        ASSERT_TRUE(file.Open(WidePath(m_file)) && file.Write("new"));
+        EXPECT_EQ(ContentOf(m_file), "old");
     }
-    EXPECT_EQ(ContentOf(folder / "a"), "old");
-    EXPECT_EQ(folder.CountEntries(), 1);
-    EXPECT_TRUE(WriteWholeFile((folder / "a").wstring(), "new"));
-    EXPECT_EQ(ContentOf(folder / "a"), "new");
-    EXPECT_EQ(folder.CountEntries(), 1);
+    Expect("old");
+    InputFile reader; // of the library itself holds nothing up
+    ASSERT_TRUE(reader.Open(WidePath(m_file)));
+    EXPECT_TRUE(Write(m_file, "new"));
+    Expect("new");
+    char got[8] = {};
+    EXPECT_EQ(reader.Read(got, sizeof got), 3);
+    EXPECT_STREQ(got, "old");
 }
 
-TEST(OutputFile, SaysWhyAPathCannotBeWritten) {
-    TemporaryFolder const folder;
-    fs::path const path = folder / "none" / "a";
-    OutputFile file;
-    EXPECT_FALSE(file.Open(path.wstring()));
-    EXPECT_THAT(file.FailureText(), IsSentence(L"Can't write \"" + path.wstring() + L"\": "));
-}
-
-TEST(OutputFile, RefusesFoldersAndPathsThatNoFileCanHave) {
-    TemporaryFolder const folder;
-    std::wstring const base = (folder / "").wstring();
-    for (std::wstring const& path :
-         {std::wstring(), base, base + L"\xD800", base + L'\0' + L"a", base + std::wstring(300, L'n')}) {
-        std::vector<std::byte> bytes;
-        EXPECT_FALSE(WriteWholeFile(path, "new"));
-        EXPECT_FALSE(ReadWholeFile(path, bytes));
+TEST_F(Files, AreRefusedWhereNoneCanBe) {
+    std::wstring const base = WidePath(m_folder / "");
+    for (std::wstring const& path : {std::wstring(), base, base + L"none/a", base + L"\xD800",
+                                     base + L'\0' + L"a", base + std::wstring(300, L'n')}) {
+        OutputFile file;
+        InputFile reader;
+        EXPECT_FALSE(file.Open(path) || reader.Open(path));
+        EXPECT_THAT(file.FailureText(), testing::AnyOf(L"No file can have the path \"" + path + L"\".",
+                                                       IsSentence(L"Can't write \"" + path + L"\": ")));
     }
-    EXPECT_EQ(folder.CountEntries(), 0);
+    Expect("old");
 }
 
-TEST(OutputFile, TakesAnyUnicodeNameWhateverTheLocale) {
-    TemporaryFolder const folder;
-    std::wstring const path = (folder / "").wstring() + L"\x00F6\x00DF \x65E5 \U0001F600";
-    std::vector<std::byte> bytes;
-    ASSERT_TRUE(WriteWholeFile(path, "new"));
-    EXPECT_TRUE(fs::directory_iterator(folder / "")->path().filename().u8string() ==
-                u8"\u00F6\u00DF \u65E5 \U0001F600");
-    EXPECT_TRUE(ReadWholeFile(path, bytes));
-    EXPECT_EQ(bytes.size(), 3u);
+TEST_F(Files, AreFoundByAnyUnicodeNameWhateverTheLocale) {
+    fs::path const path = m_folder / "" / fs::path(u8"\u00F6\u00DF \u65E5 \U0001F600");
+    EXPECT_EQ(WidePath(path), WidePath(m_folder / "") + L"\x00F6\x00DF \x65E5 \U0001F600");
+    EXPECT_TRUE(Write(path, "new"));
+    EXPECT_EQ(ContentOf(path), "new");
+    EXPECT_EQ(ReadSize(path), 3u);
+    EXPECT_TRUE(Write(fs::relative(path), "newer"));
+    EXPECT_EQ(ReadSize(fs::relative(path)), 5u);
 }
 
-TEST(OutputFile, TakesALongPath) {
-    TemporaryFolder const folder;
-    fs::path const deep = folder / "" / std::string(200, 'a') / std::string(200, 'b');
+TEST_F(Files, AreTakenByPathsOfTheStandardLibrary) {
+    ISAXPersistHelper handler;
+    KelAM::SaxUtilities::WriteOptions options;
+    options.m_rootTag = "r";
+    EXPECT_TRUE(KelAM::SaxUtilities::WriteFile(m_file, handler, options) &&
+                KelAM::SaxUtilities::ReadFile(m_file, handler));
+    KelAM::FileContent content;
+    MFile file;
+    EXPECT_TRUE(content.LoadFile(m_file) && file.ReadFromFile(m_file));
+    EXPECT_EQ(content.m_name, L"a");
+    EXPECT_EQ(content.m_data, file.GetBytes());
+    EXPECT_TRUE(content.SaveFile(m_folder / "b") && file.WriteToFile(m_folder / "c"));
+    EXPECT_EQ(ContentOf(m_folder / "b") + ContentOf(m_folder / "c"), ContentOf(m_file) + ContentOf(m_file));
+    EXPECT_EQ(WidePath({}), L"");
+}
+
+TEST_F(Files, MayHaveLongPaths) {
+    fs::path const deep = m_folder / "" / std::string(200, 'a') / std::string(200, 'b');
     fs::create_directories(AtAnyLength(deep));
     fs::path const path = deep / ".." / std::string(200, 'b') / "c";
-    std::vector<std::byte> bytes;
-    EXPECT_TRUE(WriteWholeFile(path.wstring(), "1") && WriteWholeFile(path.wstring(), "23"));
+    EXPECT_TRUE(Write(path, "1") && Write(path, "23"));
     EXPECT_EQ(ContentOf(AtAnyLength(deep / "c")), "23");
-    EXPECT_TRUE(ReadWholeFile(path.wstring(), bytes));
-    EXPECT_EQ(bytes.size(), 2u);
+    EXPECT_EQ(ReadSize(path), 2u);
     for (fs::path const& made :
          {deep / "c", deep, deep.parent_path()}) { // too long for remove_all on Windows
         fs::remove(AtAnyLength(made));
     }
 }
 
-TEST(OutputFile, MayBeOneOfSeveralForOneTarget) {
-    TemporaryFolder const folder;
-    std::wstring const path = (folder / "a").wstring();
+TEST_F(Files, MayBeReplacedBySeveralAtOnce) {
     std::atomic<int> failures = 0;
     std::vector<std::thread> writers;
     for (char letter = 'a'; letter < 'e'; ++letter) {
         writers.emplace_back([&, letter] {
             for (int turn = 0; turn < 25; ++turn) {
-                failures += WriteWholeFile(path, std::string(1000, letter)) ? 0 : 1;
+                failures += Write(m_file, std::string(1000, letter)) ? 0 : 1;
             }
         });
     }
@@ -92,54 +137,27 @@ TEST(OutputFile, MayBeOneOfSeveralForOneTarget) {
         writer.join();
     }
     EXPECT_EQ(failures, 0);
-    EXPECT_EQ(folder.CountEntries(), 1);
-    std::string const content = ContentOf(folder / "a");
-    EXPECT_EQ(content, std::string(1000, content.empty() ? '-' : content.front()));
-}
-
-TEST(OutputFile, ReplacesAFileWhileTheLibraryReadsIt) {
-    TemporaryFolder const folder;
-    Fill(folder / "a", "old");
-    InputFile reader;
-    ASSERT_TRUE(reader.Open((folder / "a").wstring()));
-    EXPECT_TRUE(WriteWholeFile((folder / "a").wstring(), "new"));
-    EXPECT_EQ(ContentOf(folder / "a"), "new");
-    char got[8] = {};
-    EXPECT_EQ(reader.Read(got, sizeof got), 3);
-    EXPECT_STREQ(got, "old");
+    Expect(std::string(1000, ContentOf(m_file).at(0)));
 }
 
 #ifdef _WIN32
-#include <windows.h>
-
-TEST(OutputFile, LeavesAFileThatAnotherProgramHolds) {
-    TemporaryFolder const folder;
-    fs::path const path = folder / "a";
-    Fill(path, "old");
+TEST_F(Files, StayWhereAnotherProgramHoldsThem) {
     {
-        std::ifstream const reader(path); // shares reading and writing, but not replacing
+        std::ifstream const reader(m_file); // shares reading and writing, but not replacing
         OutputFile file;
-        ASSERT_TRUE(file.Open(path.wstring()) && file.Write("new"));
+        ASSERT_TRUE(file.Open(WidePath(m_file)) && file.Write("new"));
         EXPECT_FALSE(file.Commit());
-        EXPECT_THAT(file.FailureText(), IsSentence(L"Can't write \"" + path.wstring() + L"\": "));
-        EXPECT_EQ(ContentOf(path), "old");
+        EXPECT_THAT(file.FailureText(), IsSentence(L"Can't write \"" + WidePath(m_file) + L"\": "));
     }
-    EXPECT_EQ(folder.CountEntries(), 1);
-    EXPECT_TRUE(WriteWholeFile(path.wstring(), "new"));
+    Expect("old");
+    EXPECT_TRUE(Write(m_file, "new"));
+    SetFileAttributesW(m_file.c_str(), FILE_ATTRIBUTE_READONLY);
+    EXPECT_FALSE(Write(m_file, "newer"));
+    Expect("new");
+    SetFileAttributesW(m_file.c_str(), FILE_ATTRIBUTE_NORMAL);
 }
 
-TEST(OutputFile, LeavesAReadOnlyFile) {
-    TemporaryFolder const folder;
-    std::wstring const path = (folder / "a").wstring();
-    Fill(path, "old");
-    SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_READONLY);
-    EXPECT_FALSE(WriteWholeFile(path, "new"));
-    EXPECT_EQ(ContentOf(path), "old");
-    EXPECT_EQ(folder.CountEntries(), 1);
-    SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_NORMAL);
-}
-
-TEST(OutputFile, WritesDirectlyToWhatIsNoFileOnADisk) {
+TEST_F(Files, ThatAreOnNoDiskAreWrittenDirectly) {
     std::wstring const path = L"\\\\.\\pipe\\zantrel-" + std::to_wstring(GetCurrentProcessId());
     HANDLE const reader =
         CreateNamedPipeW(path.c_str(), PIPE_ACCESS_INBOUND, PIPE_TYPE_BYTE, 1, 64, 64, 0, nullptr);
@@ -153,90 +171,91 @@ TEST(OutputFile, WritesDirectlyToWhatIsNoFileOnADisk) {
     EXPECT_TRUE(WriteWholeFile(L"NUL", "new"));
 }
 
-TEST(OutputFile, ReplacesAFileOnADiskByAnyOfItsNames) {
-    TemporaryFolder const folder;
-    std::wstring const path = (folder / "a").wstring();
-    Fill(path, "an old and longer text");
-    EXPECT_TRUE(WriteWholeFile(L"\\\\.\\" + path, "new"));
-    EXPECT_EQ(ContentOf(path), "new");
-    EXPECT_TRUE(WriteWholeFile(L"\\\\?\\" + path, "newer"));
-    EXPECT_EQ(ContentOf(path), "newer");
-    EXPECT_EQ(folder.CountEntries(), 1);
+TEST_F(Files, AreReplacedByAnyOfTheirNames) {
+    EXPECT_TRUE(WriteWholeFile(L"\\\\.\\" + WidePath(m_file), "new"));
+    Expect("new");
+    EXPECT_TRUE(WriteWholeFile(L"\\\\?\\" + WidePath(m_file), "newer"));
+    Expect("newer");
 }
 #else
-#include <csignal>
-#include <fcntl.h>
-#include <sys/resource.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
-TEST(OutputFile, KeepsThePermissionsOfTheTarget) {
-    TemporaryFolder const folder;
-    Fill(folder / "a", "old");
-    fs::permissions(folder / "a", fs::perms(0751));
-    EXPECT_TRUE(WriteWholeFile((folder / "a").wstring(), "new"));
-    EXPECT_EQ(fs::status(folder / "a").permissions(), fs::perms(0751));
+TEST_F(Files, KeepTheirPermissions) {
+    fs::permissions(m_file, fs::perms(0751));
+    EXPECT_TRUE(Write(m_file, "new"));
+    EXPECT_EQ(fs::status(m_file).permissions(), fs::perms(0751));
 }
 
-TEST(OutputFile, FollowsLinksAndLeavesThem) {
-    TemporaryFolder const folder;
-    fs::create_directory(folder / "sub");
-    Fill(folder / "sub" / "real", "old");
-    fs::create_symlink("sub/link", folder / "a");
-    fs::create_symlink("real", folder / "sub" / "link");
-    fs::create_symlink("sub/made", folder / "dangling");
-    fs::create_symlink("round", folder / "round");
-    EXPECT_TRUE(WriteWholeFile((folder / "a").wstring(), "new"));
-    EXPECT_EQ(ContentOf(folder / "sub" / "real"), "new");
-    EXPECT_TRUE(fs::is_symlink(folder / "a") && fs::is_symlink(folder / "sub" / "link"));
-    EXPECT_TRUE(WriteWholeFile((folder / "dangling").wstring(), "made"));
-    EXPECT_EQ(ContentOf(folder / "sub" / "made"), "made");
-    EXPECT_FALSE(WriteWholeFile((folder / "round").wstring(), "new"));
+TEST_F(Files, AreReplacedBehindLinksWhichStay) {
+    fs::create_directory(m_folder / "sub");
+    fs::create_symlink("sub/link", m_folder / "link");
+    fs::create_symlink("../a", m_folder / "sub" / "link");
+    fs::create_symlink("sub/made", m_folder / "dangling");
+    fs::create_symlink("round", m_folder / "round");
+    EXPECT_TRUE(Write(m_folder / "link", "new") && Write(m_folder / "dangling", "made"));
+    EXPECT_EQ(ContentOf(m_file) + ContentOf(m_folder / "sub" / "made"), "newmade");
+    EXPECT_TRUE(fs::is_symlink(m_folder / "link") && fs::is_symlink(m_folder / "sub" / "link"));
+    EXPECT_FALSE(Write(m_folder / "round", "new"));
 }
 
-TEST(OutputFile, TakesANameAsLongAsTheSystemAllows) {
-    TemporaryFolder const folder;
-    fs::path const path = folder / std::string(255, 'n').c_str();
-    EXPECT_TRUE(WriteWholeFile(path.wstring(), "1") && WriteWholeFile(path.wstring(), "2"));
+TEST_F(Files, MayHaveNamesAsLongAsTheSystemAllows) {
+    fs::path const path = m_folder / std::string(255, 'n').c_str();
+    EXPECT_TRUE(Write(path, "1") && Write(path, "2"));
     EXPECT_EQ(ContentOf(path), "2");
 }
 
-TEST(OutputFile, LeavesNothingWhenTheDiskFillsUp) {
-    TemporaryFolder const folder;
-    Fill(folder / "a", "old");
+TEST_F(Files, StayWhenTheDiskFillsUp) {
     auto const oldAction = std::signal(SIGXFSZ, SIG_IGN);
     rlimit oldLimit{};
     getrlimit(RLIMIT_FSIZE, &oldLimit);
     rlimit const limit{1000, oldLimit.rlim_max};
     setrlimit(RLIMIT_FSIZE, &limit);
-    bool const written = WriteWholeFile((folder / "a").wstring(), std::string(5000, 'x'));
+    bool const isWritten = Write(m_file, std::string(5000, 'x'));
     setrlimit(RLIMIT_FSIZE, &oldLimit);
     std::signal(SIGXFSZ, oldAction);
-    EXPECT_FALSE(written);
-    EXPECT_EQ(ContentOf(folder / "a"), "old");
-    EXPECT_EQ(folder.CountEntries(), 1);
+    EXPECT_FALSE(isWritten);
+    Expect("old");
 }
 
-TEST(OutputFile, WritesDirectlyToWhatIsNoRegularFile) {
-    TemporaryFolder const folder;
-    fs::path const path = folder / "pipe";
+TEST_F(Files, ThatAreNotRegularAreWrittenDirectly) {
+    fs::path const path = m_folder / "pipe";
     ASSERT_EQ(mkfifo(path.c_str(), 0600), 0);
     int const reader = open(path.c_str(), O_RDONLY | O_NONBLOCK);
-    EXPECT_TRUE(WriteWholeFile(path.wstring(), "new"));
+    EXPECT_TRUE(Write(path, "new"));
     char got[8] = {};
     EXPECT_EQ(read(reader, got, sizeof got), 3);
     OutputFile orphaned;
-    ASSERT_TRUE(orphaned.Open(path.wstring()));
+    ASSERT_TRUE(orphaned.Open(WidePath(path)));
     close(reader);
     EXPECT_FALSE(orphaned.Write("lost")); // a failure, not the end of the process
     EXPECT_TRUE(fs::is_fifo(path));
-    EXPECT_EQ(folder.CountEntries(), 1);
-    EXPECT_TRUE(WriteWholeFile(L"/dev/null", "new"));
-    EXPECT_FALSE(WriteWholeFile(L"/dev/full", "new"));
+    EXPECT_EQ(m_folder.CountEntries(), 2);
+    EXPECT_TRUE(Write("/dev/null", "new"));
+    EXPECT_FALSE(Write("/dev/full", "new"));
+}
+
+TEST_F(Files, ThatBreakOffLeaveWhatTheyWereReadInto) {
+    MFile file;
+    file.WriteUnsigned8(7);
+    EXPECT_FALSE(file.ReadFromFile(fs::path("/proc/self/mem"))); // opens, but has nothing at its beginning
+    EXPECT_EQ(file.ReadUnsigned8(), 7);
+    InputFile reader;
+    ASSERT_TRUE(reader.Open(L"/proc/self/mem"));
+    char got[8];
+    EXPECT_EQ(reader.Read(got, sizeof got), -1);
+    EXPECT_THAT(reader.FailureText(), IsSentence(L"Can't read \"/proc/self/mem\": "));
+}
+
+TEST_F(Files, WithPathsThatAreNoUtf8AreNotTakenForOthers) {
+    using Row = std::pair<char const*, std::wstring>;
+    for (auto const& [bytes, wide] :
+         {Row{"a\xFFz", L"a\xDCFFz"}, Row{"\xC3", L"\xDCC3"}, // and no pair comes of surrogates:
+          Row{"\xED\xA0\xBD\xED\xB8\x80", L"\xDCED\xDCA0\xDCBD\xDCED\xDCB8\xDC80"}}) {
+        EXPECT_EQ(WidePath(bytes), wide);
+        EXPECT_FALSE(ToNativePath(WidePath(bytes)));
+    }
 }
 #endif
 
-TEST(BinaryStream, KeepsNumbersLittleEndian) {
+TEST(BinaryStream, KeepsNumbersLittleEndianAndStaysWhereItIsWhenItRunsShort) {
     MFile file;
     file.WriteUnsigned8(0x01);
     file.WriteUnsigned32(0x02030405);
@@ -249,26 +268,21 @@ TEST(BinaryStream, KeepsNumbersLittleEndian) {
     EXPECT_EQ(file.ReadUnsigned8(), 0x01);
     EXPECT_EQ(file.ReadUnsigned32(), 0x02030405u);
     EXPECT_EQ(file.ReadUnsigned64(), 0x060708090A0B0C0Du);
-}
-
-TEST(BinaryStream, StaysWhereItIsWhenItRunsShort) {
-    MFile file;
-    file.WriteUnsigned32(7);
-    EXPECT_THROW(file.ReadUnsigned64(), std::runtime_error);
-    EXPECT_EQ(file.ReadUnsigned32(), 7u);
+    file.SetPosition(10);
+    EXPECT_THROW(file.ReadUnsigned32(), std::runtime_error);
+    EXPECT_EQ(file.ReadUnsigned8(), 8);
+    file.SetPosition(13);
     EXPECT_THROW(file.ReadUnsigned8(), std::runtime_error);
-    EXPECT_THROW(file.SetPosition(5), std::out_of_range);
+    EXPECT_THROW(file.SetPosition(14), std::out_of_range);
 }
 
 TEST(BinaryStream, GoesToAFileAndBack) {
     TemporaryFolder const folder;
-    MFile file;
-    for (std::uint32_t number = 0; number < 50000; ++number) { // more than one piece
+    MFile file, other;
+    for (std::uint32_t number = 0; number < 50'000; ++number) { // more than one piece
         file.WriteUnsigned32(number);
     }
-    MFile other;
-    EXPECT_FALSE(other.ReadFromFile((folder / "a").wstring()));
-    EXPECT_TRUE(file.WriteToFile((folder / "a").wstring()));
-    EXPECT_TRUE(other.ReadFromFile((folder / "a").wstring()));
+    EXPECT_FALSE(other.ReadFromFile(folder / "a"));
+    EXPECT_TRUE(file.WriteToFile(folder / "a") && other.ReadFromFile(folder / "a"));
     EXPECT_EQ(other.GetBytes(), file.GetBytes());
 }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/support/characters.h"
 #include "text/base64.h"
+#include "text/guid.h"
+#include "text/sentences.h"
 #include "text/unicode.h"
 #include "text/utf16_order.h"
 
@@ -23,26 +25,15 @@ std::vector<std::byte> Bytes(std::string_view text) {
 
 } // namespace
 
-TEST(TextConversion, EncodesTheBordersOfEachLength) {
-    using Row = std::pair<char32_t, char const*>;
-    for (auto const& [code, utf8] :
-         {Row{0x1, "\x01"}, Row{0x7F, "\x7F"}, Row{0x80, "\xC2\x80"}, Row{0x7FF, "\xDF\xBF"},
-          Row{0x800, "\xE0\xA0\x80"}, Row{0xD7FF, "\xED\x9F\xBF"}, Row{0xE000, "\xEE\x80\x80"},
-          Row{0xFFFF, "\xEF\xBF\xBF"}, Row{0x10000, "\xF0\x90\x80\x80"}, Row{0x10FFFF, "\xF4\x8F\xBF\xBF"}}) {
-        EXPECT_EQ(StringConversion::NativeToUtf8(Character(code)), utf8);
-    }
-}
-
 TEST(TextConversion, BringsEveryCodePointBackBehindTextOfAnyLength) {
-    for (char32_t code = 0; code <= 0x10FFFF; ++code) {
-        if (code == 0xD800) {
-            code = 0xE000;
-        }
+    for (char32_t code = 0; code <= 0x10FFFF; code = code == 0xD7FF ? 0xE000 : code + 1) {
         std::wstring const text = std::wstring(code % 37, L'x') + Character(code) + L"y";
         std::string utf8;
         ASSERT_TRUE(AppendUtf8(text, utf8) && EqualsUtf8(text, utf8)) << std::uint32_t(code);
         ASSERT_EQ(StringConversion::Utf8ToNative(utf8), text) << std::uint32_t(code);
     }
+    EXPECT_EQ(StringConversion::NativeToUtf8(L"\x7F\x80\x7FF\x800\xFFFF" + Character(0x10000)),
+              "\x7F\xC2\x80\xDF\xBF\xE0\xA0\x80\xEF\xBF\xBF\xF0\x90\x80\x80");
 }
 
 TEST(TextConversion, StopsAtWhatIsNoCodePointUnlessToldToKeepIt) {
@@ -110,9 +101,6 @@ TEST(Base64, FollowsTheTestVectorsBothWays) {
         EXPECT_EQ(EncodeBase64(Bytes(plain)), text);
         EXPECT_EQ(DecodeBase64(text), Bytes(plain));
     }
-}
-
-TEST(Base64, PassesOverWhiteSpaceOnly) {
     EXPECT_EQ(DecodeBase64(" Zm\r\n9v\tYg = = \n"), Bytes("foob"));
     for (char const* text : {"Z", "Zg", "Zg=", "Zm9", "Zg===", "A===", "=Zg=", "Zg==Zg==", "Zh==", "Zm9=",
                              "Z-8=", "====", "Zg==\xC2\xA0"}) {
@@ -120,17 +108,39 @@ TEST(Base64, PassesOverWhiteSpaceOnly) {
     }
 }
 
-TEST(Uuid, IsRandomAndOfVersionFour) {
+TEST(Guid, IsToldByItsDigitsAndLooksLikeOneByItsPunctuation) {
+    std::wstring const guid = L"01234567-89ab-cdef-ABCD-EF0123456789",
+                       shape = L"{2345678-----------------789012345}}";
+    EXPECT_EQ(FindGuid(guid), guid);
+    EXPECT_EQ(FindGuid(L"{" + guid + L"}"), guid);
+    EXPECT_TRUE(HasGuidShape(guid) && HasGuidShape(L"{" + guid + L"}") && HasGuidShape(shape));
+    for (std::wstring const& text : {std::wstring(), shape, guid + L"0", L"{" + guid, L"{" + guid + L"0",
+                                     L"{{" + guid + L"}}", std::wstring(36, L'0')}) {
+        EXPECT_EQ(FindGuid(text), L"");
+        EXPECT_EQ(HasGuidShape(text), text == shape);
+    }
+    for (wchar_t const unit : {L'/', L':', L'@', L'G', L'`', L'g', L'-'}) {
+        EXPECT_EQ(FindGuid(unit + guid.substr(1)), L"") << static_cast<int>(unit);
+    }
+}
+
+TEST(Guid, ThatIsMadeIsRandomAndOfVersionFour) {
     std::set<std::wstring> seen;
     for (int count = 0; count < 1000; ++count) {
         std::wstring const uuid = KelSDK::CreateUUID_t();
         EXPECT_TRUE(seen.insert(uuid).second);
-        std::wstring form = uuid;
-        for (wchar_t& place : form) {
-            place = std::wstring_view(L"0123456789abcdef").find(place) < 16 ? L'x' : place;
-        }
-        EXPECT_EQ(form, L"xxxxxxxx-xxxx-xxxx-xxxx-xxxxxxxxxxxx");
+        EXPECT_EQ(FindGuid(uuid), uuid);
+        EXPECT_EQ(uuid.find_first_of(L"ABCDEF"), uuid.npos);
         EXPECT_EQ(uuid.at(14), L'4');
         EXPECT_NE(std::wstring_view(L"89ab").find(uuid.at(19)), std::wstring_view::npos);
     }
+}
+
+TEST(Sentences, TakeTheirPartsInAnyOrderAndShortenTexts) {
+    EXPECT_EQ(Fill("{1}, {0}{1}", {"{1}", "b"}), "b, {1}b");
+    EXPECT_EQ(Fill(L"", {}), L"");
+    std::string const longest(80, 'x');
+    EXPECT_EQ(Shorten(longest), longest);
+    EXPECT_EQ(Shorten(longest.substr(1) + "\u00E9"), longest.substr(1) + "...");
+    EXPECT_EQ(Shorten(std::string(100, '\x80')), "...");
 }

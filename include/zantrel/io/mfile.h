@@ -17,11 +17,13 @@ public:
     MFile() = default;
     explicit MFile(std::vector<std::byte> bytes) noexcept : m_bytes(std::move(bytes)) {}
 
+    /// Appends `size` bytes, wherever the position stands. `data` may be null when there are none, and must
+    /// not point into this stream.
     void Write(void const* data, std::size_t size);
     /// Takes the next `size` bytes. Throws std::runtime_error when there are fewer; the position then stays.
     void Read(void* into, std::size_t size);
 
-    /// Numbers, little-endian on every platform.
+    /// Numbers, little-endian on every platform, as Write and Read take and throw.
     void WriteUnsigned8(std::uint8_t value);
     void WriteUnsigned32(std::uint32_t value);
     void WriteUnsigned64(std::uint64_t value);
@@ -29,6 +31,7 @@ public:
     std::uint32_t ReadUnsigned32();
     std::uint64_t ReadUnsigned64();
 
+    /// All bytes, good until the stream changes.
     std::vector<std::byte> const& GetBytes() const noexcept { return m_bytes; }
     std::size_t GetPosition() const noexcept { return m_position; }
     /// How many bytes are left to read.

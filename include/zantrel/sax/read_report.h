@@ -33,6 +33,7 @@ public:
         std::wstring sentence;    ///< for a person, quotes the text in question
     };
 
+    /// In document order, read by read.
     std::vector<Entry> m_entries;
     /// How many entries are kept. The kinds that make a read fail are kept beyond it, so that the cause is
     /// never lost.

@@ -14,7 +14,8 @@ namespace KelSAX {
 ///
 /// What XML can't carry (most control characters, lone surrogates, ill-formed UTF-8, a name that is no XML
 /// name, an attribute given twice or after content, more than 1,024 elements in each other) makes the whole
-/// write fail; the calls after it do nothing. A writer belongs to the thread that writes.
+/// write fail; the calls after it do nothing. A writer belongs to the thread that writes, and is good until
+/// the handler's Write returns. Views are read during the call only.
 class ZANTREL_EXPORT ISAXWriter {
 public:
     ISAXWriter() = default;

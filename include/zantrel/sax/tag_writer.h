@@ -7,6 +7,8 @@
 #include <string_view>
 
 /// One element by scope: the constructor opens it, the destructor closes it. The writer must outlive it.
+/// Scopes nest as elements do: what is opened later must be closed earlier. An exception on the way closes,
+/// too.
 class MSAXTagWriter {
 public:
     MSAXTagWriter(KelSAX::ISAXWriter& writer, char const* tag)

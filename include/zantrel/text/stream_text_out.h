@@ -8,7 +8,8 @@
 
 /// Formats numbers and flags as text, whatever the locale: integers in plain decimal, flags as "true" and
 /// "false". Takes the listed types and no other, so that a pointer can't print as a flag nor a double lose
-/// its fraction.
+/// its fraction. What is formatted is appended; str() gives all of it. A value that belongs to one thread at
+/// a time.
 template <class Char> class MStreamTextOut;
 
 template <> class ZANTREL_EXPORT MStreamTextOut<char> {

@@ -6,7 +6,8 @@
 #include <string>
 #include <string_view>
 
-/// Conversions between the wide texts of the interface and the UTF-8 of documents. Any thread.
+/// Conversions between the wide texts of the interface and the UTF-8 of documents. Any thread; they throw
+/// std::bad_alloc only.
 namespace StringConversion {
 
 /// Wide text from UTF-8. Each ill-formed byte becomes U+FFFD.
