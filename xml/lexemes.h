@@ -36,7 +36,7 @@ char const* SkipNameBeyondAscii(char const* at) noexcept;
 inline char const* SkipName(char const* at) noexcept {
     if (!IsAscii(*at))
         return IsNameStart(Decode(at).code) ? SkipNameBeyondAscii(at) : at;
-    if (!AsciiNameStarts(Byte(static_cast<unsigned char>(*at))).Any())
+    if (!TableOf<decltype(AsciiNameStarts)>[static_cast<unsigned char>(*at)])
         return at;
     at = SkipAsciiName(at);
     return IsAscii(*at) ? at : SkipNameBeyondAscii(at);

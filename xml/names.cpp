@@ -111,10 +111,13 @@ bool IsPortableCharacter(char32_t character) noexcept {
 
 /// The end of the ASCII characters that a name begins with.
 char const* SkipAsciiName(std::string_view name) noexcept {
-    char const* const begin = name.data();
-    bool const isName =
-        !name.empty() && TableOf<decltype(AsciiNameStarts)>[static_cast<unsigned char>(*begin)];
-    return isName ? Find(begin, begin + name.size(), AsciiNameBreaks) : begin;
+    char const* at = name.data();
+    char const* const end = at + name.size();
+    if (at != end && TableOf<decltype(AsciiNameStarts)>[static_cast<unsigned char>(*at)])
+        at = std::find_if_not(at, end, [](char byte) {
+            return TableOf<decltype(AsciiNameBytes)>[static_cast<unsigned char>(byte)];
+        });
+    return at;
 }
 
 } // namespace
