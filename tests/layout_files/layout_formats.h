@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "layout_files/meta_file_read.h"
 #include "layout_files/meta_file_write.h"
 #include "tests/support/sax_test_support.h"
 
@@ -15,20 +16,32 @@ namespace TestSupport {
 
 using namespace Zantrel;
 
-/// One of the two formats. Documents are read from files; a file is written to the disk for good, which takes
-/// its time, so most tests write to a text.
-struct LayoutFormat {
+/// How objects of a class are read and written in one format. A file is written to the disk for good, which
+/// takes its time, so most tests write to a text.
+template <class T> struct DocumentIo {
     char const* name;
-    bool (*readFile)(ParameterLayout&, std::wstring const& path, ReadReport*);
-    bool (*writeFile)(ParameterLayout const&, std::wstring const& path, WriteReport*);
-    bool (*writeStream)(ParameterLayout const&, std::ostream&);
+    bool (*readFile)(T&, std::wstring const& path, ReadReport*);
+    bool (*writeFile)(T const&, std::wstring const& path, WriteReport*);
+    bool (*readStream)(T&, std::istream&, ReadReport*);
+    bool (*writeStream)(T const&, std::ostream&, WriteReport*);
 };
+using LayoutFormat = DocumentIo<ParameterLayout>;
 
 inline constexpr LayoutFormat MetaFile = {
-    "meta file", Zantrel::ReadFile, Zantrel::WriteFile, [](ParameterLayout const& layout, std::ostream& out) {
+    "meta file", Zantrel::ReadFile, Zantrel::WriteFile,
+    [](ParameterLayout& layout, std::istream& in, ReadReport* report) {
+        ParameterLayoutIOMetaFileRead handler(layout);
+        bool const isRead = KelAM::SaxUtilities::ReadStream(in, handler, report);
+        if (isRead) {
+            layout.AddCategoryNodeIfNeeded();
+            layout.AddCategoryNodeIfNeeded();
+        }
+        return isRead;
+    },
+    [](ParameterLayout const& layout, std::ostream& out, WriteReport* report) {
         KelAM::SaxUtilities::WriteOptions options;
         options.m_rootTag = StringConversion::NativeToUtf8(layout.m_name);
-        return KelAM::SaxUtilities::WriteStream(out, ParameterLayoutIOMetaFileWrite(layout), options);
+        return KelAM::SaxUtilities::WriteStream(out, ParameterLayoutIOMetaFileWrite(layout), options, report);
     }};
 
 /// Writes everything and not the profile lists alone.
@@ -39,25 +52,25 @@ inline constexpr LayoutFormat PropertyTemplate = {
         options.m_profileListsOnly = false;
         return KlvrPropertyTemplate::WriteFile(layout, path, options, report);
     },
-    [](ParameterLayout const& layout, std::ostream& out) {
+    KlvrPropertyTemplate::ReadStream,
+    [](ParameterLayout const& layout, std::ostream& out, WriteReport* report) {
         KlvrPropertyTemplate::WriteOptions options;
         options.m_profileListsOnly = false;
-        return KlvrPropertyTemplate::WriteStream(layout, out, options);
+        return KlvrPropertyTemplate::WriteStream(layout, out, options, report);
     }};
 
 inline constexpr LayoutFormat LayoutFormats[] = {MetaFile, PropertyTemplate};
 
 inline bool ReadText(LayoutFormat const& format, ParameterLayout& layout, std::string const& document,
                      ReadReport* report = nullptr) {
-    TemporaryFolder const folder;
-    Fill(folder / "file", document);
-    return format.readFile(layout, (folder / "file").wstring(), report);
+    std::istringstream in(document);
+    return format.readStream(layout, in, report);
 }
 
 /// The document, or nothing where it can't be written.
 inline std::string WriteText(LayoutFormat const& format, ParameterLayout const& layout) {
     std::ostringstream out;
-    return format.writeStream(layout, out) ? out.str() : std::string();
+    return format.writeStream(layout, out, nullptr) ? out.str() : std::string();
 }
 
 /// The content of an element of a document that was written, without its line breaks and indentation.

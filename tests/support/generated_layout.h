@@ -22,11 +22,10 @@ public:
     explicit LayoutGenerator(unsigned seed) : m_random(seed) {}
 
     /// With `nodes` nodes below the sections, the first eleven of which have all types.
-    std::unique_ptr<ParameterLayout> Make(std::size_t nodes) {
-        auto layout = std::make_unique<ParameterLayout>();
-        layout->SetName(Name())->SetDisplayName(m_random.Text());
-        m_parents = {layout->m_profileEditor, layout->m_platformOptions, layout->m_partOptions,
-                     layout->m_partConfigurator};
+    void Fill(ParameterLayout& layout, std::size_t nodes) {
+        layout.SetName(Name())->SetDisplayName(m_random.Text());
+        m_parents = {layout.m_profileEditor, layout.m_platformOptions, layout.m_partOptions,
+                     layout.m_partConfigurator};
         for (LayoutNode* section : m_parents) {
             section->SetDescription(m_random.Text())->SetExpanded(Chance(2));
         }
@@ -38,8 +37,7 @@ public:
         for (LayoutNode* node : all) {
             AddConditions(*node, all);
         }
-        layout->AddCategoryNodeIfNeeded();
-        return layout;
+        layout.AddCategoryNodeIfNeeded();
     }
 
 private:
@@ -148,7 +146,9 @@ private:
 };
 
 inline std::unique_ptr<ParameterLayout> GeneratedLayout(unsigned seed, std::size_t nodes) {
-    return LayoutGenerator(seed).Make(nodes);
+    auto layout = std::make_unique<ParameterLayout>();
+    LayoutGenerator(seed).Fill(*layout, nodes);
+    return layout;
 }
 
 } // namespace TestSupport

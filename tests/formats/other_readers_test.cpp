@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/conformance/two_readers.h"
 
+#include "tests/formats/formats.h"
 #include "tests/support/characters.h"
-#include "tests/support/generated_database.h"
-#include "tests/support/small_parameter_file.h"
 
 #include <gtest/gtest.h>
 #include <libxml/parser.h>
@@ -47,22 +46,14 @@ void ExpectOneReading(std::string const& document) {
 
 } // namespace
 
-TEST(OtherReaders, FindInAGeneratedFileWhatOursFinds) {
-    for (unsigned seed = 1; seed <= 200; ++seed) {
-        SCOPED_TRACE(testing::Message() << "seed " << seed);
-        Generator generator(seed);
-        std::unique_ptr<ParameterLayout> const layout = generator.MakeLayout();
-        ParameterDatabase database(layout.get());
-        generator.FillContent(database.GetProfileEditor());
-        ExpectOneReading(WriteText(database));
+TEST(OtherReaders, FindInEachFormatWhatOursFinds) {
+    for (Format const& format : WrittenFormats()) {
+        auto const subject = format.make();
+        for (unsigned seed = 1; seed <= 50; ++seed) {
+            SCOPED_TRACE(testing::Message() << format.name << ", seed " << seed);
+            ExpectOneReading(WriteText(*subject->Generated(seed)));
+        }
+        subject->SetText(AllCharacters());
+        ExpectOneReading(WriteText(*subject));
     }
-}
-
-TEST(OtherReaders, FindEveryCharacterThatXmlCarries) {
-    SmallLayout const layout;
-    ParameterDatabase database(&layout);
-    std::wstring const all = AllCharacters();
-    database.GetProfileEditor().Get(L"G").Get(L"S").SetValue(all);
-    database.GetProfileEditor().Get(L"Z").AddProfile(all.c_str(), true);
-    ExpectOneReading(WriteText(database));
 }

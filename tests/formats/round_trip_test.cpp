@@ -1,50 +1,65 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "tests/formats/formats.h"
 #include "tests/support/characters.h"
-#include "tests/support/dump.h"
-#include "tests/support/generated_database.h"
-#include "tests/support/small_parameter_file.h"
-#include "xml/names.h"
 
 #include <gtest/gtest.h>
 
-#include <functional>
-
 using namespace TestSupport;
 
-TEST(RoundTrip, BringsEveryValueBackAndThenTheSameBytes) {
-    for (unsigned seed = 1; seed <= 200; ++seed) {
+namespace {
+
+std::string_view ProfileEditorIn(std::string_view document) {
+    std::size_t const begin = document.find("<ProfileEditor>");
+    return begin == None ? "" : Between(document, begin, document.find("</ProfileEditor>"));
+}
+
+class RoundTripOf : public testing::TestWithParam<Format> {};
+
+std::string NameOf(testing::TestParamInfo<Format> const& info) { return info.param.name; }
+INSTANTIATE_TEST_SUITE_P(, RoundTripOf, testing::ValuesIn(WrittenFormats()), NameOf);
+
+} // namespace
+
+TEST_P(RoundTripOf, GeneratedValuesKeepsWhatTheFormatHolds) {
+    Format const& format = GetParam();
+    std::string const name = format.name;
+    for (unsigned seed = 1; seed <= 60; ++seed) {
         SCOPED_TRACE(testing::Message() << "seed " << seed);
-        Generator generator(seed);
-        std::unique_ptr<ParameterLayout> const layout = generator.MakeLayout();
-        ParameterDatabase written(layout.get()), back(layout.get());
-        generator.FillContent(written.GetProfileEditor());
-        std::string const document = WriteText(written);
+        auto const written = format.make()->Generated(seed), back = written->Fresh(),
+                   again = written->Fresh();
+        std::string const document = WriteText(*written);
         ReadReport report;
-        ASSERT_TRUE(ReadText(back, document, &report));
-        EXPECT_TRUE(report.m_entries.empty())
-            << StringConversion::NativeToUtf8(ReadReport::Format(report.m_entries[0]));
-        ASSERT_EQ(Dump(back), Dump(written));
-        ASSERT_EQ(WriteText(back), document);
+        ASSERT_TRUE(ReadText(*back, document, &report)) << document;
+        std::string const second = WriteText(*back);
+        ASSERT_TRUE(ReadText(*again, second));
+        if (format.settles) {
+            ASSERT_EQ(WriteText(*again), second);
+        } else { // an element "Options" becomes nodes, whose parent loses its default with the next writing
+            ASSERT_EQ(ProfileEditorIn(WriteText(*again)), ProfileEditorIn(second));
+        }
+        if (name == "GenericParameters") {
+            ASSERT_EQ(second, document);
+            ASSERT_TRUE(report.m_entries.empty());
+        }
+        if (name == "GenericParameters" || name == "Ticket") {
+            ASSERT_EQ(back->Outline(), written->Outline());
+        }
     }
 }
 
-TEST(RoundTrip, BringsEveryCharacterThatXmlCarriesBackAndRefusesTheOthers) {
-    SmallLayout const layout;
-    ParameterDatabase written(&layout), back(&layout);
-    ParameterNode string = written.GetProfileEditor().Get(L"G").Get(L"S");
+TEST_P(RoundTripOf, EveryCharacterThatXmlCarriesAndNoOtherIsTaken) {
+    auto const written = GetParam().make(), back = written->Fresh();
     int refused = 0;
     for (char32_t code = 0; code <= 0x10FFFF; ++code) {
         if (!Xml::IsXmlCharacter(code)) {
-            string.SetValue<std::wstring>(L"x" + Character(code));
-            refused += WriteText(written).empty();
+            written->SetText(L"x" + Character(code));
+            refused += WriteText(*written).empty();
         }
     }
     EXPECT_EQ(refused, 2079);
-    std::wstring const all = AllCharacters();
-    string.SetValue(all);
-    written.GetProfileEditor().Get(L"Z").AddProfile(all.c_str(), true);
-    ASSERT_TRUE(ReadText(back, WriteText(written)));
-    EXPECT_TRUE(Dump(back) == Dump(written));
+    written->SetText(AllCharacters());
+    ASSERT_TRUE(ReadText(*back, WriteText(*written)));
+    EXPECT_TRUE(back->GetText() == AllCharacters());
 }
 
 TEST(RoundTrip, WritesALayoutOfAnyDepthOnlyIfItCanBeReadAgain) {

@@ -1,0 +1,77 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "tests/formats/formats.h"
+#include "tests/support/failing_allocator.h"
+
+#include <gtest/gtest.h>
+
+using namespace TestSupport;
+
+namespace {
+
+using Times = AllocationFailure::Times;
+
+class FailedAllocation : public testing::TestWithParam<std::tuple<Format, Times>> {
+protected:
+    FailedAllocation() {
+        Fill(m_folder / "source", m_format.example);
+        EXPECT_TRUE(ReadText(*m_filled, m_format.example));
+    }
+
+    Format const& m_format = std::get<0>(GetParam());
+    Times const m_times = std::get<1>(GetParam());
+    std::unique_ptr<Subject> const m_filled = m_format.make();
+    TemporaryFolder const m_folder;
+    std::wstring const m_source = (m_folder / "source").wstring();
+    std::wstring const m_target = (m_folder / "target").wstring();
+};
+
+INSTANTIATE_TEST_SUITE_P(, FailedAllocation,
+                         testing::Combine(testing::ValuesIn(WrittenFormats()),
+                                          testing::Values(Times::Once, Times::FromThenOn)));
+
+} // namespace
+
+TEST_P(FailedAllocation, LeaksNothing) {
+    EXPECT_GT(FailEachAllocation(
+                  [&] {
+                      auto const subject = m_filled->Fresh();
+                      ReadReport report;
+                      subject->ReadFile(m_source, &report);
+                      ReadText(*subject, m_format.example + "<U>", &report);
+                      subject->Use();
+                      WriteText(*subject);
+                  },
+                  m_times),
+              100u);
+    EXPECT_GT(FailEachAllocation(
+                  [&] {
+                      WriteReport report;
+                      m_filled->WriteFile(m_target, &report);
+                      m_filled->WriteFile((m_folder / "").wstring(), &report);
+                  },
+                  m_times),
+              10u);
+}
+
+TEST_P(FailedAllocation, LeavesWhatCanBeUsed) {
+    auto subject = m_filled->Fresh();
+    auto const check = [&](std::size_t nth, bool completed) {
+        auto const back = subject->Fresh();
+        EXPECT_TRUE(ReadText(*back, WriteText(*subject))) << nth;
+        EXPECT_TRUE(!completed || subject->Outline() == m_filled->Outline());
+        EXPECT_TRUE(ReadText(*subject, m_format.example));
+        EXPECT_EQ(subject->Use(), "");
+        subject = m_filled->Fresh();
+    };
+    EXPECT_GT(FailEachAllocation([&] { subject->ReadFile(m_source); }, check, m_times), 10u);
+}
+
+TEST_P(FailedAllocation, LeavesTheOldFile) {
+    auto const check = [&](std::size_t, bool completed) {
+        EXPECT_EQ(ContentOf(m_folder / "target") == "old", !completed);
+        EXPECT_EQ(m_folder.CountEntries(), 2);
+    };
+    Fill(m_folder / "target", "old");
+    FailEachAllocation([&] { m_filled->WriteFile(m_target); }, check, m_times);
+    EXPECT_TRUE(m_filled->Fresh()->ReadFile(m_target));
+}

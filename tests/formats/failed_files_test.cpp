@@ -1,0 +1,219 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "tests/formats/formats.h"
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+
+using namespace TestSupport;
+namespace fs = std::filesystem;
+
+namespace {
+
+/// That nothing is written, since of what stands at `path`, and that the file and its folder are as they
+/// were.
+template <class Write> void ExpectFailedWrite(Write const& write, std::wstring const& path) {
+    TemporaryFolder const folder;
+    Fill(folder / "file", "old");
+    WriteReport report;
+    EXPECT_FALSE(write((folder / "file").wstring(), &report)) << StringConversion::NativeToUtf8(path);
+    EXPECT_EQ(report.m_path.substr(0, path.size()), path);
+    EXPECT_FALSE(report.m_sentence.empty());
+    EXPECT_EQ(ContentOf(folder / "file"), "old");
+    EXPECT_EQ(folder.CountEntries(), 1);
+}
+
+template <class T> auto WriterOf(DocumentIo<T> const& io, T const& object) {
+    return [&](std::wstring const& path, WriteReport* report) { return io.writeFile(object, path, report); };
+}
+
+class FailedFileOf : public testing::TestWithParam<Format> {
+protected:
+    std::unique_ptr<Subject> const m_subject = GetParam().make();
+    TemporaryFolder const m_folder;
+};
+
+std::string NameOf(testing::TestParamInfo<Format> const& info) { return info.param.name; }
+INSTANTIATE_TEST_SUITE_P(, FailedFileOf, testing::ValuesIn(WrittenFormats()), NameOf);
+
+} // namespace
+
+TEST_P(FailedFileOf, WhatXmlCannotCarryLeavesTheOldFile) {
+    for (std::wstring const& text :
+         {std::wstring(L"\x01"), std::wstring(L"a\xFFFF"), std::wstring(L"\xFFFE"), std::wstring(L"\xD800"),
+          std::wstring(L"\xDE00\xD83D"), std::wstring(L"cut \xD83D"), std::wstring(3, L'\0')}) {
+        m_subject->SetText(text);
+        auto const write = [&](std::wstring const& path, WriteReport* report) {
+            return m_subject->WriteFile(path, report);
+        };
+        ExpectFailedWrite(write, GetParam().textPath);
+        EXPECT_EQ(WriteText(*m_subject), "");
+    }
+}
+
+TEST_P(FailedFileOf, IsNoticedOfAStream) {
+    struct Full : std::streambuf {
+        std::streamsize xsputn(char const*, std::streamsize size) override { return size - 1; }
+    } full;
+    struct Throwing : std::streambuf {
+        std::streamsize xsputn(char const*, std::streamsize) override { throw std::runtime_error("broken"); }
+    } throwing;
+    struct Unflushed : std::stringbuf {
+        int sync() override { return -1; }
+    } unflushed;
+    for (std::streambuf* const buffer :
+         std::initializer_list<std::streambuf*>{&full, &throwing, &unflushed, nullptr}) {
+        std::ostream out(buffer);
+        WriteReport report;
+        EXPECT_FALSE(m_subject->Write(out, &report));
+        EXPECT_TRUE(out.bad());
+        EXPECT_FALSE(report.m_sentence.empty());
+    }
+    std::istringstream in(GetParam().example);
+    in.setstate(std::ios::failbit);
+    EXPECT_FALSE(m_subject->Read(in));
+    EXPECT_EQ(m_subject->Outline(), m_subject->Fresh()->Outline());
+}
+
+TEST_P(FailedFileOf, ThatIsNoneIsNotRead) {
+    ReadReport report;
+    EXPECT_FALSE(m_subject->ReadFile((m_folder / "none").wstring(), &report));
+    EXPECT_EQ(report.m_entries.at(0).kind, ReadReport::Kind::CannotRead);
+    EXPECT_FALSE(report.m_entries[0].sentence.empty());
+}
+
+#ifndef _WIN32
+#include <sys/resource.h>
+
+TEST_P(FailedFileOf, InATargetThatTakesNoneLeavesItAsItWas) {
+    Fill(m_folder / "file", "old");
+    fs::create_directory(m_folder / "sub");
+    fs::create_symlink("round", m_folder / "round");
+    fs::create_symlink("/dev/full", m_folder / "full");
+    for (fs::path const& target :
+         {fs::path(), m_folder / "none" / "file", m_folder / "file" / "below", m_folder / "sub",
+          m_folder / "sub" / "", m_folder / "round", m_folder / "full", fs::path("/dev/full")}) {
+        WriteReport report;
+        EXPECT_FALSE(m_subject->WriteFile(target.wstring(), &report)) << target;
+        EXPECT_FALSE(report.m_sentence.empty()) << target;
+        EXPECT_EQ(m_folder.CountEntries(), 4) << target;
+        EXPECT_TRUE(fs::is_empty(m_folder / "sub") && fs::is_symlink(m_folder / "full"));
+        EXPECT_EQ(ContentOf(m_folder / "file"), "old");
+    }
+}
+
+TEST_P(FailedFileOf, OnAFullDiskLeavesTheOldOne) {
+    m_subject->SetText(std::wstring(600'000, L'x'));
+    EXPECT_TRUE(m_subject->WriteFile((m_folder / "file").wstring()));
+    std::size_t const size = ContentOf(m_folder / "file").size();
+    auto const oldAction = std::signal(SIGXFSZ, SIG_IGN);
+    rlimit oldLimit{};
+    getrlimit(RLIMIT_FSIZE, &oldLimit);
+    for (std::size_t const room : {std::size_t{3}, std::size_t{262'144}, size - 1, size}) {
+        Fill(m_folder / "file", "old");
+        rlimit const limit{room, oldLimit.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &limit);
+        bool const isWritten = m_subject->WriteFile((m_folder / "file").wstring());
+        setrlimit(RLIMIT_FSIZE, &oldLimit);
+        EXPECT_EQ(isWritten, room == size);
+        EXPECT_EQ(ContentOf(m_folder / "file").size(), isWritten ? size : 3);
+        EXPECT_EQ(m_folder.CountEntries(), 1);
+    }
+    std::signal(SIGXFSZ, oldAction);
+}
+#endif
+
+TEST(FailedParameterFile, OfATextAnywhereSaysWhere) {
+    using Change = void (*)(ParameterNode);
+    SmallLayout const layout;
+    for (auto const& [path, change] : {
+             std::pair<wchar_t const*, Change>(
+                 L"Root/G/O",
+                 [](ParameterNode editor) { editor.Get(L"G").Get(L"O").SetValueFromText(L"\x1"); }),
+             {L"Root/G/X",
+              [](ParameterNode editor) { editor.Get(L"G").Get(L"X").SetValueFromText(L"\xFFFE"); }},
+             {L"Root/Z/Both", [](ParameterNode editor) { editor.Get(L"Z").AddProfile(L"cut \xD83D", true); }},
+             {L"Root/AS/Item/Name",
+              [](ParameterNode editor) {
+                  editor.Get(L"AS").AddListNode(true).SetValue(KelAM::FileContent(L"\x1F", {}));
+              }},
+         }) {
+        ParameterDatabase database(&layout);
+        change(database.GetProfileEditor());
+        ExpectFailedWrite(WriterOf(GenericParameters, database), path);
+    }
+    ParameterDatabase const unnamed(nullptr);
+    ExpectFailedWrite(WriterOf(GenericParameters, unnamed), L"");
+}
+
+TEST(FailedParameterFile, OfANameThatIsNoXmlName) {
+    for (wchar_t const* name :
+         {L"", L"1", L"a b", L"-a", L"a\n", L"<", L"a\xD83D", L"a\x2028", L"\xD7", L"\U00020000"}) {
+        for (int place = 0; place < 4; ++place) {
+            ParameterLayout layout;
+            layout.m_name = place == 0 ? name : L"Root";
+            LayoutNode& group = *layout.m_profileEditor->AddNode(place == 1 ? name : L"G");
+            group.AddNode(L"P")->SetProfile(true, place == 2 ? name : L"Profile");
+            group.AddNode(L"N", Int, 1)->SetList(true, place == 3 ? name : L"Item", L"")->SetMultiplicity(1);
+            ParameterDatabase database(&layout);
+            database.GetProfileEditor().Get(&group).Get(L"P").AddProfile(L"p", true);
+            ExpectFailedWrite(WriterOf(GenericParameters, database), place == 0 ? L"" : L"Root");
+            if (place != 0 || *name == L'1') {
+                ExpectFailedWrite(WriterOf(MetaFile, layout), place == 0 ? L"" : L"Root/ProfileEditor");
+            }
+            EXPECT_EQ(WriteText(PropertyTemplate, layout).empty(), place == 1 && name[1] == 0xD83D)
+                << "stands in attributes";
+        }
+    }
+}
+
+TEST(FailedLayoutFile, OfATreeTooDeepToBeReadAgain) {
+    for (std::size_t const nodes : {1'020u, 1'021u, 1'022u, 1'023u, 100'000u}) {
+        ParameterLayout layout, back;
+        LayoutNode* node = layout.m_partConfigurator;
+        for (std::size_t level = 0; level < nodes; ++level) {
+            node = node->AddNode(L"N");
+        }
+        for (LayoutFormat const& format : LayoutFormats) {
+            if (nodes > (format.readFile == MetaFile.readFile ? 1'022u : 1'021u)) {
+                ExpectFailedWrite(WriterOf(format, layout), L"");
+                continue;
+            }
+            ReadReport report;
+            EXPECT_FALSE(ReadText(format, back, WriteText(format, layout), &report));
+            EXPECT_EQ(report.m_entries.back().kind, ReadReport::Kind::RefusedDocument) << "well-formed";
+        }
+    }
+}
+
+TEST(FailedTicketFile, OfATextAnywhereSaysWhere) {
+    std::wstring const good = L"a", bad = L"\xFFFF";
+    for (int place = 0; place < 4; ++place) {
+        BuildTicket ticket(nullptr);
+        auto& store = *ticket.GetPartOverrides().GetProperties(
+            KelAM::ExternalPropertyID(place == 0 ? bad : good), true);
+        store.AddProperty(place == 1 ? bad : good,
+                          new HostProperty<std::wstring>(place == 2 ? bad : good, place == 3 ? bad : good));
+        ExpectFailedWrite(WriterOf(TicketFile, ticket), L"KlvrBuildTicket/PartOverrides/Instance" +
+                                                            std::wstring(place == 0 ? L"" : L"/Property"));
+    }
+}
+
+TEST(FailedTicketFile, OfBagsNestedWithoutEnd) {
+    using Bag = PersistentProperties;
+    Bag* (*const nestings[])(Bag&) = {
+        [](Bag& bag) { return bag.GetValuePointer<Bag>(L"a", true); },
+        [](Bag& bag) { return static_cast<Bag*>(bag.GetValuePointer<KelAM::SubProperties>(L"a", true)); },
+        [](Bag& bag) { return &bag.GetValuePointer<IndexedProperties<Bag>>(L"a", true)->AddProperty(); }};
+    for (auto const nest : nestings) {
+        BuildTicket ticket(nullptr);
+        std::vector<Bag*> bags{&ticket.GetDefaults()};
+        while (bags.size() < 100'000) {
+            bags.push_back(nest(*bags.back()));
+        }
+        ExpectFailedWrite(WriterOf(TicketFile, ticket), L"");
+        for (; !bags.empty(); bags.pop_back()) { // from within, since bags end their content by recursion
+            bags.back()->RemoveProperty(L"a", false);
+        }
+    }
+}

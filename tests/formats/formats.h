@@ -1,0 +1,414 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "tests/build_ticket/ticket_text.h"
+#include "tests/layout_files/layout_formats.h"
+#include "tests/support/document.h"
+#include "tests/support/dump.h"
+#include "tests/support/generated_layout.h"
+#include "tests/support/generated_ticket.h"
+#include "tests/support/small_parameter_file.h"
+
+#include "parameter_files/klvr_properties_read.h"
+#include "parameter_files/klvr_properties_write.h"
+
+#include <zantrel/zantrel.h>
+
+#include <algorithm>
+#include <memory>
+#include <sstream>
+#include <string>
+#include <vector>
+
+/// The formats of all documents, for tests that are about each of them. Free of the test framework, for the
+/// fuzz target.
+namespace TestSupport {
+
+/// What documents of one format are read into and written from, with what it needs to live.
+class Subject {
+public:
+    virtual ~Subject() = default;
+    /// An empty one, made for the same layout.
+    virtual std::unique_ptr<Subject> Fresh() const = 0;
+    /// One that differs for each seed.
+    virtual std::unique_ptr<Subject> Generated(unsigned seed) const = 0;
+    virtual bool Read(std::istream& in, ReadReport* report = nullptr) = 0;
+    virtual bool ReadFile(std::wstring const& path, ReadReport* report = nullptr) = 0;
+    virtual bool Write(std::ostream& out, WriteReport* report = nullptr) const = 0;
+    virtual bool WriteFile(std::wstring const& path, WriteReport* report = nullptr) const = 0;
+    /// What a document holds of it.
+    virtual std::string Outline() = 0;
+    /// A value that can be any text.
+    virtual void SetText(std::wstring const& text) = 0;
+    virtual std::wstring GetText() = 0;
+    /// Does all that a host can do. Gives what was wrong, or nothing.
+    virtual std::string Use() = 0;
+};
+
+struct Format {
+    char const* name;
+    std::string example; ///< with each word that readers know, where it belongs
+    std::unique_ptr<Subject> (*make)();
+    wchar_t const* textPath; ///< of the element that has the text set by SetText
+    bool settles =
+        true; ///< what was read comes back the same from then on; versions come twice into meta files
+};
+
+inline bool ReadText(Subject& subject, std::string const& document, ReadReport* report = nullptr) {
+    std::istringstream in(document);
+    return subject.Read(in, report);
+}
+
+/// The document, or nothing where it can't be written.
+inline std::string WriteText(Subject const& subject) {
+    std::ostringstream out;
+    return subject.Write(out) ? out.str() : std::string();
+}
+
+/// How many levels of nodes there are below.
+inline std::size_t Depth(LayoutNode const& node) {
+    std::size_t depth = 0;
+    for (LayoutNode const* const child : node.m_children) {
+        depth = std::max(depth, 1 + Depth(*child));
+    }
+    return depth;
+}
+
+/// Whether each node below names the one that it stands in, and can be asked all that a node can be asked.
+inline bool AnswersQueries(ParameterLayout const& layout, LayoutNode const& node, std::size_t& patience) {
+    for (LayoutNode const* const child : node.m_children) {
+        std::vector<LayoutNode const*> nodes;
+        std::deque<LayoutNode const*> path;
+        if (patience != 0) { // each question may go through the whole tree
+            --patience;
+            if (layout.GetReferredNodes(child, nodes) == nodes.empty() ||
+                !child->GetQueryPath(layout, path)) {
+                return false;
+            }
+        }
+        if (child->m_parent != &node || !AnswersQueries(layout, *child, patience)) {
+            return false;
+        }
+    }
+    return true;
+}
+
+/// Gives all entries the names under which machine parameters are read back.
+inline void NameEntries(LayoutNode& node) {
+    node.SetNodeName(node.m_isProfileList ? L"Profile" : L"Instance");
+    for (LayoutNode* const child : node.m_children) {
+        NameEntries(*child);
+    }
+}
+
+inline std::string UseOf(ParameterDatabase& database) {
+    ParameterDatabase copy(database), assigned(nullptr);
+    assigned = copy;
+    return Dump(assigned) == Dump(database) ? "" : "the copy";
+}
+
+inline std::string UseOf(ParameterLayout& layout) {
+    std::size_t patience = 10;
+    if (Depth(layout) > 256 || !AnswersQueries(layout, layout, patience)) {
+        return "the layout's nodes";
+    }
+    std::vector<LayoutNode const*> nodes;
+    layout.GetBuildTicketNodes(nodes);
+    layout.GetBuildTicketNodesPartOverrides(nodes);
+    std::set<std::wstring> names;
+    layout.GetUsedPropertyNames(names);
+    ParameterLayout const copy(layout);
+    if (WriteText(PropertyTemplate, copy) != WriteText(PropertyTemplate, layout)) {
+        return "the copy";
+    }
+    WriteText(MetaFile, copy);
+    ParameterDatabase database(&layout), back(&layout);
+    std::string const values = WriteText(database); // none where a name is no name of an element
+    return values.empty() || ReadText(back, values) ? "" : "the database";
+}
+
+inline std::string UseOf(BuildTicket& ticket) {
+    BuildTicket copy(ticket), converted(nullptr);
+    bool const isSame = Dump(copy) == Dump(ticket);
+    converted.ConvertFromInternalBuildTicket(copy.GetPartOverrides());
+    copy.ConvertFromInternalBuildTicket(copy.GetObjectProperties());
+    copy.CleanUp();
+    return isSame && Load(converted, Saved(copy)) ? "" : "the copy";
+}
+
+inline std::string UseOf(ParameterDatabaseIOFiltering&) { return ""; }
+
+inline std::string OutlineOf(ParameterDatabase& database) { return Dump(database); }
+inline std::string OutlineOf(ParameterLayout& layout) { return Outline(layout); }
+inline std::string OutlineOf(BuildTicket& ticket) { return Dump(ticket, Form::Saved); }
+inline std::string OutlineOf(ParameterDatabaseIOFiltering& filtering) {
+    return Print(filtering.m_exportGeneralParameters) + Print(filtering.m_exportDefaultParameters);
+}
+
+inline void SetTextOf(ParameterDatabase& database, std::wstring const& text) {
+    database.GetProfileEditor().Get(L"G").Get(L"S").SetValue(text);
+}
+inline std::wstring TextOf(ParameterDatabase& database) {
+    return database.GetProfileEditor().Get(L"G").Get(L"S").GetValue<std::wstring>();
+}
+inline void SetTextOf(ParameterLayout& layout, std::wstring const& text) {
+    if (layout.m_partConfigurator->Size() == 0) {
+        layout.m_partConfigurator->AddNode(L"S", String, L"");
+    }
+    layout.m_partConfigurator->Back()->m_defaultValue = text;
+}
+inline std::wstring TextOf(ParameterLayout& layout) {
+    return layout.m_partConfigurator->Back()->m_defaultValue;
+}
+inline void SetTextOf(BuildTicket& ticket, std::wstring const& text) {
+    ticket.GetDefaults().SetValue(L"a", text);
+}
+inline std::wstring TextOf(BuildTicket& ticket) {
+    return *ticket.GetDefaults().GetValuePointer<std::wstring>(L"a", true);
+}
+inline void SetTextOf(ParameterDatabaseIOFiltering&, std::wstring const&) {}
+inline std::wstring TextOf(ParameterDatabaseIOFiltering&) { return {}; }
+
+inline void Generate(ParameterDatabase& database, unsigned seed) {
+    Generator(seed).FillContent(database.GetProfileEditor());
+}
+inline void Generate(ParameterLayout& layout, unsigned seed) { LayoutGenerator(seed).Fill(layout, 60); }
+inline void Generate(BuildTicket& ticket, unsigned seed) { FillTicket(ticket, seed, 5, 30); }
+inline void Generate(ParameterDatabaseIOFiltering& filtering, unsigned seed) {
+    filtering.m_exportDefaultParameters = seed % 2 == 0;
+}
+
+/// A layout that has somewhere to put its translations.
+struct TranslatedLayout : ParameterLayout {
+    TranslatedLayout() { SetResourceDictionary(&dictionary); }
+    ResourceDictionary dictionary;
+};
+
+template <class Object, class Made = Object> class SubjectOf : public Subject {
+public:
+    SubjectOf(DocumentIo<Object> const& io, std::shared_ptr<ParameterLayout> layout)
+        : m_io(&io), m_layout(std::move(layout)) {
+        if (std::string_view(io.name) == "machine parameters file") {
+            NameEntries(*m_layout);
+        }
+        if constexpr (std::is_constructible_v<Made, ParameterLayout const*>) {
+            m_object = std::make_unique<Made>(m_layout.get());
+        } else {
+            m_object = std::make_unique<Made>();
+        }
+    }
+    std::unique_ptr<Subject> Fresh() const override { return std::make_unique<SubjectOf>(*m_io, m_layout); }
+    std::unique_ptr<Subject> Generated(unsigned seed) const override {
+        auto made = std::make_unique<SubjectOf>(*m_io, Generator(seed).MakeLayout());
+        Generate(*made->m_object, seed);
+        return made;
+    }
+    bool Read(std::istream& in, ReadReport* report) override {
+        return m_io->readStream(*m_object, in, report);
+    }
+    bool ReadFile(std::wstring const& path, ReadReport* report) override {
+        return m_io->readFile(*m_object, path, report);
+    }
+    bool Write(std::ostream& out, WriteReport* report) const override {
+        return m_io->writeStream(*m_object, out, report);
+    }
+    bool WriteFile(std::wstring const& path, WriteReport* report) const override {
+        return m_io->writeFile(*m_object, path, report);
+    }
+    std::string Outline() override { return OutlineOf(*m_object); }
+    void SetText(std::wstring const& text) override { SetTextOf(*m_object, text); }
+    std::wstring GetText() override { return TextOf(*m_object); }
+    std::string Use() override { return UseOf(*m_object); }
+
+private:
+    DocumentIo<Object> const* m_io;
+    std::shared_ptr<ParameterLayout> m_layout;
+    std::unique_ptr<Made> m_object;
+};
+
+inline constexpr DocumentIo<ParameterDatabase> GenericParameters = {
+    "generic parameter file", Zantrel::ReadFile,
+    [](ParameterDatabase const& database, std::wstring const& path, WriteReport* report) {
+        return Zantrel::WriteFile(database, path, L"", report);
+    },
+    [](ParameterDatabase& database, std::istream& in, ReadReport* report) {
+        std::unique_ptr<ISAXPersist> const handler(_CreateSaxHandlerForReading(database));
+        return KelAM::SaxUtilities::ReadStream(in, *handler, report);
+    },
+    [](ParameterDatabase const& database, std::ostream& out, WriteReport* report) {
+        KelAM::SaxUtilities::WriteOptions options;
+        options.m_rootTag = StringConversion::NativeToUtf8(database.GetLayout()->m_name);
+        std::unique_ptr<ISAXPersist> const handler(_CreateSaxHandlerForWriting(database, L""));
+        return KelAM::SaxUtilities::WriteStream(out, *handler, options, report);
+    }};
+
+inline constexpr DocumentIo<ParameterDatabase> MachineParameterFile = {
+    "machine parameters file", KlvrProperties::ReadFile,
+    [](ParameterDatabase const& database, std::wstring const& path, WriteReport* report) {
+        KlvrProperties::WriteOptions options;
+        options.m_profileListsOnly = false;
+        return KlvrProperties::WriteFile(database, path, options, report);
+    },
+    [](ParameterDatabase& database, std::istream& in, ReadReport* report) {
+        ParameterNodeReadKlvrProperties handler(database.GetProfileEditor());
+        return KelAM::SaxUtilities::ReadStream(in, handler, report);
+    },
+    [](ParameterDatabase const& database, std::ostream& out, WriteReport* report) {
+        KelAM::SaxUtilities::WriteOptions document;
+        document.m_rootTag = "KlvrMachineParameters";
+        KlvrProperties::WriteOptions options;
+        options.m_profileListsOnly = false;
+        ParameterNodeWriteKlvrProperties const handler(ProfileEditorOf(database), options);
+        return KelAM::SaxUtilities::WriteStream(out, handler, document, report);
+    }};
+
+inline constexpr DocumentIo<BuildTicket> TicketFile = {
+    "build ticket",
+    [](BuildTicket& ticket, std::wstring const& path, ReadReport* report) {
+        return LoadBuildTicket(path, ticket, report);
+    },
+    [](BuildTicket const& ticket, std::wstring const& path, WriteReport* report) {
+        return SaveBuildTicket(path, ticket, BuildTicketWriteOptions(), report);
+    },
+    [](BuildTicket& ticket, std::istream& in, ReadReport* report) {
+        return LoadBuildTicket(in, ticket, report);
+    },
+    [](BuildTicket const& ticket, std::ostream& out, WriteReport* report) {
+        return SaveBuildTicket(out, ticket, BuildTicketWriteOptions(), report);
+    }};
+
+/// Which hosts write, with whatever they write XML with.
+inline constexpr DocumentIo<ParameterDatabaseIOFiltering> FilterFile = {
+    "filter file",
+    [](ParameterDatabaseIOFiltering& filtering, std::wstring const& path, ReadReport* report) {
+        ParameterDatabaseIOFilteringReader reader(&filtering);
+        return KelAM::SaxUtilities::ReadFile(path, reader, report);
+    },
+    nullptr,
+    [](ParameterDatabaseIOFiltering& filtering, std::istream& in, ReadReport* report) {
+        ParameterDatabaseIOFilteringReader reader(&filtering);
+        return KelAM::SaxUtilities::ReadStream(in, reader, report);
+    },
+    [](ParameterDatabaseIOFiltering const& filtering, std::ostream& out, WriteReport*) {
+        auto const word = [](bool value) { return value ? "True" : "False"; };
+        out << "<F><ExportGeneralParameters>" << word(filtering.m_exportGeneralParameters)
+            << "</ExportGeneralParameters><ExportDefaultParameters>"
+            << word(filtering.m_exportDefaultParameters) << "</ExportDefaultParameters></F>";
+        return true;
+    }};
+
+inline constexpr char const* MachineExample =
+    "<R><Property Name='GenericParameters' Type='Complex'><Property Name='I' Type='integer'>7</Property>"
+    "</Property><Property Name='G' Type='Complex'><Property Name='D' Type='number'>1.5</Property><Property "
+    "Name='B' Type='bool'>True</Property><Property Name='S' Type='string'> a\xC3\xA4&lt;</Property><Property "
+    "Name='A' Type='Unsupported'><Name>n</Name><Data>AP8=</Data></Property><Property Name='X' "
+    "Type='StandardOptions'>x</Property></Property><Property Name='N' Type='integer'><Instance>1</Instance>"
+    "</Property><Property Name='M' Type='Complex'><Instance><Property Name='I' Type='integer'>3</Property>"
+    "</Instance></Property><Property Name='C' Type='Complex' ProfileList=''><Default><Property Name='I' "
+    "Type='integer'>5</Property></Default><Profile Name='p &amp; q'><Property Name='C' Type='Complex' "
+    "ProfileList=''><Profile Name='in'><Property Name='S' Type='string'/></Profile></Property></Profile>"
+    "</Property><Property Name='Z' Type='Complex' ProfileList=''><Profile Name='b'/></Property></R>";
+
+inline constexpr char const* MetaExample =
+    "<R><Version><Major Type='Int'>1</Major><Minor Type='Int'>0</Minor></Version><ProfileEditor>"
+    "<L CategoriesName='c'><I Type='Int' DisplayName='d' Precision='4'>5</I></L><M Type='ListContainer'/>"
+    "<B Type='Bool'>True</B><K ProfilesXMLName='P' DisplayName='k'><P><D Type='Double'>1.5</D></P></K>"
+    "<F Type='OptionsFromProfiles' ProfileName='K' PropertyName='p'>x</F><T Type='TransformListContainer'>"
+    "<S Type='String' Options='o;p'>s<Options><Option DisplayName='o'>s</Option></Options></S></T>"
+    "<InheritOverrides><OverrideEntry>L</OverrideEntry></InheritOverrides></ProfileEditor>"
+    "<ParameterStructure><AdditionalConfiguration/></ParameterStructure><JobConfigurator>"
+    "<PlatformConfigurator><PlatformOptions><A Type='FileAttachment'/></PlatformOptions><PartOptions>"
+    "<O Type='StandardOptions'/></PartOptions></PlatformConfigurator></JobConfigurator><PartConfigurator>"
+    "<W Type='Distance'>2</W></PartConfigurator><ResourceDictionary><Entry Key='k'>"
+    "<Translation Language='l'>t</Translation></Entry></ResourceDictionary><p:ProfileEditor><p:A "
+    "Type='FileAbsolute'>a</p:A></p:ProfileEditor></R>";
+
+inline constexpr char const* TemplateExample =
+    "<R><MachineParameters><PropertyNode Name='A' Type='Complex' ProfileList='' DisplayName='d' "
+    "DisplayNameContainer='c'><PropertyNode Name='B' Type='integer' "
+    "Default='5'/></PropertyNode><PropertyNode "
+    "Name='C' Type='number' List='' PropertyName='p'/></MachineParameters><BuildTicket><Defaults>"
+    "<PropertyNode Name='E' Type='bool' Default='True'/><PropertyNode Name='F' Type='ProfileName' "
+    "ProfileName='A'/></Defaults><PartOverrides><PropertyNode Name='G' Type='string' Options='a;b' "
+    "Default='a'/><PropertyNode Name='H' Type='FileAbsolute'/></PartOverrides></BuildTicket><PropertyNode "
+    "Name='I' Type='StandardOptions'/><p:PropertyNode Name='&lt;' Type='enum'/><X/></R>";
+
+inline constexpr char const* TicketExample =
+    "<R><Info><Source Id='s'/></Info><Defaults type='build'><Property Name='a' Type='integer'>5</Property>"
+    "<Property Name='d' Type='number'>.5</Property><Property Name='f' Type='bool'>1</Property><Property "
+    "Name='g' Type='string'>t</Property></Defaults><PartOverrides><Instance uuid='p' type='object'><Property "
+    "Name='b' Type='ComplexArray'><Property Type='Complex'><Property Name='c' Type='FileContent'><Name>n"
+    "</Name><Data>AP8=</Data></Property></Property></Property></Instance></PartOverrides><ObjectProperties>"
+    "<Instance uuid='{01234567-89AB-CDEF-0123-456789abcdef}'><Component "
+    "uuid='01234567-89ab-cdef-0123-456789abcdef'><Property Name='e' Type='Complex' Deleted='1'/></Component>"
+    "<Property Name='ObjectType' Type='SubProperties'/></Instance></ObjectProperties></R>";
+
+template <class Object, auto const& Io, class Made = Object> std::unique_ptr<Subject> MakeSubject() {
+    auto layout = std::make_shared<SmallLayout>();
+    layout->m_partConfigurator->SetPropName(L"a");
+    return std::make_unique<SubjectOf<Object, Made>>(Io, layout);
+}
+
+inline std::vector<Format> const& WrittenFormats() {
+    static std::vector<Format> const formats = {
+        {"GenericParameters", SmallFile, MakeSubject<ParameterDatabase, GenericParameters>, L"Root/G/S"},
+        {"MachineParameters", MachineExample, MakeSubject<ParameterDatabase, MachineParameterFile>,
+         L"KlvrMachineParameters/Property/Property"},
+        {"MetaFile", MetaExample, MakeSubject<ParameterLayout, MetaFile, TranslatedLayout>,
+         L"SomeRootname/PartConfigurator/S", false},
+        {"PropertyTemplate", TemplateExample,
+         MakeSubject<ParameterLayout, PropertyTemplate, TranslatedLayout>,
+         L"KlvrPropertyTemplate/BuildTicket/PartOverrides/PropertyNode"},
+        {"Ticket", TicketExample, MakeSubject<BuildTicket, TicketFile>, L"KlvrBuildTicket/Defaults/Property"},
+    };
+    return formats;
+}
+
+/// Those, and one that the library only reads.
+inline std::vector<Format> const& Formats() {
+    static std::vector<Format> const formats = [] {
+        std::vector<Format> all = WrittenFormats();
+        all.push_back({"Filter",
+                       "<F><ExportGeneralParameters>False</ExportGeneralParameters><X>"
+                       "<ExportDefaultParameters>0</ExportDefaultParameters></X></F>",
+                       MakeSubject<ParameterDatabaseIOFiltering, FilterFile>, L""});
+        return all;
+    }();
+    return formats;
+}
+
+inline Format const& FormatCalled(std::string_view name) {
+    return *std::find_if(Formats().begin(), Formats().end(),
+                         [&](Format const& format) { return format.name == name; });
+}
+
+/// Reads the document and does with what was read all that a host can do. Gives what was wrong, or nothing.
+inline std::string FaultOf(Format const& format, std::string const& document) {
+    auto const subject = format.make();
+    ReadReport report;
+    bool const isRead = ReadText(*subject, document, &report);
+    auto const refuses = [](ReadReport::Entry const& entry) {
+        return entry.kind <= ReadReport::Kind::RefusedDocument;
+    };
+    if (isRead == std::any_of(report.m_entries.begin(), report.m_entries.end(), refuses)) {
+        return "the report";
+    }
+    std::string written = WriteText(*subject);
+    for (int turn = 0; turn < 3; ++turn) { // the first may bring names and texts into their one form
+        auto const back = subject->Fresh();
+        ReadReport again;
+        if (!ReadText(*back, written, &again)) {
+            bool const isTooDeep =
+                !again.m_entries.empty() && again.m_entries.back().kind == ReadReport::Kind::RefusedDocument;
+            return isTooDeep ? subject->Use() : "what was written";
+        }
+        std::string const next = WriteText(*back);
+        if (turn != 0 && format.settles && next != written) {
+            return "what was written again";
+        }
+        written = next;
+    }
+    return subject->Use();
+}
+
+} // namespace TestSupport

@@ -1,0 +1,185 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "tests/formats/formats.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+using namespace TestSupport;
+
+namespace {
+
+/// A document in UTF-16 with a byte order mark, of characters that take one unit.
+std::string Utf16(std::string const& document, bool bigEndian) {
+    std::string bytes;
+    for (wchar_t const unit : L'\xFEFF' + StringConversion::Utf8ToNative(document)) {
+        char const high = static_cast<char>(unit >> 8), low = static_cast<char>(unit & 0xFF);
+        bytes += bigEndian ? std::string{high, low} : std::string{low, high};
+    }
+    return bytes;
+}
+
+bool ReadPieces(Subject& subject, std::string const& document, std::size_t piece) {
+    PieceBuffer buffer(document, piece);
+    std::istream in(&buffer);
+    return subject.Read(in);
+}
+
+std::string NameOf(testing::TestParamInfo<Format> const& info) { return info.param.name; }
+
+class HostileDocumentOf : public testing::TestWithParam<Format> {
+protected:
+    Format const& m_format = GetParam();
+    std::unique_ptr<Subject> const m_subject = m_format.make();
+};
+
+INSTANTIATE_TEST_SUITE_P(, HostileDocumentOf, testing::ValuesIn(Formats()), NameOf);
+
+} // namespace
+
+TEST_P(HostileDocumentOf, AnyElementsAnywhereGivesWhatWorks) {
+    std::set<std::string> outlines;
+    for (unsigned seed = 0; seed < 100; ++seed) {
+        std::mt19937 random(seed);
+        std::string const document =
+            HostileDocument(m_format.example, [&](std::size_t below) { return random() % below; });
+        EXPECT_EQ(FaultOf(m_format, document), "") << document;
+        auto const subject = m_format.make();
+        ReadText(*subject, document);
+        outlines.insert(subject->Outline());
+    }
+    EXPECT_GT(outlines.size(), m_format.example.size() < 200 ? 3u : 50u) << "the documents should differ";
+}
+
+TEST_P(HostileDocumentOf, OneMistakeGivesWhatWorks) {
+    EXPECT_EQ(FaultOf(m_format, m_format.example), "");
+    for (Mistake const& mistake : MistakesIn(m_format.example)) {
+        EXPECT_EQ(FaultOf(m_format, mistake.In(m_format.example)), "")
+            << mistake.where << ' ' << mistake.what;
+    }
+}
+
+TEST_P(HostileDocumentOf, AnyBytesMayEndOrBeDamagedAtAnyOfThem) {
+    std::set<std::string> outlines;
+    auto const check = [&](std::string const& damaged, bool canBeRead) {
+        auto const subject = m_format.make();
+        EXPECT_FALSE(ReadText(*subject, damaged) && !canBeRead) << damaged;
+        if (outlines.insert(subject->Outline()).second) {
+            EXPECT_EQ(FaultOf(m_format, damaged), "") << damaged;
+        }
+    };
+    for (std::size_t at = 0; at < m_format.example.size(); ++at) {
+        check(m_format.example.substr(0, at), false);
+        for (char const byte : {'\0', '\xFF', '<', '&', '\''}) {
+            std::string damaged = m_format.example;
+            damaged[at] = byte;
+            check(damaged, byte == '\'' || damaged == m_format.example);
+        }
+    }
+    EXPECT_GT(outlines.size(), ElementsOf(m_format.example).size() / 2);
+}
+
+TEST_P(HostileDocumentOf, AnyEncodingComesInAnyPieces) {
+    std::string const& example = m_format.example;
+    ASSERT_TRUE(ReadText(*m_subject, example));
+    for (std::string const& document :
+         {example, "\xEF\xBB\xBF" + example, Utf16(example, false), Utf16(example, true),
+          Utf16("<?xml version='1.0' encoding='utf-16'?>" + example, false)}) {
+        for (std::size_t const piece : {1u, 3u, 1000u}) {
+            auto const subject = m_subject->Fresh();
+            EXPECT_TRUE(ReadPieces(*subject, document, piece));
+            EXPECT_EQ(subject->Outline(), m_subject->Outline());
+        }
+    }
+    EXPECT_FALSE(ReadText(*m_subject, Utf16(example, false).substr(2))) << "no byte order mark";
+    EXPECT_FALSE(ReadText(*m_subject, Utf16(example, false) + 'x')) << "half a unit";
+    EXPECT_FALSE(ReadText(*m_subject, std::string("\xFE\xFF\0<\0a\0>\xD8\0\0<\0/\0a\0>", 18)));
+}
+
+TEST_P(HostileDocumentOf, AHundredThousandLevelsAreRefusedAtTheirPlace) {
+    std::set<std::string_view> tags;
+    for (Element const& element : ElementsOf(m_format.example)) {
+        if (!tags.insert(element.name).second) {
+            continue;
+        }
+        std::string const start = std::string(element.tag) + '>',
+                          end = "</" + std::string(element.name) + '>';
+        for (std::size_t const levels : {1'024u, 1'025u}) {
+            EXPECT_EQ(FaultOf(m_format, Repeat(start, levels) + Repeat(end, levels)), "") << start;
+        }
+        ReadReport report;
+        EXPECT_FALSE(ReadText(*m_subject, Repeat(start, 100'000), &report));
+        ReadReport::Entry const& last = report.m_entries.back();
+        bool const isTooDeep = last.kind == ReadReport::Kind::DocumentError;
+        EXPECT_TRUE(isTooDeep || last.kind == ReadReport::Kind::RefusedDocument);
+        EXPECT_TRUE(!isTooDeep || last.column == 1'024 * start.size() + 1) << start;
+        EXPECT_EQ(ReadText(*m_format.make(), Repeat(start, 1'024) + Repeat(end, 1'024)), isTooDeep) << start;
+    }
+}
+
+TEST_P(HostileDocumentOf, OneTokenOfMegabytesIsTaken) {
+    std::string const& example = m_format.example;
+    std::size_t const content = example.find('>') + 1;
+    for (auto const& [size, piece] : {std::pair(2'000'000u, 5'000u), {100'000u, 3u}}) {
+        std::string const token(size, 'A');
+        for (std::string const& element :
+             {"<!--" + token + "-->", '<' + token + "/>", "<X>" + token + "</X>", "<X a='" + token + "'/>"}) {
+            auto const subject = m_format.make();
+            EXPECT_TRUE(ReadPieces(*subject, std::string(example).insert(content, element), piece));
+        }
+    }
+}
+
+TEST(HostileDocument, HoldsTextsOfAnyLengthAndBytesOfAnyNumber) {
+    for (Format const& format : WrittenFormats()) {
+        for (wchar_t const text : {L'A', L'\t', L'&'}) {
+            auto const subject = format.make(), back = subject->Fresh();
+            subject->SetText(std::wstring(200'000, text));
+            EXPECT_TRUE(ReadPieces(*back, WriteText(*subject), text == L'A' ? 3 : 5'000));
+            EXPECT_TRUE(back->GetText() == subject->GetText()) << format.name;
+        }
+    }
+}
+
+TEST(HostileDocument, HasTensOfThousandsOfSiblings) {
+    struct Row {
+        char const* format;
+        char const *before, *repeated, *after; ///< "#" is another number each time
+        std::size_t each;                      ///< characters of the outline for each repetition
+    };
+    Row const rows[] = {
+        {"GenericParameters", "<R><Z>", "<Both Name='#'/>", "</Z></R>", 8},
+        {"GenericParameters", "<R><N>", "<Item>#</Item>", "</N></R>", 3},
+        {"GenericParameters", "<R>", "<U/><C/><M><Item/></M>", "</R>", 0},
+        {"MachineParameters", "<R><Property Name='Z'>", "<Profile Name='#'/>", "</Property></R>", 8},
+        {"MachineParameters", "<R><Property Name='N'>", "<Instance>#</Instance>", "</Property></R>", 3},
+        {"MetaFile", "<R><ProfileEditor>", "<A/>", "</ProfileEditor></R>", 2},
+        {"MetaFile", "<R><ProfileEditor>", "<L# ProfilesXMLName=''><A><B/></A></L#>", "</ProfileEditor></R>",
+         4},
+        {"MetaFile", "<R>", "<JobConfigurator/><ProfileEditor/><p:A#/>", "</R>", 2},
+        {"MetaFile", "<R><ResourceDictionary>", "<Entry Key='#'><Translation Language='#'/></Entry>",
+         "</ResourceDictionary></R>", 0},
+        {"PropertyTemplate", "<R><MachineParameters>", "<PropertyNode Name='#' ProfileList=''/>",
+         "</MachineParameters></R>", 2},
+        {"PropertyTemplate", "<R>", "<PropertyNode/><PropertyNode Name='A'/><X/>", "</R>", 1},
+        {"PropertyTemplate", "<R><Defaults>", "<PropertyNode Name='A' Type='ProfileName' ProfileName='#'/>",
+         "</Defaults></R>", 2},
+        {"Ticket", "<R><Defaults>", "<Property Name='#' Type='integer'>#</Property>", "</Defaults></R>", 4},
+        {"Ticket", "<R><ObjectProperties>", "<Instance uuid='#'/>", "</ObjectProperties></R>", 8},
+        {"Filter", "<R", " a#=''", "/>", 0},
+    };
+    constexpr std::size_t Count = 10'000;
+    for (Row const& row : rows) {
+        std::string document = row.before;
+        for (std::size_t number = Count; number != 0; --number) { // against the order of what holds them
+            for (char const character : std::string_view(row.repeated)) {
+                document += character == '#' ? std::to_string(number) : std::string(1, character);
+            }
+        }
+        document += row.after;
+        auto const subject = FormatCalled(row.format).make(), back = subject->Fresh();
+        EXPECT_TRUE(ReadText(*subject, document) && ReadText(*back, WriteText(*subject))) << row.repeated;
+        EXPECT_EQ(subject->Use(), "") << row.repeated;
+        EXPECT_GE(subject->Outline().size(), row.each * Count) << row.repeated;
+    }
+}
