@@ -25,6 +25,6 @@ if(ZANTREL_BUILD_FUZZ)
   zantrel_add_fuzz_target(tokeniser ${tokeniser_sources})
   file(GLOB_RECURSE layout_file_sources CONFIGURE_DEPENDS
     text/*.cpp io/*.cpp xml/*.cpp sax/*.cpp store/*.cpp
-    layout/*.cpp database/*.cpp parameter_files/*.cpp layout_files/*.cpp)
+    layout/*.cpp database/*.cpp parameter_files/*.cpp layout_files/*.cpp build_ticket/*.cpp)
   zantrel_add_fuzz_target(layout_file ${layout_file_sources})
 endif()
