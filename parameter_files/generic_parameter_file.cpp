@@ -11,34 +11,53 @@
 #include <zantrel/sax/sax_utilities.h>
 #include <zantrel/text/string_conversion.h>
 
-#include <utility>
-
 namespace Zantrel {
 
 namespace {
 
-void ReadFiltering(std::wstring const& filterPath, ParameterDatabaseIOFiltering& filtering) {
-    if (!filterPath.empty()) {
+ParameterDatabaseIOFiltering ReadFilter(std::wstring const& path) {
+    ParameterDatabaseIOFiltering filtering;
+    if (!path.empty()) {
         ParameterDatabaseIOFilteringReader reader(&filtering);
-        KelAM::SaxUtilities::ReadFile(filterPath, reader); // one that can't be read filters nothing
+        KelAM::SaxUtilities::ReadFile(path, reader); // one that can't be read filters nothing
     }
+    return filtering;
+}
+
+/// A file without general parameters was written with them hidden.
+void HideGeneralIfMissing(ParameterDatabase& database, ParameterNodeRead const& handler) {
+    ParameterNode const editor = database.GetProfileEditor();
+    if (!handler.HasMetGenericParameters() && editor.IsValid()) {
+        ParameterNode general = editor.Get(editor.m_pNode->GetNode(ParameterFileWord::GenericParameters));
+        if (general.IsValid()) {
+            general.SetHidden(true);
+        }
+    }
+}
+
+KelAM::SaxUtilities::WriteOptions DocumentOf(ParameterDatabase const& database) {
+    ParameterLayout const* const layout = database.GetLayout();
+    return Sax::DocumentOptions(layout != nullptr ? StringConversion::NativeToUtf8(layout->m_name)
+                                                  : std::string());
 }
 
 } // namespace
 
 bool ReadFile(ParameterDatabase& database, std::wstring const& path, ReadReport* report) {
-    ParameterNode const editor = database.GetProfileEditor();
-    ParameterNodeRead handler(editor);
+    ParameterNodeRead handler(database.GetProfileEditor());
     if (!KelAM::SaxUtilities::ReadFile(path, handler, report)) {
         return false;
     }
-    if (!handler.HasMetGenericParameters() && editor.IsValid()) {
-        LayoutNode const* general = editor.m_pNode->GetNode(ParameterFileWord::GenericParameters);
-        ParameterNode node = editor.Get(general);
-        if (node.IsValid()) {
-            node.SetHidden(true); // a file without general parameters was written with them hidden
-        }
+    HideGeneralIfMissing(database, handler);
+    return true;
+}
+
+bool ReadStream(ParameterDatabase& database, std::basic_istream<char>& in, ReadReport* report) {
+    ParameterNodeRead handler(database.GetProfileEditor());
+    if (!KelAM::SaxUtilities::ReadStream(in, handler, report)) {
+        return false;
     }
+    HideGeneralIfMissing(database, handler);
     return true;
 }
 
@@ -48,24 +67,23 @@ ISAXPersist* _CreateSaxHandlerForReading(ParameterDatabase& database) {
 
 bool WriteFile(ParameterDatabase const& database, std::wstring const& path, std::wstring const& filterPath,
                WriteReport* report) {
-    ParameterLayout const* const layout = database.GetLayout();
-    std::string rootTag = layout != nullptr ? StringConversion::NativeToUtf8(layout->m_name) : std::string();
-    ParameterNodeWrite handler(ProfileEditorOf(database));
-    ReadFiltering(filterPath, handler.m_filtering);
-    return KelAM::SaxUtilities::WriteFile(path, handler, Sax::DocumentOptions(std::move(rootTag)), report);
+    ParameterNodeWrite const handler(ProfileEditorOf(database), ReadFilter(filterPath));
+    return KelAM::SaxUtilities::WriteFile(path, handler, DocumentOf(database), report);
+}
+
+bool WriteStream(ParameterDatabase const& database, std::basic_ostream<char>& out,
+                 ParameterDatabaseIOFiltering const& filtering, WriteReport* report) {
+    ParameterNodeWrite const handler(ProfileEditorOf(database), filtering);
+    return KelAM::SaxUtilities::WriteStream(out, handler, DocumentOf(database), report);
 }
 
 ISAXPersist* _CreateSaxHandlerForWriting(ParameterDatabase const& database,
                                          ParameterDatabaseIOFiltering& filtering) {
-    auto* handler = new ParameterNodeWrite(ProfileEditorOf(database));
-    handler->m_filtering = filtering;
-    return handler;
+    return new ParameterNodeWrite(ProfileEditorOf(database), filtering);
 }
 
 ISAXPersist* _CreateSaxHandlerForWriting(ParameterDatabase const& database, std::wstring const& filterPath) {
-    ParameterDatabaseIOFiltering filtering;
-    ReadFiltering(filterPath, filtering);
-    return _CreateSaxHandlerForWriting(database, filtering);
+    return new ParameterNodeWrite(ProfileEditorOf(database), ReadFilter(filterPath));
 }
 
 } // namespace Zantrel

@@ -12,17 +12,36 @@
 
 namespace Zantrel::KlvrProperties {
 
+namespace {
+
+KelAM::SaxUtilities::WriteOptions Document() {
+    auto document = Sax::DocumentOptions(std::string(ParameterFileWord::KlvrMachineParameters));
+    AddBuildProcessingNamespace(document, XML_namespaces::m_namespace_build_processors_2016_04);
+    return document;
+}
+
+} // namespace
+
 bool ReadFile(ParameterDatabase& database, std::wstring const& path, ReadReport* report) {
     ParameterNodeReadKlvrProperties handler(database.GetProfileEditor());
     return KelAM::SaxUtilities::ReadFile(path, handler, report);
 }
 
+bool ReadStream(ParameterDatabase& database, std::basic_istream<char>& in, ReadReport* report) {
+    ParameterNodeReadKlvrProperties handler(database.GetProfileEditor());
+    return KelAM::SaxUtilities::ReadStream(in, handler, report);
+}
+
 bool WriteFile(ParameterDatabase const& database, std::wstring const& path, WriteOptions const& options,
                WriteReport* report) {
-    auto document = Sax::DocumentOptions(std::string(ParameterFileWord::KlvrMachineParameters));
-    AddBuildProcessingNamespace(document, XML_namespaces::m_namespace_build_processors_2016_04);
     ParameterNodeWriteKlvrProperties const handler(ProfileEditorOf(database), options);
-    return KelAM::SaxUtilities::WriteFile(path, handler, document, report);
+    return KelAM::SaxUtilities::WriteFile(path, handler, Document(), report);
+}
+
+bool WriteStream(ParameterDatabase const& database, std::basic_ostream<char>& out,
+                 WriteOptions const& options, WriteReport* report) {
+    ParameterNodeWriteKlvrProperties const handler(ProfileEditorOf(database), options);
+    return KelAM::SaxUtilities::WriteStream(out, handler, Document(), report);
 }
 
 } // namespace Zantrel::KlvrProperties

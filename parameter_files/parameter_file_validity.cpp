@@ -11,25 +11,42 @@ namespace Zantrel {
 
 namespace {
 
-template <class Handler>
-bool Check(ParameterLayout const& layout, std::wstring const& path,
-           ParameterFileValidityOptions const& options, ParameterFileValidityResult* result,
-           ReadReport* report) {
+/// Checks what `read` drives a handler with. The verdict is taken before the root's handler ends, which then
+/// misses children of its own and tells nobody: files may lack what stands right below the root.
+template <class Handler, class Read>
+bool Check(ParameterLayout const& layout, ParameterFileValidityOptions const& options,
+           ParameterFileValidityResult* result, Read const& read) {
     ParameterDatabase database(&layout);
     ParameterFileValidity validity(options);
     Handler handler(database.GetProfileEditor(), &validity);
-    if (!KelAM::SaxUtilities::ReadFile(path, handler, report)) {
+    if (!read(handler)) {
         if (result != nullptr) {
             result->m_isValid = false;
         }
         return false;
     }
-    // Before the handler of the root ends and misses children of its own: files may lack what stands right
-    // below the root.
     if (result != nullptr) {
         *result = validity.result;
     }
     return validity.result.m_isValid;
+}
+
+template <class Handler>
+bool CheckFile(ParameterLayout const& layout, std::wstring const& path,
+               ParameterFileValidityOptions const& options, ParameterFileValidityResult* result,
+               ReadReport* report) {
+    return Check<Handler>(layout, options, result, [&](Handler& handler) {
+        return KelAM::SaxUtilities::ReadFile(path, handler, report);
+    });
+}
+
+template <class Handler>
+bool CheckStream(ParameterLayout const& layout, std::basic_istream<char>& in,
+                 ParameterFileValidityOptions const& options, ParameterFileValidityResult* result,
+                 ReadReport* report) {
+    return Check<Handler>(layout, options, result, [&](Handler& handler) {
+        return KelAM::SaxUtilities::ReadStream(in, handler, report);
+    });
 }
 
 } // namespace
@@ -37,13 +54,25 @@ bool Check(ParameterLayout const& layout, std::wstring const& path,
 bool IsValidParameterFile(ParameterLayout const& layout, std::wstring const& path,
                           ParameterFileValidityOptions const& options, ParameterFileValidityResult* result,
                           ReadReport* report) {
-    return Check<ParameterNodeRead>(layout, path, options, result, report);
+    return CheckFile<ParameterNodeRead>(layout, path, options, result, report);
+}
+
+bool IsValidParameterStream(ParameterLayout const& layout, std::basic_istream<char>& in,
+                            ParameterFileValidityOptions const& options, ParameterFileValidityResult* result,
+                            ReadReport* report) {
+    return CheckStream<ParameterNodeRead>(layout, in, options, result, report);
 }
 
 bool KlvrProperties::IsValidParameterFile(ParameterLayout const& layout, std::wstring const& path,
                                           ParameterFileValidityOptions const& options,
                                           ParameterFileValidityResult* result, ReadReport* report) {
-    return Check<ParameterNodeReadKlvrProperties>(layout, path, options, result, report);
+    return CheckFile<ParameterNodeReadKlvrProperties>(layout, path, options, result, report);
+}
+
+bool KlvrProperties::IsValidParameterStream(ParameterLayout const& layout, std::basic_istream<char>& in,
+                                            ParameterFileValidityOptions const& options,
+                                            ParameterFileValidityResult* result, ReadReport* report) {
+    return CheckStream<ParameterNodeReadKlvrProperties>(layout, in, options, result, report);
 }
 
 } // namespace Zantrel

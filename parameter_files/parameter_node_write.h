@@ -8,11 +8,11 @@
 /// Writes the content of one node as a generic parameter file has it.
 class ParameterNodeWrite : public ISAXPersistHelper {
 public:
-    explicit ParameterNodeWrite(Zantrel::ParameterNode const& node) : m_node(node) {}
+    ParameterNodeWrite(Zantrel::ParameterNode const& node, Zantrel::ParameterDatabaseIOFiltering filtering)
+        : m_node(node), m_filtering(filtering) {}
     bool Write(KelSAX::ISAXWriter& writer) const override;
-
-    Zantrel::ParameterDatabaseIOFiltering m_filtering;
 
 private:
     Zantrel::ParameterNode m_node;
+    Zantrel::ParameterDatabaseIOFiltering m_filtering;
 };

@@ -92,10 +92,13 @@ int Check(Arguments const& arguments) {
         // name.
         source.m_layout->SetName(L"KlvrMachineParameters");
     }
-    auto const check = isMachine ? KlvrProperties::IsValidParameterFile : IsValidParameterFile;
     ParameterFileValidityResult result;
     ReadReport report;
-    if (!check(*source.m_layout, arguments.file, {}, &result, &report) && result.m_messages.empty()) {
+    bool const isValid =
+        isMachine
+            ? KlvrProperties::IsValidParameterFile(*source.m_layout, arguments.file, {}, &result, &report)
+            : IsValidParameterFile(*source.m_layout, arguments.file, {}, &result, &report);
+    if (!isValid && result.m_messages.empty()) {
         Host::FailToRead(arguments.file, report);
     }
     for (std::wstring const& message : result.m_messages) {

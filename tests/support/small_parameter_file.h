@@ -73,11 +73,8 @@ inline bool ReadText(ParameterDatabase& database, std::string const& document, R
 
 /// The bytes of the file, or nothing where it can't be written.
 inline std::string WriteText(ParameterDatabase const& database) {
-    KelAM::SaxUtilities::WriteOptions options;
-    options.m_rootTag = StringConversion::NativeToUtf8(database.GetLayout()->m_name);
-    std::unique_ptr<ISAXPersist> const handler(_CreateSaxHandlerForWriting(database, std::wstring()));
     std::ostringstream out;
-    return KelAM::SaxUtilities::WriteStream(out, *handler, options) ? out.str() : std::string();
+    return WriteStream(database, out) ? out.str() : std::string();
 }
 
 } // namespace TestSupport

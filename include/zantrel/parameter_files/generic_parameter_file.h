@@ -3,11 +3,13 @@
 
 #include <zantrel/database/parameter_database.h>
 #include <zantrel/export.h>
+#include <zantrel/io/path.h>
 #include <zantrel/parameter_files/io_filtering.h>
 #include <zantrel/sax/read_report.h>
 #include <zantrel/sax/sax_persist.h>
 #include <zantrel/sax/write_report.h>
 
+#include <iosfwd>
 #include <string>
 
 /// The generic parameter file: the values of a database in XML whose element names are those of its layout.
@@ -24,6 +26,13 @@ namespace Zantrel {
 /// attributes that didn't parse, and of values that have no place in the database. Throws std::bad_alloc.
 ZANTREL_EXPORT bool ReadFile(ParameterDatabase& database, std::wstring const& path,
                              ReadReport* report = nullptr);
+template <class Path, IfPath<Path> = 0>
+bool ReadFile(ParameterDatabase& database, Path const& path, ReadReport* report = nullptr) {
+    return ReadFile(database, WidePath(path), report);
+}
+/// The same from where `in` stands to its end. False also when the stream has failed.
+ZANTREL_EXPORT bool ReadStream(ParameterDatabase& database, std::basic_istream<char>& in,
+                               ReadReport* report = nullptr);
 
 /// The handler that ReadFile uses, for a host that drives the read itself; nothing is hidden then. The caller
 /// owns the result, and `database` must outlive it.
@@ -39,6 +48,21 @@ ZANTREL_EXPORT ISAXPersist* _CreateSaxHandlerForReading(ParameterDatabase& datab
 /// lists them all.
 ZANTREL_EXPORT bool WriteFile(ParameterDatabase const& database, std::wstring const& path,
                               std::wstring const& filterPath, WriteReport* report = nullptr);
+template <class Path, IfPath<Path> = 0>
+bool WriteFile(ParameterDatabase const& database, Path const& path, std::wstring const& filterPath,
+               WriteReport* report = nullptr) {
+    return WriteFile(database, WidePath(path), filterPath, report);
+}
+template <class Path, IfPath<Path> = 0>
+bool WriteFile(ParameterDatabase const& database, Path const& path, Path const& filterPath,
+               WriteReport* report = nullptr) {
+    return WriteFile(database, WidePath(path), WidePath(filterPath), report);
+}
+/// The same to a stream, which on failure may have got a part of the document; one that doesn't take all of
+/// it gets its bad bit set.
+ZANTREL_EXPORT bool WriteStream(ParameterDatabase const& database, std::basic_ostream<char>& out,
+                                ParameterDatabaseIOFiltering const& filtering = {},
+                                WriteReport* report = nullptr);
 
 /// The handlers that WriteFile uses, with a copy of `filtering` or with the filter file read. The caller owns
 /// the result, and `database` must outlive it.
@@ -46,5 +70,9 @@ ZANTREL_EXPORT ISAXPersist* _CreateSaxHandlerForWriting(ParameterDatabase const&
                                                         ParameterDatabaseIOFiltering& filtering);
 ZANTREL_EXPORT ISAXPersist* _CreateSaxHandlerForWriting(ParameterDatabase const& database,
                                                         std::wstring const& filterPath);
+template <class Path, IfPath<Path> = 0>
+ISAXPersist* _CreateSaxHandlerForWriting(ParameterDatabase const& database, Path const& filterPath) {
+    return _CreateSaxHandlerForWriting(database, WidePath(filterPath));
+}
 
 } // namespace Zantrel

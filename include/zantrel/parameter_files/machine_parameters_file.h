@@ -3,10 +3,12 @@
 
 #include <zantrel/database/parameter_database.h>
 #include <zantrel/export.h>
+#include <zantrel/io/path.h>
 #include <zantrel/sax/read_report.h>
 #include <zantrel/sax/write_report.h>
 #include <zantrel/sax/xml_namespaces.h> // made before the globals of a host that writes in their constructors
 
+#include <iosfwd>
 #include <string>
 
 /// The machine parameters file: the values and profiles of a database in XML with a fixed vocabulary, in
@@ -24,6 +26,13 @@ namespace KlvrProperties {
 /// `report`, where given, hears of that and of what was passed over. Throws std::bad_alloc.
 ZANTREL_EXPORT bool ReadFile(ParameterDatabase& database, std::wstring const& path,
                              ReadReport* report = nullptr);
+template <class Path, IfPath<Path> = 0>
+bool ReadFile(ParameterDatabase& database, Path const& path, ReadReport* report = nullptr) {
+    return KlvrProperties::ReadFile(database, WidePath(path), report);
+}
+/// The same from where `in` stands to its end. False also when the stream has failed.
+ZANTREL_EXPORT bool ReadStream(ParameterDatabase& database, std::basic_istream<char>& in,
+                               ReadReport* report = nullptr);
 
 struct WriteOptions {
     WriteOptions() = default;
@@ -44,6 +53,15 @@ struct WriteOptions {
 /// XML_namespaces exists.
 ZANTREL_EXPORT bool WriteFile(ParameterDatabase const& database, std::wstring const& path,
                               WriteOptions const& options, WriteReport* report = nullptr);
+template <class Path, IfPath<Path> = 0>
+bool WriteFile(ParameterDatabase const& database, Path const& path, WriteOptions const& options,
+               WriteReport* report = nullptr) {
+    return KlvrProperties::WriteFile(database, WidePath(path), options, report);
+}
+/// The same to a stream, which on failure may have got a part of the document; one that doesn't take all of
+/// it gets its bad bit set.
+ZANTREL_EXPORT bool WriteStream(ParameterDatabase const& database, std::basic_ostream<char>& out,
+                                WriteOptions const& options, WriteReport* report = nullptr);
 
 } // namespace KlvrProperties
 } // namespace Zantrel

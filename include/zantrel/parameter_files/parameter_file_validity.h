@@ -2,10 +2,12 @@
 #pragma once
 
 #include <zantrel/export.h>
+#include <zantrel/io/path.h>
 #include <zantrel/layout/parameter_layout.h>
 #include <zantrel/sax/read_report.h>
 
 #include <cstddef>
+#include <iosfwd>
 #include <string>
 #include <vector>
 
@@ -41,6 +43,16 @@ struct ParameterFileValidityResult {
 ZANTREL_EXPORT bool IsValidParameterFile(ParameterLayout const& layout, std::wstring const& path,
                                          ParameterFileValidityOptions const& options,
                                          ParameterFileValidityResult* result, ReadReport* report = nullptr);
+template <class Path, IfPath<Path> = 0>
+bool IsValidParameterFile(ParameterLayout const& layout, Path const& path,
+                          ParameterFileValidityOptions const& options, ParameterFileValidityResult* result,
+                          ReadReport* report = nullptr) {
+    return IsValidParameterFile(layout, WidePath(path), options, result, report);
+}
+/// The same of what `in` holds from where it stands to its end.
+ZANTREL_EXPORT bool IsValidParameterStream(ParameterLayout const& layout, std::basic_istream<char>& in,
+                                           ParameterFileValidityOptions const& options,
+                                           ParameterFileValidityResult* result, ReadReport* report = nullptr);
 
 namespace KlvrProperties {
 
@@ -49,6 +61,15 @@ namespace KlvrProperties {
 ZANTREL_EXPORT bool IsValidParameterFile(ParameterLayout const& layout, std::wstring const& path,
                                          ParameterFileValidityOptions const& options,
                                          ParameterFileValidityResult* result, ReadReport* report = nullptr);
+template <class Path, IfPath<Path> = 0>
+bool IsValidParameterFile(ParameterLayout const& layout, Path const& path,
+                          ParameterFileValidityOptions const& options, ParameterFileValidityResult* result,
+                          ReadReport* report = nullptr) {
+    return KlvrProperties::IsValidParameterFile(layout, WidePath(path), options, result, report);
+}
+ZANTREL_EXPORT bool IsValidParameterStream(ParameterLayout const& layout, std::basic_istream<char>& in,
+                                           ParameterFileValidityOptions const& options,
+                                           ParameterFileValidityResult* result, ReadReport* report = nullptr);
 
 } // namespace KlvrProperties
 } // namespace Zantrel
