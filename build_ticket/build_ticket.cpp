@@ -2,7 +2,7 @@
 #include <zantrel/build_ticket/build_ticket.h>
 
 #include "build_ticket/store_filter.h"
-#include "store/name_copier.h"
+#include "store/bag_access.h"
 
 #include <zantrel/store/property_names.h>
 
@@ -42,17 +42,6 @@ KelAM::ExternalProperties* FindTarget(BuildTicket& ticket, KelAM::ExternalProper
                                          : nullptr;
 }
 
-/// As the assignment does it, with names that are shared by all that is assigned.
-void Assign(KelAM::ExternalProperties& target, KelAM::ExternalProperties const& source, NameCopier& names) {
-    if (&target != &source) {
-        EntryTable copy;
-        copy.CopyFrom(source._Entries(), names);
-        target.m_id = source.m_id;
-        target.m_objectKind = source.m_objectKind;
-        target._Entries().Swap(copy); // what stood there ends last: the source may lie within it
-    }
-}
-
 } // namespace
 
 BuildTicket::BuildTicket(ParameterLayout const* layout)
@@ -87,7 +76,7 @@ void BuildTicket::ConvertFromInternalBuildTicket(KelAM::DatabaseExternalProperti
         KelAM::ExternalProperties const* const store = source.GetProperties(KelAM::ExternalPropertyID(key));
         KelAM::ExternalProperties* const target = store != nullptr ? FindTarget(*this, *store) : nullptr;
         if (target != nullptr) {
-            Assign(*target, *store, names);
+            BagAccess::Assign(*target, *store, names);
             filter(*target);
         }
     }

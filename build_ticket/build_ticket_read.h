@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "store/shared_names.h"
+#include "store/bag_access.h"
 
 #include <zantrel/build_ticket/build_ticket.h>
 #include <zantrel/sax/sax_persist.h>

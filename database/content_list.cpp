@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <zantrel/database/content_list.h>
 
+#include "store/bag_access.h"
+
 #include <zantrel/database/value_type.h>
 #include <zantrel/database/walk.h>
 #include <zantrel/layout/layout_node.h>

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "store/bag_access.h"
 #include "store/reserved_names.h"
 
 #include <zantrel/database/parameter_node.h>
@@ -22,16 +23,16 @@ inline PersistentProperties* LiveBag(IPersistentProperty* entry) {
 
 /// The bag under the first entry of `name`, or null when that entry is missing, no bag or deleted.
 inline PersistentProperties* FindBag(PersistentProperties& bag, std::wstring const& name) {
-    return LiveBag(bag._Entries().FindBorrowed(name));
+    return LiveBag(BagAccess::Find(bag, name));
 }
 
 inline PersistentProperties* FindBag(PersistentProperties& bag, std::wstring_view name) {
-    return LiveBag(bag._Entries().FindFirst(name));
+    return LiveBag(bag.FindProperty(name));
 }
 
 /// The items in the bag of a list, or null. Takes away the mark of deletion, which nobody asks for here.
 inline ItemSequence* FindItems(PersistentProperties& bag) {
-    auto* property = PropertyCast<ItemSequence>(bag._Entries().FindBorrowed(Reserved().value));
+    auto* property = PropertyCast<ItemSequence>(BagAccess::Find(bag, Reserved().value));
     if (property == nullptr) {
         return nullptr;
     }
@@ -41,7 +42,7 @@ inline ItemSequence* FindItems(PersistentProperties& bag) {
 
 /// A flag in the bag; one that was never set is false.
 inline bool FindFlag(PersistentProperties& bag, std::wstring const& name) {
-    auto const* flag = PropertyCast<bool>(bag._Entries().FindBorrowed(name));
+    auto const* flag = PropertyCast<bool>(BagAccess::Find(bag, name));
     return flag != nullptr && !flag->IsDeleted() && flag->m_value;
 }
 

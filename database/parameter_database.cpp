@@ -2,6 +2,7 @@
 #include <zantrel/database/parameter_database.h>
 
 #include "database/format.h"
+#include "store/bag_access.h"
 
 #include <zantrel/layout/parameter_layout.h>
 
@@ -14,11 +15,11 @@ ParameterDatabase::ParameterDatabase(ParameterLayout const* layout) : m_pLayout(
 }
 
 ParameterDatabase::ParameterDatabase(ParameterDatabase const& other) : m_pLayout(other.m_pLayout) {
-    m_properties._AssignWithinLayout(other.m_properties);
+    BagAccess::AssignWithinLayout(m_properties, other.m_properties);
 }
 
 ParameterDatabase& ParameterDatabase::operator=(ParameterDatabase const& other) {
-    m_properties._AssignWithinLayout(other.m_properties);
+    BagAccess::AssignWithinLayout(m_properties, other.m_properties);
     m_pLayout = other.m_pLayout;
     return *this;
 }
@@ -46,7 +47,7 @@ ParameterView ParameterDatabase::GetProfileEditor() const { return ProfileEditor
 
 void ParameterDatabase::Format() {
     if (m_pLayout != nullptr && m_pLayout->m_profileEditor.GetNode() != nullptr) {
-        FormatNode(*m_pLayout->m_profileEditor.GetNode(), m_properties);
+        FormatNode(*m_pLayout->m_profileEditor.GetNode(), m_properties, Names::OfTheLayout);
     }
 }
 

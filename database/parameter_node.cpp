@@ -128,7 +128,7 @@ template <class T> T* ParameterNode::_FindReference() const {
     if (m_pNode == nullptr || m_pProperties == nullptr || !Access<T>::Allows(m_pNode->m_type)) {
         return nullptr;
     }
-    auto* property = PropertyCast<T>(m_pProperties->_Entries().FindBorrowed(Reserved().value));
+    auto* property = PropertyCast<T>(BagAccess::Find(*m_pProperties, Reserved().value));
     return property != nullptr && !property->IsDeleted() ? &property->m_value : nullptr;
 }
 
@@ -184,13 +184,13 @@ void ParameterNode::Format() {
     if (m_pNode == nullptr || m_pParentProperties == nullptr) {
         throw ParameterMisuse("formatting needs a layout node and the bag to format it into", m_pNode);
     }
-    m_pProperties = &FormatNode(*m_pNode, *m_pParentProperties);
+    m_pProperties = &FormatNode(*m_pNode, *m_pParentProperties, Names::OfTheBag);
     m_isContainer = m_isContainer || m_pNode->m_isProfileList || m_pNode->m_isList;
 }
 
 void ParameterNode::_FormatContent() {
     if (m_pNode != nullptr && m_pProperties != nullptr) {
-        FormatContent(*m_pNode, *m_pProperties);
+        FormatContent(*m_pNode, *m_pProperties, nullptr);
     }
 }
 

@@ -66,11 +66,11 @@ void SetFlag(ParameterNode const& cursor, Flag const& flag, bool value) {
 /// Fills what is to be an item or profile of `list`, before it is added: where memory runs out, no list has
 /// half an item.
 void FillItem(ParameterNode const& list, bool copyDefault, PersistentProperties& content) {
-    auto const* model = copyDefault ? FindBag(RequireBag(list), Reserved().defaultProfile) : nullptr;
-    if (model != nullptr) {
-        content._AssignWithinLayout(*model);
+    auto* const model = FindBag(RequireBag(list), Reserved().defaultProfile);
+    if (model != nullptr && copyDefault) {
+        BagAccess::AssignWithinLayout(content, *model);
     } else {
-        FormatContent(*list.m_pNode, content);
+        FormatContent(*list.m_pNode, content, model);
     }
 }
 
@@ -103,7 +103,7 @@ ParameterNode ParameterNode::AddListNode(bool copyDefault) const {
     PersistentProperties content;
     FillItem(*this, copyDefault, content);
     ParameterNode item = Item(&items.AddProperty());
-    item.m_pProperties->_Entries().Swap(content._Entries());
+    BagAccess::Swap(*item.m_pProperties, content);
     return item;
 }
 
@@ -113,7 +113,7 @@ ParameterNode ParameterNode::AddProfile(wchar_t const* name, bool copyDefault) {
     PersistentProperties content;
     FillItem(*this, copyDefault && m_isContainer, content);
     ParameterNode profile = Item(&RequireBag(*this).CreateValue<PersistentProperties>(name, true)->m_value);
-    profile.m_pProperties->_Entries().Swap(content._Entries());
+    BagAccess::Swap(*profile.m_pProperties, content);
     if (copyDefault) {
         Require(m_isContainer, *this, "GetDefault requires container node"); // the profile stays
     }
@@ -187,7 +187,7 @@ void ParameterNode::Clear() {
     }
     PersistentProperties& bag = RequireBag(*this);
     Require(IsProfileList(*this), *this, "GetProfiles requires profile or category container node");
-    bag._Entries().RemoveWhere(IsNamedProfile);
+    BagAccess::RemoveWhere(bag, IsNamedProfile);
 }
 
 // Flags

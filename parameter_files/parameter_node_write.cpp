@@ -4,6 +4,7 @@
 #include "database/entries.h"
 #include "parameter_files/node_value_sax.h"
 #include "parameter_files/vocabulary.h"
+#include "store/bag_access.h"
 
 #include <zantrel/sax/tag_writer.h>
 
@@ -46,7 +47,7 @@ void WriteItems(ParameterNode const& list, KelSAX::ISAXWriter& writer) {
 
 /// A bag with a value alone, as nearly every leaf is, has no flags to look for.
 bool HasValueAlone(ParameterNode const& node) {
-    return node.IsValid() && node.m_pProperties->_Entries().GetSingle() != nullptr;
+    return node.IsValid() && BagAccess::FindSole(*node.m_pProperties) != nullptr;
 }
 
 void WriteContent(ParameterNode const& node, Filtering const& filtering, KelSAX::ISAXWriter& writer) {

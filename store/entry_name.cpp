@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <zantrel/store/entry_name.h>
+#include "store/entry_name.h"
 
 #include "store/reserved_names.h"
 #include "text/utf16_order.h"

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <zantrel/store/external_properties.h>
 
+#include "store/copying.h"
 #include "store/property_set_sax.h"
 #include "store/property_set_words.h"
 #include "text/guid.h"
@@ -43,8 +44,7 @@ std::wstring ExternalPropertyID::FormatGuid(bool braces, bool upperCase) const {
 }
 
 ExternalProperties& ExternalProperties::operator=(ExternalProperties const& other) {
-    m_id = other.m_id; // before the bag, whose old content ends, and `other` may stand in it
-    m_objectKind = other.m_objectKind;
+    Zantrel::CopyHead(*this, other); // before the bag, whose old content ends, and `other` may stand in it
     PersistentProperties::operator=(other);
     return *this;
 }
@@ -57,7 +57,7 @@ namespace {
 /// The first entry of the key that holds the properties of an object: a host may have put others there.
 PersistentProperty<ExternalProperties>* FindStore(PersistentProperties const& stores,
                                                   std::wstring const& key) {
-    for (auto at = stores._Entries().Find(key); at != stores.end() && (*at).name == key; ++at) {
+    for (auto at = stores.Find(key); at != stores.end() && (*at).name == key; ++at) {
         if (auto* store = PropertyCast<ExternalProperties>((*at).property)) {
             return store;
         }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <zantrel/store/entry_name.h>
+#include "store/entry_name.h"
 
 #include <string_view>
 #include <unordered_map>
@@ -18,6 +18,7 @@ public:
 
     explicit NameCopier(Borrowed borrowed) : m_borrowed(borrowed) {}
 
+    /// Throws std::bad_alloc.
     EntryName operator()(EntryName const& name) {
         if (m_borrowed == Borrowed::Keep && !name.IsCounted()) {
             return name;

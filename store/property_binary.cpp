@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "store/bag_access.h"
+#include "store/copying.h"
 #include "store/create_property.h"
 
 #include <zantrel/io/mfile.h>
@@ -105,7 +107,7 @@ void Take(Sequence& sequence, MFile& file, int depth) {
     for (std::uint64_t left = TakeLength(file, 8); left != 0; --left) {
         Take(read.AddProperty(), file, depth + 1);
     }
-    sequence.Swap(read);
+    Zantrel::BagInside::Swap(sequence, read);
 }
 
 std::unique_ptr<IPersistentProperty> TakeProperty(MFile& file, int depth) {
@@ -131,7 +133,7 @@ void Take(PersistentProperties& bag, MFile& file, int depth) {
         Take(name, file);
         read.AddProperty(name, TakeProperty(file, depth).release());
     }
-    bag._Entries().Swap(read._Entries());
+    Zantrel::BagAccess::Swap(bag, read);
 }
 
 void Take(KelAM::ExternalProperties& bag, MFile& file, int depth) {
@@ -140,9 +142,9 @@ void Take(KelAM::ExternalProperties& bag, MFile& file, int depth) {
     Take(read.m_objectKind, file, depth);
     Take(id, file);
     Take(static_cast<PersistentProperties&>(read), file, depth);
-    bag.m_objectKind = read.m_objectKind;
-    bag.m_id = KelAM::ExternalPropertyID(id);
-    bag._Entries().Swap(read._Entries());
+    read.m_id = KelAM::ExternalPropertyID(id);
+    Zantrel::CopyHead(bag, read);
+    Zantrel::BagAccess::Swap(bag, read);
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "store/property_set_sax.h"
 
+#include "store/bag_inside.h"
 #include "store/create_property.h"
 #include "store/property_set_words.h"
 #include "store/shared_names.h"
@@ -87,7 +88,7 @@ void PropertySetRead::Add(IPersistentProperty* property) {
     std::unique_ptr<IPersistentProperty> added(property);
     EntryName name =
         m_names != nullptr ? (*m_names)(m_name) : EntryName::Own(StringConversion::Utf8ToNative(m_name));
-    m_target->_Entries().Insert(std::move(name), PropertyHandle::Heap(added.release()));
+    BagInside::Table(*m_target).Insert(std::move(name), PropertyHandle::Heap(added.release()));
 }
 
 bool PropertySetRead::ReadComponent(KelSAX::ISAXReader& reader) {

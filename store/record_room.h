@@ -1,12 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <zantrel/store/entry_table.h>
-#include <zantrel/store/persistent_property.h>
-
 #include <cstddef>
-#include <memory>
-#include <new>
 #include <utility>
 
 namespace Zantrel {
@@ -19,6 +14,7 @@ public:
     RecordRoom() = default;
     RecordRoom(std::byte* begin, std::byte* end) : m_next(begin), m_end(end) {}
 
+    /// Null when there isn't so much left.
     void* Take(std::size_t bytes) noexcept {
         if (static_cast<std::size_t>(m_end - m_next) < bytes) {
             return nullptr;
@@ -39,17 +35,5 @@ private:
     std::byte* m_next = nullptr;
     std::byte* m_end = nullptr;
 };
-
-template <class T, class... Arguments>
-T& EntryTable::Emplace(EntryName name, RecordRoom& room, Arguments const&... arguments) {
-    if (void* place = room.Take(RecordRoom::SizeOf<T>())) {
-        T* property = ::new (place) T(arguments...);
-        Insert(std::move(name), PropertyHandle::Placed(property));
-        return *property;
-    }
-    T* property = new T(arguments...);
-    Insert(std::move(name), PropertyHandle::Heap(property));
-    return *property;
-}
 
 } // namespace Zantrel

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <zantrel/store/entry_name.h>
+#include "store/entry_name.h"
+
 #include <zantrel/text/string_conversion.h>
 
 #include <cstddef>

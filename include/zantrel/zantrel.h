@@ -42,8 +42,6 @@
 #include <zantrel/sax/tag_writer.h>
 #include <zantrel/sax/write_report.h>
 #include <zantrel/sax/xml_namespaces.h>
-#include <zantrel/store/entry_name.h>
-#include <zantrel/store/entry_table.h>
 #include <zantrel/store/external_properties.h>
 #include <zantrel/store/file_content.h>
 #include <zantrel/store/indexed_properties.h>

@@ -5,10 +5,12 @@
 #include <zantrel/store/persistent_properties.h>
 
 #include <cstdint>
-#include <memory>
-#include <vector>
 
 template <class Bag> class IndexedProperties;
+
+namespace Zantrel {
+class SequenceContent;
+}
 
 /// An ordered sequence of bags. A reference to a bag stays good while the sequence grows, until Clear, an
 /// assignment or Read. Belongs to one thread at a time.
@@ -32,26 +34,21 @@ public:
     /// The bag at `index`, counted from 0. Throws std::out_of_range when there is none.
     PersistentProperties& GetProperty(std::int32_t index);
     PersistentProperties const& GetProperty(std::int32_t index) const;
-    unsigned long long GetNumProperties() const { return m_size; }
+    unsigned long long GetNumProperties() const noexcept;
     void Clear() noexcept;
-    /// The bags go on sharing the names of the tree that they leave, so from then on both trees belong to one
-    /// thread.
-    void Swap(IndexedProperties& other) noexcept;
+    /// Exchanges the bags, which stay where they are. Where they had names of a layout or of the tree that
+    /// they leave, they get names of their own; std::bad_alloc passes through before anything is exchanged.
+    void Swap(IndexedProperties& other);
 
     /// The binary form. Read replaces the content; it throws std::runtime_error on bytes that are no such
     /// form, and the sequence is then as it was.
     void Read(MFile& file);
     void Write(MFile& file) const;
 
-    /// Copies a sequence of a database of the same layout, whose nodes the names go on naming.
-    void _CopyFrom(IndexedProperties const& source, Zantrel::NameCopier& names);
-
 private:
-    PersistentProperties& At(std::size_t index) const;
+    friend struct Zantrel::BagInside;
 
-    /// Pieces that are never moved: 2, 2, 4, 8 ... bags, from a certain size on all alike.
-    std::vector<std::unique_ptr<PersistentProperties[]>> m_pieces;
-    std::size_t m_size = 0;
+    Zantrel::SequenceContent* m_content = nullptr; ///< owned; null where there are no bags
 };
 
 extern template class ZANTREL_EXPORT PersistentProperty<IndexedProperties<PersistentProperties>>;

@@ -2,13 +2,26 @@
 #pragma once
 
 #include <zantrel/export.h>
-#include <zantrel/store/entry_table.h>
 #include <zantrel/store/persistent_property.h>
 
+#include <cstddef>
+#include <cstdint>
+#include <iterator>
 #include <string>
 #include <string_view>
-#include <typeindex>
 #include <utility>
+
+namespace Zantrel {
+
+struct BagInside;
+
+/// One entry of a bag, as an iterator gives it. Both members live as long as the entry.
+struct NamedProperty {
+    std::wstring_view name;
+    IPersistentProperty* property = nullptr; ///< never null in a bag, which owns it
+};
+
+} // namespace Zantrel
 
 /// A bag: an ordered multi-map from name to an owned property. Names order by UTF-16 code unit; entries of
 /// one name stay in the order of insertion, and the first of them is the one that lookups find.
@@ -19,7 +32,33 @@
 /// memory runs out, std::bad_alloc passes through and the bag is as it was.
 class ZANTREL_EXPORT PersistentProperties : public IMergeablePropertyValue {
 public:
-    using Iterator = Zantrel::EntryTable::Iterator;
+    /// Walks the entries in order, giving pairs of name and property. Good until an entry of the bag is added
+    /// or removed.
+    class ZANTREL_EXPORT Iterator {
+    public:
+        using iterator_category = std::input_iterator_tag;
+        using value_type = Zantrel::NamedProperty;
+        using difference_type = std::ptrdiff_t;
+        using pointer = void;
+        using reference = Zantrel::NamedProperty;
+
+        Iterator() noexcept = default;
+        Zantrel::NamedProperty operator*() const noexcept;
+        Iterator& operator++() noexcept;
+        Iterator operator++(int) noexcept {
+            Iterator old = *this;
+            ++*this;
+            return old;
+        }
+        bool operator==(Iterator const& other) const noexcept { return m_at == other.m_at; }
+        bool operator!=(Iterator const& other) const noexcept { return m_at != other.m_at; }
+
+    private:
+        friend struct Zantrel::BagInside;
+        Iterator(std::uintptr_t entries, void const* at) noexcept : m_entries(entries), m_at(at) {}
+        std::uintptr_t m_entries = 0;
+        void const* m_at = nullptr; ///< null at the end
+    };
 
     PersistentProperties() noexcept = default;
     /// Copies deeply, the deleted marks too.
@@ -42,13 +81,15 @@ public:
     /// Ends all properties of this name, or the first one only.
     void RemoveProperty(std::wstring const& name, bool firstOnly);
 
-    bool IsEmpty() const { return m_entries.Size() == 0; }
-    std::size_t GetNumProperties() const { return m_entries.Size(); }
-    /// The entries in order, as pairs of name and property: `for (auto [name, property] : bag)`.
-    Iterator begin() const { return m_entries.begin(); }
-    Iterator end() const { return m_entries.end(); }
+    bool IsEmpty() const noexcept { return m_entries == 0 || GetNumProperties() == 0; }
+    std::size_t GetNumProperties() const noexcept;
+    /// The entries in order: `for (auto [name, property] : bag)`.
+    Iterator begin() const noexcept;
+    Iterator end() const noexcept { return Iterator(); }
+    /// The first entry of this name, or end(); the entries of one name follow each other. Doesn't allocate.
+    Iterator Find(std::wstring_view name) const noexcept;
     /// The first property of this name whatever its class, or null. Doesn't allocate.
-    IPersistentProperty* FindProperty(std::wstring_view name) const { return m_entries.FindFirst(name); }
+    IPersistentProperty* FindProperty(std::wstring_view name) const noexcept;
 
     /// The value of the first entry of `name`, and its deleted mark cleared. When that entry is missing, of
     /// another class, or (with `create` false) marked deleted: null, or with `create` true a new default
@@ -70,27 +111,19 @@ public:
     /// of the name is ended before, whatever its class.
     template <class T> PersistentProperty<T>* CreateValue(std::wstring_view name, bool keepExisting);
 
-    /// The library's own way to the entries.
-    Zantrel::EntryTable& _Entries() { return m_entries; }
-    Zantrel::EntryTable const& _Entries() const { return m_entries; }
-    /// Copies a bag of a database of the same layout, whose nodes the names go on naming.
-    void _AssignWithinLayout(PersistentProperties const& other);
-
 private:
+    friend struct Zantrel::BagInside;
+
     template <class T> PersistentProperty<T>* FindLive(std::wstring_view name) const;
     template <class T> PersistentProperty<T>* Append(std::wstring_view name, T const& value);
-    /// Merge for a bag of which no part lies in this one.
-    void MergeApart(PersistentProperties const& source, bool overwrite);
-    IPersistentProperty* FindOfClass(std::wstring_view name, std::type_index type) const;
-    static void AssignApart(IPersistentProperty& target, IPersistentProperty const& source);
     void AppendOwned(std::wstring_view name, IPersistentProperty* property);
     void ReplaceFirst(std::wstring_view name, IPersistentProperty* property);
 
-    Zantrel::EntryTable m_entries;
+    std::uintptr_t m_entries = 0; ///< owned; what it means is the store's own affair
 };
 
 template <class T> PersistentProperty<T>* PersistentProperties::FindLive(std::wstring_view name) const {
-    auto* property = PropertyCast<T>(m_entries.FindFirst(name));
+    auto* property = PropertyCast<T>(FindProperty(name));
     return property != nullptr && !property->IsDeleted() ? property : nullptr;
 }
 
@@ -102,7 +135,7 @@ PersistentProperty<T>* PersistentProperties::Append(std::wstring_view name, T co
 }
 
 template <class T> T* PersistentProperties::GetValuePointer(std::wstring_view name, bool create) {
-    auto* property = PropertyCast<T>(m_entries.FindFirst(name));
+    auto* property = PropertyCast<T>(FindProperty(name));
     if (property == nullptr) {
         return create ? &Append<T>(name, T())->m_value : nullptr;
     }
@@ -117,7 +150,7 @@ template <class T>
 std::pair<std::wstring, IPersistentProperty*> PersistentProperties::SetValue(std::wstring_view name,
                                                                              T const& value) {
     std::wstring ownName(name);
-    for (Iterator at = m_entries.Find(name); at != end() && (*at).name == name; ++at) {
+    for (Iterator at = Find(name); at != end() && (*at).name == name; ++at) {
         if (auto* property = PropertyCast<T>((*at).property)) {
             *property = PersistentProperty<T>(value);
             return {std::move(ownName), property};

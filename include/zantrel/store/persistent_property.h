@@ -93,8 +93,13 @@ template <class T> class PersistentProperty : public IPersistentProperty, public
 public:
     PersistentProperty() = default;
     explicit PersistentProperty(T const& value);
+    PersistentProperty(PersistentProperty const&) = default;
+    PersistentProperty(PersistentProperty&&) = default;
+    /// Takes value and flags. `other` may stand within the value that it replaces.
+    PersistentProperty& operator=(PersistentProperty const& other) { return Take(other); }
+    PersistentProperty& operator=(PersistentProperty&& other) { return Take(std::move(other)); }
 
-    PersistentProperty* Clone() const override;
+    IPersistentProperty* Clone() const override;
     bool IsEqual(IPersistentProperty const* other) const override;
     void Assign(IPersistentProperty const* other) override;
 
@@ -126,6 +131,21 @@ public:
     bool m_secondAuxFlag = true;
     std::uint32_t m_overrides =
         0; ///< bit 0 and 2: the overrides' values; bit 1 and 3: set once one was given
+
+private:
+    template <class Other> PersistentProperty& Take(Other&& other) {
+        // The flags are read before the value is assigned, with which `other` may end.
+        bool const deleted = other.m_deleted;
+        bool const firstAuxFlag = other.m_firstAuxFlag;
+        bool const secondAuxFlag = other.m_secondAuxFlag;
+        std::uint32_t const overrides = other.m_overrides;
+        m_value = std::forward<Other>(other).m_value;
+        m_deleted = deleted;
+        m_firstAuxFlag = firstAuxFlag;
+        m_secondAuxFlag = secondAuxFlag;
+        m_overrides = overrides;
+        return *this;
+    }
 };
 
 /// The checked cast by which everything finds a property's class: null when `property` is null or of another
@@ -147,7 +167,7 @@ template <class T> PersistentProperty<T> const* PropertyCast(IPersistentProperty
 // Outside the class, since a DLL exports nothing of a template that is defined inside.
 template <class T> PersistentProperty<T>::PersistentProperty(T const& value) : m_value(value) {}
 
-template <class T> PersistentProperty<T>* PersistentProperty<T>::Clone() const {
+template <class T> IPersistentProperty* PersistentProperty<T>::Clone() const {
     auto* copy = new PersistentProperty(m_value);
     copy->m_deleted = m_deleted;
     return copy;

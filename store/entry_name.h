@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <zantrel/export.h>
-
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -14,7 +12,7 @@ namespace Zantrel {
 /// outlives every bag that names it (a literal of the library, the name of a node of a layout that outlives
 /// its databases), or of a counted text. The count isn't atomic: the entries of one tree share a text, two
 /// trees never do, and a tree belongs to one thread at a time.
-class ZANTREL_EXPORT EntryName {
+class EntryName {
 public:
     /// `text` must outlive every entry of this name and keep its content.
     static EntryName Borrow(std::wstring const& text) noexcept;
@@ -43,8 +41,6 @@ public:
         return m_word == reinterpret_cast<std::uintptr_t>(&text);
     }
     bool IsCounted() const noexcept { return (m_word & CountedBit) != 0; }
-    /// Equal words are equal texts; the reverse need not hold.
-    std::uintptr_t Word() const noexcept { return m_word; }
 
 private:
     static constexpr std::uintptr_t CountedBit = 1;
@@ -64,7 +60,7 @@ private:
 };
 
 /// The strict order of names: by UTF-16 code unit, a prefix first. Never allocates.
-struct ZANTREL_EXPORT EntryNameLess {
+struct EntryNameLess {
     bool operator()(std::wstring_view left, std::wstring_view right) const noexcept;
 };
 

@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "store/bag_access.h"
+
+#include "store/copying.h"
+
+namespace Zantrel::BagAccess {
+
+IPersistentProperty* Find(PersistentProperties const& bag, std::wstring const& name) noexcept {
+    EntryReader const reader = BagInside::Reader(bag);
+    return reader.PropertyAt(reader.FindBorrowed(name));
+}
+
+IPersistentProperty* FindSole(PersistentProperties const& bag) noexcept {
+    return BagInside::Reader(bag).Sole();
+}
+
+void RemoveWhere(PersistentProperties& bag, EntryJudge const& drops) {
+    BagInside::Table(bag).RemoveWhere(drops);
+}
+
+void Swap(PersistentProperties& left, PersistentProperties& right) noexcept { BagInside::Swap(left, right); }
+
+void AssignWithinLayout(PersistentProperties& target, PersistentProperties const& source) {
+    if (&target != &source) {
+        NameCopier names(NameCopier::Borrowed::Keep);
+        PersistentProperties copy;
+        CopyEntries(copy, source, names);
+        Swap(target, copy);
+    }
+}
+
+void Assign(KelAM::ExternalProperties& target, KelAM::ExternalProperties const& source, NameCopier& names) {
+    if (&target != &source) {
+        PersistentProperties copy;
+        CopyEntries(copy, source, names);
+        CopyHead(target, source);
+        Swap(target, copy); // what stood there ends last: the source may lie within it
+    }
+}
+
+EntryName NameFrom(PersistentProperties const* bag, std::wstring const& name, NameCopier& names) {
+    if (bag != nullptr) {
+        EntryReader const reader = BagInside::Reader(*bag);
+        if (EntryPlace const place = reader.FindBorrowed(name)) {
+            return reader.NameAt(place);
+        }
+    }
+    return names(EntryName::Borrow(name));
+}
+
+} // namespace Zantrel::BagAccess

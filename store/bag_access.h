@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "store/bag_inside.h"
+#include "store/name_copier.h"
+#include "store/shared_names.h"
+
+#include <zantrel/store/external_properties.h>
+#include <zantrel/store/persistent_properties.h>
+
+#include <cstddef>
+#include <string>
+
+/// What other floors do with bags beyond the public operations. Nothing else of how a bag is kept leaves the
+/// store, so that it can be exchanged without their noticing.
+namespace Zantrel::BagAccess {
+
+/// As PersistentProperties::FindProperty, but quicker where the entry's name is this very text: the name of
+/// the layout's node that the bag was formatted from, or one of Reserved().
+IPersistentProperty* Find(PersistentProperties const& bag, std::wstring const& name) noexcept;
+/// The property of a bag that holds "Value" alone, as nearly every leaf does; otherwise null, and also for
+/// some bags that do.
+IPersistentProperty* FindSole(PersistentProperties const& bag) noexcept;
+
+/// Ends each entry for which `drops` is true. When `drops` throws, the entries already judged are gone.
+void RemoveWhere(PersistentProperties& bag, EntryJudge const& drops);
+/// Exchanges the entries of two bags of one tree, or of a bag and a new one that goes to its tree.
+void Swap(PersistentProperties& left, PersistentProperties& right) noexcept;
+
+/// Assigns a bag of a database to one of the same database, or of a copy of it on the same layout: names go
+/// on naming the layout's nodes. `source` may lie within `target`.
+void AssignWithinLayout(PersistentProperties& target, PersistentProperties const& source);
+/// Assigns as the operator does, with names that all assignments by the same copier share.
+void Assign(KelAM::ExternalProperties& target, KelAM::ExternalProperties const& source, NameCopier& names);
+
+// Formatting. A bag is built in one allocation: Reserve its room, then add properties by Emplace, which takes
+// the heap where the room is used up; the values of leaves may be placed in the room of the bag around them.
+
+/// The name of the entry `name` in `bag`, to be shared by a bag of the same tree; otherwise a copy of its
+/// own, one for all that ask `names`.
+EntryName NameFrom(PersistentProperties const* bag, std::wstring const& name, NameCopier& names);
+
+inline RecordRoom Reserve(PersistentProperties& bag, std::size_t count, std::size_t bytes) {
+    return BagInside::Table(bag).Reserve(count, bytes);
+}
+template <class T, class... Arguments>
+T& Emplace(PersistentProperties& bag, EntryName name, RecordRoom& room, Arguments const&... arguments) {
+    return BagInside::Table(bag).Emplace<T>(std::move(name), room, arguments...);
+}
+
+} // namespace Zantrel::BagAccess

@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "store/entry_table.h"
+#include "store/sequence_content.h"
+
+#include <zantrel/store/indexed_properties.h>
+#include <zantrel/store/persistent_properties.h>
+
+#include <cstdint>
+
+namespace Zantrel {
+
+/// The words that bags and sequences keep to themselves, for the sources of the store.
+struct BagInside {
+    static EntryTable Table(PersistentProperties& bag) noexcept { return EntryTable(bag.m_entries); }
+    static EntryReader Reader(PersistentProperties const& bag) noexcept { return EntryReader(bag.m_entries); }
+    /// Leaves the bag empty; whoever takes the word ends what it stands for.
+    static std::uintptr_t TakeWord(PersistentProperties& bag) noexcept {
+        return std::exchange(bag.m_entries, 0u);
+    }
+    static void Swap(PersistentProperties& left, PersistentProperties& right) noexcept {
+        std::swap(left.m_entries, right.m_entries);
+    }
+    static PersistentProperties::Iterator IteratorAt(PersistentProperties const& bag, EntryPlace place) {
+        return {bag.m_entries, place};
+    }
+
+    using Sequence = IndexedProperties<PersistentProperties>;
+    static SequenceContent* TakeContent(Sequence& sequence) noexcept {
+        return std::exchange(sequence.m_content, nullptr);
+    }
+    /// Without care for names: both belong to one tree, or one of them is empty.
+    static void Swap(Sequence& left, Sequence& right) noexcept { std::swap(left.m_content, right.m_content); }
+    static PersistentProperties& At(Sequence const& sequence, std::size_t index) noexcept {
+        return sequence.m_content->At(index);
+    }
+};
+
+} // namespace Zantrel

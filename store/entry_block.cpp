@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "store/entry_block.h"
+
+#include <algorithm>
+#include <memory>
+
+namespace Zantrel {
+
+EntryBlock* EntryBlock::Make(std::size_t capacity, std::size_t bytes, EntryBlock* older) {
+    std::size_t const front = older != nullptr ? sizeof(EntryBlock*) : 0;
+    auto* memory = static_cast<std::byte*>(
+        ::operator new(sizeof(EntryBlock) + front + capacity * sizeof(Entry) + bytes));
+    auto* block = ::new (memory) EntryBlock;
+    block->capacity = static_cast<std::uint32_t>(capacity) & CapacityMask;
+    block->holdsProperties = bytes != 0;
+    block->hasOlder = older != nullptr;
+    if (older != nullptr) {
+        ::new (block + 1) EntryBlock*(older);
+    }
+    return block;
+}
+
+void EntryBlock::FreeChain(EntryBlock* block) noexcept {
+    while (block != nullptr) {
+        EntryBlock* older = block->Older();
+        ::operator delete(block);
+        block = older;
+    }
+}
+
+void EntryBlock::Insert(EntryName name, PropertyHandle property) noexcept {
+    // From the end, since what is formatted and read comes in the layout's order, which is often the names'.
+    Entry* at = end();
+    while (at != begin() && EntryNameLess()(name.View(), (at - 1)->name.View())) {
+        --at;
+    }
+    ::new (end()) Entry{std::move(name), property};
+    ++size;
+    std::rotate(at, end() - 1, end());
+}
+
+PropertyHandle EntryBlock::Take(Entry* at) noexcept {
+    PropertyHandle const property = at->property;
+    std::move(at + 1, end(), at);
+    std::destroy_at(end() - 1);
+    --size;
+    return property;
+}
+
+} // namespace Zantrel

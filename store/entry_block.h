@@ -1,0 +1,89 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "store/entry_name.h"
+
+#include <zantrel/store/persistent_property.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <new>
+
+namespace Zantrel {
+
+/// An owned property, one word. One that was built inside the memory of a bag is ended there and not freed.
+class PropertyHandle {
+public:
+    static PropertyHandle Heap(IPersistentProperty* property) noexcept { return PropertyHandle(property, 0); }
+    static PropertyHandle Placed(IPersistentProperty* property) noexcept {
+        return PropertyHandle(property, PlacedBit);
+    }
+
+    IPersistentProperty* Get() const noexcept {
+        return reinterpret_cast<IPersistentProperty*>(m_word & ~PlacedBit);
+    }
+    void End() noexcept {
+        if ((m_word & PlacedBit) != 0) {
+            Get()->~IPersistentProperty();
+        } else {
+            delete Get();
+        }
+    }
+
+    std::uintptr_t Word() const noexcept { return m_word; }
+    static PropertyHandle FromWord(std::uintptr_t word) noexcept { return PropertyHandle(word); }
+
+private:
+    static constexpr std::uintptr_t PlacedBit = 1;
+    explicit PropertyHandle(std::uintptr_t word) noexcept : m_word(word) {}
+    PropertyHandle(IPersistentProperty* property, std::uintptr_t placed) noexcept
+        : m_word(reinterpret_cast<std::uintptr_t>(property) | placed) {}
+    std::uintptr_t m_word;
+};
+
+struct Entry {
+    EntryName name;
+    PropertyHandle property;
+};
+static_assert(sizeof(Entry) == 2 * sizeof(std::uintptr_t));
+
+/// A header of eight bytes, then `capacity` places for entries, the first `size` of them in use and sorted,
+/// then the room that Reserve was asked for. A block that was outgrown lives on behind the new one, without
+/// its entries, where properties were placed in it or in one before it: their addresses stay.
+struct EntryBlock {
+    static constexpr std::uint32_t CapacityMask = (1u << 30) - 1;
+
+    std::uint32_t size = 0;
+    std::uint32_t capacity : 30;
+    std::uint32_t holdsProperties : 1;
+    std::uint32_t hasOlder : 1; ///< the older block's address stands in front of the entries
+
+    /// `older`, which may be null, is freed with the new block.
+    static EntryBlock* Make(std::size_t capacity, std::size_t bytes, EntryBlock* older);
+    /// Frees a block without entries, and those before it.
+    static void FreeChain(EntryBlock* block) noexcept;
+
+    /// Whether something was placed here or in an older block, so that this one can't be freed alone.
+    bool MustStay() const noexcept { return holdsProperties != 0 || hasOlder != 0; }
+
+    Entry* begin() noexcept {
+        auto* behind = reinterpret_cast<std::byte*>(this + 1);
+        return reinterpret_cast<Entry*>(behind + (hasOlder != 0 ? sizeof(EntryBlock*) : 0));
+    }
+    Entry* end() noexcept { return begin() + size; }
+    std::byte* Room() noexcept { return reinterpret_cast<std::byte*>(begin() + capacity); }
+
+    /// Adds an entry behind those that aren't greater. There must be a place left.
+    void Insert(EntryName name, PropertyHandle property) noexcept;
+    /// Takes an entry out and gives its property, which the caller ends.
+    PropertyHandle Take(Entry* at) noexcept;
+
+private:
+    EntryBlock* Older() const noexcept {
+        return hasOlder != 0 ? *reinterpret_cast<EntryBlock* const*>(this + 1) : nullptr;
+    }
+};
+
+static_assert(sizeof(EntryBlock) == 8 && alignof(EntryBlock) <= 8);
+
+} // namespace Zantrel

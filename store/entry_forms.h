@@ -1,0 +1,145 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "store/entry_block.h"
+#include "store/entry_tree.h"
+#include "store/reserved_names.h"
+
+#include <zantrel/store/persistent_properties.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <functional>
+#include <string_view>
+
+// What a bag holds is an ordered multi-map from name to owned property, equal names in the order of
+// insertion. A job holds millions of bags, most with the one entry "Value" or a few entries, so a table is
+// one word in one of four forms:
+//
+//   empty    0
+//   single   the handle of one property whose name is "Value", as every leaf of a database has it;
+//            bit 1 is set, bit 0 is the handle's own
+//   block    the address of an EntryBlock, whose entries are sorted and at most BlockLimit
+//   tree     the address of an EntryTree, for more; bit 2 is set
+//
+// What holds in every form:
+//
+// - A property stays at its address until its entry is removed. A form that is outgrown hands over names and
+//   handles, never properties; a block in which properties were placed is kept behind what follows it.
+// - A place is the address that an entry has in its form, so that an iterator is one address, too. Places are
+//   good until an entry is added or removed.
+// - What is placed in a block may belong to the block's own entries or to a bag that is one of them: the
+// value
+//   of a leaf is placed with the leaf's bag. So all that hangs below a block ends before the block is freed.
+// - A name is borrowed from a text that outlives the whole tree of bags, or counted within that tree. From
+// one
+//   tree to another names pass as copies only.
+//
+// VisitForm alone tells the forms apart. All have the same operations; the rest is written once, on top of
+// these (entry_table.cpp, ending.cpp).
+
+namespace Zantrel {
+
+/// The address of an entry in its table, null behind the last one.
+using EntryPlace = void const*;
+
+/// Whether an entry is to go.
+using EntryJudge = std::function<bool(NamedProperty const&)>;
+
+struct EmptyForm {
+    static std::size_t Size() noexcept { return 0; }
+    static EntryPlace First() noexcept { return nullptr; }
+    static EntryPlace Next(EntryPlace) noexcept { return nullptr; }
+    static EntryPlace Find(std::wstring_view) noexcept { return nullptr; }
+    static EntryPlace FindBorrowed(std::wstring const&) noexcept { return nullptr; }
+    static EntryName NameAt(EntryPlace) noexcept { return EntryName::Borrow(Reserved().value); }
+    static NamedProperty At(EntryPlace) noexcept { return {}; }
+};
+
+struct SingleForm {
+    PropertyHandle property;
+
+    static std::size_t Size() noexcept { return 1; }
+    EntryPlace First() const noexcept { return property.Get(); }
+    static EntryPlace Next(EntryPlace) noexcept { return nullptr; }
+    EntryPlace Find(std::wstring_view name) const noexcept {
+        return name == Reserved().value ? First() : nullptr;
+    }
+    EntryPlace FindBorrowed(std::wstring const& name) const noexcept {
+        return &name == &Reserved().value ? First() : Find(name);
+    }
+    static EntryName NameAt(EntryPlace) noexcept { return EntryName::Borrow(Reserved().value); }
+    NamedProperty At(EntryPlace) const noexcept { return {Reserved().value, property.Get()}; }
+};
+
+struct BlockForm {
+    EntryBlock* block;
+
+    std::size_t Size() const noexcept { return block->size; }
+    EntryPlace First() const noexcept { return PlaceOf(block->begin()); }
+    EntryPlace Next(EntryPlace place) const noexcept { return PlaceOf(static_cast<Entry const*>(place) + 1); }
+    EntryPlace Find(std::wstring_view name) const noexcept {
+        return PlaceOf(std::find_if(block->begin(), block->end(),
+                                    [name](Entry const& entry) { return entry.name.View() == name; }));
+    }
+    EntryPlace FindBorrowed(std::wstring const& name) const noexcept {
+        for (Entry *at = block->begin(), *end = block->end(); at != end; ++at) {
+            if (at->name.Borrows(name)) {
+                bool const isFirst = at == block->begin() || (at - 1)->name.View() != name;
+                return isFirst ? at : Find(name); // an entry in front may own the same name
+            }
+        }
+        return Find(name);
+    }
+    static EntryName NameAt(EntryPlace place) noexcept { return static_cast<Entry const*>(place)->name; }
+    static NamedProperty At(EntryPlace place) noexcept {
+        auto const* entry = static_cast<Entry const*>(place);
+        return {entry->name.View(), entry->property.Get()};
+    }
+
+private:
+    EntryPlace PlaceOf(Entry const* entry) const noexcept { return entry != block->end() ? entry : nullptr; }
+};
+
+struct TreeForm {
+    EntryTree* tree;
+
+    std::size_t Size() const noexcept { return tree->Size(); }
+    EntryPlace First() const noexcept { return tree->First(); }
+    static EntryPlace Next(EntryPlace place) noexcept { return static_cast<TreeEntry const*>(place)->next; }
+    EntryPlace Find(std::wstring_view name) const noexcept { return tree->Find(name); }
+    EntryPlace FindBorrowed(std::wstring const& name) const noexcept { return Find(name); }
+    static EntryName NameAt(EntryPlace place) noexcept { return static_cast<TreeEntry const*>(place)->name; }
+    static NamedProperty At(EntryPlace place) noexcept {
+        auto const* entry = static_cast<TreeEntry const*>(place);
+        return {entry->name.View(), entry->property.Get()};
+    }
+};
+
+inline constexpr std::uintptr_t SingleBit = 2;
+inline constexpr std::uintptr_t TreeBit = 4;
+static_assert(alignof(std::max_align_t) >= 8, "a table tells its forms by the three low bits of an address");
+
+inline std::uintptr_t WordOf(EmptyForm) noexcept { return 0; }
+inline std::uintptr_t WordOf(SingleForm form) noexcept { return form.property.Word() | SingleBit; }
+inline std::uintptr_t WordOf(BlockForm form) noexcept { return reinterpret_cast<std::uintptr_t>(form.block); }
+inline std::uintptr_t WordOf(TreeForm form) noexcept {
+    return reinterpret_cast<std::uintptr_t>(form.tree) | TreeBit;
+}
+
+/// Calls `visit` with the form that the word is in.
+template <class Visitor> decltype(auto) VisitForm(std::uintptr_t word, Visitor&& visit) {
+    if ((word & SingleBit) != 0) {
+        return visit(SingleForm{PropertyHandle::FromWord(word & ~SingleBit)});
+    }
+    if ((word & TreeBit) != 0) {
+        return visit(TreeForm{reinterpret_cast<EntryTree*>(word & ~TreeBit)});
+    }
+    return word != 0 ? visit(BlockForm{reinterpret_cast<EntryBlock*>(word)}) : visit(EmptyForm{});
+}
+
+/// Calls that one of several lambdas which takes the form.
+template <class... Cases> struct ByForm : Cases... { using Cases::operator()...; };
+template <class... Cases> ByForm(Cases...) -> ByForm<Cases...>;
+
+} // namespace Zantrel

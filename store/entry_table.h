@@ -1,0 +1,86 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "store/entry_forms.h"
+#include "store/record_room.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <utility>
+
+namespace Zantrel {
+
+/// Reads the table that a word stands for. Passed by value, and good until the table changes.
+class EntryReader {
+public:
+    explicit EntryReader(std::uintptr_t word) noexcept : m_word(word) {}
+
+    std::size_t Size() const noexcept;
+    EntryPlace First() const noexcept;
+    EntryPlace Next(EntryPlace place) const noexcept;
+    /// The first entry of `name`, or null; the entries of that name follow each other.
+    EntryPlace Find(std::wstring_view name) const noexcept;
+    /// The same for a text that the entry may have borrowed as its name; then no text is compared.
+    EntryPlace FindBorrowed(std::wstring const& name) const noexcept;
+
+    NamedProperty At(EntryPlace place) const noexcept;
+    EntryName NameAt(EntryPlace place) const noexcept;
+    IPersistentProperty* PropertyAt(EntryPlace place) const noexcept {
+        return place != nullptr ? At(place).property : nullptr;
+    }
+    /// The property of a table that holds "Value" alone; otherwise null.
+    IPersistentProperty* Sole() const noexcept;
+
+private:
+    std::uintptr_t m_word;
+};
+
+/// Changes the table that a word stands for. When memory runs out, std::bad_alloc passes through and the
+/// table is as it was.
+class EntryTable {
+public:
+    static constexpr std::uint32_t BlockLimit = 32;
+
+    explicit EntryTable(std::uintptr_t& word) noexcept : m_word(word) {}
+
+    EntryReader Reader() const noexcept { return EntryReader(m_word); }
+
+    /// Adds a property behind the entries of its name. Owns it, also when this throws.
+    void Insert(EntryName name, PropertyHandle property);
+    /// Ends and removes the first entry of `name`. Whether there was one.
+    bool RemoveFirst(std::wstring_view name);
+    /// Ends and removes each entry for which `drops` is true. When `drops` throws, the entries already judged
+    /// are gone.
+    void RemoveWhere(EntryJudge const& drops);
+
+    /// Makes room for `count` more entries and for `bytes` of properties in one allocation, to be used up by
+    /// Emplace. A table that is a tree or would become one gives no room, and Emplace then takes the heap.
+    RecordRoom Reserve(std::size_t count, std::size_t bytes);
+    /// Inserts a new T made from `arguments`, in `room` as long as that lasts.
+    template <class T, class... Arguments>
+    T& Emplace(EntryName name, RecordRoom& room, Arguments const&... arguments) {
+        void* const place = room.Take(RecordRoom::SizeOf<T>());
+        T* const property = place != nullptr ? ::new (place) T(arguments...) : new T(arguments...);
+        Insert(std::move(name),
+               place != nullptr ? PropertyHandle::Placed(property) : PropertyHandle::Heap(property));
+        return *property;
+    }
+    /// Gives each entry a name that `names` makes of the one it has.
+    template <class Names> void Rename(Names& names) {
+        EntryReader const reader = Reader();
+        for (EntryPlace at = reader.First(); at != nullptr; at = reader.Next(at)) {
+            SetName(at, names(reader.NameAt(at)));
+        }
+    }
+
+private:
+    EntryBlock* Grow(std::size_t capacity, std::size_t bytes);
+    EntryTree* TurnIntoTree();
+    void SetName(EntryPlace place, EntryName name) noexcept;
+
+    std::uintptr_t& m_word;
+};
+
+} // namespace Zantrel

@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "store/entry_tree.h"
+
+#include <iterator>
+
+namespace Zantrel {
+
+TreeEntry const* EntryTree::Find(std::wstring_view name) const noexcept {
+    auto const at = m_entries.lower_bound(name);
+    return at != m_entries.end() && at->name.View() == name ? &*at : nullptr;
+}
+
+void EntryTree::Insert(EntryName name, PropertyHandle property) {
+    auto const at = m_entries.emplace(std::move(name), property);
+    at->next = AddressOf(std::next(at));
+    if (at != m_entries.begin()) {
+        std::prev(at)->next = &*at;
+    }
+}
+
+PropertyHandle EntryTree::TakeFirst(std::wstring_view name) noexcept {
+    return Take(m_entries.lower_bound(name));
+}
+
+PropertyHandle EntryTree::Take(Entries::const_iterator at) noexcept {
+    PropertyHandle const property = at->property;
+    if (at != m_entries.begin()) {
+        std::prev(at)->next = at->next;
+    }
+    m_entries.erase(at);
+    return property;
+}
+
+} // namespace Zantrel

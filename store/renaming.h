@@ -1,0 +1,12 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <zantrel/store/indexed_properties.h>
+
+namespace Zantrel {
+
+/// Gives all entries of these bags, at any depth, names that no other tree shares and no layout owns, so that
+/// the bags can go to another tree. On std::bad_alloc some have them, and nothing else has changed.
+void OwnNames(IndexedProperties<PersistentProperties>& bags);
+
+} // namespace Zantrel

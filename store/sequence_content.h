@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <zantrel/store/persistent_properties.h>
+
+#include <cstddef>
+#include <cstdint>
+
+namespace Zantrel {
+
+/// What a sequence that isn't empty owns: bags in pieces that are never moved, so that references to bags
+/// stay good while the sequence grows. Behind the members stands a table of the pieces, which is what grows.
+class SequenceContent {
+public:
+    SequenceContent(SequenceContent const&) = delete;
+    SequenceContent& operator=(SequenceContent const&) = delete;
+
+    /// Appends an empty bag. `content` is null for an empty sequence, and may be another one afterwards.
+    /// Throws std::bad_alloc, and nothing has changed then.
+    static PersistentProperties& Append(SequenceContent*& content);
+    /// Frees the content and the bags' own memory; their entries have been taken or end one by one.
+    static void Free(SequenceContent* content) noexcept;
+
+    std::size_t Size() const noexcept { return m_size; }
+    PersistentProperties& At(std::size_t index) noexcept;
+    /// Lets go of the last bag, which the caller empties.
+    PersistentProperties& TakeLast() noexcept { return At(--m_size); }
+
+    std::uintptr_t m_pending = 0; ///< while this sequence ends: see ending.cpp
+
+private:
+    explicit SequenceContent(std::uint32_t capacity) noexcept : m_capacity(capacity) {}
+    static SequenceContent* Make(std::uint32_t capacity);
+    PersistentProperties** Pieces() noexcept { return reinterpret_cast<PersistentProperties**>(this + 1); }
+
+    std::size_t m_size = 0;
+    std::uint32_t m_pieces = 0;
+    std::uint32_t m_capacity; ///< for how many pieces there is room in the table
+};
+
+} // namespace Zantrel
