@@ -3,6 +3,8 @@
 
 #include <zantrel/io/uuid.h>
 
+#include "layout/child_list.h"
+
 #include <algorithm>
 #include <iterator>
 #include <vector>
@@ -34,8 +36,8 @@ LayoutNode::LayoutNode(LayoutNode const& source) : LayoutNode(source, WithoutChi
 LayoutNode& LayoutNode::operator=(LayoutNode const& source) {
     if (this != &source) {
         LayoutNodeAttributes attributes = static_cast<LayoutNodeAttributes const&>(source);
-        bool const sourceEnds = source.m_children.StandsBelow(m_children);
-        LayoutNode* const parent = sourceEnds || source.m_parent == this ? m_parent : source.m_parent;
+        bool const keepsParent = source.StandsBelow(*this) || HasAtOrBelow(source.m_parent);
+        LayoutNode* const parent = keepsParent ? m_parent : source.m_parent;
         m_children = source.m_children; // the last use of the source, and the last thing that can fail
         static_cast<LayoutNodeAttributes&>(*this) = std::move(attributes);
         m_parent = parent;
@@ -45,7 +47,7 @@ LayoutNode& LayoutNode::operator=(LayoutNode const& source) {
 
 LayoutNode::~LayoutNode() {
     if (m_owner != nullptr) {
-        m_owner->Release(*this);
+        m_owner->Remove(*this);
     }
 }
 
@@ -67,9 +69,54 @@ LayoutNode* LayoutNode::AddNode(LayoutNode const& node) {
     return child;
 }
 
+/// Up by ownership, which is never stale.
+bool LayoutNode::StandsBelow(LayoutNode const& top) const noexcept {
+    LayoutNode const* node = top.m_children.m_list != nullptr ? this : nullptr;
+    while (node != nullptr && node != &top) {
+        node = node->m_owner != nullptr ? node->m_owner->Holder() : nullptr;
+    }
+    return node != nullptr && node != this;
+}
+
+/// Down by ownership: looks for an address, behind which there may be no node any more. Depth first, along
+/// the links of the tree itself, so that it can't fail.
+bool LayoutNode::HasAtOrBelow(LayoutNode const* sought) const noexcept {
+    LayoutNode const* node = sought != nullptr ? this : nullptr;
+    while (node != nullptr && node != sought) {
+        ChildList const* const list = node->m_children.m_list.get();
+        LayoutNode const* next = list != nullptr ? list->FirstOwned() : nullptr;
+        for (; next == nullptr && node != this; node = node->m_owner->Holder()) {
+            next = node->m_owner->OwnedBehind(*node);
+        }
+        node = next;
+    }
+    return node != nullptr;
+}
+
+/// Two kinds of links lead up from a node: to the one that owns it, and m_parent, which in a copied subtree
+/// is a node of the source. By neither may a node be its own ancestor. By ownership it can't: a node above
+/// isn't appended. By m_parent it would be one where a link that isn't ownership leads from here, or from a
+/// node above, into the tree of `child`; such a link is set right before, to the node that owns. The address
+/// alone counts, as the source may have ended by now, and its memory may be that of `child`. Not seen is a
+/// ring by way of a second copy, and for a child that never had children, of which a tree is built, one that
+/// starts above this node: looking up all the way for each of them would take quadratic time in a deep tree.
+void LayoutNode::LeadParentsPast(LayoutNode const& child) noexcept {
+    for (LayoutNode* node = this; node != nullptr;) {
+        LayoutNode* const owner = node->m_owner != nullptr ? node->m_owner->Holder() : nullptr;
+        if (node->m_parent != owner) {
+            if (!child.HasAtOrBelow(node->m_parent)) {
+                return;
+            }
+            node->m_parent = owner;
+        }
+        node = child.m_children.m_wasFilled ? owner : nullptr;
+    }
+}
+
 LayoutNode* LayoutNode::AppendNode(LayoutNode* child) {
-    if (child != nullptr && child != this && !m_children.StandsBelow(child->m_children)) {
+    if (child != nullptr && child != this && !StandsBelow(*child)) {
         m_children.Append(child);
+        LeadParentsPast(*child);
         child->m_parent = this;
         child->m_writeToParameterFile = m_childrenWriteToParameterFile;
     }
@@ -114,10 +161,12 @@ LayoutNode const* LayoutNode::FindProfileList(std::wstring const& name, bool rec
 
 bool LayoutNode::GetQueryPath(LayoutNode const& top, std::deque<LayoutNode const*>& path) const {
     path.clear();
+    // AppendNode ties no ring of parents that it can see, but m_parent is a field that a host may set, and
+    // several copies that stand below each other's sources can form one. So the walk sets a mark at each
+    // power of two steps: once a stretch between two marks is as long as the ring, the walk meets the mark
+    // again, after at most four times as many steps as there are nodes on the way.
     LayoutNode const* mark = nullptr;
     for (LayoutNode const* node = this; node != &top; node = node->m_parent) {
-        // A node below a copy of its own child: the copy still names the parent of its source, and the
-        // parents form a ring. The mark, set at each power of two, is met again there.
         if (node == nullptr || node == mark) {
             return false;
         }

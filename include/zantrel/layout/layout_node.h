@@ -25,7 +25,8 @@ namespace Zantrel {
 /// text passed as a null pointer counts as empty. Whatever appends or copies throws std::bad_alloc and then
 /// leaves this node as it was. One thread builds; a finished tree may be read by several.
 struct ZANTREL_EXPORT LayoutNode : LayoutNodeAttributes {
-    /// The node above, not owned. A copy names the parent of its source until it is appended itself.
+    /// The node above, not owned. A copy names the parent of its source until it is appended itself, or until
+    /// a tree with that parent in it is appended below it: no node becomes its own ancestor.
     LayoutNode* m_parent = nullptr;
     LayoutNodes m_children{this};
 
@@ -55,11 +56,12 @@ struct ZANTREL_EXPORT LayoutNode : LayoutNodeAttributes {
     LayoutNode* AddNode(LayoutNode const& node);
     template <class T> LayoutNode* AddNode(wchar_t const* name, eTypeLayoutNode type, T const& value);
 
-    /// Takes ownership of `child`, which must have been made with `new`, lists it last, indexes it under its
-    /// name in place of an older child of that name, and gives it this parent and this node's
-    /// m_childrenWriteToParameterFile. Gives this node. When it throws, `child` is gone, unless a parent had
-    /// it already. A child that stands under another parent leaves that one; one that stands here already is
-    /// listed once more. Null, this node itself and a node above it are not appended.
+    /// Takes ownership of `child`, which must have been made with `new` or end before this node does, lists
+    /// it last, indexes it under its name before older children of that name, and gives it this parent and
+    /// this node's m_childrenWriteToParameterFile. Gives this node. When it throws, `child` is gone, unless a
+    /// parent had it already. A child that stands under another parent leaves that one; one that stands here
+    /// already is listed once more. Null, this node itself and a node that owns it, directly or not, are not
+    /// appended.
     LayoutNode* AppendNode(LayoutNode* child);
     /// The same on the address of `child`: no copy is made and ownership passes.
     LayoutNode* AppendNode(LayoutNode const& child);
@@ -272,6 +274,7 @@ protected:
 
 private:
     friend class LayoutNodes;
+    friend class ChildList;
     struct WithoutChildren {};
 
     LayoutNode(LayoutNode const& source, WithoutChildren);
@@ -281,11 +284,12 @@ private:
         return this;
     }
 
-    LayoutNodes* m_owner = nullptr;    ///< the list that ends this node; null: the caller does
-    LayoutNode* m_nextOwned = nullptr; ///< in that list
-    LayoutNode* m_previousOwned = nullptr;
-    LayoutNodes::Index::value_type* m_indexed = nullptr; ///< the entry there under which it was appended last
-    bool m_hasEarlierNames = false;                      ///< it was appended there under other names before
+    bool StandsBelow(LayoutNode const& top) const noexcept;
+    bool HasAtOrBelow(LayoutNode const* sought) const noexcept;
+    void LeadParentsPast(LayoutNode const& child) noexcept;
+
+    ChildList* m_owner = nullptr; ///< the list that ends this node; null: the caller does
+    std::size_t m_slot = static_cast<std::size_t>(-1); ///< the last one there
 };
 
 // Instantiating one of these means that no specialisation below has that type.

@@ -4,23 +4,30 @@
 #include <zantrel/export.h>
 
 #include <cstddef>
-#include <map>
-#include <string>
+#include <iterator>
+#include <memory>
 #include <string_view>
-#include <utility>
-#include <vector>
 
 namespace Zantrel {
 
 struct LayoutNode;
+class ChildList;
 
-/// The children of a layout node: an ordered list, an index by name, and the nodes themselves, which it owns.
-/// Filled through LayoutNode. What is owned is kept apart from what the list shows, so that a node which
-/// MoveNodeTo drops from the list or shows twice is still ended exactly once, together with the others.
+/// The children of a layout node, in the order in which the host meets them, found by position and by name.
 ///
-/// Changed by one thread; may be read by several when nobody changes it.
+/// Who owns a child: the list to which it was appended last. The child is ended exactly once, by that list,
+/// unless it is ended by somebody else or appended to another list before; then it has left, and no position
+/// and no name leads to it any more. How often the list shows a child, and whether it shows it at all, which
+/// MoveNodeTo changes, makes no difference.
+///
+/// Filled through LayoutNode. A child leaves at a cost that doesn't depend on its place, on its name, or (but
+/// for a logarithm) on how many there are. Reading writes nothing: several threads may read a list that
+/// nobody changes. Whatever changes the list ends the use of its iterators; a child's address stays for its
+/// life.
 class ZANTREL_EXPORT LayoutNodes {
 public:
+    class const_iterator;
+
     LayoutNodes() noexcept;
     /// Copies each shown child with all that is below it, deeply, into a new list. At every level the copy
     /// has no index (a lookup by name finds nothing) and each copied node still names the parent of its
@@ -33,63 +40,97 @@ public:
     LayoutNodes& operator=(LayoutNodes const& source);
     ~LayoutNodes();
 
-    /// Ends all children in list order, at any depth of the tree without nested calls.
+    /// Ends all children in list order, at any depth of the tree without nested calls. To the destructors of
+    /// the children the list is empty by then.
     void Clear() noexcept;
 
-    std::size_t Size() const noexcept { return m_nodes.size(); }
-    /// Throws std::out_of_range, "invalid vector subscript".
+    /// The number of positions, which counts a child as often as the list shows it.
+    std::size_t Size() const noexcept;
+    /// The child at a position, at a cost that is constant in a list that no child has left, and otherwise
+    /// grows with its logarithm. Throws std::out_of_range, "invalid vector subscript".
     LayoutNode& At(std::size_t index) const;
     /// The last child, or null.
-    LayoutNode* Back() const noexcept { return m_nodes.empty() ? nullptr : m_nodes.back(); }
+    LayoutNode* Back() const noexcept;
 
-    std::vector<LayoutNode*>::const_iterator begin() const noexcept { return m_nodes.begin(); }
-    std::vector<LayoutNode*>::const_iterator end() const noexcept { return m_nodes.end(); }
+    /// All positions in order, each at the cost of At.
+    const_iterator begin() const noexcept;
+    const_iterator end() const noexcept;
 
-    /// The latest child that was appended under this name, or null. Never allocates.
+    /// The latest child that was appended under this name and hasn't left, or null. Never allocates.
     LayoutNode* Find(std::wstring_view name) const noexcept;
 
     /// What Find gives for the name converted from UTF-8, for a reader that meets the children in list order:
-    /// when `hint`, which starts at 0, is the position of the child or of the one before it, nothing is
-    /// converted or allocated. Moves `hint` behind the child that was found. Any `hint` gives the same
-    /// answer.
+    /// with the `hint` that the call for the child before this one left, nothing is converted or allocated.
+    /// The first call takes 0. Any `hint` gives the same answer; it changes only when a child was found.
     LayoutNode* FindUtf8(std::string_view utf8Name, std::size_t& hint) const;
 
 private:
     friend struct LayoutNode;
-
-    struct NameLess {
-        using is_transparent = void;
-        bool operator()(std::wstring_view left, std::wstring_view right) const noexcept;
-    };
-    struct Found {
-        LayoutNode* node = nullptr; ///< null after the last child of that name has left
-        std::size_t position = 0;   ///< where it was appended, or Unknown
-        std::size_t bearers = 0;    ///< the owned children whose latest name this is
-    };
-    static constexpr std::size_t Unknown = static_cast<std::size_t>(-1);
-    using Index = std::map<std::wstring, Found, NameLess>;
+    friend class ChildList;
     enum class Parents { AsInSource, OfTheCopy };
 
     /// The children of `holder`.
     explicit LayoutNodes(LayoutNode* holder) noexcept;
 
+    LayoutNode* const& Shown(std::size_t position) const noexcept;
+    ChildList& List();
     void Append(LayoutNode* child);
     void Move(LayoutNode const* child, std::size_t index);
     void CopyFrom(LayoutNodes const& source, Parents parents);
-    void Take(LayoutNodes& other) noexcept;
-    void Own(LayoutNode& node) noexcept;
-    void Disown(LayoutNode& node) noexcept;
-    void TakeOffIndex(LayoutNode& node) noexcept;
-    void LinkInListOrder() noexcept;
-    void Release(LayoutNode& node) noexcept;
-    bool StandsBelow(LayoutNodes const& top) const noexcept;
 
-    std::vector<LayoutNode*> m_nodes;
-    Index m_index;
-    LayoutNode* m_holder = nullptr;     ///< whose children these are; null for a list that stands alone
-    LayoutNode* m_firstOwned = nullptr; ///< every owned node once, linked both ways by the nodes themselves
-    LayoutNode* m_lastOwned = nullptr;
-    LayoutNodes* m_heir = nullptr; ///< where the nodes go at the end of this list instead of being ended here
+    LayoutNode* m_holder = nullptr;    ///< whose children these are; null for a list that stands alone
+    std::unique_ptr<ChildList> m_list; ///< null while there is no child
+    std::unique_ptr<ChildList>* m_heir = nullptr; ///< takes m_list at the end instead of its being ended here
+    bool m_wasFilled = false;                     ///< a node may name the holder as its parent
 };
+
+/// A position in the list, random access. Good until the list changes.
+class LayoutNodes::const_iterator {
+public:
+    using iterator_category = std::random_access_iterator_tag;
+    using value_type = LayoutNode*;
+    using difference_type = std::ptrdiff_t;
+    using pointer = LayoutNode* const*;
+    using reference = LayoutNode* const&;
+
+    const_iterator() = default;
+
+    reference operator*() const { return m_nodes->Shown(m_position); }
+    pointer operator->() const { return &**this; }
+    reference operator[](difference_type distance) const { return *(*this + distance); }
+
+    const_iterator& operator+=(difference_type distance) {
+        m_position += static_cast<std::size_t>(distance);
+        return *this;
+    }
+    const_iterator& operator-=(difference_type distance) { return *this += -distance; }
+    const_iterator& operator++() { return *this += 1; }
+    const_iterator& operator--() { return *this -= 1; }
+    const_iterator operator++(int) { return const_iterator(m_nodes, m_position++); }
+    const_iterator operator--(int) { return const_iterator(m_nodes, m_position--); }
+
+    friend const_iterator operator+(const_iterator at, difference_type distance) { return at += distance; }
+    friend const_iterator operator+(difference_type distance, const_iterator at) { return at += distance; }
+    friend const_iterator operator-(const_iterator at, difference_type distance) { return at -= distance; }
+    friend difference_type operator-(const_iterator left, const_iterator right) {
+        return static_cast<difference_type>(left.m_position - right.m_position);
+    }
+    friend bool operator==(const_iterator left, const_iterator right) { return left - right == 0; }
+    friend bool operator!=(const_iterator left, const_iterator right) { return left - right != 0; }
+    friend bool operator<(const_iterator left, const_iterator right) { return left - right < 0; }
+    friend bool operator>(const_iterator left, const_iterator right) { return left - right > 0; }
+    friend bool operator<=(const_iterator left, const_iterator right) { return left - right <= 0; }
+    friend bool operator>=(const_iterator left, const_iterator right) { return left - right >= 0; }
+
+private:
+    friend class LayoutNodes;
+    const_iterator(LayoutNodes const* nodes, std::size_t position) : m_nodes(nodes), m_position(position) {}
+
+    LayoutNodes const* m_nodes = nullptr;
+    std::size_t m_position = 0;
+};
+
+inline LayoutNodes::const_iterator LayoutNodes::begin() const noexcept { return const_iterator(this, 0); }
+inline LayoutNodes::const_iterator LayoutNodes::end() const noexcept { return const_iterator(this, Size()); }
 
 } // namespace Zantrel
