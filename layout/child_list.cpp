@@ -64,12 +64,6 @@ LayoutNode* ChildList::Find(std::wstring_view name) const noexcept {
                : nullptr;
 }
 
-/// The child that answers to the name of an entry: that of the last entry of this name.
-LayoutNode* ChildList::Latest(Names::const_iterator name) const noexcept {
-    auto const next = std::next(name);
-    return next == m_names.end() || next->first != name->first ? name->second : Find(name->first);
-}
-
 LayoutNode* ChildList::FindUtf8(std::string_view utf8Name, std::size_t& hint) const {
     if (m_names.empty()) {
         return nullptr;
@@ -81,7 +75,7 @@ LayoutNode* ChildList::FindUtf8(std::string_view utf8Name, std::size_t& hint) co
         ++next;
         if (name != m_names.end() && Text::EqualsUtf8(name->first, utf8Name)) {
             hint = next;
-            return Latest(name);
+            return m_hasNamesakes ? Find(name->first) : name->second;
         }
     }
     LayoutNode* const found = Find(StringConversion::Utf8ToNative(utf8Name));
@@ -103,6 +97,9 @@ void ChildList::Append(LayoutNode& child, bool isIndexed) {
             child.m_owner->Remove(child);
         }
         child.m_owner = this;
+    }
+    if (isIndexed && name != m_names.begin() && std::prev(name)->first == name->first) {
+        m_hasNamesakes = true;
     }
     m_slots.push_back({&child, name, true});
     ++m_shownCount;

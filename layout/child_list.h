@@ -82,7 +82,6 @@ private:
     LayoutNode* OwnedFrom(std::size_t at) const noexcept;
     std::size_t FirstSlotFrom(std::size_t at) const noexcept;
     std::size_t SlotAt(std::size_t position) const noexcept;
-    LayoutNode* Latest(Names::const_iterator name) const noexcept;
     void Put(Slot slot, std::size_t at) noexcept;
     static void Unchain(std::vector<Slot> const& slots) noexcept;
     void CloseUp() noexcept;
@@ -91,6 +90,8 @@ private:
     LayoutNode* m_holder;
     std::vector<Slot> m_slots;
     Names m_names;
+    bool m_hasNamesakes =
+        false; ///< two children had one name once: an entry met on the way may not be the last
     std::size_t m_shownCount = 0;
     std::size_t m_blankCount = 0;
 

@@ -33,12 +33,14 @@ LayoutNode::LayoutNode(LayoutNode const& source) : LayoutNode(source, WithoutChi
     m_children.CopyFrom(source.m_children, LayoutNodes::Parents::AsInSource);
 }
 
+// Everything that can fail comes before the first change. The children come last but for what can't fail, as
+// the source may be one of those that they replace.
 LayoutNode& LayoutNode::operator=(LayoutNode const& source) {
     if (this != &source) {
         LayoutNodeAttributes attributes = static_cast<LayoutNodeAttributes const&>(source);
         bool const keepsParent = source.StandsBelow(*this) || HasAtOrBelow(source.m_parent);
         LayoutNode* const parent = keepsParent ? m_parent : source.m_parent;
-        m_children = source.m_children; // the last use of the source, and the last thing that can fail
+        m_children = source.m_children; // the last use of the source
         static_cast<LayoutNodeAttributes&>(*this) = std::move(attributes);
         m_parent = parent;
     }

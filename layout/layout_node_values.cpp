@@ -10,6 +10,10 @@
 #include <sstream>
 #include <vector>
 
+// A node keeps every value as text. These functions are all that knows the form of such a text: files,
+// defaults and limits go through them, and what one writes the other reads. Numbers follow the locale of the
+// host, which thereby reads "1,5" where its users write it; files don't, they have functions of their own.
+
 namespace Zantrel {
 
 namespace {
@@ -18,6 +22,7 @@ namespace {
 constexpr std::int32_t MaxDecimals =
     std::numeric_limits<double>::digits - std::numeric_limits<double>::min_exponent;
 
+/// The identifier comes first: with it alone, if the list can't grow, nothing depends on anything yet.
 LayoutNode* AddSource(LayoutNode* node, std::vector<LayoutNodeSource>& sources, LayoutNode* source,
                       std::wstring value) {
     if (source != nullptr) {

@@ -9,7 +9,8 @@
 #include <utility>
 #include <vector>
 
-// The list itself is made with the first child, so that a leaf, as most nodes are, costs three words here.
+// The handle that a node has on its children. The list itself is made with the first child, so that a leaf,
+// as most nodes are, costs a few words; what a list keeps true stands in child_list.h.
 
 namespace Zantrel {
 
@@ -19,6 +20,8 @@ LayoutNodes::LayoutNodes(LayoutNode* holder) noexcept : m_holder(holder) {}
 
 LayoutNodes::LayoutNodes(LayoutNodes const& source) : LayoutNodes() { CopyFrom(source, Parents::AsInSource); }
 
+// The copy is whole before anything ends, as the source may stand among what ends. Then its nodes may name no
+// parent of the source any more, which is the one case where the copies get parents of their own.
 LayoutNodes& LayoutNodes::operator=(LayoutNodes const& source) {
     if (this != &source) {
         bool const sourceEnds =
@@ -31,6 +34,7 @@ LayoutNodes& LayoutNodes::operator=(LayoutNodes const& source) {
     return *this;
 }
 
+// An heir is there when a list above ends this node: it takes the children, so that ending doesn't nest.
 LayoutNodes::~LayoutNodes() {
     if (m_heir == nullptr) {
         Clear();
@@ -86,8 +90,11 @@ void LayoutNodes::Move(LayoutNode const* child, std::size_t index) {
     }
 }
 
-/// Level by level with a list of what is still to be copied, as a tree may be deeper than the stack. No copy
-/// is indexed: a lookup by name finds nothing in a copy, which readers and writers of files count on.
+/// A copy has the nodes that the list shows, so a child that is shown twice becomes two and one that no
+/// position shows is left out; what it doesn't have is the index and, but for Parents::OfTheCopy, parents of
+/// its own. Readers and writers of files count on a lookup by name that finds nothing in a copy, and hosts on
+/// the parents of the source. List by list with a note of what is still to be copied, as a tree may be deeper
+/// than the stack; each copy belongs to its list before the next is made, so a failure ends all.
 void LayoutNodes::CopyFrom(LayoutNodes const& source, Parents parents) {
     struct Level {
         LayoutNodes const* from;

@@ -6,6 +6,9 @@
 #include <iterator>
 #include <memory>
 
+// The anchors are pointers into the tree that a host may replace or empty, so whatever starts at one asks
+// first. The tree itself is the truth: nothing here is kept beside it, and a question walks what it needs.
+
 namespace Zantrel {
 
 namespace {
@@ -49,6 +52,7 @@ void ParameterLayout::_InitCategoryLevel(bool withGeneric) {
     m_categories = m_profileEditor->AddNode(L"Categories")->SetCategoryList(true, L"Category");
 }
 
+// Of two profile lists neither is the one that a category is chosen from.
 LayoutNode const* ParameterLayout::FindCategoryNode() const {
     LayoutNode const* found = nullptr;
     for (LayoutNode const* const child : ChildrenOf(m_profileEditor)) {
@@ -62,6 +66,9 @@ LayoutNode const* ParameterLayout::FindCategoryNode() const {
     return found;
 }
 
+// Called after each reading, often twice: an option that already chooses from the list, be it one of an
+// earlier call or of the host, ends it. The option is complete before it is appended, as a failure in between
+// would leave one that the next call doesn't know.
 void ParameterLayout::AddCategoryNodeIfNeeded() {
     LayoutNode const* const list = FindCategoryNode();
     LayoutNode* const options = m_platformOptions;
@@ -101,6 +108,7 @@ bool ParameterLayout::GetReferredNodes(LayoutNode const* node, std::vector<Layou
     if (list == nullptr) {
         return false;
     }
+    // A list may stand in a member of another: the outer choice comes first.
     std::deque<LayoutNode const*> path;
     list->GetQueryPath(*editor, path);
     std::copy_if(path.begin(), path.end(), std::back_inserter(nodes),

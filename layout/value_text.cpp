@@ -8,6 +8,13 @@
 #include <sstream>
 #include <system_error>
 
+// What a wide stream with the global locale extracts is the rule, odd as it is: white space before the number
+// is passed over, what follows it is ignored, a text that begins with no number gives 0, and one out of range
+// the nearest limit. Making a stream costs several times what reading a number does, so a text that needs no
+// judgement is read without one. That is right only where both give the same value: in the classic locale,
+// where no digit is grouped, and for a text of which every character belongs to the number. Every other text
+// takes the slow way, which stays the one definition.
+
 namespace Zantrel {
 
 namespace {

@@ -13,11 +13,13 @@ class ValueReader {
 public:
     ValueReader();
 
+    /// Digits up to the first character that isn't one; out of range the nearest limit. Never throws but
+    /// std::bad_alloc.
     std::int32_t ReadInteger(std::wstring const& text) const;
     double ReadDouble(std::wstring const& text) const;
 
 private:
-    bool m_isClassic;
+    bool m_isClassic; ///< the global locale was the classic one: plain numbers need no stream
 };
 
 } // namespace Zantrel

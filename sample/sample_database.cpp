@@ -19,6 +19,8 @@ void SetRange(ParameterNode range, double begin, double end) {
 ParameterDatabase::ParameterDatabase(Sample::ParameterLayout const* layout)
     : Zantrel::ParameterDatabase(layout), m_pSampleLayout(layout) {}
 
+// A database that has got another layout since, by an assignment from a plain one, has no nodes for
+// the handles; and in one on a copy of a layout no cursor is valid, as a copy answers to no name.
 void ParameterDatabase::PopulateDefault() {
     ParameterNode const editor = GetProfileEditor();
     if (!editor.IsValid() || GetLayout() != m_pSampleLayout) {

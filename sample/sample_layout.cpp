@@ -11,6 +11,10 @@
 // Every node is made on its final parent, from the top down: a subtree that is built aside and copied in
 // answers no look-up by name, and handles on it would stay with the original.
 
+// The order of the nodes is that of the files and of the handles in the header, stage by stage. Names of
+// profile parameters are constants that hosts may look up; those of options and of test parameters, which
+// nobody but a user reads, stand here as they are.
+
 namespace Zantrel::Sample {
 
 namespace {
@@ -59,6 +63,8 @@ void AddPlatformOptions(LayoutNode* options) {
     AddExportChoice(options);
 }
 
+// The test parameters show one node of each kind. Each level holds what the one before it holds, in the same
+// order, so that files of a lower level stay readable.
 void AddNumbers(LayoutNode* group) {
     group->AddNode(L"SomeDouble", Type::Double, 1.0);
     group->AddNode(L"SomeReadOnlyDouble", Type::Double, 2.0)->SetReadOnly(true);

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <zantrel/sample/sample_names.h>
 
+// Each is a part of file formats: a changed text is a parameter that older files no longer fill. Several have
+// one text, as stages have parameters of one name; a host takes the constant of the stage that it means.
+
 namespace Zantrel::Sample {
 
 wchar_t const* const _General = L"General";

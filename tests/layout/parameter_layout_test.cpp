@@ -24,35 +24,33 @@ TEST(ParameterLayout, ANewLayoutHasTheNodesOfEveryLayout) {
     ParameterLayout const layout;
     EXPECT_EQ(Outline(layout), L"SomeRootname(Version(Major Minor) ProfileEditor "
                                L"PlatformConfigurator(PlatformOptions PartOptions) PartConfigurator)");
-    EXPECT_EQ(layout.m_versionNode->m_name, L"Minor");
-    EXPECT_EQ(layout.GetNode(L"Version")->GetNode(L"Major")->m_defaultValue, L"1");
+    EXPECT_EQ(layout.m_versionNode->GetQueryName(layout), L"Version_Minor");
+    EXPECT_EQ(layout.m_versionNode->Parent()->At(0).m_defaultValue, L"1");
     EXPECT_EQ(layout.m_profileEditor.GetNode(), layout.GetNode(L"ProfileEditor"));
-    EXPECT_EQ(layout.m_platformConfigurator.GetNode(), layout.GetNode(L"PlatformConfigurator"));
     EXPECT_EQ(layout.m_platformOptions.GetNode(), &layout.m_platformConfigurator->At(0));
     EXPECT_EQ(layout.m_partOptions.GetNode(), &layout.m_platformConfigurator->At(1));
     EXPECT_EQ(layout.m_partConfigurator.GetNode(), layout.GetNode(L"PartConfigurator"));
     EXPECT_EQ(layout.m_jobConfigurator.GetNode(), nullptr);
-    EXPECT_EQ(layout.FindCategoryNode(), nullptr);
 }
 
 TEST(ParameterLayout, WithoutOneProfileListThereIsNoCategoryOption) {
     ParameterLayout layout;
-    layout.AddCategoryNodeIfNeeded();
-    EXPECT_EQ(layout.m_platformOptions->Size(), 0U);
-    layout.m_profileEditor->AddNode(L"One")->SetProfile(true, L"Profile");
-    EXPECT_EQ(layout.FindCategoryNode(), &layout.m_profileEditor->At(0));
-    layout.m_profileEditor->AddNode(L"Two")->SetProfile(true, L"Profile");
-    layout.AddCategoryNodeIfNeeded();
-    EXPECT_EQ(layout.FindCategoryNode(), nullptr);
+    for (bool const isOnlyOne : {false, true, false}) {
+        EXPECT_EQ(layout.FindCategoryNode(), isOnlyOne ? layout.m_profileEditor->Back() : nullptr);
+        if (!isOnlyOne) {
+            layout.AddCategoryNodeIfNeeded();
+        }
+        layout.m_profileEditor->AddNode(L"List")->SetProfile(true, L"Profile");
+    }
     EXPECT_EQ(layout.m_platformOptions->Size(), 0U);
 }
 
 TEST(ParameterLayout, TheCategoryOptionComesFirstAndOnce) {
     CategorisedLayout layout(true);
     EXPECT_EQ(Outline(*layout.m_profileEditor), L"ProfileEditor(GenericParameters Categories)");
+    EXPECT_EQ(layout.m_genericParameters.GetNode(), layout.m_profileEditor->GetNode(L"GenericParameters"));
     EXPECT_EQ(layout.m_categories->GetNodeName(), L"Category");
     EXPECT_TRUE(layout.m_categories->GetIsCategoryList());
-    EXPECT_EQ(layout.m_genericParameters.GetNode(), layout.m_profileEditor->GetNode(L"GenericParameters"));
     layout.m_categories->SetDisplayName(L"Shown");
     layout.m_platformOptions->AddNode(L"Other")->SetProfileName(L"Categories");
     layout.AddCategoryNodeIfNeeded();
@@ -61,30 +59,34 @@ TEST(ParameterLayout, TheCategoryOptionComesFirstAndOnce) {
     LayoutNode& option = layout.m_platformOptions->At(0);
     EXPECT_EQ(layout.m_categoryOption.GetNode(), &option);
     EXPECT_EQ(option.GetType(), OptionsFromProfiles);
-    EXPECT_EQ(option.GetProfileName(), L"Categories");
-    EXPECT_EQ(option.GetPropName(), L"BuildProcessor.ProfileCategory");
-    EXPECT_EQ(option.GetDisplayName(), L"Shown");
+    EXPECT_EQ(option.GetProfileName() + L' ' + option.GetPropName() + L' ' + option.GetDisplayName(),
+              L"Categories BuildProcessor.ProfileCategory Shown");
 }
 
 TEST(ParameterLayout, AnOptionOfTheHostTakesThePlaceOfTheCategoryOption) {
     CategorisedLayout layout;
     layout.m_platformOptions->AddNode(L"Own", OptionsFromProfiles, L"")->SetProfileName(L"Categories");
     layout.AddCategoryNodeIfNeeded();
-    EXPECT_EQ(layout.m_platformOptions->Size(), 1U);
+    EXPECT_EQ(Outline(*layout.m_platformOptions), L"PlatformOptions(Own)");
     EXPECT_EQ(layout.m_categoryOption.GetNode(), nullptr);
 }
 
-TEST(ParameterLayout, TicketNodesAreTheDirectOptions) {
-    ParameterLayout layout;
-    LayoutNode const* const part = layout.m_partOptions->AddNode(L"part");
+TEST(ParameterLayout, TicketNodesAreTheDirectOptionsOfTheAnchorsThatAHostLeft) {
+    CategorisedLayout layout;
+    LayoutNode* const part = layout.m_partOptions->AddNode(L"part");
     LayoutNode* const platform = layout.m_platformOptions->AddNode(L"platform");
+    LayoutNode* const over = layout.m_partConfigurator->AddNode(L"over");
     platform->AddNode(L"below");
-    LayoutNode const* const over = layout.m_partConfigurator->AddNode(L"over");
     Nodes nodes{nullptr};
     layout.GetBuildTicketNodes(nodes);
     EXPECT_EQ(nodes, (Nodes{platform, part}));
     layout.GetBuildTicketNodesPartOverrides(nodes);
     EXPECT_EQ(nodes, Nodes{over});
+    layout.m_profileEditor = layout.m_platformOptions = nullptr;
+    layout.AddCategoryNodeIfNeeded();
+    layout.GetBuildTicketNodes(nodes);
+    EXPECT_EQ(nodes, Nodes{part});
+    EXPECT_FALSE(layout.GetReferredNodes(&layout, nodes));
 }
 
 TEST(ParameterLayout, ReferredNodesGoFromTheOuterListToTheNamedOne) {
@@ -113,29 +115,15 @@ TEST(ParameterLayout, UsedPropertyNamesComeFromTheWholeTreeOnceEach) {
 
 TEST(ParameterLayout, TheAnchorsOfACopyStayInItsSource) {
     ParameterLayout source;
-    ParameterLayout const copy(source);
-    ParameterLayout const moved(std::move(source));
+    ParameterLayout const copy(source), moved(std::move(source));
     ParameterLayout assigned;
     assigned = copy;
+    source = static_cast<ParameterLayout const&>(source);
     for (ParameterLayout const* const layout :
-         {&copy, &moved, const_cast<ParameterLayout const*>(&assigned)}) {
+         std::initializer_list<ParameterLayout const*>{&copy, &moved, &assigned, &source}) {
         EXPECT_EQ(Outline(*layout), Outline(source));
-        EXPECT_EQ(layout->m_profileEditor.GetNode(), source.m_profileEditor.GetNode());
+        EXPECT_EQ(layout->m_profileEditor.GetNode(), source.GetNode(L"ProfileEditor"));
     }
-    ParameterLayout const& same = source;
-    source = same;
-    EXPECT_EQ(source.m_profileEditor.GetNode(), source.GetNode(L"ProfileEditor"));
-}
-
-TEST(ParameterLayout, AnAnchorThatAHostEmptiedHasNoNodes) {
-    CategorisedLayout layout;
-    layout.m_profileEditor = nullptr;
-    layout.m_platformOptions = nullptr;
-    layout.AddCategoryNodeIfNeeded();
-    Nodes nodes;
-    layout.GetBuildTicketNodes(nodes);
-    EXPECT_TRUE(nodes.empty());
-    EXPECT_FALSE(layout.GetReferredNodes(&layout, nodes));
 }
 
 TEST(ParameterLayout, AFailedAllocationLeaksNothing) {

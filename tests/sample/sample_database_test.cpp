@@ -37,16 +37,26 @@ ParameterNode CategoriesOf(Zantrel::ParameterDatabase& database) {
     return database.GetProfileEditor().Get(_Categories);
 }
 
-TEST(SampleDatabase, PopulatingFillsTheStagesAndAddsCategoriesAtAnyLevel) {
+TEST(SampleDatabase, PopulatingFillsTheStagesAndChoosesWhatItAddsAtAnyLevel) {
     for (int const level : {-1, 0, 1, 2}) {
         SCOPED_TRACE(level);
         Sample::ParameterLayout const layout(level);
         Zantrel::ParameterDatabase untouched(&layout);
         Sample::ParameterDatabase database(&layout);
         EXPECT_TRUE(database.IsEqual(untouched));
-        database.PopulateDefault();
         ParameterNode const category = CategoriesOf(database).GetDefault();
-        for (wchar_t const* stage : {_Preslicing, _Slicing, _Export}) {
+        std::pair<wchar_t const*, wchar_t const*> const stages[] = {{_Preslicing, _DefaultProfilePreSlicing},
+                                                                    {_Slicing, _DefaultProfileSlicing},
+                                                                    {_Export, _DefaultProfileExport}};
+        auto const choice = [&](wchar_t const* name) {
+            return category.Get(_General).Get(_DefaultProfiles).Get(name);
+        };
+        for (auto const& [stage, name] : stages) {
+            choice(name).SetValueFromText(L"Other");
+        }
+        database.PopulateDefault();
+        for (auto const& [stage, name] : stages) {
+            EXPECT_EQ(choice(name).GetValue<std::wstring>(), L"Default");
             ParameterNode const list = category.Get(stage);
             EXPECT_THAT(ProfilesOf(list), ElementsAre(L"Default"));
             EXPECT_TRUE(list.GetProfile(L"Default").IsEqual(list.GetDefault()));
@@ -54,41 +64,12 @@ TEST(SampleDatabase, PopulatingFillsTheStagesAndAddsCategoriesAtAnyLevel) {
             EXPECT_EQ(list.GetDefault().IsEqual(before), stage != _Export);
         }
         EXPECT_THAT(RangesOf(category.Get(_Export).GetDefault()), ElementsAre(Pair(0, 1), Pair(1, 2)));
-
         ParameterNode const categories = CategoriesOf(database);
         EXPECT_THAT(ProfilesOf(categories), ElementsAre(L"Category Advanced", L"Default Category"));
         for (std::wstring const& name : ProfilesOf(categories)) {
             EXPECT_TRUE(categories.GetProfile(name.c_str()).IsEqual(categories.GetDefault()));
         }
     }
-}
-
-TEST(SampleDatabase, PopulatingChoosesTheProfilesThatItAdds) {
-    Sample::ParameterLayout const layout;
-    Sample::ParameterDatabase database(&layout);
-    ParameterNode const choices = CategoriesOf(database).GetDefault().Get(_General).Get(_DefaultProfiles);
-    auto const names = {_DefaultProfilePreSlicing, _DefaultProfileSlicing, _DefaultProfileExport};
-    for (wchar_t const* name : names) {
-        choices.Get(name).SetValueFromText(L"Other");
-    }
-    database.PopulateDefault();
-    for (wchar_t const* name : names) {
-        EXPECT_EQ(choices.Get(name).GetValue<std::wstring>(), L"Default");
-    }
-}
-
-TEST(SampleDatabase, PopulatingTwiceAddsEverythingOnceMoreBehindTheFirst) {
-    Sample::ParameterLayout const layout;
-    Sample::ParameterDatabase database(&layout);
-    database.PopulateDefault();
-    database.PopulateDefault();
-    ParameterNode const categories = CategoriesOf(database);
-    ParameterNode const exports = categories.GetDefault().Get(_Export);
-    EXPECT_THAT(RangesOf(exports.GetDefault()), ElementsAre(Pair(0, 1), Pair(1, 2), Pair(0, 0), Pair(0, 0)));
-    EXPECT_THAT(ProfilesOf(exports), ElementsAre(L"Default", L"Default"));
-    EXPECT_EQ(RangesOf(exports.GetProfile(L"Default")).size(), 2u);
-    EXPECT_THAT(ProfilesOf(categories), ElementsAre(L"Category Advanced", L"Category Advanced",
-                                                    L"Default Category", L"Default Category"));
 }
 
 TEST(SampleDatabase, PopulatingDoesNothingWithoutALayoutOfItsOwn) {

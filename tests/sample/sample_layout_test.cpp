@@ -5,13 +5,16 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
 
 // A layout is compared as a text with one line a node: name, type, default, and every attribute that differs
 // from those of a new node of its type. So a wrong, missing or superfluous row or setting shows as a
-// difference of texts.
+// difference of texts. The text that is expected has before each line the level from which on the node is
+// there.
 
 namespace {
 
@@ -69,99 +72,23 @@ std::string Outline(LayoutNode const& node, std::size_t depth = 0) {
     return text;
 }
 
-TEST(SampleLayout, HasTheNodesOfEveryStageAndOptionsForPlatformAndPart) {
-    Sample::ParameterLayout const layout;
-    EXPECT_EQ(Outline(*layout.m_categories.GetNode()),
-              R"(Categories Group; entry Category; profile list; categories
-  General Group; expanded
-    DefaultProfiles Group; expanded
-      ProfilePreSlicing Choice Default; display Preslicing Profile; profiles of PreSlicing
-      ProfileSlicing Choice Default; display Slicing Profile; profiles of Slicing
-      ProfileExport Choice Default; display Export Profile; profiles of Export
-  PreSlicing Group; entry Profile; profile list
-    Scaling Group
-      X Double 1.0000; min -100.0000; max 100.0000
-      Y Double 1.0000; min -100.0000; max 100.0000
-      Z Double 1.0000; min -100.0000; max 100.0000
-  Slicing Group; entry Profile; expanded; profile list
-    SliceThickness Distance 0.1000
-    Type Options Above; option Above=Above; option Symmetric=Symmetric; option Below=Below
-    TypeEffective Options Middle; description Location of slice in physical machine; option Top=Top; option Middle=Middle; option Bottom=Bottom
-    Options Group
-      EdgesToVectors Bool False
-      TrianglesToContours Bool True
-      TrianglesToContoursMinimalWidth Double 0.0000; postfix SomeUnit
-    Fixing Group; expanded
-      GapFill Group; expanded
-        Enabled Bool True
-        MaxGapSize Double 0.1000; postfix mm
-      Unify Group; expanded
-        Enabled Bool True
-        MergeGap Double 0.0000
-      Filtering Group; expanded
-        Enabled Bool False
-        MinLengthOuterClosed Double 0.3000
-        MinLengthInnerClosed Double 0.3000
-        MinLengthOpen Double 0.0000
-  Export Group; entry Profile; profile list
-    SliceThickness Double 0.2000
-    NumExports Int 100
-    Ranges Group; entry Range; list
-      Begin Double 0.0000
-      End Double 0.0000
-)");
-    EXPECT_EQ(Outline(layout), R"(BasicBuildParameterFile Group
-  Version Group
-    Major Int 1
-    Minor Int 0
-)" + Outline(*layout.m_profileEditor.GetNode(), 1) +
-                                   R"(  PlatformConfigurator Group
-    PlatformOptions Group
-      PreSlicingProfile Choice Default; display Preslicing Profile; profiles of PreSlicing; property BasicProcessor.ProfilePreSlicing
-      SlicingProfile Choice Default; display Slicing Profile; profiles of Slicing; property BasicProcessor.ProfileSlicing
-      SampleBool Bool True; display Sample Checkbox; property BasicProcessor.SampleCheckbox
-      SampleString String SomeStringValue; display Sample String; property BasicProcessor.SampleText
-      ExportProfile Choice Default; display Export Profile; profiles of Export; property BasicProcessor.ProfileExport
-    PartOptions Group
-  PartConfigurator Group
-    ExportProfile Choice Default; display Export Profile; profiles of Export; property BasicProcessor.ProfileExport
-)");
+std::string ExpectedOutline(int level) {
+    std::istringstream lines(
+#include "tests/sample/sample_layout_outline.txt"
+    );
+    std::string text;
+    int from = 0;
+    for (std::string line; lines >> from && lines.ignore() && std::getline(lines, line);) {
+        text += from <= level ? line + '\n' : "";
+    }
+    return text;
 }
 
-std::string const NumbersAlone = R"(GenericParameters Group
-  TestGroup Group
-    SomeDouble Double 1.0000
-    SomeReadOnlyDouble Double 2.0000; read-only
-    SomeInteger250 Int 250
-)";
-std::string const WithGroupsAndFiles = NumbersAlone + R"(    SomeComplexGroup Group
-      AgainSomeDouble Double 1.0000
-      DoubleWithPrefix Double 1.0000; prefix SomePrefix
-      ListOfDoubles Double 1.0000; display SomeInstance; entry Instance; not visible; list
-    SomePath FileAbsolute; empty allowed
-    SomeAttachment Attachment; empty allowed
-    AnotherComplexNode Group
-      PI Double 3.1415
-      SomeFlagTrue Bool True
-      SomeFlagFalse Bool False
-)";
-std::string const WithExtras = WithGroupsAndFiles + R"(    SomeDouble_extra Double 1.0000
-    SomeReadOnlyDouble_extra Double 2.0000; read-only
-    AnotherComplexNode_extra Group
-      PI_extra Double 3.1415
-      SomeFlagTrue_extra Bool True
-      SomeFlagFalse_extra Bool False
-)";
-
-TEST(SampleLayout, TheLevelSaysHowMuchGenericParametersHold) {
+TEST(SampleLayout, HasTheNodesOfEveryStageAndGenericParametersByItsLevel) {
     for (int level = -1; level <= 3; ++level) {
-        Sample::ParameterLayout const layout(level);
-        EXPECT_EQ(Outline(*layout.m_genericParameters.GetNode()), level <= 0   ? NumbersAlone
-                                                                  : level == 1 ? WithGroupsAndFiles
-                                                                               : WithExtras)
-            << "level " << level;
+        EXPECT_EQ(Outline(Sample::ParameterLayout(level)), ExpectedOutline(std::max(level, 0)));
     }
-    EXPECT_EQ(Outline(*Sample::ParameterLayout().m_genericParameters.GetNode()), WithGroupsAndFiles);
+    EXPECT_EQ(Outline(Sample::ParameterLayout()), ExpectedOutline(1));
 }
 
 void AppendBelow(LayoutNode const& node, std::vector<LayoutNode const*>& nodes) {

@@ -46,6 +46,7 @@ struct ZANTREL_EXPORT LayoutNode : LayoutNodeAttributes {
 
     /// A new node on the heap, linked to nothing; the caller owns it.
     static LayoutNode* MakeNode(wchar_t const* name, eTypeLayoutNode type);
+    /// A copy, as the constructor makes it.
     static LayoutNode* MakeNode(LayoutNode const& source);
     /// T is double, bool, std::int32_t, std::wstring or wchar_t const*; the default is FormatValue of
     /// `value`.
@@ -65,7 +66,7 @@ struct ZANTREL_EXPORT LayoutNode : LayoutNodeAttributes {
     LayoutNode* AppendNode(LayoutNode* child);
     /// The same on the address of `child`: no copy is made and ownership passes.
     LayoutNode* AppendNode(LayoutNode const& child);
-    /// Appends a new Group and gives this node.
+    /// Appends a new Group and gives this node, where AddNode of a name gives the Group.
     LayoutNode* AppendNode(wchar_t const* name);
 
     /// Reorders the children as if building a new list: before each entry of the old list is looked at,
@@ -85,7 +86,9 @@ struct ZANTREL_EXPORT LayoutNode : LayoutNodeAttributes {
     LayoutNode const& At(std::size_t index) const { return m_children.At(index); }
     /// The last child, or null.
     LayoutNode* Back() { return m_children.Back(); }
+    /// How many positions the children take.
     std::size_t Size() const noexcept { return m_children.Size(); }
+    /// m_parent, in three ways: null for the root. Below a copy it is good while the copy's source lives.
     LayoutNode const* Parent() const noexcept { return m_parent; }
     LayoutNode* GetParentNode() noexcept { return m_parent; }
     LayoutNode const* GetParentNode() const noexcept { return m_parent; }
@@ -121,6 +124,7 @@ struct ZANTREL_EXPORT LayoutNode : LayoutNodeAttributes {
     /// with no number is 0. Only "True" is true.
     template <class T> T GetValue(std::wstring const& text) const;
 
+    /// The default, or both limits, as FormatValue gives them with the precision that the node has by then.
     template <class T> LayoutNode* SetDefaultValue(T const& value);
     template <class T> LayoutNode* SetRange(T const& minimum, T const& maximum);
 
@@ -136,12 +140,16 @@ struct ZANTREL_EXPORT LayoutNode : LayoutNodeAttributes {
     LayoutNode* AddVisibilityRequest(std::wstring request) {
         return Set(m_visibilityRequest, std::move(request));
     }
+    /// Adds one more licence. The library asks for none: it writes them to files and leaves the rest to
+    /// hosts.
     LayoutNode* AddLicenseCheckForEditorVisibility(std::wstring const& license);
 
     // --- Containers and options ---
 
-    /// An empty `nodeDisplayName` leaves the old one.
+    /// The node's value is a sequence of items, or no longer. `nodeName` is the XML tag of one item. An empty
+    /// `nodeDisplayName` leaves the old one.
     LayoutNode* SetList(bool isList, wchar_t const* nodeName, std::wstring const& nodeDisplayName);
+    /// The node holds named profiles, or no longer. `nodeName` is the XML tag of one profile.
     LayoutNode* SetProfile(bool isProfile, wchar_t const* nodeName);
     /// A list of categories is a profile list too; `false` leaves a profile list one.
     LayoutNode* SetCategoryList(bool isCategory, wchar_t const* nodeName);
@@ -152,10 +160,12 @@ struct ZANTREL_EXPORT LayoutNode : LayoutNodeAttributes {
     LayoutNode* SetTypeFromProfiles(wchar_t const* name);
     /// Adds a value and its display name. Leaves the type.
     LayoutNode* AddOption(std::wstring const& value, std::wstring const& displayName);
+    /// The image that goes with the description, and how a host stretches it.
     LayoutNode* SetImageDescription(std::wstring image, std::wstring stretch);
 
     // --- Attributes: getters copy, setters store and give this node ---
-    // Which getters are const is what hosts were compiled against; on a const node read the field.
+    // What each one means stands with its field, in layout_node_attributes.h. Which getters are const is what
+    // hosts were compiled against; on a const node read the field. Setters require nothing and check nothing.
 
     eTypeLayoutNode GetType() { return m_type; }
     std::wstring GetName() { return m_name; }
@@ -204,6 +214,7 @@ struct ZANTREL_EXPORT LayoutNode : LayoutNodeAttributes {
     std::wstring GetDisplayNameSharedSizeGroup() { return m_displayNameSharedSizeGroup; }
     std::wstring GetPostfixSharedSizeGroup() { return m_postfixSharedSizeGroup; }
 
+    /// Changes nothing else: no unit, no default.
     LayoutNode* SetType(eTypeLayoutNode type) { return Set(m_type, type); }
     /// Use before the node is appended: the parent's index keeps the name that the child had then.
     LayoutNode* SetName(std::wstring name) { return Set(m_name, std::move(name)); }
@@ -284,6 +295,7 @@ private:
         return this;
     }
 
+    // By ownership, which m_parent may differ from.
     bool StandsBelow(LayoutNode const& top) const noexcept;
     bool HasAtOrBelow(LayoutNode const* sought) const noexcept;
     void LeadParentsPast(LayoutNode const& child) noexcept;
