@@ -5,6 +5,7 @@
 
 namespace Zantrel::Io {
 
+// What went wrong is put into words at once: the path and the system's number are both at hand only here.
 bool InputFile::Open(std::wstring const& path) {
     m_path = path;
     auto const native = ToNativePath(path);

@@ -22,6 +22,7 @@ struct KindText {
     std::wstring_view pattern;
 };
 
+// Those that are a part alone come as a whole sentence from whoever knows more.
 constexpr KindText KindTexts[] = {
     {Kind::CannotRead, L"{0}"},
     {Kind::DocumentError, L"{0}"},
@@ -158,6 +159,7 @@ void ReadDriver::PushHandler(ISAXPersist* handler) {
     }
 }
 
+// Most handlers ask for attributes by name; the map is made for those that want all, once an element.
 std::map<std::string, std::string> const& ReadDriver::GetAttributes() {
     if (m_stage != Stage::Handled) {
         static std::map<std::string, std::string> const none;
@@ -184,6 +186,7 @@ std::optional<std::string_view> ReadDriver::FindText() const {
     return m_stage == Stage::Handled ? std::optional<std::string_view>(m_text) : std::nullopt;
 }
 
+// A search from the front: few elements have more than a handful, and the map above is there for the others.
 std::optional<std::string_view> ReadDriver::FindAttribute(std::string_view name) const {
     if (m_stage == Stage::Handled) {
         for (HeldAttribute const& held : m_attributes) {

@@ -96,8 +96,10 @@ private:
     /// The last ones first, down to so many.
     void DestroyPushed(std::size_t keep) noexcept;
     void ReportError();
+    // Good until the next start tag.
     std::string_view NameOf(HeldAttribute const& held) const;
     std::string_view ValueOf(HeldAttribute const& held) const;
+    /// `parts` fill the sentence of that kind. Does nothing without a report.
     void Report(ReadReport::Kind kind, std::initializer_list<std::wstring_view> parts);
 
     DocumentSource& m_source;

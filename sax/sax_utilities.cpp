@@ -91,6 +91,7 @@ private:
     bool m_hasFailed;
 };
 
+/// For what fails before there is a document with places.
 void ReportUnreadable(ReadReport* report, std::wstring const& sentence) {
     if (report != nullptr) {
         ReadReport::Entry entry;
@@ -141,6 +142,7 @@ bool ReadFile(std::wstring const& path, ISAXPersist& handler, ReadReport* report
     return Sax::ReadDriver(source, handler, report).Run();
 }
 
+// The stream's state is set at last, since that may throw, and then all handlers have ended.
 bool ReadStream(std::basic_istream<char>& in, ISAXPersist& handler, ReadReport* report) {
     StreamSource source(in);
     if (source.HasFailed()) {
@@ -154,6 +156,8 @@ bool ReadStream(std::basic_istream<char>& in, ISAXPersist& handler, ReadReport* 
     return succeeded;
 }
 
+// The order says what is left when a step fails or the handler throws: the file ends without its commit, and
+// the target is as it was.
 bool WriteFile(std::wstring const& path, ISAXPersist const& handler, WriteOptions const& options,
                WriteReport* report) {
     if (report != nullptr) {

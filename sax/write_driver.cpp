@@ -99,6 +99,7 @@ bool WriteDriver::Run(ISAXPersist const& handler, KelAM::SaxUtilities::WriteOpti
     return !HasFailed();
 }
 
+// A comment can't escape anything, so what it can't hold is refused: two dashes, and what no document holds.
 void WriteDriver::WriteHeaderText(std::wstring const& text) {
     if (text.empty()) {
         return;
@@ -236,6 +237,7 @@ void WriteDriver::OpenElement(std::string_view tag) {
     m_attributeCount = 0;
 }
 
+// The root was not opened by the handler.
 void WriteDriver::CloseElement() noexcept {
     if (m_levels.size() > 1) {
         EndElement();
@@ -371,6 +373,7 @@ std::wstring WriteDriver::FaultText() const {
     return Text::Fill(FaultPatterns[static_cast<std::size_t>(m_fault)].pattern, {Excerpt(m_subject)});
 }
 
+// Nothing is closed after a fault, so these are the elements that were open then.
 std::wstring WriteDriver::FaultPath() const {
     std::wstring path;
     for (std::size_t level = 0; level < m_levels.size(); ++level) {

@@ -100,6 +100,7 @@ private:
     void Fail(WriteFault fault) noexcept;
     void Fail(WriteFault fault, std::string_view subject);
 
+    // The parts of Run, which write on the root.
     void WriteHeaderText(std::wstring const& text);
     void DeclareNamespace(KelAM::SaxUtilities::Namespace const& declared);
     void ReferToSchema(KelAM::SaxUtilities::WriteOptions const& options);
@@ -107,12 +108,15 @@ private:
     /// Keeps the name; false when the start tag has it.
     bool IsNewAttribute(std::string_view name);
     bool BeginText() noexcept;
+    /// Writes the ">" that is still due, if one is.
     void CompleteStartTag() noexcept;
+    /// And indents for a tag at that depth, two blanks a level.
     void BreakLine(std::size_t depth) noexcept;
     /// Escapes what XML asks for in that place, or fails.
     void PutChecked(std::string_view text, Place place);
     std::string_view NameOf(std::size_t level) const noexcept;
 
+    // Into the buffer, unchecked. After a failed sink they write nowhere, without harm.
     void Put(std::string_view bytes) noexcept;
     void Put(char byte) noexcept {
         *MakeRoom(1) = byte;

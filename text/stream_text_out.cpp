@@ -10,6 +10,7 @@ template <class Char> void Append(std::basic_string<Char>& text, std::string_vie
     text.append(ascii.begin(), ascii.end());
 }
 
+/// std::to_chars knows no locale, and a number of its type can't have more digits than there is room for.
 template <class Char, class Integer> void AppendInteger(std::basic_string<Char>& text, Integer value) {
     char digits[std::numeric_limits<Integer>::digits10 + 2];
     char const* const end = std::to_chars(digits, digits + sizeof digits, value).ptr;

@@ -17,7 +17,8 @@ struct Utf8Character {
 /// character is one that XML can carry is another question (xml/names.h).
 
 /// Decodes one character of [at, end), which is not empty. Overlong forms, surrogates and values above
-/// U+10FFFF are ill-formed.
+/// U+10FFFF are ill-formed. Nothing behind `end` is read. Whoever passes over what is ill-formed goes on one
+/// byte further, so that a character that begins inside of it is found.
 inline Utf8Character DecodeUtf8(char const* at, char const* end) noexcept {
     constexpr Utf8Character illFormed;
     auto const lead = static_cast<unsigned char>(*at);

@@ -28,6 +28,8 @@ class Byte {
 public:
     static constexpr std::size_t Size = 1;
 
+    /// What a question answers: for each byte whether it is marked. Marks are joined by |, taken away by
+    /// Without and turned round by Others.
     class Marks {
     public:
         constexpr explicit Marks(bool isMarked) noexcept : m_isMarked(isMarked) {}
@@ -82,6 +84,7 @@ public:
         std::uint64_t m_bits;
     };
 
+    /// Size bytes from `at` on must be readable; `at` needs no alignment.
     explicit Word(char const* at) noexcept {
         std::memcpy(&m_bytes, at, Size);
         if constexpr (std::endian::native == std::endian::big)
@@ -90,6 +93,7 @@ public:
     }
 
     Marks Equal(char byte) const noexcept { return Zeros(m_bytes ^ Each(byte)); }
+    /// Byte by byte.
     Marks Equal(Word other) const noexcept { return Zeros(m_bytes ^ other.m_bytes); }
     Marks Below(char bound) const noexcept { return Marks(~(LowBits(bound) | m_bytes)); }
     Marks NotAscii() const noexcept { return Marks(m_bytes); }
@@ -133,6 +137,7 @@ public:
         }
         Marks Others() const noexcept { return Marks(_mm_xor_si128(m_bytes, _mm_set1_epi8(-1))); }
         bool Any() const noexcept { return Bits() != 0; }
+        /// The place of the first mark; Size or more where there is none.
         std::size_t First() const noexcept { return static_cast<std::size_t>(std::countr_zero(Bits())); }
 
     private:
@@ -141,9 +146,11 @@ public:
         __m128i m_bytes;
     };
 
+    /// Size bytes from `at` on must be readable; `at` needs no alignment.
     explicit Block(char const* at) noexcept { std::memcpy(&m_bytes, at, Size); }
 
     Marks Equal(char byte) const noexcept { return Marks(_mm_cmpeq_epi8(m_bytes, _mm_set1_epi8(byte))); }
+    /// Byte by byte.
     Marks Equal(Block other) const noexcept { return Marks(_mm_cmpeq_epi8(m_bytes, other.m_bytes)); }
     Marks Below(char bound) const noexcept { return BelowOrNotAscii(bound).Without(NotAscii()); }
     Marks NotAscii() const noexcept { return Marks(_mm_cmplt_epi8(m_bytes, _mm_setzero_si128())); }
@@ -160,6 +167,7 @@ private:
 };
 
 #else
+/// Where there are no such registers a block is a word, and what is said of Block::Size holds with 8.
 using Block = Word;
 #endif
 

@@ -15,6 +15,8 @@ struct Sentence {
     std::string_view pattern; ///< {0} is the word, {1} the other word
 };
 
+// In the order of the faults, which is that of the document: input, characters, its end, prolog, markup,
+// tags, text, references.
 constexpr Sentence Sentences[] = {
     {Fault::ReadFailed, "Reading the document failed."},
     {Fault::NoEncoding, "The document is neither in UTF-8 nor in UTF-16 with a byte order mark."},

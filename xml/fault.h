@@ -58,7 +58,8 @@ struct Stop {
     char const* place = nullptr;
     std::string_view word = {};
 
-    /// Notes it and gives the null that a scan gives then.
+    /// Notes it and gives the null that a scan gives then. `which` is what the sentence quotes, mostly a
+    /// name; the fault is told at `where`.
     std::nullptr_t At(Fault what, char const* where, std::string_view which = {}) noexcept {
         fault = what;
         place = where;

@@ -15,7 +15,8 @@ namespace Zantrel::Xml {
 /// another way costs one comparison more for each text.
 class Indentation {
 public:
-    /// The '<' behind the text at `at`, which doesn't begin with one; null if that text is another.
+    /// The '<' behind the text at `at`, which doesn't begin with one; null if that text is another. A block
+    /// must be readable there, which it always is in the buffer.
     char const* Skip(char const* at) const noexcept {
         bool const isSame = Block(at).Equal(Block(m_text.data())).Others().First() > m_size;
         return isSame ? at + m_size : nullptr;

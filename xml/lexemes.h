@@ -13,6 +13,7 @@ namespace Zantrel::Xml {
 /// CR never gets here: line ends are normalised as they are read.
 inline bool IsSpace(char byte) noexcept { return byte == ' ' || byte == '\n' || byte == '\t'; }
 
+/// The first byte from `at` on that is no white space.
 inline char const* SkipSpace(char const* at) noexcept {
     while (IsSpace(*at))
         ++at;

@@ -50,6 +50,7 @@ private:
         std::size_t size;
     };
 
+    // Each gives the place behind what it scanned, or null and why it stopped.
     char const* ScanAttributes(char const* at, Stop& stop);
     char const* ScanAttribute(char const* at, Stop& stop);
     char const* NormaliseValue(char const* at, char quote, Stop& stop);
@@ -63,7 +64,8 @@ private:
     bool m_isEmptyElement = false;
     std::vector<NormalisedValue> m_normalised;
     std::string m_values;
-    std::vector<std::string_view> m_sortedNames;
+    std::vector<std::string_view>
+        m_sortedNames; ///< of the last tag with many attributes, kept for its memory
 };
 
 } // namespace Zantrel::Xml

@@ -52,8 +52,12 @@ public:
     /// the same, or takes the step once more.
     Token Next();
 
+    /// Of the start or end tag; an end tag that empty-element syntax stands for has the same. Good until the
+    /// next Next().
     std::string_view Name() const noexcept { return m_name; }
+    /// Of the start tag, in the document's order, no name twice. Good until the next Next().
     std::vector<Attribute> const& Attributes() const noexcept { return m_tag.Attributes(); }
+    /// References replaced, line ends normalised. Good until the next Next().
     std::string_view Text() const noexcept { return m_text; }
     /// The first character of the current token, or the place of the error.
     Position Where() const noexcept;
@@ -61,6 +65,7 @@ public:
     std::string const& ErrorText() const noexcept { return m_errorText; }
 
 private:
+    /// Where the document goes on: what may stand at m_at.
     enum class Stage : std::uint8_t {
         Beginning,
         Prolog,
@@ -76,6 +81,8 @@ private:
     /// parts and read as one, which costs more than all else in a step.)
     static constexpr Token Nothing{-1};
 
+    // Each step either delivers a token, or passes over something and gives Nothing, or fails. Those named
+    // Pass deliver none; those named Read may.
     Token StepInContent();
     Token StepElsewhere();
     Token StepOutsideRoot();
@@ -93,6 +100,8 @@ private:
     Token DeliverText(char const* end, char const* next) noexcept;
     Token DeliverEnd(char const* next) noexcept;
 
+    // A scan takes the place where its token begins and gives the one behind it. It has no state of its own,
+    // so that it can begin anew when more has been read, and it leaves in m_stop why it stopped.
     template <class Function> char const* Scan(Function scan);
     char const* ScanInstructionName(char const* at);
     char const* ScanEndTag(char const* at);

@@ -159,6 +159,12 @@ TEST(Property, OverridesKeepTheirBits) {
     EXPECT_EQ(property.m_overrides, 11u);
 }
 
+struct ByUtf16Unit {
+    bool operator()(std::wstring const& left, std::wstring const& right) const {
+        return Zantrel::Text::Compare(left, right) < 0;
+    }
+};
+
 /// A bag beside the multi-map that it is to behave like.
 class BagModel {
 public:
@@ -193,7 +199,7 @@ private:
     using Entries = std::vector<std::pair<std::wstring, int>>;
 
     Bag m_bag;
-    std::multimap<std::wstring, int, Zantrel::Text::Utf16Less> m_model;
+    std::multimap<std::wstring, int, ByUtf16Unit> m_model;
 };
 
 TEST(Bag, BehavesLikeAMultiMapAtEverySizeAndInAnyOrder) {

@@ -41,7 +41,7 @@ public:
     /// How many entries were not kept.
     std::uint64_t m_leftOut = 0;
 
-    /// Keeps the entry, or counts it as left out.
+    /// Keeps the entry, or counts it as left out. A host may add entries of its own.
     void Add(Entry entry);
     /// Whether Add would keep an entry of this kind. Saves building its texts in vain.
     bool HasRoomFor(Kind kind) const noexcept;

@@ -61,7 +61,8 @@ protected:
     ISAXPersistBase& operator=(ISAXPersistBase const&) = default;
 };
 
-/// A handler as readers and drivers know it.
+/// A handler as readers and drivers know it. Owned by whoever made it, unless it is pushed
+/// (ISAXReader::PushHandler).
 class ZANTREL_EXPORT ISAXPersist : public ISAXPersistBase, public virtual ISAXReference {
 public:
     ~ISAXPersist() override;
@@ -89,6 +90,7 @@ public:
     bool Write(KelSAX::ISAXWriter& writer) const override; ///< writes nothing: true
 
     virtual ISAXReference* GetObjectReference(); ///< this handler
+    /// Nothing in the library calls these; a host's own objects may. The inherited ones do nothing.
     virtual void SetObjectId(unsigned int id, KelSAX::SaxIDType type);
     virtual void SetObjectId(unsigned int id);
 };

@@ -35,7 +35,7 @@ struct Namespace {
     Namespace() = default;
     Namespace(std::wstring const& prefix, std::wstring const& uri) : m_prefix(prefix), m_uri(uri) {}
 
-    /// By prefix alone, so that a look-up without a URI finds the entry.
+    /// By prefix alone, in the order of std::wstring, so that a look-up without a URI finds the entry.
     bool operator<(Namespace const& other) const noexcept { return m_prefix < other.m_prefix; }
 };
 

@@ -11,6 +11,8 @@
 /// too.
 class MSAXTagWriter {
 public:
+    /// The name in UTF-8, or wide; one that is no XML name, and null, fails the write. It needn't outlive the
+    /// call.
     MSAXTagWriter(KelSAX::ISAXWriter& writer, char const* tag)
         : MSAXTagWriter(writer, tag != nullptr ? std::string_view(tag) : std::string_view()) {}
     MSAXTagWriter(KelSAX::ISAXWriter& writer, std::string tag)

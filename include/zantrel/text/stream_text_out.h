@@ -12,6 +12,7 @@
 /// a time.
 template <class Char> class MStreamTextOut;
 
+/// Into narrow text, which is ASCII.
 template <> class ZANTREL_EXPORT MStreamTextOut<char> {
 public:
     MStreamTextOut& operator<<(bool value);
@@ -24,6 +25,7 @@ private:
     std::string m_text;
 };
 
+/// Into wide text; also takes a 32-bit integer with its sign.
 template <> class ZANTREL_EXPORT MStreamTextOut<wchar_t> {
 public:
     MStreamTextOut& operator<<(bool value);
