@@ -77,7 +77,7 @@ TEST_F(Files, AreRefusedWhereNoneCanBe) {
                                      base + L'\0' + L"a", base + std::wstring(300, L'n')}) {
         OutputFile file;
         InputFile reader;
-        EXPECT_FALSE(file.Open(path) || reader.Open(path));
+        EXPECT_FALSE(reader.Open(path) || (file.Open(path) && file.Write("new") && file.Commit()));
         EXPECT_THAT(file.FailureText(), testing::AnyOf(L"No file can have the path \"" + path + L"\".",
                                                        IsSentence(L"Can't write \"" + path + L"\": ")));
     }
@@ -90,8 +90,9 @@ TEST_F(Files, AreFoundByAnyUnicodeNameWhateverTheLocale) {
     EXPECT_TRUE(Write(path, "new"));
     EXPECT_EQ(ContentOf(path), "new");
     EXPECT_EQ(ReadSize(path), 3u);
-    EXPECT_TRUE(Write(fs::relative(path), "newer"));
-    EXPECT_EQ(ReadSize(fs::relative(path)), 5u);
+    fs::path const relative = fs::relative(path); // none on another drive
+    EXPECT_TRUE(relative.empty() || Write(relative, "newer"));
+    EXPECT_EQ(ReadSize(relative.empty() ? path : relative), relative.empty() ? 3u : 5u);
 }
 
 TEST_F(Files, AreTakenByPathsOfTheStandardLibrary) {
