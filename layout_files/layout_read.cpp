@@ -4,6 +4,7 @@
 #include "sax/report_texts.h"
 #include "text/unicode.h"
 
+#include <zantrel/sax/sax_utilities.h>
 #include <zantrel/text/string_conversion.h>
 
 namespace Zantrel {
@@ -24,8 +25,7 @@ bool LayoutRead::HandleTag(std::string const& tag, KelSAX::ISAXReader& reader) {
         return ReadElement(tag, reader);
     }
     std::string_view localName;
-    m_namespaceHandler.UpdateNamespaces(reader.GetAttributes());
-    m_namespaceHandler.ResolveTag(tag, localName, nullptr);
+    KelAM::SaxUtilities::XMLNamespaceHandler().ResolveTag(tag, localName, nullptr); // of any namespace
     m_layout.m_name = StringConversion::Utf8ToNative(localName);
     return true;
 }

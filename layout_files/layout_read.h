@@ -6,7 +6,6 @@
 #include <zantrel/layout/parameter_layout.h>
 #include <zantrel/sax/sax_persist.h>
 #include <zantrel/sax/sax_reader.h>
-#include <zantrel/sax/sax_utilities.h>
 
 #include <cstddef>
 #include <memory>
@@ -62,7 +61,6 @@ private:
     LayoutNode* NodeOf(Anchor anchor) const;
     void SetCurrent(LayoutNode* node);
 
-    KelAM::SaxUtilities::XMLNamespaceHandler m_namespaceHandler;
     std::size_t m_level = 0; ///< of the current node, below the root
 };
 
