@@ -64,7 +64,7 @@ void LayoutRead::GoUp() {
 void LayoutRead::SetCurrent(LayoutNode* node) { m_currentNode = node != nullptr ? node : &m_layout; }
 
 void LayoutRead::Add(std::unique_ptr<LayoutNode> node, KelSAX::ISAXReader& reader) {
-    if (m_level == MaxLevel) {
+    if (m_level >= MaxLevel) {
         reader.Refuse(L"The parameters are nested more than " + std::to_wstring(MaxLevel) +
                       L" levels deep; the layout is not taken.");
         return;

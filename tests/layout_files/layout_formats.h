@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "layout_files/meta_file_read.h"
-#include "layout_files/meta_file_write.h"
 #include "tests/support/sax_test_support.h"
 
 #include <zantrel/layout_files/meta_file.h>
@@ -27,22 +25,8 @@ template <class T> struct DocumentIo {
 };
 using LayoutFormat = DocumentIo<ParameterLayout>;
 
-inline constexpr LayoutFormat MetaFile = {
-    "meta file", Zantrel::ReadFile, Zantrel::WriteFile,
-    [](ParameterLayout& layout, std::istream& in, ReadReport* report) {
-        ParameterLayoutIOMetaFileRead handler(layout);
-        bool const isRead = KelAM::SaxUtilities::ReadStream(in, handler, report);
-        if (isRead) {
-            layout.AddCategoryNodeIfNeeded();
-            layout.AddCategoryNodeIfNeeded();
-        }
-        return isRead;
-    },
-    [](ParameterLayout const& layout, std::ostream& out, WriteReport* report) {
-        KelAM::SaxUtilities::WriteOptions options;
-        options.m_rootTag = StringConversion::NativeToUtf8(layout.m_name);
-        return KelAM::SaxUtilities::WriteStream(out, ParameterLayoutIOMetaFileWrite(layout), options, report);
-    }};
+inline constexpr LayoutFormat MetaFile = {"meta file", Zantrel::ReadFile, Zantrel::WriteFile,
+                                          Zantrel::ReadStream, Zantrel::WriteStream};
 
 /// Writes everything and not the profile lists alone.
 inline constexpr LayoutFormat PropertyTemplate = {
@@ -71,22 +55,6 @@ inline bool ReadText(LayoutFormat const& format, ParameterLayout& layout, std::s
 inline std::string WriteText(LayoutFormat const& format, ParameterLayout const& layout) {
     std::ostringstream out;
     return format.writeStream(layout, out, nullptr) ? out.str() : std::string();
-}
-
-/// The content of an element of a document that was written, without its line breaks and indentation.
-inline std::string ContentIn(std::string const& document, std::string const& tag) {
-    std::string content;
-    std::size_t const start = document.find('<' + tag + '>');
-    if (start == document.npos) { // it is empty
-        return content;
-    }
-    std::istringstream lines(document.substr(start + tag.size() + 2));
-    std::string line;
-    std::getline(lines, line);
-    while (std::getline(lines, line) && line.find("</" + tag + '>') == line.npos) {
-        content += line.substr(line.find_first_not_of(' '));
-    }
-    return content;
 }
 
 /// A node with all that is below it, as in "name:Int'5'mm[item]<profile>*(property=p){child child}"; the star

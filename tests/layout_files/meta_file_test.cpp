@@ -49,7 +49,7 @@ TEST(MetaFileReader, MakesANodeOfEachParameterElement) {
          "A{ParameterStructure:String AdditionalConfiguration:String}"},
         {"<A><OverrideEntry><B/></OverrideEntry><InheritOverrides/></A>", "A{B:String}"},
     };
-    ExpectOutlines(MetaFile, ReadStream, rows, "PartConfigurator", "PartConfigurator");
+    ExpectOutlines(MetaFile, rows, "PartConfigurator", "PartConfigurator");
 }
 
 TEST(MetaFileReader, FindsTheNodesOfEveryLayoutWhereTheyStand) {
@@ -94,7 +94,7 @@ TEST(MetaFileReader, FindsTheNodesOfEveryLayoutWhereTheyStand) {
          "ProfileEditor{L<I>*(shown=d){A:String}} PlatformConfigurator{PlatformOptions{"
          "Category:Profiles(property=BuildProcessor.ProfileCategory shown=d from=L)} PartOptions}"},
     };
-    ExpectOutlines(MetaFile, ReadStream, rows);
+    ExpectOutlines(MetaFile, rows);
 }
 
 TEST(MetaFileReader, FillsTheDictionaryOfTheLayout) {

@@ -43,8 +43,7 @@ TEST(PropertyTemplateReader, MakesANodeOfEachPropertyNode) {
         {"<N Name='A'><N><N Name='B'/></N><N Name='C'/></N>", "A:String{B:String} C:String",
          "dropped PropertyNode"},
     };
-    ExpectOutlines(PropertyTemplate, KlvrPropertyTemplate::ReadStream, rows, "PartOverrides",
-                   "PartConfigurator");
+    ExpectOutlines(PropertyTemplate, rows, "PartOverrides", "PartConfigurator");
 }
 
 TEST(PropertyTemplateReader, HangsTheSectionsBelowTheNodesOfEveryLayout) {
@@ -82,7 +81,7 @@ TEST(PropertyTemplateReader, HangsTheSectionsBelowTheNodesOfEveryLayout) {
          "ProfileEditor{P<Profile>(shown=d)} PlatformConfigurator{PlatformOptions{"
          "Category:Profiles(property=BuildProcessor.ProfileCategory shown=d from=P)} PartOptions}"},
     };
-    ExpectOutlines(PropertyTemplate, KlvrPropertyTemplate::ReadStream, rows);
+    ExpectOutlines(PropertyTemplate, rows);
 }
 
 TEST(PropertyTemplateReader, CallsNoFileValid) {
@@ -146,6 +145,12 @@ TEST(PropertyTemplateWriter, WritesTheSectionsInOrderAndOfTheProfilesTheListsAlo
     EXPECT_EQ(WriteSection(layout, "PartOverrides", true),
               "<N Name='Q' Type='string' ProfileList='' Default='q'/>");
     EXPECT_TRUE(KlvrPropertyTemplate::WriteOptions().m_profileListsOnly);
+
+    ParameterLayout bare; // a section has one default, and that of the platform comes first
+    bare.m_partOptions->SetDefaultValue(2);
+    EXPECT_NE(WriteText(PropertyTemplate, bare).find("<Defaults Default=\"2\"/>"), std::string::npos);
+    bare.m_platformOptions->SetDefaultValue(1);
+    EXPECT_NE(WriteText(PropertyTemplate, bare).find("<Defaults Default=\"1\"/>"), std::string::npos);
 }
 
 TEST(PropertyTemplateWriter, TranslatesDisplayNamesIntoTheOneLanguage) {

@@ -24,26 +24,25 @@ inline std::string Document(std::string const& content) {
     return "<R xmlns:p='u'>" + Expanded(content, shorthands) + "</R>";
 }
 
-using ReadLayoutStream = bool (*)(ParameterLayout&, std::istream&, ReadReport*);
-
-/// Reads each from a file and from the middle of a stream. All stand in `section`, whose node is `anchor`, or
+/// Reads each from the middle of a stream and from a file. All stand in `section`, whose node is `anchor`, or
 /// in the root.
-inline void ExpectOutlines(LayoutFormat const& format, ReadLayoutStream readStream,
-                           std::span<ReadingCase const> rows, std::string const& section = "",
-                           std::string const& anchor = "") {
+inline void ExpectOutlines(LayoutFormat const& format, std::span<ReadingCase const> rows,
+                           std::string const& section = "", std::string const& anchor = "") {
+    TemporaryFolder const folder;
     for (ReadingCase const& row : rows) {
         std::string const document = Document(
             section.empty() ? row.content : '<' + section + '>' + row.content + "</" + section + '>');
-        ParameterLayout layout, streamed;
+        ParameterLayout layout, fromFile;
         ReadReport report;
-        EXPECT_TRUE(ReadText(format, layout, document, &report));
+        std::istringstream in("passed over" + document);
+        in.ignore(11);
+        EXPECT_TRUE(format.readStream(layout, in, &report));
         EXPECT_EQ(OutlineOfChanges(layout), anchor.empty() ? row.outline : anchor + '{' + row.outline + '}')
             << row.content;
         EXPECT_EQ(Reported(report), row.reported) << row.content;
-        std::istringstream in("passed over" + document);
-        in.ignore(11);
-        EXPECT_TRUE(readStream(streamed, in, nullptr));
-        EXPECT_EQ(Outline(streamed), Outline(layout));
+        Fill(folder / "file", document);
+        EXPECT_TRUE(format.readFile(fromFile, (folder / "file").wstring(), nullptr));
+        EXPECT_EQ(Outline(fromFile), Outline(layout));
     }
 }
 
