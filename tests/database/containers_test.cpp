@@ -6,7 +6,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <functional>
 #include <numeric>
 #include <random>
 #include <stdexcept>
@@ -16,74 +15,56 @@ namespace {
 
 using Names = std::vector<std::wstring>;
 
-TEST(ProfileList, ListsItsProfilesByCodeUnitWithoutTheDefaultOne) {
-    TestDatabase database;
-    ParameterNode machines = database.At(database.layout.machines);
-    EXPECT_EQ(machines.GetSize(), 0u);
-    EXPECT_EQ(ProfilesOf(machines), Names());
-    EXPECT_TRUE(machines.HasProfile(L"::DefaultProfile::"));
-    EXPECT_FALSE(machines.HasProfile(L"B"));
-    EXPECT_FALSE(machines.HasProfile(nullptr));
-
-    // U+1F600 is D83D DE00 in UTF-16, so it stands before U+FFFD, but behind U+D7FF.
-    for (wchar_t const* name : {L"\uFFFD", L"a", L"\U0001F600", L"B", L"\uD7FF", L"", L"aa", L"B"}) {
-        machines.AddProfile(name, true);
-    }
-    machines.SetDisableAddRemove(true); // a flag is no profile
-    EXPECT_EQ(ProfilesOf(machines),
-              (Names{L"", L"B", L"B", L"a", L"aa", L"\uD7FF", L"\U0001F600", L"\uFFFD"}));
-    EXPECT_EQ(machines.GetSize(), 8u);
-}
-
-TEST(ProfileList, FindsTheFirstProfileOfAName) {
-    TestDatabase database;
-    ParameterNode machines = database.At(database.layout.machines);
-    ParameterNode const first = machines.AddProfile(L"B", true);
-    ParameterNode const second = machines.AddProfile(L"B", true);
-    EXPECT_NE(first.m_pProperties, second.m_pProperties);
-    ParameterNode const found = machines.GetProfile(L"B");
-    EXPECT_EQ(found.m_pProperties, first.m_pProperties);
-    EXPECT_EQ(found.m_pParentProperties, machines.m_pProperties);
-    EXPECT_FALSE(found.m_isContainer);
-    EXPECT_EQ(machines.GetProfile(nullptr).m_pProperties, machines.GetDefault().m_pProperties);
-    ParameterNode const unknown = machines.GetProfile(L"b");
-    EXPECT_FALSE(unknown.IsValid());
-    EXPECT_EQ(unknown.m_pNode, database.layout.machines);
-
-    machines.m_pProperties->FindProperty(L"B")->SetDeleted(true);
-    EXPECT_FALSE(machines.GetProfile(L"B").IsValid());
-    EXPECT_FALSE(machines.HasProfile(L"B"));
-    EXPECT_EQ(machines.GetSize(), 2u); // the listing doesn't look at the mark
-}
-
-TEST(ProfileList, NewProfilesAreCopiesOfTheDefaultOneOrHaveTheDefaultsOfTheLayout) {
-    TestDatabase database;
-    ParameterNode machines = database.At(database.layout.machines);
-    machines.GetDefault().Get(L"Speed").SetValue<double>(99.0);
-    EXPECT_EQ(machines.AddProfile(L"copy", true).Get(L"Speed").GetValue<double>(), 99.0);
-    EXPECT_EQ(machines.AddProfile(L"fresh", false).Get(L"Speed").GetValue<double>(), 30.0);
-    machines.GetProfile(L"copy").Get(L"Speed").SetValue<double>(1.0);
-    EXPECT_EQ(machines.GetDefault().Get(L"Speed").GetValue<double>(), 99.0);
-    // A second default profile is a copy as well, and is never found.
-    EXPECT_EQ(machines.AddProfile(L"::DefaultProfile::", true).Get(L"Speed").GetValue<double>(), 99.0);
-    EXPECT_EQ(machines.AddProfile(L"::DefaultProfile::", false).Get(L"Speed").GetValue<double>(), 30.0);
-    EXPECT_EQ(machines.GetDefault().Get(L"Speed").GetValue<double>(), 99.0);
-    EXPECT_EQ(machines.GetSize(), 2u);
-    machines.m_pProperties->RemoveProperty(L"::DefaultProfile::", false);
-    EXPECT_FALSE(machines.GetDefault().IsValid());
-    EXPECT_EQ(machines.AddProfile(L"no model", true).Get(L"Speed").GetValue<double>(), 30.0);
-}
-
-TEST(ProfileList, ClearLeavesTheDefaultProfileAndTheFlags) {
+TEST(ProfileList, CopiesItsDefaultProfileOrTakesTheDefaultsOfTheLayoutAndClearLeavesIt) {
     TestDatabase database;
     ParameterNode machines = database.At(database.layout.machines);
     machines.SetDisableAddRemove(true);
-    ParameterDatabase const before(database.values);
+    machines.GetDefault().Get(L"Speed").SetValue(99.0);
+    machines.AddProfile(L"fresh", false);
+    machines.AddProfile(L"copy", true).Get(L"Speed").SetValue(1.0);
+    for (bool const copyDefault : {true, false}) { // further ones, which are never found
+        machines.AddProfile(L"::DefaultProfile::", copyDefault).Get(L"Speed").SetValue(2.0);
+    }
+    EXPECT_EQ(Dump(machines), "!a<{Speed=99}; 'copy'{Speed=1} 'fresh'{Speed=30}>");
     for (int i = 0; i < 50; ++i) {
         machines.AddProfile(i % 2 == 0 ? L"DisableAddRemove" : L"A", true);
     }
     machines.Clear();
-    EXPECT_TRUE(database.values.IsEqual(before));
+    EXPECT_EQ(Dump(machines), "!a<{Speed=99};>");
+    machines.m_pProperties->RemoveProperty(L"::DefaultProfile::", false);
+    machines.AddProfile(L"no model", true);
+    EXPECT_EQ(Dump(machines), "!a<-; 'no model'{Speed=30}>");
+    EXPECT_EQ(MisuseOf([&] { machines.GetProfile(L"no model").AddProfile(L"Inner", true); }),
+              "GetDefault requires container node");
+    EXPECT_EQ(Dump(machines.GetProfile(L"no model").GetProfile(L"Inner")), "{Speed=30}") << "it stays";
+}
+
+TEST(ProfileList, ListsItsProfilesByCodeUnitAndFindsTheFirstOfAName) {
+    TestDatabase database;
+    ParameterNode machines = database.At(database.layout.machines);
+    EXPECT_EQ(ProfilesOf(machines), Names());
+    // U+1F600 is D83D DE00 in UTF-16, so it stands before U+FFFD, but behind U+D7FF.
+    for (wchar_t const* name : {L"\uFFFD", L"a", L"\U0001F600", L"\uD7FF", L"", L"aa", L"B"}) {
+        machines.AddProfile(name, true);
+    }
+    ParameterNode const first = machines.GetProfile(L"B");
+    EXPECT_NE(machines.AddProfile(L"B", true).m_pProperties, first.m_pProperties);
+    machines.SetDisableAddRemove(true); // a flag is no profile
+    Names const names{L"", L"B", L"B", L"a", L"aa", L"\uD7FF", L"\U0001F600", L"\uFFFD"};
+    EXPECT_EQ(ProfilesOf(machines), names);
+    EXPECT_EQ(machines.GetSize(), names.size());
+
+    ParameterNode const found = machines.GetProfile(L"B");
+    EXPECT_EQ(found.m_pProperties, first.m_pProperties);
+    EXPECT_EQ(found.m_pParentProperties, machines.m_pProperties);
+    EXPECT_EQ(machines.GetProfile(nullptr).m_pProperties, machines.GetDefault().m_pProperties);
+    EXPECT_EQ(machines.GetProfile(L"b").m_pNode, database.layout.machines);
+    EXPECT_FALSE(machines.GetProfile(L"b").IsValid() || machines.HasProfile(L"b") ||
+                 machines.HasProfile(nullptr) || found.m_isContainer);
+    EXPECT_TRUE(machines.HasProfile(L"B") && machines.HasProfile(L"::DefaultProfile::"));
+    machines.m_pProperties->FindProperty(L"B")->SetDeleted(true);
+    EXPECT_FALSE(machines.GetProfile(L"B").IsValid() || machines.HasProfile(L"B"));
+    EXPECT_EQ(ProfilesOf(machines), names) << "the listing doesn't look at the mark";
 }
 
 TEST(ProfileList, TakesAHundredThousandProfilesInAnyOrder) {
@@ -101,43 +82,37 @@ TEST(ProfileList, TakesAHundredThousandProfilesInAnyOrder) {
         }
         Names const names =
             ProfilesOf(ParameterDatabase(database.values).GetProfileEditor().Get(L"Machines"));
-        EXPECT_EQ(names.size(), Count);
-        EXPECT_TRUE(std::is_sorted(names.begin(), names.end()));
+        EXPECT_TRUE(names.size() == Count && std::is_sorted(names.begin(), names.end()));
         EXPECT_TRUE(machines.GetProfile(names.back().c_str()).IsValid());
         machines.Clear();
         EXPECT_EQ(machines.GetSize(), 0u);
     }
 }
 
-TEST(List, NewItemsAreCopiesOfTheTemplateOrHaveTheDefaultsOfTheLayout) {
+TEST(List, CopiesItsTemplateOrTakesTheDefaultsOfTheLayoutAndClearLeavesIt) {
     TestDatabase database;
     ParameterNode list = database.At(database.layout.ranges);
-    ParameterNode model = list.GetDefault();
-    model.Get(L"Begin").SetValue<double>(8.0);
-    model.Get(L"Steps").AddListNode(true);
-    EXPECT_TRUE(list.AddListNode(true).IsEqual(model));
+    list.GetDefault().Get(L"Begin").SetValue(8.0);
+    list.GetDefault().Get(L"Steps").AddListNode(true);
+    list.AddListNode(true);
     ParameterNode const fresh = list.AddListNode(false);
-    EXPECT_EQ(fresh.Get(L"Begin").GetValue<double>(), 1.5);
-    EXPECT_EQ(fresh.Get(L"Steps").GetSize(), 1u);
+    std::string const model = "{Begin=8 Steps[{Width=7}; {Width=7} {Width=7}]}",
+                      plain = " {Begin=1.5 Steps[{Width=7}; {Width=7}]}";
+    EXPECT_EQ(Dump(list), '[' + model + ';' + plain + plain + ' ' + model + plain + ']');
     EXPECT_EQ(fresh.m_pParentProperties, list.m_pProperties);
-    EXPECT_EQ(list.GetSize(), 4u);
     EXPECT_EQ(list.GetListNode(3).m_pProperties, fresh.m_pProperties);
+    EXPECT_EQ(list.GetListNode(4294967299).m_pProperties, fresh.m_pProperties) << "the low 32 bits count";
     EXPECT_THROW(list.GetListNode(4), std::out_of_range);
-    EXPECT_EQ(list.GetListNode(4294967297).m_pProperties,
-              list.GetListNode(1).m_pProperties); // the low 32 bits count
-}
-
-TEST(List, ClearLeavesTheTemplateAndTheFlags) {
-    TestDatabase database;
-    ParameterNode list = database.At(database.layout.ranges);
-    list.GetDefault().Get(L"Begin").SetValue<double>(8.0);
     list.SetHidden(true);
     list.m_pProperties->FindProperty(L"Value")->SetDeleted(true); // a mark that operations on items take away
     list.Clear();
-    EXPECT_EQ(list.GetSize(), 0u);
+    EXPECT_EQ(Dump(list), "!h[" + model + ";]");
     EXPECT_FALSE(list.m_pProperties->FindProperty(L"Value")->IsDeleted());
-    EXPECT_TRUE(list.GetHidden());
-    EXPECT_EQ(list.AddListNode(true).Get(L"Begin").GetValue<double>(), 8.0);
+
+    ParameterNode counts = database.At(database.layout.counts); // whose items are values
+    counts.AddListNode(true).SetValue(std::int32_t(6));
+    counts.AddListNode(false);
+    EXPECT_EQ(Dump(counts), "[=5; =6 =5]");
 }
 
 TEST(List, AnItemTakenForItsListGetsASequenceOfItsOwn) {
@@ -147,17 +122,8 @@ TEST(List, AnItemTakenForItsListGetsASequenceOfItsOwn) {
     EXPECT_EQ(Shape(*item.m_pProperties),
               L"Begin(Value) Steps(::DefaultProfile::(Width(Value)) Value[Width(Value)]) Value");
     item.AddListNode(true); // no template here: the layout's defaults
-    EXPECT_EQ(item.GetListNode(0).Get(L"Begin").GetValue<double>(), 1.5);
+    EXPECT_EQ(Dump(item.GetListNode(0)), "{Begin=1.5 Steps[{Width=7}; {Width=7}]}");
     EXPECT_EQ(database.At(database.layout.ranges).GetSize(), 2u);
-}
-
-TEST(List, OfLeavesHasItemsThatAreValues) {
-    TestDatabase database;
-    ParameterNode counts = database.At(database.layout.counts);
-    counts.AddListNode(true).SetValue<std::int32_t>(6);
-    counts.AddListNode(false);
-    EXPECT_EQ(counts.GetListNode(0).GetValue<std::int32_t>(), 6);
-    EXPECT_EQ(counts.GetListNode(1).GetValue<std::int32_t>(), 5);
 }
 
 TEST(Containers, GainAWholeItemOrNoneWhereMemoryRunsOut) {
@@ -165,26 +131,21 @@ TEST(Containers, GainAWholeItemOrNoneWhereMemoryRunsOut) {
     ParameterNode list = database.At(database.layout.ranges);
     ParameterNode machines = database.At(database.layout.machines);
     list.GetDefault().m_pProperties->SetValue<std::wstring>(L"of the host", L"a value that takes memory");
-    wchar_t const* const name = L"a name that takes memory";
-    std::pair<ParameterNode&, std::function<ParameterNode()>> const cases[] = {
-        {list, [&] { return list.AddListNode(true); }},
-        {list, [&] { return list.AddListNode(false); }},
-        {machines, [&] { return machines.AddProfile(name, true); }},
-        {machines, [&] { return machines.AddProfile(name, false); }},
-    };
-    for (auto const& [container, add] : cases) {
-        ParameterDatabase const before(database.values);
+    for (int way = 0; way < 4; ++way) {
+        ParameterNode& container = way < 2 ? list : machines;
+        auto const add = [&] {
+            return way < 2 ? list.AddListNode(way == 0)
+                           : machines.AddProfile(L"a name that takes memory", way == 2);
+        };
         container.Clear(); // so that growth is needed
         PersistentProperties const whole = *add().m_pProperties;
         container.Clear();
         ParameterNode added;
-        std::size_t const failures =
-            TestSupport::FailEachAllocation([&, &make = add] { added = make(); },
-                                            [&, &grown = container](std::size_t, bool completed) {
-                                                EXPECT_EQ(grown.GetSize(), completed ? 1u : 0u);
-                                                EXPECT_TRUE(!completed || *added.m_pProperties == whole);
-                                            });
-        EXPECT_GT(failures, 3u);
+        auto const look = [&](std::size_t, bool completed) {
+            EXPECT_EQ(container.GetSize(), completed ? 1u : 0u);
+            EXPECT_TRUE(!completed || *added.m_pProperties == whole);
+        };
+        EXPECT_GT(TestSupport::FailEachAllocation([&] { added = add(); }, look), 3u);
     }
 }
 

@@ -1,78 +1,68 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/database/test_layout.h"
 
-#include "tests/support/dump.h"
 #include "tests/support/failing_allocator.h"
 
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <memory>
 
 namespace Zantrel {
 namespace {
 
-TEST(Formatting, GivesEachLeafTheDefaultOfItsType) {
+TEST(Formatting, GivesLeavesTheirDefaultsAndNestsTemplatesAndItemsWithinEachOther) {
     TestDatabase database;
-    EXPECT_EQ(TestSupport::Dump(database.At(database.layout.group)),
-              "{Layer count=12 Power=0.10000000000000001 Thickness=0.050000000000000003 Supports=True "
-              "Material=' steel ' Strategy='Fast' Scanner='Left' Path='a.txt' Attachment='': Gas=?}");
-}
-
-TEST(Formatting, TakesTheDefaultOfAnOptionAsItStandsAndElseTheFirstOption) {
-    using Row = std::tuple<wchar_t const*, bool, wchar_t const*>;
-    for (auto const& [defaultText, hasOption, expected] :
-         {Row{L"", true, L"First"}, Row{L"None of them", true, L"None of them"}, Row{L"", false, L""}}) {
-        ParameterLayout layout;
-        LayoutNode* option = layout.m_profileEditor->AddNode(L"Option", Options, defaultText);
-        if (hasOption) {
-            option->AddOption(L"First", L"Shown")->AddOption(L"Second", L"");
-        }
-        EXPECT_EQ(ParameterDatabase(&layout).GetProfileEditor().Get(option).GetValue<std::wstring>(),
-                  expected);
-    }
-}
-
-TEST(Formatting, NestsTheTemplatesAndItemsOfListsWithinTemplatesAndItems) {
-    TestDatabase database;
-    std::wstring const steps = L"Steps(::DefaultProfile::(Width(Value)) Value[Width(Value)])";
-    std::wstring const range = L"Begin(Value) " + steps;
+    std::string const range = "{Begin=1.5 Steps[{Width=7}; {Width=7}]}";
+    EXPECT_EQ(Dump(database.values),
+              "{Parameters{Layer count=12 Power=0.10000000000000001 Thickness=0.050000000000000003 "
+              "Supports=True Material=' steel ' Strategy='Fast' Scanner='Left' Path='a.txt' Attachment='': "
+              "Gas=?} Ranges[" +
+                  range + "; " + range + ' ' + range + "] Counts[=5;] Machines<{Speed=30};>}");
+    // Nothing else stands in the bags.
     EXPECT_EQ(
         Shape(*database.Editor().m_pProperties),
         L"Counts(::DefaultProfile::(Value) Value) Machines(::DefaultProfile::(Speed(Value))) "
         L"Parameters(Attachment(Value) Gas() Layer count(Value) Material(Value) Path(Value) Power(Value) "
         L"Scanner(Value) Strategy(Value) Supports(Value) Thickness(Value)) "
-        L"Ranges(::DefaultProfile::(" +
-            range + L") Value[" + range + L"][" + range + L"])");
+        L"Ranges(::DefaultProfile::(Begin(Value) Steps(::DefaultProfile::(Width(Value)) "
+        L"Value[Width(Value)])) Value[Begin(Value) Steps(::DefaultProfile::(Width(Value)) "
+        L"Value[Width(Value)])][Begin(Value) Steps(::DefaultProfile::(Width(Value)) "
+        L"Value[Width(Value)])])");
     EXPECT_EQ(Shape(*database.values.GetRoot().m_pProperties).substr(0, 15), L"ProfileEditor(C");
-    EXPECT_TRUE(database.At(database.layout.ranges)
-                    .GetListNode(1)
-                    .IsEqual(database.At(database.layout.ranges).GetDefault()));
 }
 
-TEST(Formatting, TakesANodeThatIsBothForAProfileListAndAnUnknownTypeForNothing) {
-    ParameterLayout layout;
-    LayoutNode* both = layout.m_profileEditor->AddNode(L"Both", Int, L"1");
-    both->SetIsList(true)->SetIsProfileList(true)->SetMultiplicity(3);
-    layout.m_profileEditor->AddNode(L"Unknown", Int, L"1")->SetType(static_cast<eTypeLayoutNode>(11));
-    ParameterDatabase database(&layout);
-    EXPECT_EQ(Shape(*database.GetProfileEditor().m_pProperties),
-              L"Both(::DefaultProfile::(Value)) Unknown()");
-}
-
-TEST(Formatting, GivesSiblingsOfOneNameABagEachAndFindsTheFirst) {
-    ParameterLayout layout;
-    for (wchar_t const* value : {L"1", L"2"}) {
-        layout.m_profileEditor->AddNode(L"Same", Int, value);
-        layout.m_profileEditor->AddNode(L"Value", Int, value);
+TEST(Formatting, DecidesWhatALayoutLeavesOpen) {
+    struct {
+        void (*build)(LayoutNode& editor);
+        char const* values;
+        wchar_t const* shape;
+    } const rows[] = {
+        {[](auto& at) { at.AddNode(L"O", Options, L"")->AddOption(L"1st", L"")->AddOption(L"2nd", L""); },
+         "{O='1st'}", L"O(Value)"},
+        {[](auto& at) { at.AddNode(L"O", Options, L"none of them")->AddOption(L"1st", L""); },
+         "{O='none of them'}", L"O(Value)"},
+        {[](auto& at) { at.AddNode(L"O", Options, L""); }, "{O=''}", L"O(Value)"},
+        {[](auto& at) {
+             at.AddNode(L"Both", Int, L"1")->SetIsList(true)->SetIsProfileList(true)->SetMultiplicity(3);
+         },
+         "{Both<=1;>}", L"Both(::DefaultProfile::(Value))"},
+        {[](auto& at) { at.AddNode(L"No type", Int, L"1")->SetType(static_cast<eTypeLayoutNode>(11)); },
+         "{No type{}}", L"No type()"},
+        {[](auto& at) { // siblings of one name: the first bag is found
+             for (wchar_t const* value : {L"1", L"2"}) {
+                 at.AddNode(L"S", Int, value);
+                 at.AddNode(L"Value", Int, value);
+             }
+         },
+         "{S=1 Value=1 S=1 Value=1}", L"S(Value) S(Value) Value(Value) Value(Value)"},
+    };
+    for (auto const& row : rows) {
+        ParameterLayout layout;
+        row.build(*layout.m_profileEditor);
+        ParameterDatabase database(&layout);
+        EXPECT_EQ(Dump(database), row.values);
+        EXPECT_EQ(Shape(*database.GetProfileEditor().m_pProperties), row.shape);
     }
-    ParameterDatabase database(&layout);
-    ParameterNode const editor = database.GetProfileEditor();
-    EXPECT_EQ(Shape(*editor.m_pProperties), L"Same(Value) Same(Value) Value(Value) Value(Value)");
-    EXPECT_EQ(editor.Get(L"Same").m_pNode->m_defaultValue,
-              L"2"); // the layout finds the last, the bag the first
-    EXPECT_EQ(editor.Get(L"Same").GetValue<std::int32_t>(), 1);
-    EXPECT_EQ(editor.Get(L"Value").GetValue<std::int32_t>(), 1);
 }
 
 TEST(Formatting, GroupsAndListsOfEverySizeKeepAllTheirChildren) {
@@ -92,105 +82,71 @@ TEST(Formatting, GroupsAndListsOfEverySizeKeepAllTheirChildren) {
     }
 }
 
-TEST(Formatting, ASecondTimeChangesNothingThatACursorReaches) {
+TEST(Formatting, OfWhatIsThereResetsAValueAddsBehindTheChildrenOfAGroupAndHidesNothing) {
     TestDatabase database;
-    ParameterNode real = database.At(database.layout.real);
-    real.SetValue<double>(7.0);
+    ParameterNode real = database.At(database.layout.real), group = database.At(database.layout.group);
+    real.SetValue(7.0);
     database.values.Format();
-    EXPECT_EQ(database.At(database.layout.real).m_pProperties, real.m_pProperties);
-    EXPECT_EQ(real.GetValue<double>(), 7.0);
     EXPECT_EQ(database.values.GetRoot().m_pProperties->GetNumProperties(), 2u);
-}
+    for (int i = 0; i < 2; ++i) {
+        OpenCursor(group)._FormatContent();
+    }
+    EXPECT_EQ(group.m_pProperties->GetNumProperties(), 30u);
+    EXPECT_EQ(TestSupport::DumpChanges(database.values), "Parameters/Power=7");
+    EXPECT_EQ(database.At(database.layout.real).m_pProperties, real.m_pProperties);
+    OpenCursor(real)._FormatContent();
+    EXPECT_EQ(TestSupport::DumpChanges(database.values), "");
+    OpenCursor(ParameterNode())._FormatContent();
 
-TEST(Formatting, OneNodeGoesIntoTheBagOfItsParent) {
-    TestDatabase database;
     PersistentProperties bag;
     ParameterNode cursor;
     cursor.m_pNode = database.layout.ranges;
     cursor.m_pParentProperties = &bag;
     cursor.Format();
-    EXPECT_TRUE(cursor.m_isContainer);
-    EXPECT_EQ(cursor.GetSize(), 2u);
-    EXPECT_TRUE(cursor.IsEqual(database.At(database.layout.ranges)));
+    EXPECT_EQ(Dump(cursor), Dump(database.At(database.layout.ranges)));
 }
 
-TEST(Formatting, ContentThatStandsThereResetsAValueAndAddsBehindTheChildrenOfAGroup) {
-    struct OpenCursor : ParameterNode {
-        explicit OpenCursor(ParameterNode const& cursor) : ParameterNode(cursor) {}
-        using ParameterNode::_FormatContent;
-    };
-    TestDatabase database;
-    ParameterNode real = database.At(database.layout.real);
-    real.SetValue<double>(7.0);
-    for (int i = 0; i < 2; ++i) {
-        OpenCursor(database.At(database.layout.group))._FormatContent();
-    }
-    EXPECT_EQ(database.At(database.layout.group).m_pProperties->GetNumProperties(), 30u);
-    EXPECT_EQ(real.GetValue<double>(), 7.0);
-    OpenCursor(real)._FormatContent();
-    EXPECT_EQ(real.GetValue<double>(), 0.1);
-    OpenCursor(ParameterNode())._FormatContent();
-}
-
-TEST(Database, WithoutALayoutIsEmptyAndSafe) {
+TEST(Database, WithoutALayoutOrOnACopiedOneHasNoEditor) {
     ParameterDatabase database(nullptr);
+    database.Format();
     EXPECT_EQ(database.GetLayout(), nullptr);
     EXPECT_FALSE(database.GetProfileEditor().IsValid());
     EXPECT_TRUE(database.GetRoot().m_pProperties->IsEmpty());
     EXPECT_FALSE(database.GetRoot().Get(ParameterLayout().m_profileEditor.GetNode()).IsValid());
-    database.Format();
     EXPECT_TRUE(database.IsEqual(ParameterDatabase(nullptr)));
-}
 
-TEST(Database, OnACopiedLayoutHasAnUnreachableEditor) {
     TestLayout const source;
     ParameterLayout const copy(source);
-    ParameterDatabase database(&copy);
-    EXPECT_FALSE(database.GetProfileEditor().IsValid());
-    EXPECT_TRUE(database.GetRoot().m_pProperties->HasValue<PersistentProperties>(L"ProfileEditor"));
+    ParameterDatabase onCopy(&copy);
+    EXPECT_FALSE(onCopy.GetProfileEditor().IsValid());
+    EXPECT_TRUE(onCopy.GetRoot().m_pProperties->HasValue<PersistentProperties>(L"ProfileEditor"));
 }
 
-TEST(Database, IsEqualToAnotherOnTheSameLayoutWithEqualValues) {
-    TestDatabase first;
-    TestDatabase second;
+TEST(Database, IsEqualToAnotherOnTheSameLayoutWithEqualValuesAsAfterACopyOrAnAssignment) {
+    TestDatabase first, second;
     EXPECT_TRUE(first.Editor().IsEqual(second.Editor()));
     EXPECT_FALSE(first.values.IsEqual(second.values)); // another layout object
     ParameterDatabase copy(first.values);
     EXPECT_TRUE(copy.IsEqual(first.values));
-    copy.GetProfileEditor().Get(first.layout.real).SetValue<double>(2.0);
+    copy.GetProfileEditor().Get(first.layout.real).SetValue(2.0);
     EXPECT_FALSE(copy.IsEqual(first.values));
-    EXPECT_EQ(first.At(first.layout.real).GetValue<double>(), 0.1);
-}
-
-TEST(Database, AssignmentTakesLayoutAndValuesAndKeepsTheRootBag) {
-    TestDatabase source;
-    source.At(source.layout.real).SetValue<double>(3.0);
-    ParameterLayout other;
-    ParameterDatabase target(&other);
-    PersistentProperties* const root = target.GetRoot().m_pProperties;
-    target = source.values;
-    EXPECT_TRUE(target.IsEqual(source.values));
-    EXPECT_EQ(target.GetRoot().m_pProperties, root);
-    target = static_cast<ParameterDatabase const&>(target);
-    EXPECT_EQ(target.GetProfileEditor().Get(source.layout.real).GetValue<double>(), 3.0);
+    PersistentProperties* const root = second.values.GetRoot().m_pProperties;
+    second.values = copy;
+    second.values = static_cast<ParameterDatabase const&>(second.values);
+    EXPECT_TRUE(second.values.IsEqual(copy));
+    EXPECT_EQ(second.values.GetRoot().m_pProperties, root);
+    EXPECT_EQ(TestSupport::DumpChanges(second.values), "Parameters/Power=2");
 }
 
 TEST(Database, WhatIsCopiedOutOfItOutlivesTheLayout) {
     using Bag = PersistentProperties;
-    std::function<void(Bag const& source, Bag& target)> const ways[] = {
-        [](Bag const& source, Bag& target) { target = Bag(source); },
+    void (*const ways[])(Bag const& source, Bag& target) = {
         [](Bag const& source, Bag& target) { target = source; },
         [](Bag const& source, Bag& target) { target.Merge(source, true); },
         [](Bag const& source, Bag& target) {
-            for (auto const& [name, property] : source) {
-                target.AddProperty(std::wstring(name), property->Clone());
-            }
-        },
-        [](Bag const& source, Bag& target) {
             PersistentProperty<Bag> copy;
-            PersistentProperty<Bag> const original(source);
-            copy.Assign(&original);
-            target = copy.m_value;
+            copy.Assign(std::unique_ptr<IPersistentProperty>(PersistentProperty<Bag>(source).Clone()).get());
+            target = Bag(copy.m_value);
         },
     };
     for (auto const& copy : ways) {

@@ -1,9 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <zantrel/database/parameter_misuse.h>
-
+#include "parameter_files/vocabulary.h"
 #include "tests/database/test_layout.h"
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <utility>
@@ -13,6 +11,7 @@ namespace {
 
 // What a cursor may stand on, as far as operations tell it apart.
 using Place = ParameterNode (*)(TestDatabase&);
+using Places = std::vector<Place>;
 
 ParameterNode WithoutBag(ParameterNode cursor) {
     cursor.m_pProperties = nullptr;
@@ -27,97 +26,76 @@ ParameterNode OnItem(TestDatabase& database) { return OnList(database).GetListNo
 ParameterNode OnProfiles(TestDatabase& database) { return database.At(database.layout.machines); }
 ParameterNode OnProfile(TestDatabase& database) { return OnProfiles(database).GetDefault(); }
 
-template <class... Each> std::vector<Place> Any(Each... places) { return {places...}; }
-
 struct Case {
-    char const* operation;
     void (*call)(ParameterNode&);
-    std::vector<Place> places;
     char const* message;
-    std::vector<Place> unharmed = {}; ///< where the call gets through
+    Places places;        ///< where it is thrown
+    Places unharmed = {}; ///< where the call gets through
 };
 
 constexpr char NoName[] = "invalid query, no such node";
+constexpr char NoPath[] = "invalid query path, no such node";
 constexpr char NeedsBag[] = "the cursor has no content";
 constexpr char NeedsProfiles[] = "GetProfile requires profile or category container node";
+constexpr char NeedsProfileList[] = "GetProfiles requires profile or category container node";
 constexpr char NeedsContainer[] = "GetSize requires container node";
 
-std::vector<Place> const NoLists = {OnGroup, OnProfiles, OnProfile};
-std::vector<Place> const NoProfileLists = {OnGroup, OnList, OnItem};
-std::vector<Place> const NoContainers = {OnGroup, OnItem, OnProfile};
-std::vector<Place> const NoProfiles = {Nowhere, OnGroup, OnList, OnItem, OnProfiles};
-std::vector<Place> const NoContent = {Nowhere, OnGroupWithoutBag};
-std::vector<Place> const NoContentOrAProfile = {Nowhere, OnGroupWithoutBag, OnProfile};
-std::vector<Place> const NoContentOrAContainer = {Nowhere, OnGroupWithoutBag, OnList, OnProfiles};
+Places const NoLists = {OnGroup, OnProfiles, OnProfile};
+Places const NoProfileLists = {OnGroup, OnList, OnItem};
+Places const NoContainers = {OnGroup, OnItem, OnProfile};
+Places const NoContent = {Nowhere, OnGroupWithoutBag};
+Places const NoContentOrAProfile = {Nowhere, OnGroupWithoutBag, OnProfile};
+Places const NoContentOrAContainer = {Nowhere, OnGroupWithoutBag, OnList, OnProfiles};
 
-std::vector<Case> const Cases = {
-    {"Get(own)", [](auto& at) { at.Get(at.m_pNode); }, Any(OnGroup, OnList, OnItem, OnProfile),
-     "invalid query path, no such node"},
-    {"IfExists(own)", [](auto& at) { at.GetParameterNodeIfExists(at.m_pNode); }, Any(OnGroup, OnList, OnItem),
-     "invalid query path, no such node"},
-    {"Get(name)", [](auto& at) { at.Get(L"None"); }, Any(OnGroup, OnList, OnItem, OnProfiles, OnProfile),
-     NoName, NoContent},
-    {"Get(null)", [](auto& at) { at.Get(static_cast<wchar_t const*>(nullptr)); }, Any(OnGroup), NoName},
-    {"IfExists(name)", [](auto& at) { at.GetParameterNodeIfExists(L"None"); }, Any(OnGroup, OnItem), NoName,
-     NoContent},
+Case const Cases[] = {
+    {[](auto& at) { at.Get(at.m_pNode); }, NoPath, {OnGroup, OnList, OnItem, OnProfile}},
+    {[](auto& at) { at.GetParameterNodeIfExists(at.m_pNode); }, NoPath, {OnGroup, OnList, OnItem}},
+    {[](auto& at) { at.Get(L"None"); }, NoName, {OnGroup, OnList, OnItem, OnProfiles, OnProfile}, NoContent},
+    {[](auto& at) { at.Get(static_cast<wchar_t const*>(nullptr)); }, NoName, {OnGroup}},
+    {[](auto& at) { at.GetParameterNodeIfExists(L"None"); }, NoName, {OnGroup, OnItem}, NoContent},
 
-    {"AddListNode", [](auto& at) { at.AddListNode(true); }, NoLists,
-     "AddListNode requires list-container node", Any(OnList, OnItem)},
-    {"AddListNode", [](auto& at) { at.AddListNode(true); }, Any(OnListWithoutBag), NeedsBag},
-    {"AddProfile", [](auto& at) { at.AddProfile(L"A", false); }, NoProfileLists,
-     "Not possible to add a profile to a non-profile-list node", Any(OnProfiles, OnProfile)},
-    {"AddProfile(null)", [](auto& at) { at.AddProfile(nullptr, false); }, Any(OnProfiles),
-     "AddProfile requires a name"},
-    {"GetListNode", [](auto& at) { at.GetListNode(0); }, NoLists, "GetListNode requires list-container node",
-     Any(Nowhere, OnGroupWithoutBag, OnList)},
-    {"GetProfile", [](auto& at) { at.GetProfile(L"A"); }, NoProfileLists, NeedsProfiles, NoContentOrAProfile},
-    {"HasProfile", [](auto& at) { at.HasProfile(L"A"); }, NoProfileLists, NeedsProfiles, NoContentOrAProfile},
-    {"GetProfiles", [](auto& at) { ProfilesOf(at); }, NoProfileLists,
-     "GetProfiles requires profile or category container node", NoContentOrAProfile},
-    {"GetDefault", [](auto& at) { at.GetDefault(); }, NoContainers, "GetDefault requires container node",
+    {[](auto& at) { at.AddListNode(true); },
+     "AddListNode requires list-container node",
+     NoLists,
+     {OnList, OnItem}},
+    {[](auto& at) { at.AddListNode(true); }, NeedsBag, {OnListWithoutBag}},
+    {[](auto& at) { at.AddProfile(L"A", false); },
+     "Not possible to add a profile to a non-profile-list node",
+     NoProfileLists,
+     {OnProfiles, OnProfile}},
+    {[](auto& at) { at.AddProfile(nullptr, false); }, "AddProfile requires a name", {OnProfiles}},
+    {[](auto& at) { at.GetListNode(0); },
+     "GetListNode requires list-container node",
+     NoLists,
+     {Nowhere, OnGroupWithoutBag, OnList}},
+    {[](auto& at) { at.GetProfile(L"A"); }, NeedsProfiles, NoProfileLists, NoContentOrAProfile},
+    {[](auto& at) { at.HasProfile(L"A"); }, NeedsProfiles, NoProfileLists, NoContentOrAProfile},
+    {[](auto& at) { ProfilesOf(at); }, NeedsProfileList, NoProfileLists, NoContentOrAProfile},
+    {[](auto& at) { at.GetDefault(); }, "GetDefault requires container node", NoContainers,
      NoContentOrAContainer},
-    {"GetSize", [](auto& at) { at.GetSize(); }, NoContainers, NeedsContainer, NoContentOrAContainer},
-    {"GetSize(forged)", [](auto& at) { at.m_isContainer = true, at.GetSize(); }, Any(OnGroup),
-     "GetProfiles requires profile or category container node"},
-    {"Clear", [](auto& at) { at.Clear(); }, NoContainers, NeedsContainer},
-    {"Clear", [](auto& at) { at.Clear(); }, Any(OnListWithoutBag), NeedsBag},
-    {"Clear(forged)", [](auto& at) { at.m_isContainer = true, at.Clear(); }, Any(OnGroup),
-     "GetProfiles requires profile or category container node"},
+    {[](auto& at) { at.GetSize(); }, NeedsContainer, NoContainers, NoContentOrAContainer},
+    {[](auto& at) { at.m_isContainer = true, at.GetSize(); }, NeedsProfileList, {OnGroup}},
+    {[](auto& at) { at.Clear(); }, NeedsContainer, NoContainers},
+    {[](auto& at) { at.m_isContainer = true, at.Clear(); }, NeedsProfileList, {OnGroup}},
+    {[](auto& at) { at.Clear(); }, NeedsBag, {OnListWithoutBag}},
 
-    {"GetNameReadOnly", [](auto& at) { at.GetNameReadOnly(); }, NoProfiles,
-     "GetNameReadOnly requires profile node"},
-    {"SetNameReadOnly", [](auto& at) { at.SetNameReadOnly(true); }, NoProfiles,
-     "SetNameReadOnly requires profile node"},
-    {"GetCanBeDeleted", [](auto& at) { at.GetCanBeDeleted(); }, NoProfiles,
-     "GetCanBeDeleted requires profile node"},
-    {"SetCanBeDeleted", [](auto& at) { at.SetCanBeDeleted(true); }, NoProfiles,
-     "SetCanBeDeleted requires profile node"},
-    {"GetUserDefaultProfile", [](auto& at) { at.GetUserDefaultProfile(); }, NoProfiles,
-     "GetUserDefaultProfile requires profile node"},
-    {"SetUserDefaultProfile", [](auto& at) { at.SetUserDefaultProfile(true); }, NoProfiles,
-     "SetUserDefaultProfile requires profile node"},
-    {"GetDisableAddRemove", [](auto& at) { at.GetDisableAddRemove(); }, Any(Nowhere, OnGroup),
-     "GetDisableAddRemove requires profile or category container node"},
-    {"SetDisableAddRemove", [](auto& at) { at.SetDisableAddRemove(true); }, Any(Nowhere, OnGroup),
-     "SetDisableAddRemove requires profile or category container node",
-     Any(OnList, OnItem, OnProfiles, OnProfile)},
-    {"SetReadOnly", [](auto& at) { at.SetReadOnly(true); }, NoContent, NeedsBag},
-    {"SetHidden", [](auto& at) { at.SetHidden(true); }, Any(Nowhere), NeedsBag},
-    {"SetValueFromText", [](auto& at) { at.SetValueFromText(L"x"); }, Any(Nowhere), NeedsBag},
-    {"Format", [](auto& at) { at.Format(); }, Any(Nowhere, OnGroup),
-     "formatting needs a layout node and the bag to format it into"},
+    {[](auto& at) { at.SetReadOnly(true); }, NeedsBag, NoContent},
+    {[](auto& at) { at.SetValueFromText(L"x"); }, NeedsBag, {Nowhere}},
+    {[](auto& at) { at.Format(); },
+     "formatting needs a layout node and the bag to format it into",
+     {Nowhere, OnGroup}},
 };
 
-TEST(Misuse, ThrowsTheTextThatCallersKnowAndChangesNothing) {
+TEST(Misuse, ThrowsTheTextThatCallersKnowWithTheNodeAndChangesNothing) {
     for (Case const& each : Cases) {
+        SCOPED_TRACE(testing::Message() << "row " << &each - Cases << ", " << each.message);
         for (Place const& place : each.places) {
-            SCOPED_TRACE(testing::Message() << each.operation << ", place " << &place - each.places.data());
             TestDatabase database;
             ParameterDatabase const before(database.values);
             ParameterNode cursor = place(database);
             try {
                 each.call(cursor);
-                ADD_FAILURE() << "nothing was thrown";
+                ADD_FAILURE() << "nothing was thrown at place " << &place - each.places.data();
             } catch (ParameterMisuse const& misuse) {
                 EXPECT_STREQ(misuse.what(), each.message);
                 EXPECT_EQ(misuse.GetLayoutNode(), cursor.m_pNode);
@@ -127,43 +105,62 @@ TEST(Misuse, ThrowsTheTextThatCallersKnowAndChangesNothing) {
         for (Place const& place : each.unharmed) {
             TestDatabase database;
             ParameterNode cursor = place(database);
-            EXPECT_NO_THROW(each.call(cursor)) << each.operation;
+            EXPECT_NO_THROW(each.call(cursor));
         }
     }
 }
 
-TEST(Misuse, AProfileAddedToAProfileStaysAlthoughTheCallThrows) {
-    TestDatabase database;
-    ParameterNode profile = database.At(database.layout.machines).GetDefault();
-    EXPECT_THAT([&] { profile.AddProfile(L"Inner", true); },
-                testing::ThrowsMessage<std::runtime_error>("GetDefault requires container node"));
-    EXPECT_EQ(profile.GetProfile(L"Inner").Get(L"Speed").GetValue<double>(), 30.0);
+TEST(Flags, AreFalseUntilSetTurnBackAndBelongToSomePlacesOnly) {
+    Places const all{OnGroup, OnList, OnItem, OnProfiles, OnProfile}, profile{OnProfile},
+        lists{OnList, OnItem, OnProfiles, OnProfile}, noProfile{Nowhere, OnGroup, OnList, OnItem, OnProfiles};
+    std::string const ofProfile = " requires profile node";
+    struct {
+        FlagAttribute flag; ///< what files call it is its name in the bag
+        Places places, others;
+        std::string requirement;
+    } const rows[] = {
+        {Flag::ReadOnly, all, {}, ""},
+        {Flag::Hidden, all, {}, ""},
+        {Flag::NameReadOnly, profile, noProfile, ofProfile},
+        {Flag::CanBeDeleted, profile, noProfile, ofProfile},
+        {Flag::UserDefaultProfile, profile, noProfile, ofProfile},
+        {Flag::DisableAddRemove, lists, {Nowhere, OnGroup}, " requires profile or category container node"},
+    };
+    for (auto const& [flag, places, others, requirement] : rows) {
+        TestDatabase database;
+        std::string const name(flag.word);
+        SCOPED_TRACE(name);
+        for (Place const place : places) {
+            ParameterNode cursor = place(database);
+            EXPECT_FALSE((cursor.*flag.get)());
+            for (bool const value : {true, false}) {
+                (cursor.*flag.set)(value);
+                EXPECT_EQ((cursor.*flag.get)(), value);
+                std::wstring const entry = StringConversion::Utf8ToNative(name);
+                EXPECT_EQ(cursor.m_pProperties->GetValueOr<bool>(entry, !value), value);
+            }
+        }
+        for (Place const place : others) {
+            ParameterNode cursor = place(database);
+            EXPECT_EQ(MisuseOf([&, get = flag.get] { (cursor.*get)(); }), "Get" + name + requirement);
+            EXPECT_EQ(MisuseOf([&, set = flag.set] { (cursor.*set)(true); }), "Set" + name + requirement);
+        }
+    }
+    EXPECT_FALSE(ParameterNode().GetReadOnly());
 }
 
 TEST(Misuse, NamesThePathInTheLayoutAlsoOfACopiedNodeAndOfNone) {
     TestDatabase database;
-    TestLayout const& layout = database.layout;
-    LayoutNode const copy(*layout.ranges); // its children name their parents in the source
-    ParameterNode onCopy, onCopiedChild;
-    onCopy.m_pNode = &copy;
-    onCopiedChild.m_pNode = &copy.At(1);
-    std::pair<ParameterNode, std::wstring> const rows[] = {
-        {database.At(layout.real), L"ProfileEditor_Parameters_Power"},
-        {database.At(layout.ranges).GetListNode(0).Get(layout.steps).GetDefault(),
-         L"ProfileEditor_Ranges_Steps"},
-        {database.values.GetRoot(), L""},
-        {ParameterNode(), L""},
-        {onCopy, L"ProfileEditor_Ranges"},
-        {onCopiedChild, L"ProfileEditor_Ranges_Steps"},
-    };
-    for (auto const& [cursor, path] : rows) {
-        try {
-            cursor.GetValue<bool>();
-            ADD_FAILURE() << "nothing was thrown";
-        } catch (ParameterMisuse const& misuse) {
-            ParameterMisuse const kept = misuse; // as a host does that shows it later
-            EXPECT_EQ(kept.GetPath(), path);
-        }
+    LayoutNode const copy(*database.layout.ranges); // its children name their parents in the source
+    for (auto const& [node, path] :
+         {std::pair<LayoutNode const*, std::wstring>{database.layout.real, L"ProfileEditor_Parameters_Power"},
+          {&copy.At(1), L"ProfileEditor_Ranges_Steps"},
+          {&database.layout, L""},
+          {nullptr, L""}}) {
+        ParameterMisuse kept("", nullptr);
+        kept = ParameterMisuse("kept", node); // as a host does that shows it later
+        EXPECT_EQ(kept.GetPath(), path);
+        EXPECT_STREQ(kept.what(), "kept");
     }
 }
 

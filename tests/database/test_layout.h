@@ -1,13 +1,16 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <zantrel/database/parameter_database.h>
-#include <zantrel/layout/parameter_layout.h>
+#include "tests/support/dump.h"
+
+#include <zantrel/database/parameter_misuse.h>
 
 #include <string>
 #include <vector>
 
 namespace Zantrel {
+
+using TestSupport::Dump;
 
 /// A layout with a leaf of every type and every way for containers to nest.
 struct TestLayout : ParameterLayout {
@@ -42,6 +45,24 @@ struct TestDatabase {
     ParameterNode Editor() { return values.GetProfileEditor(); }
     ParameterNode At(LayoutNode const* node) { return Editor().Get(node); }
 };
+
+/// The members that derived cursors use.
+struct OpenCursor : ParameterNode {
+    explicit OpenCursor(ParameterNode const& cursor) : ParameterNode(cursor) {}
+    using ParameterNode::_FormatContent;
+    using ParameterNode::_GetReference;
+    using ParameterNode::_SetValue;
+};
+
+/// What a call throws as misuse; nothing if nothing.
+template <class Call> std::string MisuseOf(Call const& call) {
+    try {
+        call();
+        return "";
+    } catch (ParameterMisuse const& misuse) {
+        return misuse.what();
+    }
+}
 
 inline std::vector<std::wstring> ProfilesOf(ParameterNode const& list) {
     std::vector<std::wstring> names{L"what stood here before"};
