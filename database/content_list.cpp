@@ -10,6 +10,11 @@
 #include <iterator>
 #include <utility>
 
+// An index is made in one walk and then only read. A leaf is listed whole or not at all: its value is read
+// before it is inserted, so that a walk which ends with an exception leaves what it had found, sorted and
+// good for look-ups. The cursor that keeps an index stores it before the walk for the same reason: it doesn't
+// try again, and answers from what there is.
+
 namespace Zantrel {
 
 bool ContentList::Node::operator<(std::wstring_view path) const noexcept {
@@ -22,6 +27,7 @@ bool operator<(std::wstring_view path, ContentList::Node const& node) noexcept {
 
 ContentList::ContentList() = default;
 ContentList::ContentList(ContentList const& source) = default;
+// A set that was moved from may hold anything; swapping leaves it empty, as is told.
 ContentList::ContentList(ContentList&& source) noexcept { m_nodes.swap(source.m_nodes); }
 ContentList& ContentList::operator=(ContentList const& source) = default;
 ContentList& ContentList::operator=(ContentList&& source) noexcept {
@@ -59,8 +65,7 @@ void ParameterNode::_CreateContentList(ContentList* list) const {
         return;
     }
     if (list == nullptr) {
-        m_contentList =
-            std::make_shared<ContentList>(); // before the walk: where that fails, what it found stays
+        m_contentList = std::make_shared<ContentList>();
         list = m_contentList.get();
     }
     _AddToMap(*list, std::wstring());

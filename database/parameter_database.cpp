@@ -6,6 +6,10 @@
 
 #include <zantrel/layout/parameter_layout.h>
 
+// A database is a root bag and the layout that it was formatted to. Under the root bag stands the profile
+// editor and nothing else, unless somebody formats twice: then a second editor stands behind the first, where
+// no cursor gets.
+
 namespace Zantrel {
 
 ParameterDatabase::ParameterDatabase(ParameterLayout const* layout) : m_pLayout(layout) {

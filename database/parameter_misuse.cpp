@@ -7,6 +7,7 @@ namespace Zantrel {
 
 namespace {
 
+/// Goes by parents alone: in a copied layout they lead into the source, which is alive as long as the copy.
 std::wstring PathFromRoot(LayoutNode const* node) {
     LayoutNode const* root = node;
     while (root != nullptr && root->Parent() != nullptr) {

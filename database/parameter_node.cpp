@@ -10,6 +10,10 @@
 #include <deque>
 #include <locale>
 
+// A cursor goes down by names: what a bag holds under the name of a layout's child is that child's content,
+// whatever container the bag belongs to. Only a bag counts that is the first entry of its name and not marked
+// deleted. Nothing is created on the way, and a missing bag is no error until a value is asked for.
+
 namespace Zantrel {
 
 namespace {
@@ -60,6 +64,7 @@ template <> struct Access<KelAM::FileContent> {
     static bool Allows(eTypeLayoutNode type) { return type == eTypeLayoutNode::FileAttachment; }
 };
 
+/// By the global locale's idea of lower case, which is what callers were written against.
 bool IsWordTrue(std::wstring text) {
     std::locale const locale;
     std::use_facet<std::ctype<wchar_t>>(locale).tolower(text.data(), text.data() + text.size());

@@ -32,7 +32,8 @@ void Require(bool condition, ParameterNode const& cursor, char const* text) {
     }
 }
 
-/// A flag's entry in the bag, and which places have the flag.
+/// A flag's entry in the bag, and which places have the flag. An entry appears when the flag is first set,
+/// and counts in comparisons from then on, also as false.
 struct Flag {
     decltype(&ReservedNames::value) name;
     bool (*isOf)(ParameterNode const& cursor);
@@ -89,6 +90,7 @@ IndexedProperties<PersistentProperties>& ParameterNode::Items() const {
     return items != nullptr ? *items : bag.CreateValue<ItemSequence>(Reserved().value, true)->m_value;
 }
 
+/// The cursor on an entry of this container, or on none for null.
 ParameterNode ParameterNode::Item(PersistentProperties* bag) const {
     ParameterNode item;
     item.m_pNode = m_pNode;
@@ -115,7 +117,8 @@ ParameterNode ParameterNode::AddProfile(wchar_t const* name, bool copyDefault) {
     ParameterNode profile = Item(&RequireBag(*this).CreateValue<PersistentProperties>(name, true)->m_value);
     BagAccess::Swap(*profile.m_pProperties, content);
     if (copyDefault) {
-        Require(m_isContainer, *this, "GetDefault requires container node"); // the profile stays
+        // Only now, since callers rely on the profile that stays.
+        Require(m_isContainer, *this, "GetDefault requires container node");
     }
     return profile;
 }
