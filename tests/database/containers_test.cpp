@@ -6,8 +6,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <numeric>
-#include <random>
 #include <stdexcept>
 
 namespace Zantrel {
@@ -68,17 +66,12 @@ TEST(ProfileList, ListsItsProfilesByCodeUnitAndFindsTheFirstOfAName) {
 }
 
 TEST(ProfileList, TakesAHundredThousandProfilesInAnyOrder) {
-    constexpr std::size_t Count = 100000;
-    std::vector<std::size_t> numbers(Count);
-    std::iota(numbers.rbegin(), numbers.rend(), std::size_t(0));
-    for (bool const isShuffled : {false, true}) {
-        if (isShuffled) {
-            std::shuffle(numbers.begin(), numbers.end(), std::mt19937(20240711));
-        }
+    constexpr int Count = 100000;
+    for (int const step : {Count - 1, 7919}) { // backwards, and as good as at random
         TestDatabase database;
         ParameterNode machines = database.At(database.layout.machines);
-        for (std::size_t number : numbers) {
-            machines.AddProfile(std::to_wstring(Count + number).c_str(), true);
+        for (long long i = 0; i < Count; ++i) {
+            machines.AddProfile(std::to_wstring(Count + i * step % Count).c_str(), true);
         }
         Names const names =
             ProfilesOf(ParameterDatabase(database.values).GetProfileEditor().Get(L"Machines"));

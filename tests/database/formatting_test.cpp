@@ -19,15 +19,13 @@ TEST(Formatting, GivesLeavesTheirDefaultsAndNestsTemplatesAndItemsWithinEachOthe
               "Gas=?} Ranges[" +
                   range + "; " + range + ' ' + range + "] Counts[=5;] Machines<{Speed=30};>}");
     // Nothing else stands in the bags.
-    EXPECT_EQ(
-        Shape(*database.Editor().m_pProperties),
-        L"Counts(::DefaultProfile::(Value) Value) Machines(::DefaultProfile::(Speed(Value))) "
-        L"Parameters(Attachment(Value) Gas() Layer count(Value) Material(Value) Path(Value) Power(Value) "
-        L"Scanner(Value) Strategy(Value) Supports(Value) Thickness(Value)) "
-        L"Ranges(::DefaultProfile::(Begin(Value) Steps(::DefaultProfile::(Width(Value)) "
-        L"Value[Width(Value)])) Value[Begin(Value) Steps(::DefaultProfile::(Width(Value)) "
-        L"Value[Width(Value)])][Begin(Value) Steps(::DefaultProfile::(Width(Value)) "
-        L"Value[Width(Value)])])");
+    EXPECT_EQ(Shape(*database.At(database.layout.group).m_pProperties),
+              L"Attachment(Value) Gas() Layer count(Value) Material(Value) Path(Value) Power(Value) "
+              L"Scanner(Value) Strategy(Value) Supports(Value) Thickness(Value)");
+    EXPECT_EQ(Shape(*database.At(database.layout.machines).m_pProperties),
+              L"::DefaultProfile::(Speed(Value))");
+    EXPECT_EQ(Shape(*database.At(database.layout.ranges).GetDefault().m_pProperties),
+              L"Begin(Value) Steps(::DefaultProfile::(Width(Value)) Value[Width(Value)])");
     EXPECT_EQ(Shape(*database.values.GetRoot().m_pProperties).substr(0, 15), L"ProfileEditor(C");
 }
 
