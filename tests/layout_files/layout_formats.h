@@ -22,6 +22,7 @@ template <class T> struct DocumentIo {
     bool (*writeFile)(T const&, std::wstring const& path, WriteReport*);
     bool (*readStream)(T&, std::istream&, ReadReport*);
     bool (*writeStream)(T const&, std::ostream&, WriteReport*);
+    bool hasFixedNames = false; ///< of the entries of lists, whatever the layout calls them
 };
 using LayoutFormat = DocumentIo<ParameterLayout>;
 

@@ -88,15 +88,16 @@ public:
                          : std::bit_cast<std::int32_t>(static_cast<std::uint32_t>(m_random()));
     }
     double Value(double) {
+        using Limits = std::numeric_limits<double>;
         static double const edges[] = {0.0,
                                        -0.0,
                                        0.1,
                                        1e23,
                                        5e-324,
-                                       -std::numeric_limits<double>::max(),
-                                       std::numeric_limits<double>::infinity(),
-                                       -std::numeric_limits<double>::infinity(),
-                                       std::numeric_limits<double>::quiet_NaN()};
+                                       -Limits::max(),
+                                       Limits::infinity(),
+                                       -Limits::infinity(),
+                                       Limits::quiet_NaN()};
         if (Chance(3)) {
             return edges[Below(std::size(edges))];
         }
