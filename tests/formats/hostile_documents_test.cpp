@@ -104,16 +104,15 @@ TEST_P(HostileDocumentOf, AHundredThousandLevelsAreRefusedAtTheirPlace) {
         }
         std::string const start = std::string(element.tag) + '>',
                           end = "</" + std::string(element.name) + '>';
-        for (std::size_t const levels : {1'024u, 1'025u}) {
-            EXPECT_EQ(FaultOf(m_format, Repeat(start, levels) + Repeat(end, levels)), "") << start;
-        }
         ReadReport report;
         EXPECT_FALSE(ReadText(*m_subject, Repeat(start, 100'000), &report));
         ReadReport::Entry const& last = report.m_entries.back();
         bool const isTooDeep = last.kind == ReadReport::Kind::DocumentError;
         EXPECT_TRUE(isTooDeep || last.kind == ReadReport::Kind::RefusedDocument);
         EXPECT_TRUE(!isTooDeep || last.column == 1'024 * start.size() + 1) << start;
-        EXPECT_EQ(ReadText(*m_format.make(), Repeat(start, 1'024) + Repeat(end, 1'024)), isTooDeep) << start;
+        std::string const document = Repeat(start, 1'024) + Repeat(end, 1'024);
+        EXPECT_EQ(FaultOf(m_format, document), "") << start;
+        EXPECT_EQ(ReadText(*m_format.make(), document), isTooDeep) << start;
     }
 }
 
