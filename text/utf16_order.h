@@ -11,4 +11,12 @@ namespace Zantrel::Text {
 /// point are equal. Negative, zero, positive; a prefix comes first. Never allocates.
 int Compare(std::wstring_view left, std::wstring_view right) noexcept;
 
+/// That order, for containers that are asked for names they don't own.
+struct Utf16Less {
+    using is_transparent = void;
+    bool operator()(std::wstring_view left, std::wstring_view right) const noexcept {
+        return Compare(left, right) < 0;
+    }
+};
+
 } // namespace Zantrel::Text
