@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <zantrel/parameter_files/generic_parameter_file.h>
 
-#include "parameter_files/node_value_sax.h"
 #include "parameter_files/parameter_node_read.h"
 #include "parameter_files/parameter_node_write.h"
 #include "parameter_files/vocabulary.h"
@@ -67,23 +66,23 @@ ISAXPersist* _CreateSaxHandlerForReading(ParameterDatabase& database) {
 
 bool WriteFile(ParameterDatabase const& database, std::wstring const& path, std::wstring const& filterPath,
                WriteReport* report) {
-    ParameterNodeWrite const handler(ProfileEditorOf(database), ReadFilter(filterPath));
+    ParameterNodeWrite const handler(database.GetProfileEditor(), ReadFilter(filterPath));
     return KelAM::SaxUtilities::WriteFile(path, handler, DocumentOf(database), report);
 }
 
 bool WriteStream(ParameterDatabase const& database, std::basic_ostream<char>& out,
                  ParameterDatabaseIOFiltering const& filtering, WriteReport* report) {
-    ParameterNodeWrite const handler(ProfileEditorOf(database), filtering);
+    ParameterNodeWrite const handler(database.GetProfileEditor(), filtering);
     return KelAM::SaxUtilities::WriteStream(out, handler, DocumentOf(database), report);
 }
 
 ISAXPersist* _CreateSaxHandlerForWriting(ParameterDatabase const& database,
                                          ParameterDatabaseIOFiltering& filtering) {
-    return new ParameterNodeWrite(ProfileEditorOf(database), filtering);
+    return new ParameterNodeWrite(database.GetProfileEditor(), filtering);
 }
 
 ISAXPersist* _CreateSaxHandlerForWriting(ParameterDatabase const& database, std::wstring const& filterPath) {
-    return new ParameterNodeWrite(ProfileEditorOf(database), ReadFilter(filterPath));
+    return new ParameterNodeWrite(database.GetProfileEditor(), ReadFilter(filterPath));
 }
 
 } // namespace Zantrel

@@ -1,79 +1,64 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "parameter_files/klvr_properties_write.h"
 
-#include "database/entries.h"
-#include "parameter_files/node_value_sax.h"
 #include "parameter_files/vocabulary.h"
-
-#include <zantrel/sax/tag_writer.h>
+#include "parameter_files/write_places.h"
 
 using namespace Zantrel;
 namespace Word = Zantrel::ParameterFileWord;
 
 namespace {
 
-using Options = KlvrProperties::WriteOptions;
+/// The format of machine parameters files for WritePlaces.
+class MachineFormat {
+public:
+    explicit MachineFormat(KlvrProperties::WriteOptions const& options) : m_options(options) {}
 
-void WriteNode(ParameterNode const& node, Options const& options, KelSAX::ISAXWriter& writer);
-
-void WriteProfiles(ParameterNode const& list, Options const& options, KelSAX::ISAXWriter& writer) {
-    if (!options.m_profileListsOnly && list.IsValid()) {
-        MSAXTagWriter const element(writer, Word::Default);
-        WriteNode(list.GetDefault(), options, writer);
+    bool IsLeftOut(FileWalk const& walk) const {
+        bool const isOfProfileLists =
+            walk.Kind() == PlaceKind::ProfileList || walk.Kind() == PlaceKind::Profile;
+        return m_options.m_profileListsOnly && walk.Depth() != 0 && !isOfProfileLists;
     }
-    // The words are the format's, also where the layout's entries have another name, by which they are read.
-    VisitProfiles(list, [&](std::wstring const& name, ParameterNode const& profile) {
-        MSAXTagWriter const element(writer, Word::Profile);
-        writer.WriteAttribute(Word::Name, std::wstring_view(name));
-        WriteNode(profile, options, writer);
-    });
-}
 
-void WriteItems(ParameterNode const& list, Options const& options, KelSAX::ISAXWriter& writer) {
-    VisitItems(list, [&](ParameterNode const& item) {
-        MSAXTagWriter const element(writer, Word::Instance);
-        WriteNode(item, options, writer);
-    });
-}
-
-void WriteChildren(ParameterNode const& node, Options const& options, KelSAX::ISAXWriter& writer) {
-    for (LayoutNode const* const childLayout : node.m_pNode->m_children) {
-        ParameterNode const child = node.Get(childLayout);
-        bool const isWanted =
-            !options.m_profileListsOnly || (childLayout->m_isProfileList && child.m_isContainer);
-        if (!isWanted) {
-            continue;
+    /// The words of entries are the format's, also where the layout gives them another name, by which they
+    /// are read.
+    void WriteStart(FileWalk const& walk, OpenElements& elements, KelSAX::ISAXWriter& writer) const {
+        if (walk.Depth() == 0) {
+            return;
         }
-        MSAXTagWriter const element(writer, Word::Property);
-        writer.WriteAttribute(Word::Name, std::wstring_view(childLayout->m_name));
-        writer.WriteAttribute(Word::Type, Word::WordOf(childLayout->m_type));
-        if (childLayout->m_isProfileList) {
-            writer.WriteAttribute(Word::ProfileList, std::string_view());
+        switch (walk.Kind()) {
+        case PlaceKind::DefaultProfile:
+            elements.Open(Word::Default);
+            return;
+        case PlaceKind::Item:
+            elements.Open(Word::Instance);
+            return;
+        case PlaceKind::Profile:
+            elements.Open(Word::Profile);
+            writer.WriteAttribute(Word::Name, walk.Name());
+            return;
+        case PlaceKind::Group:
+        case PlaceKind::Leaf:
+        case PlaceKind::List:
+        case PlaceKind::ProfileList:
+            elements.Open(Word::Property);
+            writer.WriteAttribute(Word::Name, walk.Name());
+            writer.WriteAttribute(Word::Type, Word::WordOf(walk.Layout().m_type));
+            if (walk.Layout().m_isProfileList) {
+                writer.WriteAttribute(Word::ProfileList, std::string_view());
+            }
+            return;
         }
-        WriteNode(child, options, writer);
     }
-}
 
-void WriteNode(ParameterNode const& node, Options const& options, KelSAX::ISAXWriter& writer) {
-    if (node.m_pNode == nullptr || writer.HasFailed()) {
-        return; // nothing of the layout stands here, or nothing more can be written
-    }
-    if (node.m_isContainer && node.m_pNode->m_isProfileList) {
-        WriteProfiles(node, options, writer);
-    } else if (node.m_isContainer && node.m_pNode->m_isList) {
-        if (!options.m_profileListsOnly) {
-            WriteItems(node, options, writer);
-        }
-    } else if (node.m_pNode->Size() == 0) {
-        WriteNodeValue(node, writer);
-    } else {
-        WriteChildren(node, options, writer);
-    }
-}
+private:
+    KlvrProperties::WriteOptions const& m_options;
+};
 
 } // namespace
 
 bool ParameterNodeWriteKlvrProperties::Write(KelSAX::ISAXWriter& writer) const {
-    WriteNode(m_node, *m_options, writer);
+    MachineFormat format(*m_options);
+    WritePlaces(m_node, format, writer);
     return true;
 }

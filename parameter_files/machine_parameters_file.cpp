@@ -3,7 +3,6 @@
 
 #include "parameter_files/klvr_properties_read.h"
 #include "parameter_files/klvr_properties_write.h"
-#include "parameter_files/node_value_sax.h"
 #include "parameter_files/vocabulary.h"
 #include "sax/document_options.h"
 
@@ -34,13 +33,13 @@ bool ReadStream(ParameterDatabase& database, std::basic_istream<char>& in, ReadR
 
 bool WriteFile(ParameterDatabase const& database, std::wstring const& path, WriteOptions const& options,
                WriteReport* report) {
-    ParameterNodeWriteKlvrProperties const handler(ProfileEditorOf(database), options);
+    ParameterNodeWriteKlvrProperties const handler(database.GetProfileEditor(), options);
     return KelAM::SaxUtilities::WriteFile(path, handler, Document(), report);
 }
 
 bool WriteStream(ParameterDatabase const& database, std::basic_ostream<char>& out,
                  WriteOptions const& options, WriteReport* report) {
-    ParameterNodeWriteKlvrProperties const handler(ProfileEditorOf(database), options);
+    ParameterNodeWriteKlvrProperties const handler(database.GetProfileEditor(), options);
     return KelAM::SaxUtilities::WriteStream(out, handler, Document(), report);
 }
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "parameter_files/node_value_sax.h"
 
+#include "store/bag_access.h"
+
 #include "text/numbers.h"
 
 namespace Zantrel {
@@ -35,14 +37,23 @@ template void ReadLeafValue<bool>(ParameterNode const&, KelSAX::ISAXReader&);
 template void ReadLeafValue<std::wstring>(ParameterNode const&, KelSAX::ISAXReader&);
 template void ReadLeafValue<KelAM::FileContent>(ParameterNode const&, KelSAX::ISAXReader&);
 
-bool WriteNodeValue(ParameterNode const& leaf, KelSAX::ISAXWriter& writer) {
-    return VisitValueType(leaf.m_pNode->m_type, [&]<class T>(TypeTag<T>) {
+IPersistentProperty const* FindSoleValue(ParameterNode const& leaf) {
+    return leaf.IsValid() ? BagAccess::FindSole(*leaf.m_pProperties) : nullptr;
+}
+
+void WriteLeafValue(ParameterNode const& leaf, KelSAX::ISAXWriter& writer) {
+    if (leaf.m_pNode == nullptr) {
+        return; // a place of a copied layout, or below a place without content
+    }
+    IPersistentProperty const* const sole = FindSoleValue(leaf);
+    VisitValueType(leaf.m_pNode->m_type, [&]<class T>(TypeTag<T>) {
         if constexpr (!std::is_same_v<T, NoValue>) {
-            if (T const* value = leaf.FindValue<T>()) {
-                return WriteValueOfProperty(*value, writer);
+            auto const* const property = PropertyCast<T>(sole);
+            bool const isFound = property != nullptr && !property->IsDeleted();
+            if (T const* value = isFound ? &property->m_value : leaf.FindValue<T>()) {
+                WriteValueOfProperty(*value, writer);
             }
         }
-        return true;
     });
 }
 

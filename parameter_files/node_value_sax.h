@@ -3,7 +3,7 @@
 
 #include "database/value_access.h"
 
-#include <zantrel/database/parameter_database.h>
+#include <zantrel/database/parameter_node.h>
 #include <zantrel/database/value_type.h>
 #include <zantrel/layout/layout_node.h>
 #include <zantrel/sax/sax_reader.h>
@@ -17,14 +17,13 @@ inline constexpr std::wstring_view NoPlace = L"The database has no place for thi
 /// Takes the text of the element into the value of a leaf. What has no place to go is noted on the reader.
 template <class T> void ReadLeafValue(ParameterNode const& leaf, KelSAX::ISAXReader& reader);
 
-/// Writes the value of a leaf as content of the open element; nothing where the leaf has no value. False when
-/// it can't be written.
-bool WriteNodeValue(ParameterNode const& leaf, KelSAX::ISAXWriter& writer);
+/// The value of a leaf that holds nothing else and so has no flags, as nearly every leaf; null for all
+/// others, and where there is no content. Found without a look-up.
+IPersistentProperty const* FindSoleValue(ParameterNode const& leaf);
 
-/// Writing looks values up and so needs a cursor that could write; it leaves every value as it is.
-inline ParameterNode ProfileEditorOf(ParameterDatabase const& database) {
-    return const_cast<ParameterDatabase&>(database).GetProfileEditor();
-}
+/// Writes the value of a leaf as content of the open element; nothing where the leaf has no value. The writer
+/// knows when it can't be written.
+void WriteLeafValue(ParameterNode const& leaf, KelSAX::ISAXWriter& writer);
 
 /// Notes the text of an element that should hold elements only.
 void NoteStrayText(KelSAX::ISAXReader& reader);

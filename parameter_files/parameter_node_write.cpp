@@ -1,97 +1,88 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "parameter_files/parameter_node_write.h"
 
-#include "database/entries.h"
-#include "parameter_files/node_value_sax.h"
 #include "parameter_files/vocabulary.h"
-#include "store/bag_access.h"
+#include "parameter_files/write_places.h"
 
-#include <zantrel/sax/tag_writer.h>
+#include <limits>
+#include <span>
 
 using namespace Zantrel;
 namespace Word = Zantrel::ParameterFileWord;
 
 namespace {
 
-using Filtering = ParameterDatabaseIOFiltering;
-
-void WriteNode(ParameterNode const& node, Filtering const& filtering, KelSAX::ISAXWriter& writer);
-
-void WriteFlag(FlagAttribute const& flag, ParameterNode const& node, KelSAX::ISAXWriter& writer) {
-    if ((node.*flag.get)() != flag.ordinary) {
-        writer.WriteAttribute(flag.word, std::string_view(flag.ordinary ? "false" : "true"));
-    }
+bool IsEntry(PlaceKind kind) {
+    return kind == PlaceKind::Item || kind == PlaceKind::DefaultProfile || kind == PlaceKind::Profile;
 }
 
-void WriteProfiles(ParameterNode const& list, Filtering const& filtering, KelSAX::ISAXWriter& writer) {
-    WriteFlag(Flag::DisableAddRemove, list, writer); // ReadOnly and Hidden are read here, but never written
-    if (filtering.m_exportDefaultParameters && list.IsValid()) {
-        MSAXTagWriter element(writer, Word::Default);
-        WriteNode(list.GetDefault(), Filtering(), writer); // the filter doesn't reach into a "Default"
-    }
-    VisitProfiles(list, [&](std::wstring const& name, ParameterNode const& profile) {
-        MSAXTagWriter element(writer, std::wstring_view(list.m_pNode->m_nodeName));
-        writer.WriteAttribute(Word::Name, std::wstring_view(name));
-        WriteNode(profile, filtering, writer);
-    });
-}
+/// The generic format for WritePlaces. The filter reaches into groups and profiles; what stands in an item or
+/// a default profile is written as if there were none, so the outermost of these that the walk is in is kept.
+class GenericFormat {
+public:
+    explicit GenericFormat(ParameterDatabaseIOFiltering const& filtering) : m_filtering(filtering) {}
 
-void WriteItems(ParameterNode const& list, KelSAX::ISAXWriter& writer) {
-    WriteFlag(Flag::ReadOnly, list, writer); // a list's DisableAddRemove is read, but never written
-    WriteFlag(Flag::Hidden, list, writer);
-    VisitItems(list, [&](ParameterNode const& item) {
-        MSAXTagWriter element(writer, std::wstring_view(list.m_pNode->m_nodeName));
-        WriteNode(item, Filtering(), writer); // the filter doesn't reach into items
-    });
-}
-
-/// A bag with a value alone, as nearly every leaf is, has no flags to look for.
-bool HasValueAlone(ParameterNode const& node) {
-    return node.IsValid() && BagAccess::FindSole(*node.m_pProperties) != nullptr;
-}
-
-void WriteContent(ParameterNode const& node, Filtering const& filtering, KelSAX::ISAXWriter& writer) {
-    LayoutNode const& layout = *node.m_pNode;
-    if (!HasValueAlone(node)) {
-        WriteFlag(Flag::ReadOnly, node, writer);
-        WriteFlag(Flag::Hidden, node, writer);
-    }
-    if (layout.m_isProfileList) {
-        WriteFlag(Flag::NameReadOnly, node, writer);
-        WriteFlag(Flag::CanBeDeleted, node, writer);
-        WriteFlag(Flag::UserDefaultProfile, node, writer);
-    }
-    if (layout.Size() == 0) {
-        WriteNodeValue(node, writer);
-    }
-    for (std::size_t i = 0; i < layout.Size(); ++i) {
-        LayoutNode const& childLayout = layout.At(i);
-        ParameterNode const child = node.Get(&childLayout);
-        bool const isGeneral = childLayout.m_name == Word::GenericParameters;
-        if (isGeneral && (!filtering.m_exportGeneralParameters || child.GetHidden())) {
-            continue;
+    bool IsLeftOut(FileWalk const& walk) {
+        if (walk.Depth() <= m_unfilteredBelow) {
+            m_unfilteredBelow = Nowhere;
         }
-        MSAXTagWriter element(writer, std::wstring_view(childLayout.m_name));
-        WriteNode(child, filtering, writer);
+        bool const isFiltered = m_unfilteredBelow == Nowhere;
+        PlaceKind const kind = walk.Kind();
+        if (isFiltered && (kind == PlaceKind::Item || kind == PlaceKind::DefaultProfile)) {
+            m_unfilteredBelow = walk.Depth();
+        }
+        if (kind == PlaceKind::DefaultProfile) {
+            return isFiltered && !m_filtering.m_exportDefaultParameters;
+        }
+        bool const isGeneral = walk.Depth() != 0 && !IsEntry(kind) && walk.Name() == Word::GenericParameters;
+        return isGeneral &&
+               ((isFiltered && !m_filtering.m_exportGeneralParameters) || walk.Node().GetHidden());
     }
-}
 
-void WriteNode(ParameterNode const& node, Filtering const& filtering, KelSAX::ISAXWriter& writer) {
-    if (node.m_pNode == nullptr || writer.HasFailed()) {
-        return; // nothing of the layout stands here, or nothing more can be written
+    void WriteStart(FileWalk const& walk, OpenElements& elements, KelSAX::ISAXWriter& writer) const {
+        if (walk.Kind() == PlaceKind::DefaultProfile) {
+            elements.Open(Word::Default);
+        } else if (walk.Depth() != 0) {
+            elements.Open(IsEntry(walk.Kind()) ? std::wstring_view(walk.Layout().m_nodeName) : walk.Name());
+        }
+        if (walk.Kind() == PlaceKind::Profile) {
+            writer.WriteAttribute(Word::Name, walk.Name());
+        }
+        for (FlagAttribute const& flag : FlagsOf(walk)) {
+            if ((walk.Node().*flag.get)() != flag.ordinary) {
+                writer.WriteAttribute(flag.word, std::string_view(flag.ordinary ? "false" : "true"));
+            }
+        }
     }
-    if (node.m_isContainer && node.m_pNode->m_isProfileList) {
-        WriteProfiles(node, filtering, writer);
-    } else if (node.m_isContainer && node.m_pNode->m_isList) {
-        WriteItems(node, writer);
-    } else {
-        WriteContent(node, filtering, writer);
+
+private:
+    static constexpr std::size_t Nowhere = std::numeric_limits<std::size_t>::max();
+    // Of a profile list ReadOnly and Hidden are read and never written, of a list DisableAddRemove.
+    static constexpr FlagAttribute ContainerFlags[] = {Flag::DisableAddRemove};
+    static constexpr FlagAttribute OrdinaryFlags[] = {Flag::ReadOnly, Flag::Hidden};
+    static constexpr FlagAttribute ProfileFlags[] = {Flag::ReadOnly, Flag::Hidden, Flag::NameReadOnly,
+                                                     Flag::CanBeDeleted, Flag::UserDefaultProfile};
+
+    static std::span<FlagAttribute const> FlagsOf(FileWalk const& walk) {
+        PlaceKind const kind = walk.Kind();
+        if (kind == PlaceKind::ProfileList) {
+            return ContainerFlags;
+        }
+        if (kind == PlaceKind::Leaf && FindSoleValue(walk.Node()) != nullptr) {
+            return {};
+        }
+        bool const isProfile = kind == PlaceKind::Profile || kind == PlaceKind::DefaultProfile;
+        return isProfile ? std::span<FlagAttribute const>(ProfileFlags) : OrdinaryFlags;
     }
-}
+
+    ParameterDatabaseIOFiltering const& m_filtering;
+    std::size_t m_unfilteredBelow = Nowhere; ///< the depth of that place
+};
 
 } // namespace
 
 bool ParameterNodeWrite::Write(KelSAX::ISAXWriter& writer) const {
-    WriteNode(m_node, m_filtering, writer);
+    GenericFormat format(m_filtering);
+    WritePlaces(m_node, format, writer);
     return true;
 }

@@ -1,18 +1,19 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <zantrel/database/parameter_node.h>
+#include <zantrel/database/parameter_view.h>
 #include <zantrel/parameter_files/io_filtering.h>
 #include <zantrel/sax/sax_persist.h>
 
-/// Writes the content of one node as a generic parameter file has it.
+/// Writes a place of a database, with all below it, as the content of an element of a generic parameter file.
 class ParameterNodeWrite : public ISAXPersistHelper {
 public:
-    ParameterNodeWrite(Zantrel::ParameterNode const& node, Zantrel::ParameterDatabaseIOFiltering filtering)
+    ParameterNodeWrite(Zantrel::ParameterView const& node,
+                       Zantrel::ParameterDatabaseIOFiltering const& filtering)
         : m_node(node), m_filtering(filtering) {}
     bool Write(KelSAX::ISAXWriter& writer) const override;
 
 private:
-    Zantrel::ParameterNode m_node;
+    Zantrel::ParameterView m_node;
     Zantrel::ParameterDatabaseIOFiltering m_filtering;
 };

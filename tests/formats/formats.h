@@ -9,9 +9,6 @@
 #include "tests/support/generated_ticket.h"
 #include "tests/support/small_parameter_file.h"
 
-#include "parameter_files/klvr_properties_read.h"
-#include "parameter_files/klvr_properties_write.h"
-
 #include <zantrel/zantrel.h>
 
 #include <algorithm>
@@ -219,10 +216,7 @@ inline constexpr DocumentIo<ParameterDatabase> GenericParameters = {
         return KelAM::SaxUtilities::ReadStream(in, *handler, report);
     },
     [](ParameterDatabase const& database, std::ostream& out, WriteReport* report) {
-        KelAM::SaxUtilities::WriteOptions options;
-        options.m_rootTag = StringConversion::NativeToUtf8(database.GetLayout()->m_name);
-        std::unique_ptr<ISAXPersist> const handler(_CreateSaxHandlerForWriting(database, L""));
-        return KelAM::SaxUtilities::WriteStream(out, *handler, options, report);
+        return Zantrel::WriteStream(database, out, {}, report);
     }};
 
 template <bool ProfileListsOnly>
@@ -234,17 +228,11 @@ inline constexpr DocumentIo<ParameterDatabase> MachineParameterFile = {
         options.m_profileListsOnly = ProfileListsOnly;
         return KlvrProperties::WriteFile(database, path, options, report);
     },
-    [](ParameterDatabase& database, std::istream& in, ReadReport* report) {
-        ParameterNodeReadKlvrProperties handler(database.GetProfileEditor());
-        return KelAM::SaxUtilities::ReadStream(in, handler, report);
-    },
+    KlvrProperties::ReadStream,
     [](ParameterDatabase const& database, std::ostream& out, WriteReport* report) {
-        KelAM::SaxUtilities::WriteOptions document;
-        document.m_rootTag = "KlvrMachineParameters";
         KlvrProperties::WriteOptions options;
         options.m_profileListsOnly = ProfileListsOnly;
-        ParameterNodeWriteKlvrProperties const handler(ProfileEditorOf(database), options);
-        return KelAM::SaxUtilities::WriteStream(out, handler, document, report);
+        return KlvrProperties::WriteStream(database, out, options, report);
     },
     true};
 

@@ -1,0 +1,69 @@
+// SPDX-License-Identifier: Apache-2.0
+//
+// Ending the children of one layout node one by one, forwards, backwards and in a random order: the time for
+// 10 thousand, for 100 thousand, and how many times the second is the first. Ten would be linear.
+
+#include <zantrel/layout/layout_node.h>
+
+#include <benchmark/benchmark.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstddef>
+#include <random>
+#include <string>
+#include <vector>
+
+namespace {
+
+using namespace Zantrel;
+
+enum class Order { Forwards, Backwards, Random };
+
+/// How long it takes to end `count` children, in seconds.
+double SecondsToRemove(std::size_t count, Order order) {
+    LayoutNode parent;
+    std::vector<LayoutNode*> children;
+    for (std::size_t number = 0; number < count; ++number) {
+        children.push_back(parent.AddNode(std::to_wstring(number).c_str()));
+    }
+    if (order == Order::Backwards) {
+        std::reverse(children.begin(), children.end());
+    } else if (order == Order::Random) {
+        std::shuffle(children.begin(), children.end(), std::mt19937(1));
+    }
+    auto const start = std::chrono::steady_clock::now();
+    for (LayoutNode* const child : children) {
+        delete child;
+        benchmark::DoNotOptimize(parent.Size());
+    }
+    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+}
+
+/// The least of some tries, since whatever else runs can only add to it.
+double LeastSeconds(std::size_t count, Order order) {
+    double least = SecondsToRemove(count, order);
+    for (int tries = 0; tries < 4; ++tries) {
+        least = std::min(least, SecondsToRemove(count, order));
+    }
+    return least;
+}
+
+void Remove(benchmark::State& state, Order order) {
+    double few = 0;
+    double many = 0;
+    for ([[maybe_unused]] auto _ : state) {
+        few = LeastSeconds(10'000, order);
+        many = LeastSeconds(100'000, order);
+        state.SetIterationTime(many);
+    }
+    state.counters["ms_of_10_000"] = few * 1000;
+    state.counters["ms_of_100_000"] = many * 1000;
+    state.counters["ratio"] = many / few;
+}
+
+BENCHMARK_CAPTURE(Remove, forwards, Order::Forwards)->UseManualTime()->Iterations(1);
+BENCHMARK_CAPTURE(Remove, backwards, Order::Backwards)->UseManualTime()->Iterations(1);
+BENCHMARK_CAPTURE(Remove, at_random, Order::Random)->UseManualTime()->Iterations(1);
+
+} // namespace

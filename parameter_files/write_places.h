@@ -1,0 +1,79 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "parameter_files/node_value_sax.h"
+
+#include <zantrel/database/walk.h>
+#include <zantrel/sax/sax_writer.h>
+
+#include <cstddef>
+#include <string_view>
+
+// Both parameter files are written by one loop over a walk. Each place but the top is an element, so the
+// elements that are open are always as many as the steps to the place last written, and an element is closed
+// when the walk comes to a place that isn't within. No depth of a layout takes stack; beyond what XML is
+// written to, the writer fails and the loop ends.
+
+namespace Zantrel {
+
+/// The elements that are open between the top of a walk and the place where it stands. Ends with all of them
+/// closed.
+class OpenElements {
+public:
+    explicit OpenElements(KelSAX::ISAXWriter& writer) : m_writer(writer) {}
+    OpenElements(OpenElements const&) = delete;
+    OpenElements& operator=(OpenElements const&) = delete;
+    ~OpenElements() { CloseTo(0); }
+
+    void Open(std::string_view tag) {
+        m_writer.OpenElement(tag);
+        ++m_count;
+    }
+    void Open(std::wstring_view tag) {
+        m_writer.OpenElement(tag);
+        ++m_count;
+    }
+    /// Leaves `count` of them open.
+    void CloseTo(std::size_t count) noexcept {
+        for (; m_count > count; --m_count) {
+            m_writer.CloseElement();
+        }
+    }
+
+private:
+    KelSAX::ISAXWriter& m_writer;
+    std::size_t m_count = 0;
+};
+
+/// The places that a file has, in its order: of several profiles of one name the first one's content each
+/// time, as look-ups by name find it. It gives cursors that could write, to look at bags without a detour,
+/// and writes nothing.
+class FileWalk final : public AnyWalk {
+public:
+    explicit FileWalk(ParameterView const& top)
+        : AnyWalk(top, SameNames::FirstAgain, TwofoldContainers::AreProfileLists) {}
+
+    ParameterNode const& Node() const noexcept { return AsNode(); }
+};
+
+/// Writes what stands at and below `top` as content of the element that is open. The format has two
+/// operations: IsLeftOut(walk), which is asked for each place in order, and passes over all below it, too;
+/// and WriteStart(walk, elements, writer), which opens the place's element (the top has none) and gives it
+/// its attributes.
+template <class Format>
+void WritePlaces(ParameterView const& top, Format& format, KelSAX::ISAXWriter& writer) {
+    OpenElements elements(writer);
+    for (FileWalk walk(top); !writer.HasFailed() && walk.Next();) {
+        if (format.IsLeftOut(walk)) {
+            walk.SkipContent();
+            continue;
+        }
+        elements.CloseTo(walk.Depth() != 0 ? walk.Depth() - 1 : 0);
+        format.WriteStart(walk, elements, writer);
+        if (walk.IsLeaf()) {
+            WriteLeafValue(walk.Node(), writer);
+        }
+    }
+}
+
+} // namespace Zantrel
