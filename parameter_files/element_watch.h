@@ -42,7 +42,7 @@ public:
     /// of which the name is all that counts, and for what stands deeper than the check goes.
     bool Admits(FileElement const& element, std::string_view tag, std::size_t depth);
 
-    /// The watch of a child that stands on `node`.
+    /// The watch of an element within this one that stands on `node`; it ends first. Throws std::bad_alloc.
     std::unique_ptr<ElementWatch> Below(LayoutNode const& node) const {
         return std::make_unique<ElementWatch>(m_validity, &node);
     }

@@ -10,10 +10,14 @@
 #include <zantrel/sax/sax_utilities.h>
 #include <zantrel/text/string_conversion.h>
 
+// What is hidden is settled here and not in the handlers, so that a host that drives a read itself finds its
+// flags as they were.
+
 namespace Zantrel {
 
 namespace {
 
+/// The choice in the file, or that of no filter: a write never fails for its filter's sake.
 ParameterDatabaseIOFiltering ReadFilter(std::wstring const& path) {
     ParameterDatabaseIOFiltering filtering;
     if (!path.empty()) {
@@ -23,7 +27,8 @@ ParameterDatabaseIOFiltering ReadFilter(std::wstring const& path) {
     return filtering;
 }
 
-/// A file without general parameters was written with them hidden.
+/// A file without general parameters was written with them hidden. After the read and not before it, since a
+/// file that has them leaves the flag as it was unless it says otherwise.
 void HideGeneralIfMissing(ParameterDatabase& database, ParameterNodeRead const& handler) {
     ParameterNode const editor = database.GetProfileEditor();
     if (!handler.HasMetGenericParameters() && editor.IsValid()) {

@@ -14,6 +14,8 @@ class MachineFormat {
 public:
     explicit MachineFormat(KlvrProperties::WriteOptions const& options) : m_options(options) {}
 
+    /// What has no profile list on its way to the top goes, and so does what the list holds beside profiles;
+    /// a profile of a leaf's type keeps its value.
     bool IsLeftOut(FileWalk const& walk) const {
         bool const isOfProfileLists =
             walk.Kind() == PlaceKind::ProfileList || walk.Kind() == PlaceKind::Profile;

@@ -6,7 +6,8 @@
 #include <zantrel/sax/sax_persist.h>
 
 /// Writes a place of a database, with all below it, as the content of an element of a machine parameters
-/// file. The options are borrowed.
+/// file. The database and the options must outlive the handler and mustn't change while it writes. What can't
+/// be written makes the writer fail, so Write itself always answers true.
 class ParameterNodeWriteKlvrProperties : public ISAXPersistHelper {
 public:
     ParameterNodeWriteKlvrProperties(Zantrel::ParameterView const& node,

@@ -31,11 +31,14 @@ private:
     /// For an element within the one of `parent`.
     NodeRead(ParameterNode const& node, NodeRead const& parent);
 
+    // What the element is, by its tag, its name and the cursor's node. Both touch no bag.
     FileElement Recognise(std::string const& tag, KelSAX::ISAXReader& reader);
     FileElement RecogniseParameter(std::string const& tag, KelSAX::ISAXReader& reader);
     bool IsOnProfileList() const { return m_node.m_isContainer && m_node.m_pNode->m_isProfileList; }
     bool IsOnList() const { return m_node.m_isContainer && m_node.m_pNode->m_isList; }
 
+    // Each takes the element that is being handled, which Recognise has found to be of that kind. What has
+    // children pushes a handler for them; a value, flag or entry without a place in the database is noted.
     void ReadDefault(KelSAX::ISAXReader& reader);
     void ReadEntry(KelSAX::ISAXReader& reader);
     void ReadParameter(LayoutNode const& child, KelSAX::ISAXReader& reader);

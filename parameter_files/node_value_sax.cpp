@@ -13,6 +13,8 @@ void NoteStrayText(KelSAX::ISAXReader& reader) {
     }
 }
 
+/// A value is read in place, without a copy and without an exception where there is none: of documents for
+/// other layouts that may be each one.
 template <class T> void ReadLeafValue(ParameterNode const& leaf, KelSAX::ISAXReader& reader) {
     if constexpr (std::is_same_v<T, KelAM::FileContent>) {
         NoteStrayText(reader);
@@ -41,6 +43,8 @@ IPersistentProperty const* FindSoleValue(ParameterNode const& leaf) {
     return leaf.IsValid() ? BagAccess::FindSole(*leaf.m_pProperties) : nullptr;
 }
 
+/// By the node's type and not by the property's class: what a host has put under the value's name, and the
+/// layout doesn't know as one, is no part of a file.
 void WriteLeafValue(ParameterNode const& leaf, KelSAX::ISAXWriter& writer) {
     if (leaf.m_pNode == nullptr) {
         return; // a place of a copied layout, or below a place without content

@@ -3,7 +3,8 @@
 
 #include "parameter_files/node_read.h"
 
-/// Reads the root of a generic parameter file, whose tags are the names of nodes.
+/// Reads the root of a generic parameter file, whose tags are the names of nodes. The database of the cursor
+/// must outlive the handler.
 class ParameterNodeRead : public Zantrel::NodeRead {
 public:
     /// With a `validity`, which is borrowed, the file is checked on the way.

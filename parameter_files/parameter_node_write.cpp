@@ -10,6 +10,10 @@
 using namespace Zantrel;
 namespace Word = Zantrel::ParameterFileWord;
 
+// A flag is written where it differs from what a reader would find without it, and not everywhere where it is
+// read: each kind of place has its own row of flags below, and the reader has rows of its own. The
+// differences are part of the format.
+
 namespace {
 
 bool IsEntry(PlaceKind kind) {
@@ -34,6 +38,7 @@ public:
         if (kind == PlaceKind::DefaultProfile) {
             return isFiltered && !m_filtering.m_exportDefaultParameters;
         }
+        // Hidden ones are left out whatever the filter says: the reader hides what is missing.
         bool const isGeneral = walk.Depth() != 0 && !IsEntry(kind) && walk.Name() == Word::GenericParameters;
         return isGeneral &&
                ((isFiltered && !m_filtering.m_exportGeneralParameters) || walk.Node().GetHidden());

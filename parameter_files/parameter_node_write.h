@@ -6,6 +6,8 @@
 #include <zantrel/sax/sax_persist.h>
 
 /// Writes a place of a database, with all below it, as the content of an element of a generic parameter file.
+/// The database must outlive the handler and mustn't change while it writes; the filter is copied. What can't
+/// be written makes the writer fail, so Write itself always answers true.
 class ParameterNodeWrite : public ISAXPersistHelper {
 public:
     ParameterNodeWrite(Zantrel::ParameterView const& node,

@@ -61,6 +61,7 @@ inline constexpr TypeWord Types[] = {
 };
 static_assert(InEnumOrder(Types, &TypeWord::type, eTypeLayoutNode::StandardOptions));
 
+/// The word of a type; for a number that is none the one that says so.
 constexpr std::string_view WordOf(eTypeLayoutNode type) {
     auto const index = static_cast<std::size_t>(type);
     return index < std::size(Types) ? Types[index].word : Unsupported;
@@ -88,7 +89,8 @@ inline bool CanHave(ParameterNode const& node, FlagBearers bearers) {
 }
 
 /// A flag of a node in a file: its attribute and the cursor's operations. It is written where it differs from
-/// `ordinary`.
+/// `ordinary`. The operations throw where CanHave is false; which flags an element is read or written for
+/// stands with each reader and writer.
 struct FlagAttribute {
     std::string_view word;
     FlagBearers bearers;

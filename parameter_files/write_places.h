@@ -25,6 +25,7 @@ public:
     OpenElements& operator=(OpenElements const&) = delete;
     ~OpenElements() { CloseTo(0); }
 
+    /// Opens one more, within those that are open. Its attributes come next.
     void Open(std::string_view tag) {
         m_writer.OpenElement(tag);
         ++m_count;
@@ -33,7 +34,7 @@ public:
         m_writer.OpenElement(tag);
         ++m_count;
     }
-    /// Leaves `count` of them open.
+    /// Closes the innermost ones until `count` are left; nothing where there are no more than that.
     void CloseTo(std::size_t count) noexcept {
         for (; m_count > count; --m_count) {
             m_writer.CloseElement();
@@ -53,6 +54,8 @@ public:
     explicit FileWalk(ParameterView const& top)
         : AnyWalk(top, SameNames::FirstAgain, TwofoldContainers::AreProfileLists) {}
 
+    /// The cursor on the place; on nothing where the layout has a node and the database no content. Good
+    /// until Next.
     ParameterNode const& Node() const noexcept { return AsNode(); }
 };
 
