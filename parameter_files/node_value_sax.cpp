@@ -2,7 +2,6 @@
 #include "parameter_files/node_value_sax.h"
 
 #include "store/bag_access.h"
-
 #include "text/numbers.h"
 
 namespace Zantrel {
