@@ -27,4 +27,5 @@ if(ZANTREL_BUILD_FUZZ)
     text/*.cpp io/*.cpp xml/*.cpp sax/*.cpp store/*.cpp
     layout/*.cpp database/*.cpp parameter_files/*.cpp layout_files/*.cpp build_ticket/*.cpp)
   zantrel_add_fuzz_target(layout_file ${layout_file_sources})
+  target_compile_definitions(zantrel_fuzz_layout_file PRIVATE "ZANTREL_TESTS=\"${PROJECT_SOURCE_DIR}/tests\"")
 endif()

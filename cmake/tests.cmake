@@ -14,8 +14,9 @@ else()
   find_program(XMLLINT xmllint REQUIRED) # holds the schemas against what the library writes
 endif()
 
-add_executable(zantrel_tests ${test_sources})
+add_executable(zantrel_tests ${test_sources} tests/support/failing_allocator.cpp)
 target_link_libraries(zantrel_tests PRIVATE zantrel_internal zantrel_warnings GTest::gmock_main)
+target_compile_definitions(zantrel_tests PRIVATE "ZANTREL_TESTS=\"${PROJECT_SOURCE_DIR}/tests\"")
 if(NOT CMAKE_CROSSCOMPILING)
   target_link_libraries(zantrel_tests PRIVATE EXPAT::EXPAT LibXml2::LibXml2)
   set(schema_tests ${test_sources})
@@ -42,6 +43,7 @@ target_link_libraries(zantrel_thread_tests PRIVATE zantrel_internal zantrel_warn
 # run, and where they are built for another system, with those that were written here.
 add_executable(zantrel_written_files tests/written_files/written_files.cpp)
 target_link_libraries(zantrel_written_files PRIVATE zantrel_internal zantrel_warnings GTest::gmock)
+target_compile_definitions(zantrel_written_files PRIVATE "ZANTREL_TESTS=\"${PROJECT_SOURCE_DIR}/tests\"")
 if(CMAKE_CROSSCOMPILING)
   set(ZANTREL_WRITTEN_FILES ${PROJECT_SOURCE_DIR}/build/dev/written_files CACHE PATH
     "Where the tests of the build for this system have written their files")

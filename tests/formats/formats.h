@@ -278,51 +278,12 @@ inline constexpr DocumentIo<ParameterDatabaseIOFiltering> FilterFile = {
         return true;
     }};
 
-inline constexpr char const* MachineExample =
-    "<R><Property Name='GenericParameters' Type='Complex'><Property Name='I' Type='integer'>7</Property>"
-    "</Property><Property Name='G' Type='Complex'><Property Name='D' Type='number'>1.5</Property><Property "
-    "Name='B' Type='bool'>True</Property><Property Name='S' Type='string'> a\xC3\xA4&lt;</Property><Property "
-    "Name='A' Type='Unsupported'><Name>n</Name><Data>AP8=</Data></Property><Property Name='X' "
-    "Type='StandardOptions'>x</Property></Property><Property Name='N' Type='integer'><Instance>1</Instance>"
-    "</Property><Property Name='M' Type='Complex'><Instance><Property Name='I' Type='integer'>3</Property>"
-    "</Instance></Property><Property Name='C' Type='Complex' ProfileList=''><Default><Property Name='I' "
-    "Type='integer'>5</Property></Default><Profile Name='p &amp; q'><Property Name='C' Type='Complex' "
-    "ProfileList=''><Profile Name='in'><Property Name='S' Type='string'/></Profile></Property></Profile>"
-    "</Property><Property Name='Z' Type='Complex' ProfileList=''><Profile Name='b'/></Property></R>";
-
-inline constexpr char const* MetaExample =
-    "<R><Version><Major Type='Int'>1</Major><Minor Type='Int'>0</Minor></Version><ProfileEditor>"
-    "<L CategoriesName='c'><I Type='Int' DisplayName='d' Precision='4'>5</I></L><M Type='ListContainer'/>"
-    "<B Type='Bool'>True</B><K ProfilesXMLName='P' DisplayName='k'><P><D Type='Double'>1.5</D></P></K>"
-    "<F Type='OptionsFromProfiles' ProfileName='K' PropertyName='p'>x</F><T Type='TransformListContainer'>"
-    "<S Type='String' Options='o;p'>s<Options><Option DisplayName='o'>s</Option></Options></S></T>"
-    "<InheritOverrides><OverrideEntry>L</OverrideEntry></InheritOverrides></ProfileEditor>"
-    "<ParameterStructure><AdditionalConfiguration/></ParameterStructure><JobConfigurator>"
-    "<PlatformConfigurator><PlatformOptions><A Type='FileAttachment'/></PlatformOptions><PartOptions>"
-    "<O Type='StandardOptions'/></PartOptions></PlatformConfigurator></JobConfigurator><PartConfigurator>"
-    "<W Type='Distance'>2</W></PartConfigurator><ResourceDictionary><Entry Key='k'>"
-    "<Translation Language='l'>t</Translation></Entry></ResourceDictionary><p:ProfileEditor><p:A "
-    "Type='FileAbsolute'>a</p:A></p:ProfileEditor></R>";
-
-inline constexpr char const* TemplateExample =
-    "<R><MachineParameters><PropertyNode Name='A' Type='Complex' ProfileList='' DisplayName='d' "
-    "DisplayNameContainer='c'><PropertyNode Name='B' Type='integer' "
-    "Default='5'/></PropertyNode><PropertyNode "
-    "Name='C' Type='number' List='' PropertyName='p'/></MachineParameters><BuildTicket><Defaults>"
-    "<PropertyNode Name='E' Type='bool' Default='True'/><PropertyNode Name='F' Type='ProfileName' "
-    "ProfileName='A'/></Defaults><PartOverrides><PropertyNode Name='G' Type='string' Options='a;b' "
-    "Default='a'/><PropertyNode Name='H' Type='FileAbsolute'/></PartOverrides></BuildTicket><PropertyNode "
-    "Name='I' Type='StandardOptions'/><p:PropertyNode Name='&lt;' Type='enum'/><X/></R>";
-
-inline constexpr char const* TicketExample =
-    "<R><Info><Source Id='s'/></Info><Defaults type='build'><Property Name='a' Type='integer'>5</Property>"
-    "<Property Name='d' Type='number'>.5</Property><Property Name='f' Type='bool'>1</Property><Property "
-    "Name='g' Type='string'>t</Property></Defaults><PartOverrides><Instance uuid='p' type='object'><Property "
-    "Name='b' Type='ComplexArray'><Property Type='Complex'><Property Name='c' Type='FileContent'><Name>n"
-    "</Name><Data>AP8=</Data></Property></Property></Property></Instance></PartOverrides><ObjectProperties>"
-    "<Instance uuid='{01234567-89AB-CDEF-0123-456789abcdef}'><Component "
-    "uuid='01234567-89ab-cdef-0123-456789abcdef'><Property Name='e' Type='Complex' Deleted='1'/></Component>"
-    "<Property Name='ObjectType' Type='SubProperties'/></Instance></ObjectProperties></R>";
+/// A document of a format, without its line ends.
+inline std::string ExampleOf(std::string const& format) {
+    std::string text = ContentOf(ZANTREL_TESTS "/formats/examples/" + format + ".xml");
+    std::erase(text, '\n');
+    return text;
+}
 
 template <class Object, auto const& Io> std::unique_ptr<Subject> Make() {
     return std::make_unique<SubjectOf<Object, Io>>();
@@ -331,13 +292,14 @@ template <class Object, auto const& Io> std::unique_ptr<Subject> Make() {
 inline std::vector<Format> const& WrittenFormats() {
     static std::vector<Format> const formats = {
         {"GenericParameters", SmallFile, Make<ParameterDatabase, GenericParameters>, L"Root/G/S"},
-        {"MachineParameters", MachineExample, Make<ParameterDatabase, MachineParameterFile<false>>,
-         L"KlvrMachineParameters/Property/Property"},
-        {"MetaFile", MetaExample, Make<TranslatedLayout, MetaFile>, L"SomeRootname/PartConfigurator/S",
-         false},
-        {"PropertyTemplate", TemplateExample, Make<TranslatedLayout, PropertyTemplate>,
+        {"MachineParameters", ExampleOf("machine_parameters"),
+         Make<ParameterDatabase, MachineParameterFile<false>>, L"KlvrMachineParameters/Property/Property"},
+        {"MetaFile", ExampleOf("meta_file"), Make<TranslatedLayout, MetaFile>,
+         L"SomeRootname/PartConfigurator/S", false},
+        {"PropertyTemplate", ExampleOf("property_template"), Make<TranslatedLayout, PropertyTemplate>,
          L"KlvrPropertyTemplate/BuildTicket/PartOverrides/PropertyNode"},
-        {"Ticket", TicketExample, Make<BuildTicket, TicketFile<2>>, L"KlvrBuildTicket/Defaults/Property"},
+        {"Ticket", ExampleOf("ticket"), Make<BuildTicket, TicketFile<2>>,
+         L"KlvrBuildTicket/Defaults/Property"},
     };
     return formats;
 }
@@ -364,10 +326,7 @@ inline constexpr WrittenForm WrittenForms[] = {
 inline std::vector<Format> const& Formats() {
     static std::vector<Format> const formats = [] {
         std::vector<Format> all = WrittenFormats();
-        all.push_back({"Filter",
-                       "<F><ExportGeneralParameters>False</ExportGeneralParameters><X>"
-                       "<ExportDefaultParameters>0</ExportDefaultParameters></X></F>",
-                       Make<ParameterDatabaseIOFiltering, FilterFile>, L""});
+        all.push_back({"Filter", ExampleOf("filter"), Make<ParameterDatabaseIOFiltering, FilterFile>, L""});
         return all;
     }();
     return formats;

@@ -103,9 +103,9 @@ TEST(Schema, RefusesAllMistakesButThese) {
     ParameterLayout layout;
     FillSmallLayout(layout);
     BuildTicket ticket(nullptr);
-    EXPECT_TRUE(Load(ticket, TicketExample));
+    EXPECT_TRUE(Load(ticket, ExampleOf("ticket")));
     auto const machine = FormatCalled("MachineParameters").make();
-    EXPECT_TRUE(ReadText(*machine, MachineExample));
+    EXPECT_TRUE(ReadText(*machine, ExampleOf("machine_parameters")));
     std::pair<std::string, char const*> const documents[] = {
         {FileOf(*machine), MachineSchema},      {WriteText(PropertyTemplate, layout), MachineSchema},
         {FileOf(MetaFile, layout), MetaSchema}, {Saved(ticket, 1), MachineSchema},
@@ -116,5 +116,5 @@ TEST(Schema, RefusesAllMistakesButThese) {
         ExpectAllValid({document}, schema);
         taken += "# " + std::string(schema) + '\n' + TakenMistakes(document, schema);
     }
-    EXPECT_EQ(taken, ContentOf(ZANTREL_SCHEMAS "/../tests/formats/mistakes_taken_by_schemas.txt"));
+    EXPECT_EQ(taken, ContentOf(ZANTREL_TESTS "/formats/mistakes_taken_by_schemas.txt"));
 }

@@ -3,8 +3,6 @@
 
 #include <cstdlib>
 #include <limits>
-#include <memory>
-#include <vector>
 
 namespace {
 
@@ -74,21 +72,3 @@ AllocationFailure::~AllocationFailure() { state.untilFailure = Never; }
 bool AllocationFailure::Happened() const noexcept { return state.happened; }
 
 } // namespace TestSupport
-
-TEST(FailingAllocator, FailsTheAllocationAskedForAndCountsWhatIsAlive) {
-    std::ptrdiff_t const before = TestSupport::LiveAllocations();
-    std::vector<std::unique_ptr<int>> numbers(3);
-    std::size_t made = 0;
-    std::size_t const failures = TestSupport::FailEachAllocation(
-        [&] {
-            for (made = 0; made < numbers.size(); ++made) {
-                numbers[made] = std::make_unique<int>(1);
-            }
-        },
-        [&](std::size_t nth, bool completed) {
-            EXPECT_EQ(made, nth);
-            EXPECT_EQ(completed, nth == numbers.size());
-        });
-    EXPECT_EQ(failures, numbers.size());
-    EXPECT_EQ(TestSupport::LiveAllocations(), before + 4);
-}
