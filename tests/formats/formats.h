@@ -211,28 +211,27 @@ inline constexpr DocumentIo<ParameterDatabase> GenericParameters = {
     [](ParameterDatabase const& database, std::wstring const& path, WriteReport* report) {
         return Zantrel::WriteFile(database, path, L"", report);
     },
-    [](ParameterDatabase& database, std::istream& in, ReadReport* report) {
-        std::unique_ptr<ISAXPersist> const handler(_CreateSaxHandlerForReading(database));
-        return KelAM::SaxUtilities::ReadStream(in, *handler, report);
-    },
+    Zantrel::ReadStream,
     [](ParameterDatabase const& database, std::ostream& out, WriteReport* report) {
         return Zantrel::WriteStream(database, out, {}, report);
     }};
+
+template <bool ProfileListsOnly> KlvrProperties::WriteOptions MachineOptions() {
+    KlvrProperties::WriteOptions options;
+    options.m_profileListsOnly = ProfileListsOnly;
+    return options;
+}
 
 template <bool ProfileListsOnly>
 inline constexpr DocumentIo<ParameterDatabase> MachineParameterFile = {
     "machine parameters file",
     KlvrProperties::ReadFile,
     [](ParameterDatabase const& database, std::wstring const& path, WriteReport* report) {
-        KlvrProperties::WriteOptions options;
-        options.m_profileListsOnly = ProfileListsOnly;
-        return KlvrProperties::WriteFile(database, path, options, report);
+        return KlvrProperties::WriteFile(database, path, MachineOptions<ProfileListsOnly>(), report);
     },
     KlvrProperties::ReadStream,
     [](ParameterDatabase const& database, std::ostream& out, WriteReport* report) {
-        KlvrProperties::WriteOptions options;
-        options.m_profileListsOnly = ProfileListsOnly;
-        return KlvrProperties::WriteStream(database, out, options, report);
+        return KlvrProperties::WriteStream(database, out, MachineOptions<ProfileListsOnly>(), report);
     },
     true};
 
