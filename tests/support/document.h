@@ -143,7 +143,8 @@ inline std::vector<Mistake> MistakesIn(std::string const& document) {
             mistakes.push_back({name, "moved", start, at + element.whole.size() - start,
                                 std::string(element.whole) + std::string(before)});
         }
-        for (auto const& [word, value] : element.attributes) {
+        for (Element::Attribute const& attribute : element.attributes) {
+            std::string_view const word = attribute.name, value = attribute.value;
             auto const begin = static_cast<std::size_t>(word.data() - element.tag.data());
             auto const change = [&](char const* what, std::string const& with) {
                 std::string start = tag;
