@@ -3,7 +3,7 @@
 // Ending the children of one layout node one by one, forwards, backwards and in a random order: the time for
 // 10 thousand, for 100 thousand, and how many times the second is the first. Ten would be linear.
 
-#include <zantrel/layout/layout_node.h>
+#include <zantrel/layout/parameter_layout.h>
 
 #include <benchmark/benchmark.h>
 
@@ -22,7 +22,8 @@ enum class Order { Forwards, Backwards, Random };
 
 /// How long it takes to end `count` children, in seconds.
 double SecondsToRemove(std::size_t count, Order order) {
-    LayoutNode parent;
+    ParameterLayout layout;
+    LayoutNode& parent = *layout.m_partConfigurator;
     std::vector<LayoutNode*> children;
     for (std::size_t number = 0; number < count; ++number) {
         children.push_back(parent.AddNode(std::to_wstring(number).c_str()));
