@@ -38,6 +38,7 @@ void Assign(KelAM::ExternalProperties& target, KelAM::ExternalProperties const& 
     }
 }
 
+// An entry of the bag shares its name, borrowed or counted, since both are of one tree.
 EntryName NameFrom(PersistentProperties const* bag, std::wstring const& name, NameCopier& names) {
     if (bag != nullptr) {
         EntryReader const reader = BagInside::Reader(*bag);

@@ -33,10 +33,9 @@ template <class Visitor> decltype(auto) VisitEnding(std::uintptr_t word, Visitor
     return VisitForm(word, visit);
 }
 
-/// Ends a property and gives the content that it had: a bag's table, a sequence's bags, or 0.
-std::uintptr_t EndProperty(PropertyHandle property) noexcept {
+std::uintptr_t TakeContent(IPersistentProperty& property) noexcept {
     std::uintptr_t content = 0;
-    VisitProperty(*property.Get(), [&content]<class Class>(Class& typed) {
+    VisitProperty(property, [&content]<class Class>(Class& typed) {
         using Value = decltype(typed.m_value);
         if constexpr (std::is_base_of_v<PersistentProperties, Value>) {
             content = BagInside::TakeWord(typed.m_value);
@@ -44,8 +43,20 @@ std::uintptr_t EndProperty(PropertyHandle property) noexcept {
             content = WordOf(BagInside::TakeContent(typed.m_value));
         }
     });
-    property.End();
     return content;
+}
+
+/// Ends a property and gives the content that it had: a block, a tree, a sequence's bags, or 0. Bags in
+/// single form, as of a leaf, are ended on the way, one in the other.
+std::uintptr_t EndProperty(PropertyHandle property) noexcept {
+    for (;;) {
+        std::uintptr_t const content = TakeContent(*property.Get());
+        property.End();
+        if ((content & SequenceBits) != SingleBit) {
+            return content;
+        }
+        property = PropertyHandle::FromWord(content & ~SingleBit);
+    }
 }
 
 /// Takes the last piece of `ending` and gives the content of that piece. Sets `ending` to 0 once it has none

@@ -15,6 +15,7 @@ EntryName EntryName::Borrow(std::wstring const& text) noexcept {
     return EntryName(reinterpret_cast<std::uintptr_t>(&text));
 }
 
+// The library's own words are literals that last as long as the program, so nobody needs a copy of them.
 EntryName EntryName::Own(std::wstring_view text) {
     if (auto const* reserved = Reserved().Find(text)) {
         return Borrow(*reserved);

@@ -68,7 +68,8 @@ IPersistentProperty* EntryReader::Sole() const noexcept {
                                     [](auto) -> IPersistentProperty* { return nullptr; }});
 }
 
-// Changing
+// Changing. What may throw comes before the first change of the word, so that a table is never half of one
+// form and half of another.
 
 /// Moves the entries to a new block of this capacity. Not for a tree.
 EntryBlock* EntryTable::Grow(std::size_t capacity, std::size_t bytes) {
@@ -105,7 +106,8 @@ RecordRoom EntryTable::Reserve(std::size_t count, std::size_t bytes) {
     return {room, room + bytes};
 }
 
-/// Of a block, which is full.
+/// Of a block, which is full. The names are copied and not moved: while the tree is built, which may fail,
+/// the block stays as it is.
 EntryTree* EntryTable::TurnIntoTree() {
     auto* const block = reinterpret_cast<EntryBlock*>(m_word);
     auto tree = std::make_unique<EntryTree>();

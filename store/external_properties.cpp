@@ -67,6 +67,8 @@ PersistentProperty<ExternalProperties>* FindStore(PersistentProperties const& st
 
 } // namespace
 
+// As PersistentProperties::GetValuePointer does it, but past entries of other classes, which a host may have
+// put under the same key.
 ExternalProperties* DatabaseExternalProperties::GetProperties(ExternalPropertyID const& id, bool create) {
     std::wstring const key = id.FormatGuid(false, false);
     auto* store = FindStore(*this, key);

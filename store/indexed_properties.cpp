@@ -12,6 +12,8 @@
 
 template class PersistentProperty<IndexedProperties<PersistentProperties>>;
 
+// The bags themselves stand in a SequenceContent, which is made with the first of them.
+
 using namespace Zantrel;
 using Sequence = IndexedProperties<PersistentProperties>;
 

@@ -45,6 +45,8 @@ void Put(Sequence const& sequence, MFile& file, int depth) {
     }
 }
 
+// The type name of each property comes from the property itself, and only what CreateProperty makes of it can
+// be read back; so a class of a host's own is refused while writing, not when it is too late.
 void Put(PersistentProperties const& bag, MFile& file, int depth) {
     if (depth > DepthLimit) {
         throw std::runtime_error("bags nested too deeply for the binary form");
@@ -68,6 +70,8 @@ void Put(KelAM::ExternalProperties const& bag, MFile& file, int depth) {
     Put(static_cast<PersistentProperties const&>(bag), file, depth);
 }
 
+/// A length or count, each unit of which takes at least `bytesEach`: what the bytes can't hold is refused
+/// before any memory is asked for.
 std::uint64_t TakeLength(MFile& file, std::uint64_t bytesEach) {
     std::uint64_t const length = file.ReadUnsigned64();
     if (length > file.GetRemaining() / bytesEach) {
@@ -123,6 +127,7 @@ std::unique_ptr<IPersistentProperty> TakeProperty(MFile& file, int depth) {
     return property;
 }
 
+// Read into bags of their own first, so that bytes that turn out to be no such form change nothing.
 void Take(PersistentProperties& bag, MFile& file, int depth) {
     if (depth > DepthLimit) {
         throw std::runtime_error("bags nested too deeply in the binary form");

@@ -19,7 +19,8 @@ namespace Word = Zantrel::PropertySetWord;
 
 using Sequence = IndexedProperties<PersistentProperties>;
 
-// Reading
+// Reading. An element that can't be made a property is passed over, but its children aren't: they come to the
+// same handler, as the drivers have it, and land in the bag around it.
 
 namespace {
 
@@ -91,6 +92,7 @@ void PropertySetRead::Add(IPersistentProperty* property) {
     BagInside::Table(*m_target).Insert(std::move(name), PropertyHandle::Heap(added.release()));
 }
 
+/// All spellings of a component's identifier lead to one nested set, under the spelling that hosts look for.
 bool PropertySetRead::ReadComponent(KelSAX::ISAXReader& reader) {
     std::wstring uuid;
     if (!reader.ReadAttribute(uuid, Word::Uuid)) {
@@ -142,7 +144,8 @@ bool WriteAsContainer(IPersistentProperty const& property, KelSAX::ISAXWriter& w
     return container != nullptr;
 }
 
-/// The attribute "Type" and the value.
+/// The attribute "Type" and the value. A class of the host's own that is no container is written under its
+/// own type name, and only a reader of the host's can read it back.
 bool WriteTyped(IPersistentProperty const& property, KelSAX::ISAXWriter& writer) {
     bool const isKnown = VisitProperty(property, [&writer](auto const& typed) {
         writer.WriteAttribute(Word::Type, TypeWord<std::decay_t<decltype(typed.m_value)>>);

@@ -11,7 +11,8 @@ using Sequence = IndexedProperties<PersistentProperties>;
 
 namespace {
 
-// One set of overloads per function; the exported templates below only pass on to them.
+// One set of overloads per function; the exported templates below only pass on to them. A bag's value and a
+// file's are read by handlers, which outlast the call: they fill the value while its element's children come.
 
 bool WriteToXml(std::int32_t value, KelSAX::ISAXWriter& writer) {
     writer.WriteIntegerValue(value);

@@ -7,6 +7,9 @@
 
 #include <vector>
 
+// Each text is made anew once for all the bags that go together. An entry whose name was replaced has the
+// same text as before, so its place in the order stays.
+
 namespace Zantrel {
 
 namespace {

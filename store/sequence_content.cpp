@@ -38,6 +38,7 @@ Place PlaceOf(std::size_t index) {
 
 } // namespace
 
+/// The content with room for its table behind it.
 SequenceContent* SequenceContent::Make(std::uint32_t capacity) {
     return ::new (::operator new(sizeof(SequenceContent) + capacity * sizeof(PersistentProperties*)))
         SequenceContent(capacity);
@@ -54,6 +55,8 @@ PersistentProperties& SequenceContent::At(std::size_t index) noexcept {
 }
 
 PersistentProperties& SequenceContent::Append(SequenceContent*& content) {
+    // Only at the border of a piece is there something to make: the piece, and where the table is full a
+    // larger one, to which the pieces move by their addresses.
     std::size_t const size = content != nullptr ? content->m_size : 0;
     std::uint32_t const pieces = content != nullptr ? content->m_pieces : 0;
     if (PlaceOf(size).piece == pieces) {

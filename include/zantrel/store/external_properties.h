@@ -15,11 +15,15 @@ namespace KelAM {
 /// GUID stays itself in every form, so that no two distinct identifiers fall together.
 class ZANTREL_EXPORT ExternalPropertyID {
 public:
+    /// The empty text, which is no GUID.
     ExternalPropertyID() = default;
+    /// Takes any text. Throws std::bad_alloc.
     explicit ExternalPropertyID(std::wstring const& text);
 
+    /// The GUID as 36 characters, or as 38 with braces; any other text as it came.
     std::wstring FormatGuid(bool braces, bool upperCase) const;
 
+    /// Whether both name one object, however they were spelt.
     bool operator==(ExternalPropertyID const& other) const { return m_text == other.m_text; }
     bool operator!=(ExternalPropertyID const& other) const { return !(*this == other); }
 
@@ -33,6 +37,7 @@ private:
 class ZANTREL_EXPORT ExternalProperties : public PersistentProperties {
 public:
     ExternalProperties() = default;
+    /// Copies kind, identifier and entries. `other` may stand within the bag that it is assigned to.
     ExternalProperties(ExternalProperties const&) = default;
     ExternalProperties& operator=(ExternalProperties const& other);
     ~ExternalProperties() override;
@@ -64,7 +69,9 @@ public:
 /// database that outlives the handler.
 class ZANTREL_EXPORT DatabaseExternalPropertiesSax : public ISAXPersistHelper {
 public:
+    /// `database` is borrowed; with null every element is passed over.
     explicit DatabaseExternalPropertiesSax(DatabaseExternalProperties* database) : m_database(database) {}
+    /// Takes an "Instance" that has a "uuid", and adds its properties to those that the object has.
     bool HandleTag(std::string const& tag, KelSAX::ISAXReader& reader) override;
 
 private:

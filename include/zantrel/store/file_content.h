@@ -18,6 +18,7 @@ namespace KelAM {
 class ZANTREL_EXPORT FileContent {
 public:
     FileContent() = default;
+    /// Takes both as they are; the name need be none that a file can have.
     FileContent(std::wstring name, std::vector<std::byte> data)
         : m_name(std::move(name)), m_data(std::move(data)) {}
 
@@ -38,8 +39,8 @@ public:
     }
     bool operator!=(FileContent const& other) const { return !(*this == other); }
 
-    std::wstring m_name;
-    std::vector<std::byte> m_data;
+    std::wstring m_name;           ///< the file's name without a folder, as it is shown and written
+    std::vector<std::byte> m_data; ///< the file's bytes
 };
 
 /// Reads the content of one element, the children "Name" and "Data" (base64), into a content that outlives

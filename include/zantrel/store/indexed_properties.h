@@ -12,16 +12,17 @@ namespace Zantrel {
 class SequenceContent;
 }
 
-/// An ordered sequence of bags. A reference to a bag stays good while the sequence grows, until Clear, an
-/// assignment or Read. Belongs to one thread at a time.
+/// An ordered sequence of bags, as a list of a database holds its items. A reference to a bag stays good
+/// while the sequence grows, until Clear, an assignment or Read. Belongs to one thread at a time.
 template <> class ZANTREL_EXPORT IndexedProperties<PersistentProperties> : public IMergeablePropertyValue {
 public:
     IndexedProperties() noexcept = default;
-    /// Copies deeply.
+    /// Copy deeply. What stood here ends last: `other` may stand within one of the bags.
     IndexedProperties(IndexedProperties const& other);
     IndexedProperties& operator=(IndexedProperties const& other);
     ~IndexedProperties() override;
 
+    /// Whether both have as many bags, each equal to the other's at its place.
     bool operator==(IndexedProperties const& other) const;
     bool operator!=(IndexedProperties const& other) const { return !(*this == other); }
 
@@ -35,6 +36,7 @@ public:
     PersistentProperties& GetProperty(std::int32_t index);
     PersistentProperties const& GetProperty(std::int32_t index) const;
     unsigned long long GetNumProperties() const noexcept;
+    /// Ends all bags.
     void Clear() noexcept;
     /// Exchanges the bags, which stay where they are. Where they had names of a layout or of the tree that
     /// they leave, they get names of their own; std::bad_alloc passes through before anything is exchanged.

@@ -26,10 +26,14 @@ struct NamedProperty {
 /// A bag: an ordered multi-map from name to an owned property. Names order by UTF-16 code unit; entries of
 /// one name stay in the order of insertion, and the first of them is the one that lookups find.
 ///
-/// Pointers to properties, and through them to values and inner bags, stay good while their entry lives;
-/// copying into a bag ends its old entries. A bag belongs to one thread at a time with all it stands in (its
-/// database or ticket), also for reading: lookups write the deleted mark, and bags share names. Wherever
-/// memory runs out, std::bad_alloc passes through and the bag is as it was.
+/// Pointers to properties, and through them to values and inner bags, stay good while their entry lives:
+/// until it is removed, the bag ends, or something is assigned to the bag or to one around it. Bags may be
+/// nested as deep as memory lasts; copying, comparing, merging and ending them takes no stack in the depth.
+///
+/// The templates take the classes that PersistentProperty names. Names may be any text, also an empty one. A
+/// bag belongs to one thread at a time with all it stands in (its database or ticket), also for reading:
+/// lookups write the deleted mark, and bags share names. Wherever memory runs out, std::bad_alloc passes
+/// through and the bag is as it was.
 class ZANTREL_EXPORT PersistentProperties : public IMergeablePropertyValue {
 public:
     /// Walks the entries in order, giving pairs of name and property. Good until an entry of the bag is added
@@ -61,8 +65,10 @@ public:
     };
 
     PersistentProperties() noexcept = default;
-    /// Copies deeply, the deleted marks too.
+    /// Copies deeply, the deleted marks too. The copy shares nothing with `other` and may go to another
+    /// thread.
     PersistentProperties(PersistentProperties const& other);
+    /// The same in place of what stood here, which ends last: `other` may stand within this bag.
     PersistentProperties& operator=(PersistentProperties const& other);
     ~PersistentProperties() override;
 
@@ -81,6 +87,7 @@ public:
     /// Ends all properties of this name, or the first one only.
     void RemoveProperty(std::wstring const& name, bool firstOnly);
 
+    /// How many entries there are, those marked deleted too.
     bool IsEmpty() const noexcept { return m_entries == 0 || GetNumProperties() == 0; }
     std::size_t GetNumProperties() const noexcept;
     /// The entries in order: `for (auto [name, property] : bag)`.

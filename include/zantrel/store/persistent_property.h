@@ -29,6 +29,12 @@ public:
 
 /// One property of a bag. A bag owns its properties and ends them through the virtual destructor. A property
 /// belongs to one thread at a time, also for reading: lookups in the bag write the deleted mark.
+///
+/// A host may derive a class of its own, from here or from a PersistentProperty<T>. Bags hold it as any
+/// other: they copy it by Clone, compare it by IsEqual, take it over by Assign and end it by its destructor.
+/// Whatever bags such a class holds are then its own affair, their depth too.
+///
+/// The order of the functions is part of the binary interface.
 class ZANTREL_EXPORT IPersistentProperty {
 public:
     IPersistentProperty() = default;
@@ -43,12 +49,20 @@ public:
     /// Takes value and deleted mark of `other`; nothing happens when it is null or of another class.
     virtual void Assign(IPersistentProperty const* other) = 0;
 
+    /// The deleted mark, false at first. A marked property counts as absent to all lookups that don't ask to
+    /// create, and isn't written to files; what creates takes the mark away and leaves the value.
     virtual bool IsDeleted() const = 0;
     virtual void SetDeleted(bool deleted) = 0;
+
+    /// Two flags for the host, true at first. The library looks at neither. They aren't copied by Clone.
     virtual bool GetFirstAuxFlag() const = 0;
     virtual void SetFirstAuxFlag(bool value) = 0;
     virtual bool GetSecondAuxFlag() const = 0;
     virtual void SetSecondAuxFlag(bool value) = 0;
+
+    /// Two further flags for the host that can also be absent, as they are at first: Has... tells whether one
+    /// was ever set, and Get... is false until then. The library looks at neither. They aren't copied by
+    /// Clone.
     virtual bool GetFirstOverride() const = 0;
     virtual bool HasFirstOverride() const = 0;
     virtual void SetFirstOverride(bool value) = 0;
@@ -76,6 +90,8 @@ public:
     IPersistentPropertyUndo& operator=(IPersistentPropertyUndo const&) = default;
     virtual ~IPersistentPropertyUndo();
 
+    /// Appends the binary form of the value, without flags and name. Throws std::runtime_error for bags
+    /// nested deeper than 1,024 levels and for a bag with a property of a host's own class, which have none.
     virtual void Write(MFile& file) const = 0;
     /// Throws std::runtime_error when the file's bytes are no such value; the value is then as it was.
     virtual void Read(MFile& file) = 0;
@@ -91,6 +107,7 @@ template <class T> class PersistentProperty : public IPersistentProperty, public
         "integer properties hold std::int32_t, the same on every platform: use std::int32_t, not long");
 
 public:
+    /// The default value: 0, 0.0, false, an empty text, file, bag or sequence.
     PersistentProperty() = default;
     explicit PersistentProperty(T const& value);
     PersistentProperty(PersistentProperty const&) = default;
@@ -125,10 +142,10 @@ public:
     void Write(MFile& file) const override;
     void Read(MFile& file) override;
 
-    T m_value{};
+    T m_value{}; ///< read and written in place; a bag's lookups give pointers to it
     bool m_deleted = false;
-    bool m_firstAuxFlag = true;
-    bool m_secondAuxFlag = true;
+    bool m_firstAuxFlag = true;  ///< for the host
+    bool m_secondAuxFlag = true; ///< for the host
     std::uint32_t m_overrides =
         0; ///< bit 0 and 2: the overrides' values; bit 1 and 3: set once one was given
 

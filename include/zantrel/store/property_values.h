@@ -20,6 +20,7 @@ class ISAXWriter;
 /// KelAM::ExternalProperties, the first three also for IndexedProperties<PersistentProperties>. A host that
 /// makes a property class of its own from PersistentProperty<T> specialises them for its `T`.
 
+/// Whether T is a sequence of bags, which has functions of its own for the binary form.
 template <class T> struct IsIndexedProperties : std::false_type {};
 template <class Bag> struct IsIndexedProperties<IndexedProperties<Bag>> : std::true_type {};
 
