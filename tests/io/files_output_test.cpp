@@ -5,8 +5,6 @@
 
 #include <zantrel/io/mfile.h>
 #include <zantrel/io/path.h>
-#include <zantrel/sax/sax_utilities.h>
-#include <zantrel/store/file_content.h>
 
 #include <gtest/gtest.h>
 
@@ -86,6 +84,7 @@ TEST_F(Files, AreRefusedWhereNoneCanBe) {
 
 TEST_F(Files, AreFoundByAnyUnicodeNameWhateverTheLocale) {
     fs::path const path = m_folder / "" / fs::path(u8"\u00F6\u00DF \u65E5 \U0001F600");
+    EXPECT_EQ(WidePath({}), L"");
     EXPECT_EQ(WidePath(path), WidePath(m_folder / "") + L"\x00F6\x00DF \x65E5 \U0001F600");
     EXPECT_TRUE(Write(path, "new"));
     EXPECT_EQ(ContentOf(path), "new");
@@ -93,22 +92,6 @@ TEST_F(Files, AreFoundByAnyUnicodeNameWhateverTheLocale) {
     fs::path const relative = fs::relative(path); // none on another drive
     EXPECT_TRUE(relative.empty() || Write(relative, "newer"));
     EXPECT_EQ(ReadSize(relative.empty() ? path : relative), relative.empty() ? 3u : 5u);
-}
-
-TEST_F(Files, AreTakenByPathsOfTheStandardLibrary) {
-    ISAXPersistHelper handler;
-    KelAM::SaxUtilities::WriteOptions options;
-    options.m_rootTag = "r";
-    EXPECT_TRUE(KelAM::SaxUtilities::WriteFile(m_file, handler, options) &&
-                KelAM::SaxUtilities::ReadFile(m_file, handler));
-    KelAM::FileContent content;
-    MFile file;
-    EXPECT_TRUE(content.LoadFile(m_file) && file.ReadFromFile(m_file));
-    EXPECT_EQ(content.m_name, L"a");
-    EXPECT_EQ(content.m_data, file.GetBytes());
-    EXPECT_TRUE(content.SaveFile(m_folder / "b") && file.WriteToFile(m_folder / "c"));
-    EXPECT_EQ(ContentOf(m_folder / "b") + ContentOf(m_folder / "c"), ContentOf(m_file) + ContentOf(m_file));
-    EXPECT_EQ(WidePath({}), L"");
 }
 
 TEST_F(Files, MayHaveLongPaths) {
@@ -179,10 +162,13 @@ TEST_F(Files, AreReplacedByAnyOfTheirNames) {
     Expect("newer");
 }
 #else
-TEST_F(Files, KeepTheirPermissions) {
-    fs::permissions(m_file, fs::perms(0751));
-    EXPECT_TRUE(Write(m_file, "new"));
-    EXPECT_EQ(fs::status(m_file).permissions(), fs::perms(0751));
+TEST_F(Files, KeepTheirPermissionsAndNamesAsLongAsTheSystemAllows) {
+    fs::path const path = m_folder / std::string(255, 'n').c_str();
+    EXPECT_TRUE(Write(path, "old"));
+    fs::permissions(path, fs::perms(0751));
+    EXPECT_TRUE(Write(path, "new"));
+    EXPECT_EQ(ContentOf(path), "new");
+    EXPECT_EQ(fs::status(path).permissions(), fs::perms(0751));
 }
 
 TEST_F(Files, AreReplacedBehindLinksWhichStay) {
@@ -195,12 +181,6 @@ TEST_F(Files, AreReplacedBehindLinksWhichStay) {
     EXPECT_EQ(ContentOf(m_file) + ContentOf(m_folder / "sub" / "made"), "newmade");
     EXPECT_TRUE(fs::is_symlink(m_folder / "link") && fs::is_symlink(m_folder / "sub" / "link"));
     EXPECT_FALSE(Write(m_folder / "round", "new"));
-}
-
-TEST_F(Files, MayHaveNamesAsLongAsTheSystemAllows) {
-    fs::path const path = m_folder / std::string(255, 'n').c_str();
-    EXPECT_TRUE(Write(path, "1") && Write(path, "2"));
-    EXPECT_EQ(ContentOf(path), "2");
 }
 
 TEST_F(Files, StayWhenTheDiskFillsUp) {
@@ -238,11 +218,6 @@ TEST_F(Files, ThatBreakOffLeaveWhatTheyWereReadInto) {
     file.WriteUnsigned8(7);
     EXPECT_FALSE(file.ReadFromFile(fs::path("/proc/self/mem"))); // opens, but has nothing at its beginning
     EXPECT_EQ(file.ReadUnsigned8(), 7);
-    InputFile reader;
-    ASSERT_TRUE(reader.Open(L"/proc/self/mem"));
-    char got[8];
-    EXPECT_EQ(reader.Read(got, sizeof got), -1);
-    EXPECT_THAT(reader.FailureText(), IsSentence(L"Can't read \"/proc/self/mem\": "));
 }
 
 TEST_F(Files, WithPathsThatAreNoUtf8AreNotTakenForOthers) {
@@ -261,11 +236,10 @@ TEST(BinaryStream, KeepsNumbersLittleEndianAndStaysWhereItIsWhenItRunsShort) {
     file.WriteUnsigned8(0x01);
     file.WriteUnsigned32(0x02030405);
     file.WriteUnsigned64(0x060708090A0B0C0D);
-    std::vector<std::byte> expected;
     for (int const value : {1, 5, 4, 3, 2, 13, 12, 11, 10, 9, 8, 7, 6}) {
-        expected.push_back(static_cast<std::byte>(value));
+        EXPECT_EQ(file.ReadUnsigned8(), value);
     }
-    EXPECT_EQ(file.GetBytes(), expected);
+    file.SetPosition(0);
     EXPECT_EQ(file.ReadUnsigned8(), 0x01);
     EXPECT_EQ(file.ReadUnsigned32(), 0x02030405u);
     EXPECT_EQ(file.ReadUnsigned64(), 0x060708090A0B0C0Du);

@@ -135,8 +135,6 @@ TEST(XmlTokeniser, ReadsADocumentAlikeInEachEncoding) {
     ExpectReadInEachEncoding({
         // elements, attributes and text
         {"<a/>", "<a></a>"},
-        {"<a></a>", "<a></a>"},
-        {"<a>1.5</a>", "<a>1.5</a>"},
         {" \n<a> <b>x</b >y<c />\t</a\n>\n ", "<a> <b>x</b>y<c></c>\t</a>"},
         {"<a>\n  <b/>\n  <b/>\n <b/>\n  x<b/>\n  </a>",
          "<a>\n  <b></b>\n  <b></b>\n <b></b>\n  x<b></b>\n  </a>"},
@@ -172,7 +170,6 @@ TEST(XmlTokeniser, ReadsADocumentAlikeInEachEncoding) {
         {"<!--\uFFFE--><a/>", "!1:5 XML does not allow the character U+FFFE."},
         {"<a/>\uFFFF", "!1:5 XML does not allow the character U+FFFF."},
         // the end of the document inside of something
-        {" ", "!1:2 The document has no root element."},
         {"<!-- -->", "!1:9 The document has no root element."},
         {"<a>\n<b>x]]", "!2:7 The document ends before the end tag of 'b'."},
         {"<a><", "!1:5 The document ends inside a tag."},
@@ -275,9 +272,8 @@ TEST(XmlTokeniser, RefusesWhatIsNotWellFormedAndSaysWhere) {
           "<?xml version='1.0'^><a/>"}},
         {"An XML declaration can only stand at the very beginning.", {" ^<?xml version='1.0'?><a/>"}},
     });
-    std::string const name = "a" + std::string(78, 'b') + "\u00E9";
-    ExpectRead(
-        {{"<a>&" + name + "ccc;</a>", "!1:4 The entity '" + name.substr(0, 79) + "...' is not defined."}});
+    std::string const b(79, 'b');
+    ExpectRead({{"<a>&" + b + "\u00E9ccc;</a>", "!1:4 The entity '" + b + "...' is not defined."}});
 }
 
 TEST(XmlTokeniser, KnowsThePlaceOfEachToken) {
