@@ -60,7 +60,6 @@ TEST(ContentList, NamesEachLeafByTheStepsFromItsCursor) {
         {editor.Get(L"G").Get(L"I"), L""},
         {editor.Get(L"N"), L""},
         {editor.Get(L"N").GetListNode(0), L""},
-        {editor.Get(L"M"), L""},
         {editor.Get(L"C"), L""},
         {ParameterNode(), L""},
         {withoutBag, L""},
@@ -80,8 +79,7 @@ TEST(ContentList, IsSortedByUtf16UnitsAndKeepsTheFirstOfTwoLeavesOnOnePath) {
     LayoutNode const* const first = editor.AddNode(high.c_str())->AddNode(L"b_c");
     editor.AddNode((high + L"_b").c_str())->AddNode(L"c");
     editor.AddNode(L"n")->SetList(true, L"i", L"")->SetMultiplicity(12);
-    LayoutNode* const profiles = editor.AddNode(L"p")->SetProfile(true, L"i");
-    profiles->AddNode(L"I", Int, std::int32_t(1));
+    editor.AddNode(L"p")->SetProfile(true, L"i")->AddNode(L"I", Int, std::int32_t(1));
     ParameterDatabase values(&layout);
     ParameterNode list = values.GetProfileEditor().Get(L"p");
     PersistentProperties const* const bag = list.AddProfile(L"a", true).Get(L"I").m_pProperties;

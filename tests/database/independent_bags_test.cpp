@@ -14,50 +14,57 @@ namespace Zantrel {
 
 namespace {
 
-/// Made and ended again, so that memory of the layout is used anew.
-void MakeAnotherLayout() {
-    TestLayout another;
-    another.editor->AddNode(L"a name that nobody expects to find");
+using Bag = PersistentProperties;
+using Bags = IndexedProperties<Bag>;
+
+void FillContainers(ParameterNode const& editor) {
+    for (bool const copyDefault : {false, true}) {
+        editor.Get(L"Machines").AddProfile(L"another profile", copyDefault);
+        editor.Get(L"Ranges").AddListNode(copyDefault);
+    }
 }
 
-TEST(HostsBag, KeepsItsNamesWhenTheLayoutIsGone) {
-    PersistentProperties bag;
-    std::wstring before;
-    {
-        TestLayout layout;
-        ParameterNode editor;
-        editor.m_pNode = layout.editor;
-        editor.m_pParentProperties = &bag;
-        editor.Format();
-        for (bool const copyDefault : {false, true}) {
-            editor.Get(layout.machines).AddProfile(L"another profile", copyDefault);
-            editor.Get(layout.ranges).AddListNode(copyDefault);
+TEST(HostsBag, KeepsItsNamesWhenDatabaseAndLayoutAreGone) {
+    void (*const ways[])(ParameterNode const& editor, Bag& target) = {
+        [](ParameterNode const& editor, Bag& target) { target = *editor.m_pProperties; },
+        [](ParameterNode const& editor, Bag& target) { target.Merge(*editor.m_pProperties, true); },
+        [](ParameterNode const& editor, Bag& target) { target = Bag(*editor.m_pProperties); },
+        [](ParameterNode const& editor, Bag& target) {
+            ParameterNode formatted;
+            formatted.m_pNode = editor.m_pNode;
+            formatted.m_pParentProperties = &target;
+            formatted.Format();
+            FillContainers(formatted);
+        },
+        [](ParameterNode const& editor, Bag& target) {
+            Bags& items = *editor.Get(L"Ranges").m_pProperties->GetValuePointer<Bags>(L"Value", false);
+            Bags& taken = *target.GetValuePointer<Bags>(L"taken", true);
+            taken.AddProperty().SetValue<std::wstring>(L"a name of the host's own", L"");
+            taken.Swap(items);
+            EXPECT_EQ(Shape(items.GetProperty(0)), L"a name of the host's own");
+        },
+    };
+    for (auto const& way : ways) {
+        SCOPED_TRACE(&way - ways);
+        auto layout = std::make_unique<TestLayout>();
+        Bag bag;
+        std::wstring shape;
+        {
+            ParameterDatabase database(layout.get());
+            ParameterNode const editor = database.GetProfileEditor();
+            FillContainers(editor);
+            std::wstring const item = Shape(*editor.Get(L"Ranges").GetListNode(3).m_pProperties);
+            way(editor, bag);
+            shape = Shape(bag);
+            EXPECT_NE(shape.find(L"[" + item + L"]"), std::wstring::npos) << shape;
         }
-        before = Shape(bag);
+        for (LayoutNode* node : {layout->ranges, layout->begin, layout->step, layout->speed}) {
+            node->SetName(L"no longer there");
+        }
+        EXPECT_EQ(Shape(bag), shape);
+        layout.reset();
+        EXPECT_EQ(Shape(Bag(bag)), shape);
     }
-    MakeAnotherLayout();
-    EXPECT_EQ(Shape(bag), before);
-    EXPECT_NE(before.find(L"another profile(Speed(Value))"), std::wstring::npos) << before;
-}
-
-TEST(HostsBag, KeepsTheItemsThatItTookFromADatabase) {
-    IndexedProperties<PersistentProperties> items;
-    std::wstring before;
-    {
-        TestDatabase database;
-        ParameterNode const ranges = database.At(database.layout.ranges);
-        ranges.AddListNode(false);
-        auto& stored =
-            *ranges.m_pProperties->GetValuePointer<IndexedProperties<PersistentProperties>>(L"Value", false);
-        items.AddProperty().SetValue<std::wstring>(L"a name of the host's own", L"");
-        items.Swap(stored);
-        EXPECT_EQ(Shape(stored.GetProperty(0)), L"a name of the host's own");
-        before = Shape(items.GetProperty(2));
-    }
-    MakeAnotherLayout();
-    EXPECT_EQ(items.GetNumProperties(), 3u);
-    EXPECT_EQ(Shape(items.GetProperty(2)), before);
-    EXPECT_EQ(before.substr(0, 12), L"Begin(Value)");
 }
 
 TEST(DeepLayout, IsFormattedCopiedComparedRefusedByFilesAndEnded) {

@@ -38,21 +38,15 @@ TEST(Navigation, GoesDownThroughGroupsButNotThroughContainers) {
         {root, layout.editor, Content},
         {root, layout.real, Content},
         {database.Editor(), layout.real, Content},
-        {database.Editor(), layout.ranges, Content},
         {database.Editor(), layout.begin, NodeOnly}, // directly below the container
-        {database.Editor(), layout.steps, NodeOnly},
-        {database.Editor(), layout.step, Nothing}, // below what isn't there
+        {database.Editor(), layout.step, Nothing},   // below what isn't there
         {list, layout.begin, NodeOnly},
-        {list, layout.step, Nothing},
         {list.GetListNode(1), layout.begin, Content},
-        {list.GetDefault(), layout.steps, Content},
         {list.GetDefault(), layout.step, NodeOnly},
         {list.GetDefault().Get(layout.steps).GetListNode(0), layout.step, Content},
-        {list.GetListNode(0), layout.real, Nothing},         // in another branch
-        {database.At(layout.group), layout.editor, Nothing}, // above
-        {database.At(layout.real), layout.text, Nothing},
+        {list.GetListNode(0), layout.real, Nothing},               // in another branch
+        {database.At(layout.group), layout.editor, Nothing},       // above
         {root, layout.m_platformConfigurator.GetNode(), NodeOnly}, // never formatted
-        {root, layout.m_partOptions.GetNode(), Nothing},
         {ParameterNode(), layout.real, Nothing},
         {database.Editor().Get(layout.begin), layout.begin, Nothing},
     };
@@ -75,16 +69,6 @@ TEST(Navigation, TellsAMissingChildFromAMissingGrandchildAndTakesAProfileOfItsNa
     ExpectEnd(machines, database.layout.speed, NodeOnly);
     machines.AddProfile(L"Speed", false);
     ExpectEnd(machines, database.layout.speed, Content);
-}
-
-TEST(Navigation, ComparesContentAndNotNodes) {
-    TestDatabase database;
-    ParameterNode text = database.At(database.layout.text), member = database.At(database.layout.member);
-    member.SetValue(L" steel ");
-    EXPECT_TRUE(text.IsEqual(member));
-    text.SetHidden(false); // a flag that was set is content
-    EXPECT_FALSE(text.IsEqual(member) || text.IsEqual(ParameterNode()));
-    EXPECT_TRUE(ParameterNode().IsEqual(ParameterNode()));
 }
 
 } // namespace

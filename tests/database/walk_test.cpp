@@ -126,7 +126,6 @@ TEST(View, ReadsWhatACursorReadsAndAddsNothing) {
     WalkedDatabase database;
     ParameterDatabase const& values = database.values;
     ParameterView const list = values.GetProfileEditor().Get(database.profiles);
-    EXPECT_EQ(list.GetLayoutNode(), database.profiles);
     EXPECT_TRUE(list.IsContainer() && list.GetReadOnly() && !list.GetHidden() && !list.GetDisableAddRemove());
     EXPECT_EQ(list.GetSize(), 3u);
     EXPECT_EQ(list.GetProfile(L"a").Get(L"S").GetValue<std::int32_t>(), 10);

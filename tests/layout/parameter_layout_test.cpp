@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <zantrel/layout/parameter_layout.h>
 
+#include "tests/layout_files/layout_formats.h"
 #include "tests/support/failing_allocator.h"
 
 namespace Zantrel {
 namespace {
+
+using TestSupport::Outline;
 
 using Nodes = std::vector<LayoutNode const*>;
 
@@ -12,66 +15,35 @@ struct CategorisedLayout : ParameterLayout {
     explicit CategorisedLayout(bool withGeneric = false) { _InitCategoryLevel(withGeneric); }
 };
 
-std::wstring Outline(LayoutNode const& node) {
-    std::wstring text = node.m_name;
-    for (LayoutNode const* const child : node.m_children) {
-        text += (child == &node.At(0) ? L"(" : L" ") + Outline(*child);
-    }
-    return text + (node.Size() != 0 ? L")" : L"");
-}
-
-TEST(ParameterLayout, ANewLayoutHasTheNodesOfEveryLayout) {
-    ParameterLayout const layout;
-    EXPECT_EQ(Outline(layout), L"SomeRootname(Version(Major Minor) ProfileEditor "
-                               L"PlatformConfigurator(PlatformOptions PartOptions) PartConfigurator)");
-    EXPECT_EQ(layout.m_versionNode->GetQueryName(layout), L"Version_Minor");
-    EXPECT_EQ(layout.m_versionNode->Parent()->At(0).m_defaultValue, L"1");
-    EXPECT_EQ(layout.m_profileEditor.GetNode(), layout.GetNode(L"ProfileEditor"));
-    EXPECT_EQ(layout.m_platformOptions.GetNode(), &layout.m_platformConfigurator->At(0));
-    EXPECT_EQ(layout.m_partOptions.GetNode(), &layout.m_platformConfigurator->At(1));
-    EXPECT_EQ(layout.m_partConfigurator.GetNode(), layout.GetNode(L"PartConfigurator"));
-    EXPECT_EQ(layout.m_jobConfigurator.GetNode(), nullptr);
-}
-
-TEST(ParameterLayout, WithoutOneProfileListThereIsNoCategoryOption) {
+TEST(ParameterLayout, WithoutOneProfileListOrWithAnOptionOfTheHostThereIsNoCategoryOption) {
     ParameterLayout layout;
     for (bool const isOnlyOne : {false, true, false}) {
         EXPECT_EQ(layout.FindCategoryNode(), isOnlyOne ? layout.m_profileEditor->Back() : nullptr);
-        if (!isOnlyOne) {
-            layout.AddCategoryNodeIfNeeded();
+        if (isOnlyOne) {
+            layout.m_platformOptions->AddNode(L"Own", OptionsFromProfiles, L"")->SetProfileName(L"List");
         }
+        layout.AddCategoryNodeIfNeeded();
+        EXPECT_EQ(layout.m_categoryOption.GetNode(), nullptr);
         layout.m_profileEditor->AddNode(L"List")->SetProfile(true, L"Profile");
     }
-    EXPECT_EQ(layout.m_platformOptions->Size(), 0U);
+    EXPECT_EQ(Outline(*layout.m_platformOptions), "PlatformOptions{Own:Profiles(from=List)}");
 }
 
 TEST(ParameterLayout, TheCategoryOptionComesFirstAndOnce) {
     CategorisedLayout layout(true);
-    EXPECT_EQ(Outline(*layout.m_profileEditor), L"ProfileEditor(GenericParameters Categories)");
+    EXPECT_EQ(Outline(*layout.m_profileEditor), "ProfileEditor{GenericParameters Categories<Category>*}");
     EXPECT_EQ(layout.m_genericParameters.GetNode(), layout.m_profileEditor->GetNode(L"GenericParameters"));
-    EXPECT_EQ(layout.m_categories->GetNodeName(), L"Category");
-    EXPECT_TRUE(layout.m_categories->GetIsCategoryList());
     layout.m_categories->SetDisplayName(L"Shown");
     layout.m_platformOptions->AddNode(L"Other")->SetProfileName(L"Categories");
     layout.AddCategoryNodeIfNeeded();
     layout.AddCategoryNodeIfNeeded();
-    EXPECT_EQ(Outline(*layout.m_platformOptions), L"PlatformOptions(Category Other)");
-    LayoutNode& option = layout.m_platformOptions->At(0);
-    EXPECT_EQ(layout.m_categoryOption.GetNode(), &option);
-    EXPECT_EQ(option.GetType(), OptionsFromProfiles);
-    EXPECT_EQ(option.GetProfileName() + L' ' + option.GetPropName() + L' ' + option.GetDisplayName(),
-              L"Categories BuildProcessor.ProfileCategory Shown");
+    EXPECT_EQ(Outline(*layout.m_platformOptions),
+              "PlatformOptions{Category:Profiles(property=BuildProcessor.ProfileCategory shown=Shown "
+              "from=Categories) Other(from=Categories)}");
+    EXPECT_EQ(layout.m_categoryOption.GetNode(), &layout.m_platformOptions->At(0));
 }
 
-TEST(ParameterLayout, AnOptionOfTheHostTakesThePlaceOfTheCategoryOption) {
-    CategorisedLayout layout;
-    layout.m_platformOptions->AddNode(L"Own", OptionsFromProfiles, L"")->SetProfileName(L"Categories");
-    layout.AddCategoryNodeIfNeeded();
-    EXPECT_EQ(Outline(*layout.m_platformOptions), L"PlatformOptions(Own)");
-    EXPECT_EQ(layout.m_categoryOption.GetNode(), nullptr);
-}
-
-TEST(ParameterLayout, TicketNodesAreTheDirectOptionsOfTheAnchorsThatAHostLeft) {
+TEST(ParameterLayout, TicketNodesAreTheDirectOptionsOfTheAnchorsThatAHostLeftAndTheirPropertiesCountOnce) {
     CategorisedLayout layout;
     LayoutNode* const part = layout.m_partOptions->AddNode(L"part");
     LayoutNode* const platform = layout.m_platformOptions->AddNode(L"platform");
@@ -82,6 +54,11 @@ TEST(ParameterLayout, TicketNodesAreTheDirectOptionsOfTheAnchorsThatAHostLeft) {
     EXPECT_EQ(nodes, (Nodes{platform, part}));
     layout.GetBuildTicketNodesPartOverrides(nodes);
     EXPECT_EQ(nodes, Nodes{over});
+    std::set<std::wstring> names{L"before"};
+    part->SetPropName(L"shared");
+    over->SetPropName(L"shared");
+    layout.GetUsedPropertyNames(names);
+    EXPECT_EQ(names, std::set<std::wstring>{L"shared"});
     layout.m_profileEditor = layout.m_platformOptions = nullptr;
     layout.AddCategoryNodeIfNeeded();
     layout.GetBuildTicketNodes(nodes);
@@ -103,16 +80,6 @@ TEST(ParameterLayout, ReferredNodesGoFromTheOuterListToTheNamedOne) {
     EXPECT_FALSE(layout.GetReferredNodes(nullptr, nodes));
 }
 
-TEST(ParameterLayout, UsedPropertyNamesComeFromTheWholeTreeOnceEach) {
-    ParameterLayout layout;
-    layout.SetPropName(L"root");
-    layout.m_profileEditor->AddNode(L"a")->SetPropName(L"shared")->AddNode(L"b")->SetPropName(L"deep");
-    layout.m_partOptions->AddNode(L"c")->SetPropName(L"shared");
-    std::set<std::wstring> names{L"before"};
-    layout.GetUsedPropertyNames(names);
-    EXPECT_EQ(names, (std::set<std::wstring>{L"deep", L"root", L"shared"}));
-}
-
 TEST(ParameterLayout, TheAnchorsOfACopyStayInItsSource) {
     ParameterLayout source;
     ParameterLayout const copy(source), moved(std::move(source));
@@ -123,6 +90,8 @@ TEST(ParameterLayout, TheAnchorsOfACopyStayInItsSource) {
          std::initializer_list<ParameterLayout const*>{&copy, &moved, &assigned, &source}) {
         EXPECT_EQ(Outline(*layout), Outline(source));
         EXPECT_EQ(layout->m_profileEditor.GetNode(), source.GetNode(L"ProfileEditor"));
+        EXPECT_EQ(layout->m_versionNode->GetQueryName(source), L"Version_Minor");
+        EXPECT_EQ(layout->m_jobConfigurator.GetNode(), nullptr);
     }
 }
 
