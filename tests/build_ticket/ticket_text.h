@@ -110,12 +110,16 @@ inline bool LoadContent(BuildTicket& ticket, std::string const& content, ReadRep
     return Load(ticket, Expand("<p:R xmlns:p='u'>" + content + "</p:R>"), report);
 }
 
-/// The document, or nothing where it can't be written.
-inline std::string Saved(BuildTicket const& ticket, std::int32_t version = 0, WriteReport* report = nullptr) {
+inline BuildTicketWriteOptions InVersion(std::int32_t version) {
     BuildTicketWriteOptions options;
     options.m_version = version;
+    return options;
+}
+
+/// The document, or nothing where it can't be written.
+inline std::string Saved(BuildTicket const& ticket, std::int32_t version = 0, WriteReport* report = nullptr) {
     std::ostringstream out;
-    return SaveBuildTicket(out, ticket, options, report) ? out.str() : std::string();
+    return SaveBuildTicket(out, ticket, InVersion(version), report) ? out.str() : std::string();
 }
 
 } // namespace TestSupport

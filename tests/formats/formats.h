@@ -235,12 +235,6 @@ inline constexpr DocumentIo<ParameterDatabase> MachineParameterFile = {
     },
     true};
 
-template <std::int32_t Version> BuildTicketWriteOptions OptionsOf() {
-    BuildTicketWriteOptions options;
-    options.m_version = Version;
-    return options;
-}
-
 template <std::int32_t Version>
 inline constexpr DocumentIo<BuildTicket> TicketFile = {
     "build ticket",
@@ -248,13 +242,13 @@ inline constexpr DocumentIo<BuildTicket> TicketFile = {
         return LoadBuildTicket(path, ticket, report);
     },
     [](BuildTicket const& ticket, std::wstring const& path, WriteReport* report) {
-        return SaveBuildTicket(path, ticket, OptionsOf<Version>(), report);
+        return SaveBuildTicket(path, ticket, InVersion(Version), report);
     },
     [](BuildTicket& ticket, std::istream& in, ReadReport* report) {
         return LoadBuildTicket(in, ticket, report);
     },
     [](BuildTicket const& ticket, std::ostream& out, WriteReport* report) {
-        return SaveBuildTicket(out, ticket, OptionsOf<Version>(), report);
+        return SaveBuildTicket(out, ticket, InVersion(Version), report);
     }};
 
 /// Which hosts write, with whatever they write XML with.
@@ -270,10 +264,9 @@ inline constexpr DocumentIo<ParameterDatabaseIOFiltering> FilterFile = {
         return KelAM::SaxUtilities::ReadStream(in, reader, report);
     },
     [](ParameterDatabaseIOFiltering const& filtering, std::ostream& out, WriteReport*) {
-        auto const word = [](bool value) { return value ? "True" : "False"; };
-        out << "<F><ExportGeneralParameters>" << word(filtering.m_exportGeneralParameters)
-            << "</ExportGeneralParameters><ExportDefaultParameters>"
-            << word(filtering.m_exportDefaultParameters) << "</ExportDefaultParameters></F>";
+        out << "<F><ExportGeneralParameters>" << filtering.m_exportGeneralParameters
+            << "</ExportGeneralParameters><ExportDefaultParameters>" << filtering.m_exportDefaultParameters
+            << "</ExportDefaultParameters></F>";
         return true;
     }};
 

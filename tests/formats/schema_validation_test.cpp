@@ -12,19 +12,6 @@ char const* const MachineSchema = "build_processing_2016_04.xsd";
 char const* const TicketSchema = "build_processing_2017_02.xsd";
 char const* const MetaSchema = "layout_meta_file.rng";
 
-/// What is written to a file, whose root refers to its namespace.
-std::string FileOf(Subject const& subject) {
-    TemporaryFolder const folder;
-    EXPECT_TRUE(subject.WriteFile((folder / "file").wstring()));
-    return ContentOf(folder / "file");
-}
-
-template <class T> std::string FileOf(DocumentIo<T> const& io, std::type_identity_t<T> const& object) {
-    TemporaryFolder const folder;
-    EXPECT_TRUE(io.writeFile(object, (folder / "file").wstring(), nullptr));
-    return ContentOf(folder / "file");
-}
-
 /// With one node of each kind that mistakes are made about.
 void FillSmallLayout(ParameterLayout& layout) {
     LayoutNode& editor = *layout.m_profileEditor;
@@ -43,32 +30,17 @@ void FillSmallLayout(ParameterLayout& layout) {
 
 TEST(Schema, TakesWhatIsWritten) {
     for (WrittenForm const& form : WrittenForms) {
-        Documents documents = {FileOf(*form.make())};
-        for (unsigned seed = 1; form.schema != nullptr && seed <= 20; ++seed) {
+        Documents documents = {WriteText(*form.make())};
+        for (unsigned seed = 1; seed <= 20; ++seed) {
             auto const generated = form.make()->Generated(seed), back = generated->Fresh();
-            documents.push_back(FileOf(*generated));
+            documents.push_back(WriteText(*generated));
             EXPECT_TRUE(ReadText(*back, documents.back()));
-            documents.push_back(FileOf(*back));
+            documents.push_back(WriteText(*back));
         }
         if (form.schema != nullptr) {
             ExpectAllValid(documents, form.schema);
         }
     }
-}
-
-TEST(Schema, TakesWhatIsWrittenOfTheSample) {
-    Documents meta, others;
-    for (int const level : {0, 1, 2}) {
-        Sample::ParameterLayout layout(level);
-        layout.AddCategoryNodeIfNeeded();
-        Sample::ParameterDatabase database(&layout);
-        database.PopulateDefault();
-        meta.push_back(FileOf(MetaFile, layout));
-        others.push_back(FileOf(PropertyTemplate, layout));
-        others.push_back(FileOf(MachineParameterFile<false>, database));
-    }
-    ExpectAllValid(meta, MetaSchema);
-    ExpectAllValid(others, MachineSchema);
 }
 
 TEST(Schema, TakesTheLeastTickets) {
@@ -107,8 +79,8 @@ TEST(Schema, RefusesAllMistakesButThese) {
     auto const machine = FormatCalled("MachineParameters").make();
     EXPECT_TRUE(ReadText(*machine, ExampleOf("machine_parameters")));
     std::pair<std::string, char const*> const documents[] = {
-        {FileOf(*machine), MachineSchema},      {WriteText(PropertyTemplate, layout), MachineSchema},
-        {FileOf(MetaFile, layout), MetaSchema}, {Saved(ticket, 1), MachineSchema},
+        {WriteText(*machine), MachineSchema},      {WriteText(PropertyTemplate, layout), MachineSchema},
+        {WriteText(MetaFile, layout), MetaSchema}, {Saved(ticket, 1), MachineSchema},
         {Saved(ticket, 2), TicketSchema},
     };
     std::string taken;

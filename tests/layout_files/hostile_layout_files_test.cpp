@@ -5,14 +5,6 @@
 
 using namespace TestSupport;
 
-namespace {
-
-Format const& Whole(LayoutFormat const& format) {
-    return FormatCalled(format.readFile == MetaFile.readFile ? "MetaFile" : "PropertyTemplate");
-}
-
-} // namespace
-
 TEST(HostileLayoutFile, MayMakeATreeOf256LevelsAndNoMore) {
     struct Row {
         LayoutFormat const& format;
@@ -50,13 +42,13 @@ TEST(HostileLayoutFile, MayMakeATreeOf256LevelsAndNoMore) {
         ParameterLayout layout, refused;
         EXPECT_TRUE(ReadText(row.format, layout, document(row.times)));
         EXPECT_EQ(Depth(layout), 256u);
-        EXPECT_EQ(FaultOf(Whole(row.format), document(row.times)), "");
+        EXPECT_EQ(FaultOf(FormatCalled(row.format.name), document(row.times)), "");
         ReadReport report;
         ASSERT_FALSE(ReadText(row.format, refused, document(row.times + 1), &report));
         EXPECT_EQ(report.m_entries.back().kind, ReadReport::Kind::RefusedDocument);
         EXPECT_EQ(refused.m_categoryOption.GetNode(), nullptr);
-        EXPECT_EQ(FaultOf(Whole(row.format), document(row.times + 99)), "");
-        EXPECT_EQ(FaultOf(Whole(row.format), document(row.end.empty() ? 100'000 : 1'100)), "");
+        EXPECT_EQ(FaultOf(FormatCalled(row.format.name), document(row.times + 99)), "");
+        EXPECT_EQ(FaultOf(FormatCalled(row.format.name), document(row.end.empty() ? 100'000 : 1'100)), "");
     }
 }
 

@@ -26,22 +26,24 @@ template <class T> struct DocumentIo {
 };
 using LayoutFormat = DocumentIo<ParameterLayout>;
 
-inline constexpr LayoutFormat MetaFile = {"meta file", Zantrel::ReadFile, Zantrel::WriteFile,
+inline constexpr LayoutFormat MetaFile = {"MetaFile", Zantrel::ReadFile, Zantrel::WriteFile,
                                           Zantrel::ReadStream, Zantrel::WriteStream};
+
+inline KlvrPropertyTemplate::WriteOptions TemplateOptions(bool profileListsOnly) {
+    KlvrPropertyTemplate::WriteOptions options;
+    options.m_profileListsOnly = profileListsOnly;
+    return options;
+}
 
 /// Writes everything and not the profile lists alone.
 inline constexpr LayoutFormat PropertyTemplate = {
-    "property template", KlvrPropertyTemplate::ReadFile,
+    "PropertyTemplate", KlvrPropertyTemplate::ReadFile,
     [](ParameterLayout const& layout, std::wstring const& path, WriteReport* report) {
-        KlvrPropertyTemplate::WriteOptions options;
-        options.m_profileListsOnly = false;
-        return KlvrPropertyTemplate::WriteFile(layout, path, options, report);
+        return KlvrPropertyTemplate::WriteFile(layout, path, TemplateOptions(false), report);
     },
     KlvrPropertyTemplate::ReadStream,
     [](ParameterLayout const& layout, std::ostream& out, WriteReport* report) {
-        KlvrPropertyTemplate::WriteOptions options;
-        options.m_profileListsOnly = false;
-        return KlvrPropertyTemplate::WriteStream(layout, out, options, report);
+        return KlvrPropertyTemplate::WriteStream(layout, out, TemplateOptions(false), report);
     }};
 
 inline constexpr LayoutFormat LayoutFormats[] = {MetaFile, PropertyTemplate};
@@ -53,9 +55,9 @@ inline bool ReadText(LayoutFormat const& format, ParameterLayout& layout, std::s
 }
 
 /// The document, or nothing where it can't be written.
-inline std::string WriteText(LayoutFormat const& format, ParameterLayout const& layout) {
+template <class T> std::string WriteText(DocumentIo<T> const& format, std::type_identity_t<T> const& object) {
     std::ostringstream out;
-    return format.writeStream(layout, out, nullptr) ? out.str() : std::string();
+    return format.writeStream(object, out, nullptr) ? out.str() : std::string();
 }
 
 /// A node with all that is below it, as in "name:Int'5'mm[item]<profile>*(property=p){child child}"; the star

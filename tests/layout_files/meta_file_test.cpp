@@ -149,13 +149,7 @@ TEST(MetaFileWriter, WritesANewLayoutAsOneDocument) {
     TemporaryFolder const folder;
     EXPECT_TRUE(WriteFile(ParameterLayout(), folder / "file"));
     EXPECT_EQ(Flat(ContentOf(folder / "file")), document);
-    std::ostringstream out;
-    EXPECT_TRUE(WriteStream(ParameterLayout(), out));
-    EXPECT_EQ(Flat(out.str()), document);
-    std::ostream nowhere(nullptr);
-    WriteReport report;
-    EXPECT_FALSE(WriteStream(ParameterLayout(), nowhere, &report));
-    EXPECT_FALSE(report.m_sentence.empty());
+    EXPECT_EQ(Flat(WriteText(MetaFile, ParameterLayout())), document);
 }
 
 TEST(MetaFileWriter, WritesAContainerAsTwoElements) {

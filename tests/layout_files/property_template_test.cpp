@@ -9,10 +9,8 @@ namespace {
 
 /// What is written of a section, in single quotes and with "N" for a "PropertyNode".
 std::string WriteSection(ParameterLayout const& layout, char const* section, bool profileListsOnly) {
-    KlvrPropertyTemplate::WriteOptions options;
-    options.m_profileListsOnly = profileListsOnly;
     std::ostringstream out;
-    EXPECT_TRUE(KlvrPropertyTemplate::WriteStream(layout, out, options));
+    EXPECT_TRUE(KlvrPropertyTemplate::WriteStream(layout, out, TemplateOptions(profileListsOnly)));
     return std::regex_replace(ContentOfElement(Flat(out.str()), section), std::regex("PropertyNode"), "N");
 }
 
@@ -110,8 +108,6 @@ TEST(PropertyTemplateWriter, WritesANewLayoutAsOneDocument) {
     EXPECT_TRUE(KlvrPropertyTemplate::WriteFile(ParameterLayout(), (folder / "file").wstring(), {}));
     EXPECT_EQ(Flat(ContentOf(folder / "file")), document);
     EXPECT_EQ(Flat(WriteText(PropertyTemplate, ParameterLayout())), document);
-    std::ostream nowhere(nullptr);
-    EXPECT_FALSE(KlvrPropertyTemplate::WriteStream(ParameterLayout(), nowhere, {}));
 }
 
 TEST(PropertyTemplateWriter, WritesTheSectionsInOrderAndOfTheProfilesTheListsAlone) {

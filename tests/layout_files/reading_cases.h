@@ -24,15 +24,14 @@ inline std::string Document(std::string const& content) {
     return "<R xmlns:p='u'>" + Expanded(content, shorthands) + "</R>";
 }
 
-/// Reads each from the middle of a stream and from a file. All stand in `section`, whose node is `anchor`, or
+/// Reads each from the middle of a stream. All stand in `section`, whose node is `anchor`, or
 /// in the root.
 inline void ExpectOutlines(LayoutFormat const& format, std::span<ReadingCase const> rows,
                            std::string const& section = "", std::string const& anchor = "") {
-    TemporaryFolder const folder;
     for (ReadingCase const& row : rows) {
         std::string const document = Document(
             section.empty() ? row.content : '<' + section + '>' + row.content + "</" + section + '>');
-        ParameterLayout layout, fromFile;
+        ParameterLayout layout;
         ReadReport report;
         std::istringstream in("passed over" + document);
         in.ignore(11);
@@ -40,9 +39,6 @@ inline void ExpectOutlines(LayoutFormat const& format, std::span<ReadingCase con
         EXPECT_EQ(OutlineOfChanges(layout), anchor.empty() ? row.outline : anchor + '{' + row.outline + '}')
             << row.content;
         EXPECT_EQ(Reported(report), row.reported) << row.content;
-        Fill(folder / "file", document);
-        EXPECT_TRUE(format.readFile(fromFile, (folder / "file").wstring(), nullptr));
-        EXPECT_EQ(Outline(fromFile), Outline(layout));
     }
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "tests/support/document_text.h"
 #include "tests/support/dump.h"
 #include "tests/support/small_parameter_file.h"
 
@@ -17,18 +18,6 @@ struct ReadRow {
     char const* report = ""; ///< kinds and places, as in "text@1:10:Root/G/I"
 };
 
-inline std::string Places(ReadReport const& report) {
-    char const* const kinds[] = {"file", "document", "refused", "untaken", "text", "attribute", "dropped"};
-    std::string text;
-    for (ReadReport::Entry const& entry : report.m_entries) {
-        text += (text.empty() ? "" : " ") + std::string(kinds[static_cast<std::size_t>(entry.kind)]) + '@' +
-                std::to_string(entry.line) + ':' + std::to_string(entry.column) + ':' +
-                StringConversion::NativeToUtf8(entry.path);
-        EXPECT_EQ(entry.sentence.back(), L'.');
-    }
-    return text;
-}
-
 /// `read` takes a database, a document and a report.
 template <class Read> void CheckReading(Read const& read, std::initializer_list<ReadRow> rows) {
     SmallLayout const layout;
@@ -39,7 +28,7 @@ template <class Read> void CheckReading(Read const& read, std::initializer_list<
         bool const isRead = read(database, row.document, &report);
         EXPECT_EQ(isRead, std::string(row.report).find("document@") == std::string::npos);
         EXPECT_EQ(DumpChanges(database), row.changes);
-        EXPECT_EQ(Places(report), row.report);
+        EXPECT_EQ(Reported(report, true), row.report);
         EXPECT_TRUE(read(silent, row.document, nullptr) == isRead && Dump(silent) == Dump(database));
     }
 }

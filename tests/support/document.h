@@ -20,7 +20,7 @@ struct Element {
     std::string_view tag; ///< the start tag without its end, as in "<a b='c'"
     std::string_view content;
     std::vector<Attribute> attributes;
-    std::size_t parent;   ///< its place in the list
+    std::size_t at;       ///< where it begins
     std::size_t previous; ///< the place in the list of the sibling before it
     bool hasChildren = false;
 };
@@ -50,13 +50,13 @@ inline std::vector<Element> ElementsOf(std::string_view document) {
         std::size_t const end = document.find('>', at) + 1;
         if (document[at + 1] == '/') {
             Element& element = elements[open.back()];
-            std::size_t const begin = static_cast<std::size_t>(element.whole.data() - document.data());
-            element.content = Between(document, begin + element.whole.size(), at);
-            element.whole = Between(document, begin, end);
+            element.content = Between(document, element.at + element.whole.size(), at);
+            element.whole = Between(document, element.at, end);
             open.pop_back();
             last.pop_back();
         } else if (document[at + 1] != '?') {
             Element element{};
+            element.at = at;
             std::size_t const nameEnd = document.find_first_of(" />", at);
             element.name = Between(document, at + 1, nameEnd);
             element.previous = last.back();
@@ -109,12 +109,10 @@ inline std::vector<Mistake> MistakesIn(std::string const& document) {
                           ' ' + std::string(word) + "='" + std::string(value) + '\'');
         }
     }
-    auto const root = static_cast<std::size_t>(elements.front().whole.data() - document.data());
     for (Element const& element : elements) {
         std::string const tag(element.tag), content(element.content), name(element.name);
-        auto const at = static_cast<std::size_t>(element.whole.data() - document.data());
         auto const replace = [&](std::string const& where, char const* what, std::string with) {
-            mistakes.push_back({where, what, at, element.whole.size(), std::move(with)});
+            mistakes.push_back({where, what, element.at, element.whole.size(), std::move(with)});
         };
         auto const retag = [&](std::string const& where, char const* what, std::string const& start,
                                std::string const& inside) {
@@ -132,16 +130,15 @@ inline std::vector<Mistake> MistakesIn(std::string const& document) {
         if (!element.hasChildren && !content.empty()) {
             retag(name, "empty", tag, "");
         }
-        if (at != root) {
+        if (&element != &elements.front()) {
             replace(name, "missing", "");
             replace(name, "twice", std::string(element.whole) + std::string(element.whole));
             retag(name, "foreign", tag + " xmlns='x'", content);
         }
         if (element.previous != None && elements[element.previous].name != name) {
-            std::string_view const before = elements[element.previous].whole;
-            auto const start = static_cast<std::size_t>(before.data() - document.data());
-            mistakes.push_back({name, "moved", start, at + element.whole.size() - start,
-                                std::string(element.whole) + std::string(before)});
+            Element const& before = elements[element.previous];
+            mistakes.push_back({name, "moved", before.at, element.at + element.whole.size() - before.at,
+                                std::string(element.whole) + std::string(before.whole)});
         }
         for (Element::Attribute const& attribute : element.attributes) {
             std::string_view const word = attribute.name, value = attribute.value;

@@ -41,14 +41,17 @@ inline std::string ContentOfElement(std::string const& flat, std::string const& 
                : flat.substr(start, flat.find("</" + tag + '>') - start).substr(startTag.size());
 }
 
-/// What a report heard of a document that was taken: the kind and the element of each entry, as in "untaken X
-/// dropped Instance".
-inline std::string Reported(Zantrel::ReadReport const& report) {
-    static char const* const kinds[] = {"", "", "", "untaken ", "text ", "attribute ", "dropped "};
+/// What a report heard: the kind and the element of each entry, as in "untaken X dropped Instance", or with
+/// places "untaken@1:10:Root/X".
+inline std::string Reported(Zantrel::ReadReport const& report, bool withPlaces = false) {
+    char const* const kinds[] = {"file", "document", "refused", "untaken", "text", "attribute", "dropped"};
     std::string text;
     for (Zantrel::ReadReport::Entry const& entry : report.m_entries) {
-        text += (text.empty() ? "" : " ") + std::string(kinds[static_cast<int>(entry.kind)]) +
-                StringConversion::NativeToUtf8(entry.path.substr(entry.path.rfind(L'/') + 1));
+        std::string const path = StringConversion::NativeToUtf8(entry.path);
+        text += (text.empty() ? "" : " ") + std::string(kinds[static_cast<std::size_t>(entry.kind)]);
+        text += withPlaces
+                    ? '@' + std::to_string(entry.line) + ':' + std::to_string(entry.column) + ':' + path
+                    : ' ' + path.substr(path.rfind('/') + 1);
     }
     return text;
 }

@@ -65,16 +65,12 @@ public:
                                                 L"]]>", L"<",  L"&amp;", L"\"'", L"-->"};
         std::wstring text;
         for (unsigned count = Below(3) * Below(6); count != 0; --count) {
-            switch (Below(4)) {
-            case 0:
-                text += pieces[Below(std::size(pieces))];
-                break;
-            case 1:
+            unsigned const kind = Below(4);
+            if (kind == 1) {
                 AppendAnyCharacter(text);
-                break;
-            default:
-                text += static_cast<wchar_t>(L'!' + Below(94));
-                break;
+            } else {
+                text += kind == 0 ? pieces[Below(std::size(pieces))]
+                                  : std::wstring(1, static_cast<wchar_t>(L'!' + Below(94)));
             }
         }
         return text;
@@ -88,16 +84,8 @@ public:
                          : std::bit_cast<std::int32_t>(static_cast<std::uint32_t>(m_random()));
     }
     double Value(double) {
-        using Limits = std::numeric_limits<double>;
-        static double const edges[] = {0.0,
-                                       -0.0,
-                                       0.1,
-                                       1e23,
-                                       5e-324,
-                                       -Limits::max(),
-                                       Limits::infinity(),
-                                       -Limits::infinity(),
-                                       Limits::quiet_NaN()};
+        static double const edges[] = {0.0,      -0.0,      0.1, 1e23, 5e-324, -1.7976931348623157e308,
+                                       INFINITY, -INFINITY, NAN};
         if (Chance(3)) {
             return edges[Below(std::size(edges))];
         }

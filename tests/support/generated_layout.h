@@ -8,7 +8,6 @@
 #include <cstdint>
 #include <iterator>
 #include <limits>
-#include <memory>
 #include <string>
 #include <vector>
 
@@ -144,11 +143,5 @@ private:
     std::vector<LayoutNode*> m_profileLists;
     unsigned m_names = 0;
 };
-
-inline std::unique_ptr<ParameterLayout> GeneratedLayout(unsigned seed, std::size_t nodes) {
-    auto layout = std::make_unique<ParameterLayout>();
-    LayoutGenerator(seed).Fill(*layout, nodes);
-    return layout;
-}
 
 } // namespace TestSupport
