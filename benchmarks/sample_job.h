@@ -50,24 +50,9 @@ inline void FillSampleJob(Zantrel::ParameterDatabase& database, std::size_t leav
 
 /// Calls `visit` with each number below a cursor, in the order in which a writer comes to it.
 template <class Visitor> void VisitNumbers(Zantrel::ParameterNode const& node, Visitor& visit) {
-    Zantrel::LayoutNode const& layout = *node.m_pNode;
-    if (node.m_isContainer && layout.m_isProfileList) {
-        VisitNumbers(node.GetDefault(), visit);
-        std::vector<std::wstring> names;
-        node.GetProfiles(names);
-        for (std::wstring const& name : names) {
-            VisitNumbers(node.GetProfile(name.c_str()), visit);
-        }
-    } else if (node.m_isContainer) {
-        for (unsigned long long i = 0; i < node.GetSize(); ++i) {
-            VisitNumbers(node.GetListNode(i), visit);
-        }
-    } else if (layout.m_type == Zantrel::eTypeLayoutNode::Double ||
-               layout.m_type == Zantrel::eTypeLayoutNode::Distance) {
-        visit(node.GetValue<double>());
-    } else {
-        for (std::size_t i = 0; i < layout.Size(); ++i) {
-            VisitNumbers(node.Get(&layout.At(i)), visit);
+    for (Zantrel::Walk walk(node, Zantrel::SameNames::FirstAgain); walk.Next();) {
+        if (double const* number = walk.IsLeaf() ? walk.Node().FindValue<double>() : nullptr) {
+            visit(*number);
         }
     }
 }

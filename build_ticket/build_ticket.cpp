@@ -26,20 +26,20 @@ void Filter(StoreFilter& filter, KelAM::DatabaseExternalProperties& stores) {
 /// The store of the ticket that one of a host's database goes to, made if it is missing; null for one without
 /// a known object type.
 KelAM::ExternalProperties* FindTarget(BuildTicket& ticket, KelAM::ExternalProperties const& source) {
-    using namespace KelAM::ObjectTypes;
+    namespace Type = KelAM::ObjectTypes::Text;
     std::wstring const* const type = FindObjectType(source);
     if (type == nullptr) {
         return nullptr;
     }
-    if (*type == ObjectTypePlatform) {
+    if (*type == Type::Platform) {
         return &ticket.GetDefaults();
     }
     // The identifier in the store and not the key in the database: hosts may keep them under other keys.
-    if (*type == ObjectTypePartInstance) {
+    if (*type == Type::PartInstance) {
         return ticket.GetPartOverrides().GetProperties(source.m_id, true);
     }
-    return *type == ObjectTypeUniquePart ? ticket.GetObjectProperties().GetProperties(source.m_id, true)
-                                         : nullptr;
+    return *type == Type::UniquePart ? ticket.GetObjectProperties().GetProperties(source.m_id, true)
+                                     : nullptr;
 }
 
 } // namespace

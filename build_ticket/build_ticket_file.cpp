@@ -20,9 +20,9 @@ std::int32_t VersionOf(BuildTicket const& ticket, BuildTicketWriteOptions const&
 KelAM::SaxUtilities::WriteOptions DocumentOptions(std::int32_t version) {
     auto options = Sax::DocumentOptions(std::string(TicketWord::Root));
     if (version == 1) {
-        AddBuildProcessingNamespace(options, XML_namespaces::m_namespace_build_processors_2016_04);
+        AddBuildProcessingNamespace(options, std::wstring(XML_namespaces::Text::BuildProcessors201604));
     } else if (version == 2) {
-        AddBuildProcessingNamespace(options, XML_namespaces::m_namespace_build_processors_2017_02);
+        AddBuildProcessingNamespace(options, std::wstring(XML_namespaces::Text::BuildProcessors201702));
     }
     return options;
 }

@@ -50,10 +50,10 @@ bool BuildTicketPropertyFilter::Filter(std::wstring const& name, IPersistentProp
     // The order counts: nothing called like the object type is kept, and a part's name whatever the layout
     // says.
     Content const content = property != nullptr ? ContentOf(*property) : Content::Unwanted;
-    if (name == KelAM::PropertyNames::ObjectType || content == Content::Unwanted) {
+    if (name == KelAM::PropertyNames::Text::ObjectType || content == Content::Unwanted) {
         return false;
     }
-    if (name == KelAM::PropertyNames::PartName || content == Content::Bag) {
+    if (name == KelAM::PropertyNames::Text::PartName || content == Content::Bag) {
         return true;
     }
     if (content == Content::Set) {

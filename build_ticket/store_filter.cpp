@@ -24,19 +24,19 @@ void AddNamesBelow(LayoutNode const* anchor, Names& names) {
 
 /// What the stores of an object type keep.
 struct Rule {
-    std::wstring const& objectType;
+    std::wstring_view objectType;
     void (*collectNames)(ParameterLayout const& layout, Names& names);
     bool keepsSubProperties;
 };
 
 Rule const Rules[] = {
-    {KelAM::ObjectTypes::ObjectTypePlatform,
+    {KelAM::ObjectTypes::Text::Platform,
      [](ParameterLayout const& layout, Names& names) { AddNamesBelow(layout.m_platformConfigurator, names); },
      true},
-    {KelAM::ObjectTypes::ObjectTypePartInstance,
+    {KelAM::ObjectTypes::Text::PartInstance,
      [](ParameterLayout const& layout, Names& names) { AddNamesBelow(layout.m_partConfigurator, names); },
      true},
-    {KelAM::ObjectTypes::ObjectTypeUniquePart,
+    {KelAM::ObjectTypes::Text::UniquePart,
      [](ParameterLayout const& layout, Names& names) { layout.GetUsedPropertyNames(names); }, false},
 };
 
@@ -50,7 +50,8 @@ Rule const* FindRule(std::wstring const* objectType) {
 } // namespace
 
 std::wstring const* FindObjectType(KelAM::ExternalProperties const& store) {
-    auto const* property = PropertyCast<std::wstring>(store.FindProperty(KelAM::PropertyNames::ObjectType));
+    auto const* property =
+        PropertyCast<std::wstring>(store.FindProperty(KelAM::PropertyNames::Text::ObjectType));
     return property != nullptr && !property->IsDeleted() ? &property->m_value : nullptr;
 }
 

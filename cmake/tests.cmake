@@ -59,7 +59,7 @@ add_test(NAME WrittenFiles.AreTheSameEverywhere COMMAND zantrel_written_files co
 set_tests_properties(WrittenFiles.AreTheSameEverywhere PROPERTIES FIXTURES_REQUIRED WrittenFiles)
 
 # A host that makes its globals before those of the library in it.
-add_executable(zantrel_static_host tests/static_host/static_host.cpp)
+add_executable(zantrel_static_host tests/static_host/static_host.cpp tests/static_host/writer.cpp)
 target_link_libraries(zantrel_static_host PRIVATE zantrel_internal zantrel_warnings)
 add_test(NAME StaticHost.UsesTheConstantsInItsGlobals COMMAND zantrel_static_host)
 

@@ -3,17 +3,23 @@
 
 #include <zantrel/layout/layout_node.h>
 
+#include <vector>
+
 namespace Zantrel {
 
 namespace {
 
-/// Goes by parents alone: in a copied layout they lead into the source, which is alive as long as the copy.
+/// By owners and not by parents, which in a copied layout lead into the source, and that may have ended.
 std::wstring PathFromRoot(LayoutNode const* node) {
-    LayoutNode const* root = node;
-    while (root != nullptr && root->Parent() != nullptr) {
-        root = root->Parent();
+    std::vector<LayoutNode const*> steps; // from the node up
+    for (; node != nullptr && node->GetOwner() != nullptr; node = node->GetOwner()) {
+        steps.push_back(node);
     }
-    return node != nullptr ? node->GetQueryName(*root) : std::wstring();
+    std::wstring path;
+    for (auto step = steps.rbegin(); step != steps.rend(); ++step) {
+        path.append(path.empty() ? L"" : L"_").append((*step)->m_name);
+    }
+    return path;
 }
 
 } // namespace

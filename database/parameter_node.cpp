@@ -5,6 +5,7 @@
 #include "database/format.h"
 
 #include <zantrel/database/parameter_misuse.h>
+#include <zantrel/database/value_type.h>
 #include <zantrel/layout/layout_node.h>
 
 #include <deque>
@@ -153,21 +154,21 @@ void ParameterNode::SetValueFromText(std::wstring const& text) {
     PersistentProperties& bag = RequireBag(*this);
     std::wstring const& name = Reserved().value;
     // A Distance is not among the numbers: its text stands as a second value behind the number, which hosts
-    // rely on.
-    switch (m_pNode != nullptr ? m_pNode->m_type : eTypeLayoutNode::String) {
-    case eTypeLayoutNode::Bool:
-        *bag.GetValuePointer<bool>(name, true) = IsWordTrue(text);
-        break;
-    case eTypeLayoutNode::Double:
-        *bag.GetValuePointer<double>(name, true) = m_pNode->GetValue<double>(text);
-        break;
-    case eTypeLayoutNode::Int:
-        *bag.GetValuePointer<std::int32_t>(name, true) = m_pNode->GetValue<std::int32_t>(text);
-        break;
-    default:
-        *bag.GetValuePointer<std::wstring>(name, true) = text;
-        break;
-    }
+    // rely on. So does a text on what else isn't a number or flag.
+    eTypeLayoutNode const type = m_pNode != nullptr ? m_pNode->m_type : eTypeLayoutNode::String;
+    VisitValueType(type, [&]<class T>(TypeTag<T>) {
+        if constexpr (std::is_same_v<T, bool>) {
+            *bag.GetValuePointer<bool>(name, true) = IsWordTrue(text);
+        } else if constexpr (std::is_same_v<T, double> || std::is_same_v<T, std::int32_t>) {
+            if (type != eTypeLayoutNode::Distance) {
+                *bag.GetValuePointer<T>(name, true) = m_pNode->GetValue<T>(text);
+                return;
+            }
+        }
+        if constexpr (!std::is_same_v<T, bool>) {
+            *bag.GetValuePointer<std::wstring>(name, true) = text;
+        }
+    });
 }
 
 template ZANTREL_EXPORT std::int32_t& ParameterNode::_GetReference() const;

@@ -71,11 +71,15 @@ LayoutNode* LayoutNode::AddNode(LayoutNode const& node) {
     return child;
 }
 
+LayoutNode const* LayoutNode::GetOwner() const noexcept {
+    return m_owner != nullptr ? m_owner->Holder() : nullptr;
+}
+
 /// Up by ownership, which is never stale.
 bool LayoutNode::StandsBelow(LayoutNode const& top) const noexcept {
     LayoutNode const* node = top.m_children.m_list != nullptr ? this : nullptr;
     while (node != nullptr && node != &top) {
-        node = node->m_owner != nullptr ? node->m_owner->Holder() : nullptr;
+        node = node->GetOwner();
     }
     return node != nullptr && node != this;
 }

@@ -15,7 +15,7 @@ namespace {
 
 KelAM::SaxUtilities::WriteOptions DocumentOptions(ParameterLayout const& layout) {
     auto options = Sax::DocumentOptions(StringConversion::NativeToUtf8(layout.m_name));
-    options.m_namespaces.emplace_back(std::wstring(), XML_namespaces::m_namespace_profiles_meta);
+    options.m_namespaces.emplace_back(std::wstring(), std::wstring(XML_namespaces::Text::ProfilesMeta));
     return options;
 }
 

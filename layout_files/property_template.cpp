@@ -17,7 +17,7 @@ namespace {
 
 KelAM::SaxUtilities::WriteOptions DocumentOptions() {
     auto options = Sax::DocumentOptions(std::string(LayoutWord::PropertyTemplate));
-    AddBuildProcessingNamespace(options, XML_namespaces::m_namespace_build_processors_2016_04);
+    AddBuildProcessingNamespace(options, std::wstring(XML_namespaces::Text::BuildProcessors201604));
     return options;
 }
 

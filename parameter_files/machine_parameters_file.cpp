@@ -16,7 +16,7 @@ namespace {
 /// The root's name is the format's and never the layout's, which the validity check compares with.
 KelAM::SaxUtilities::WriteOptions Document() {
     auto document = Sax::DocumentOptions(std::string(ParameterFileWord::KlvrMachineParameters));
-    AddBuildProcessingNamespace(document, XML_namespaces::m_namespace_build_processors_2016_04);
+    AddBuildProcessingNamespace(document, std::wstring(XML_namespaces::Text::BuildProcessors201604));
     return document;
 }
 

@@ -32,8 +32,7 @@ public:
 ///
 /// What holds between two tokens:
 /// - The first m_depth of m_open are the open elements, from the root inwards. Each has been delivered but
-/// the
-///   innermost one, which may be held back (Stage::Held): then m_text and m_attributes are its own.
+///   the innermost one, which may be held back (Stage::Held): then m_text and m_attributes are its own.
 /// - An element's end goes to the handler that got its start, or to nobody if nobody did.
 /// - m_pushed owns what handlers have pushed, each once, in the order of pushing; the last ones, from
 ///   pushedBefore of the innermost element on, are those that it has pushed itself, and end with it. Whatever

@@ -44,13 +44,11 @@ enum class WriteFault {
 /// - m_levels are the open elements from the root inwards, m_names their names one behind the other. After a
 ///   fault both stay as they were, for they are the path that the report shows.
 /// - m_startTag says what the start tag that was written last still takes. Its ">" is left out until
-/// something
-///   follows, since nothing may, and then it becomes "/>".
+///   something follows, since nothing may, and then it becomes "/>".
 /// - m_attributes holds the names of that tag's attributes, as many as there are strings in it; from then on
 ///   m_manyAttributes holds all of them, so that no number of attributes takes quadratic time.
 /// - A line is broken and indented before a tag unless its parent has text: there white space would be
-/// content.
-///   So an element has either a line for each child or all that it was given, exactly.
+///   content. So an element has either a line for each child or all that it was given, exactly.
 /// - Nothing reaches the buffer that the reader of this library would not read back as it was given: names,
 ///   characters and depth are checked when they come. The sink may have got a part of a document that fails.
 ///

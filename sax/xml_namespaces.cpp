@@ -48,13 +48,11 @@ bool Exists(std::wstring const& path) {
 void AddBuildProcessingNamespace(KelAM::SaxUtilities::WriteOptions& options, std::wstring const& uri) {
     using namespace XML_namespaces;
     options.m_namespaces.emplace_back(std::wstring(), uri);
-    if (uri == m_namespace_build_processors_2016_04 && Exists(m_local_schema_file_build_processors_2016_04)) {
-        options.m_schemaFile = m_local_schema_file_build_processors_2016_04;
-        options.m_schemaNamespace = uri;
-    }
+    bool const isOlder = uri == Text::BuildProcessors201604;
     // Hosts that install only the 2016/04 schema rely on its file deciding for 2017/02 as well.
-    if (uri == m_namespace_build_processors_2017_02 && Exists(m_local_schema_file_build_processors_2016_04)) {
-        options.m_schemaFile = m_local_schema_file_build_processors_2017_02;
+    if ((isOlder || uri == Text::BuildProcessors201702) && Exists(LocalSchemaFileBuildProcessors201604())) {
+        options.m_schemaFile =
+            isOlder ? LocalSchemaFileBuildProcessors201604() : LocalSchemaFileBuildProcessors201702();
         options.m_schemaNamespace = uri;
     }
 }

@@ -30,12 +30,7 @@ void AssignWithinLayout(PersistentProperties& target, PersistentProperties const
 }
 
 void Assign(KelAM::ExternalProperties& target, KelAM::ExternalProperties const& source, NameCopier& names) {
-    if (&target != &source) {
-        PersistentProperties copy;
-        CopyEntries(copy, source, names);
-        CopyHead(target, source);
-        Swap(target, copy); // what stood there ends last: the source may lie within it
-    }
+    Zantrel::Assign(target, source, names);
 }
 
 // An entry of the bag shares its name, borrowed or counted, since both are of one tree.

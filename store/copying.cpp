@@ -141,6 +141,21 @@ void CopyEntries(PersistentProperties& target, PersistentProperties const& sourc
     copying.Run();
 }
 
+void TakeOver(KelAM::ExternalProperties& target, KelAM::ExternalProperties& made) noexcept {
+    std::swap(target.m_objectKind, made.m_objectKind);
+    std::swap(target.m_id, made.m_id);
+    BagInside::Swap(target, made);
+}
+
+void Assign(KelAM::ExternalProperties& target, KelAM::ExternalProperties const& source, NameCopier& names) {
+    if (&target != &source) {
+        KelAM::ExternalProperties copy;
+        CopyHead(copy, source);
+        CopyEntries(copy, source, names);
+        TakeOver(target, copy); // what stood there ends last: the source may lie within it
+    }
+}
+
 void CopyBags(Sequence& target, Sequence const& source, NameCopier& names) {
     Copying copying(names);
     copying.Add(SequencePair{&target, &source});

@@ -19,8 +19,13 @@ void CopyBags(IndexedProperties<PersistentProperties>& target,
 /// What a bag of some class says beside its entries; a plain bag says nothing.
 inline void CopyHead(PersistentProperties&, PersistentProperties const&) {}
 inline void CopyHead(KelAM::ExternalProperties& target, KelAM::ExternalProperties const& source) {
+    target.m_id = source.m_id; // which may fail, so it comes first
     target.m_objectKind = source.m_objectKind;
-    target.m_id = source.m_id;
 }
+
+/// Takes all of `made`, which was made for it; what stood in `target` ends with `made`.
+void TakeOver(KelAM::ExternalProperties& target, KelAM::ExternalProperties& made) noexcept;
+/// Assigns as the operator does, with names from `names`: wholly or, on std::bad_alloc, not at all.
+void Assign(KelAM::ExternalProperties& target, KelAM::ExternalProperties const& source, NameCopier& names);
 
 } // namespace Zantrel

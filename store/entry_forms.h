@@ -29,11 +29,10 @@
 // - A place is the address that an entry has in its form, so that an iterator is one address, too. Places are
 //   good until an entry is added or removed.
 // - What is placed in a block may belong to the block's own entries or to a bag that is one of them: the
-// value
-//   of a leaf is placed with the leaf's bag. So all that hangs below a block ends before the block is freed.
+//   value of a leaf is placed with the leaf's bag. So all that hangs below a block ends before the block is
+//   freed. Blocks with placed properties are kept until the table ends, also when the properties don't.
 // - A name is borrowed from a text that outlives the whole tree of bags, or counted within that tree. From
-// one
-//   tree to another names pass as copies only.
+//   one tree to another names pass as copies only.
 //
 // VisitForm alone tells the forms apart. All have the same operations; the rest is written once, on top of
 // these (entry_table.cpp, ending.cpp).

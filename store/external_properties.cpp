@@ -44,8 +44,8 @@ std::wstring ExternalPropertyID::FormatGuid(bool braces, bool upperCase) const {
 }
 
 ExternalProperties& ExternalProperties::operator=(ExternalProperties const& other) {
-    Zantrel::CopyHead(*this, other); // before the bag, whose old content ends, and `other` may stand in it
-    PersistentProperties::operator=(other);
+    Zantrel::NameCopier names(Zantrel::NameCopier::Borrowed::Own);
+    Zantrel::Assign(*this, other, names);
     return *this;
 }
 

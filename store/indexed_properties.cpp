@@ -62,8 +62,10 @@ void Sequence::Clear() noexcept { EndSequence(std::exchange(m_content, nullptr))
 void Sequence::Swap(Sequence& other) {
     if (this != &other) {
         // Each may belong to a database, whose names go with its layout, and to a thread of its own.
-        OwnNames(*this);
-        OwnNames(other);
-        BagInside::Swap(*this, other);
+        bool const hasOther = OwnNames(*this, other);
+        bool const isWithinOther = OwnNames(other, *this);
+        if (!hasOther && !isWithinOther) {
+            BagInside::Swap(*this, other);
+        }
     }
 }

@@ -107,9 +107,10 @@ private:
                 target->second = FindOfClass(*pair.target, name, target->first);
             }
             if (target->second == nullptr) {
-                target->second = property->Clone();
-                BagInside::Table(*pair.target)
-                    .Insert(EntryName::Own(name), PropertyHandle::Heap(target->second));
+                EntryName ownName = EntryName::Own(name);
+                IPersistentProperty* const clone = property->Clone();
+                BagInside::Table(*pair.target).Insert(std::move(ownName), PropertyHandle::Heap(clone));
+                target->second = clone;
             } else if (pair.overwrite) {
                 Assign(*target->second, *property);
             }
@@ -166,7 +167,12 @@ void PersistentProperties::AddProperty(std::wstring const& name, IPersistentProp
 }
 
 void PersistentProperties::RemoveProperty(std::wstring const& name, bool firstOnly) {
-    while (EntryTable(m_entries).RemoveFirst(name) && !firstOnly) {
+    if (firstOnly) {
+        EntryTable(m_entries).RemoveFirst(name);
+        return;
+    }
+    std::wstring const kept = name; // which may be the value of a property that goes
+    while (EntryTable(m_entries).RemoveFirst(kept)) {
     }
 }
 

@@ -148,8 +148,7 @@ void Take(KelAM::ExternalProperties& bag, MFile& file, int depth) {
     Take(id, file);
     Take(static_cast<PersistentProperties&>(read), file, depth);
     read.m_id = KelAM::ExternalPropertyID(id);
-    Zantrel::CopyHead(bag, read);
-    Zantrel::BagAccess::Swap(bag, read);
+    Zantrel::TakeOver(bag, read);
 }
 
 } // namespace

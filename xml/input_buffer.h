@@ -24,11 +24,9 @@ enum class InputState { Open, Complete, ReadFailed, NoEncoding, IllFormed, Unpai
 /// - [Begin(), End()) is whole characters. What is known of a character that the last piece has cut waits in
 ///   m_raw and is put in front of the next piece.
 /// - A NUL stands at End() and nowhere before it, as XML has no such character; Block::Size bytes from End()
-/// on
-///   are readable and zero. Every search relies on the one and every block on the other.
+///   on are readable and zero. Every search relies on the one and every block on the other.
 /// - A CR at the end of a piece has become an LF already, and m_afterCarriageReturn has an LF at the
-/// beginning
-///   of the next piece dropped.
+///   beginning of the next piece dropped.
 /// - m_capacity has room for one more piece behind End() whenever one is read, however much it grows by being
 ///   transcoded: a byte of UTF-16 becomes at most one and a half of UTF-8.
 /// - State() other than Open is final, and what had been read before can still be looked at.

@@ -236,6 +236,28 @@ TEST(Bag, IsAsItWasWhereMemoryRunsOut) {
     }
 }
 
+TEST(Bag, LosesNothingWhereMergingRunsOutOfMemoryOrANameEndsWithItsProperty) {
+    Bag source;
+    FillWithEveryClass(source);
+    EXPECT_GT(TestSupport::FailEachAllocation([&] { Bag().Merge(source, true); }), 0u);
+    Bag bag;
+    for (int i = 0; i < 3; ++i) {
+        bag.CreateValue<std::wstring>(L"a name of its own", true)->m_value = L"a name of its own";
+    }
+    bag.RemoveProperty(*bag.GetValuePointer<std::wstring>(L"a name of its own", false), false);
+    EXPECT_TRUE(bag.IsEmpty());
+}
+
+TEST(Sequence, IsNotExchangedWithOneWithinIt) {
+    Bags outer;
+    Bags& inner = Sequence(outer.AddProperty(), L"inner");
+    inner.AddProperty();
+    outer.Swap(inner);
+    inner.Swap(outer);
+    EXPECT_EQ(&outer.GetProperty(0).GetValuePointer<Bags>(L"inner", false)->GetProperty(0),
+              &inner.GetProperty(0));
+}
+
 TEST(Sequence, KeepsItsBagsInPlaceWhileItGrows) {
     Bags sequence;
     std::vector<Bag*> bags(2000);

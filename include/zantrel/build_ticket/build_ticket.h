@@ -42,8 +42,7 @@ public:
     /// Drops from each store, and from the nested sets directly in it, what a ticket doesn't keep:
     /// - the object type itself; whatever reports the type "PositionMatrix" or "FileContent";
     /// - where the object type is known and the ticket has a layout, properties whose name the layout's part
-    /// for that
-    ///   type doesn't use, apart from plain bags, nested sets and PropertyNames::PartName;
+    ///   for that type doesn't use, apart from plain bags, nested sets and PropertyNames::PartName;
     /// - of a unique part, all nested sets.
     ///
     /// What lies in plain bags, in sequences and deeper stays, and so does all in further sets of one name.

@@ -15,7 +15,8 @@ struct LayoutNode;
 /// text that the operation tells, in English and the same on every platform.
 class ZANTREL_EXPORT ParameterMisuse : public std::runtime_error {
 public:
-    /// `node` may be null. Throws std::bad_alloc.
+    /// `node` may be null. Puts the path together at once, which takes time in its depth. Throws
+    /// std::bad_alloc.
     ParameterMisuse(char const* text, LayoutNode const* node);
     ParameterMisuse(ParameterMisuse const& other) noexcept;
     ParameterMisuse& operator=(ParameterMisuse const& other) noexcept;

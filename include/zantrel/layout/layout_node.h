@@ -92,6 +92,9 @@ struct ZANTREL_EXPORT LayoutNode : LayoutNodeAttributes {
     LayoutNode const* Parent() const noexcept { return m_parent; }
     LayoutNode* GetParentNode() noexcept { return m_parent; }
     LayoutNode const* GetParentNode() const noexcept { return m_parent; }
+    /// The node whose child this is, also in a copy, where m_parent names a node of the source; null for a
+    /// root. Nodes linked by it never form a ring.
+    LayoutNode const* GetOwner() const noexcept;
 
     /// The latest child that was appended under this name, or null. Never allocates.
     LayoutNode const* GetNode(std::wstring_view name) const noexcept { return m_children.Find(name); }

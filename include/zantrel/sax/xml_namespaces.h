@@ -5,6 +5,7 @@
 #include <zantrel/sax/sax_utilities.h>
 
 #include <string>
+#include <string_view>
 
 namespace Zantrel {
 
@@ -12,12 +13,19 @@ namespace Zantrel {
 /// them. A host's globals can count on all that is here, in whatever order a program's globals are made.
 namespace XML_namespaces {
 
-inline std::wstring const m_namespace_build_processors_2016_04 =
+/// The same texts for those who can't wait until globals are made, as the library itself.
+namespace Text {
+inline constexpr std::wstring_view BuildProcessors201604 =
     L"https://schemas.zantrel.example/build_processing/2016/04";
-inline std::wstring const m_namespace_build_processors_2017_02 =
+inline constexpr std::wstring_view BuildProcessors201702 =
     L"https://schemas.zantrel.example/build_processing/2017/02";
-inline std::wstring const m_namespace_profiles_meta =
+inline constexpr std::wstring_view ProfilesMeta =
     L"https://schemas.zantrel.example/build_processing/profiles_meta";
+} // namespace Text
+
+inline std::wstring const m_namespace_build_processors_2016_04{Text::BuildProcessors201604};
+inline std::wstring const m_namespace_build_processors_2017_02{Text::BuildProcessors201702};
+inline std::wstring const m_namespace_profiles_meta{Text::ProfilesMeta};
 
 /// The texts behind the two names below, made at the first call and shared by all modules of a program.
 ZANTREL_EXPORT std::wstring& LocalSchemaFileBuildProcessors201604() noexcept;

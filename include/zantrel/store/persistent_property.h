@@ -113,8 +113,8 @@ public:
     PersistentProperty(PersistentProperty const&) = default;
     PersistentProperty(PersistentProperty&&) = default;
     /// Takes value and flags. `other` may stand within the value that it replaces.
-    PersistentProperty& operator=(PersistentProperty const& other) { return Take(other); }
-    PersistentProperty& operator=(PersistentProperty&& other) { return Take(std::move(other)); }
+    PersistentProperty& operator=(PersistentProperty const& other);
+    PersistentProperty& operator=(PersistentProperty&& other);
 
     IPersistentProperty* Clone() const override;
     bool IsEqual(IPersistentProperty const* other) const override;
@@ -183,6 +183,14 @@ template <class T> PersistentProperty<T> const* PropertyCast(IPersistentProperty
 
 // Outside the class, since a DLL exports nothing of a template that is defined inside.
 template <class T> PersistentProperty<T>::PersistentProperty(T const& value) : m_value(value) {}
+
+template <class T> PersistentProperty<T>& PersistentProperty<T>::operator=(PersistentProperty const& other) {
+    return Take(other);
+}
+
+template <class T> PersistentProperty<T>& PersistentProperty<T>::operator=(PersistentProperty&& other) {
+    return Take(std::move(other));
+}
 
 template <class T> IPersistentProperty* PersistentProperty<T>::Clone() const {
     auto* copy = new PersistentProperty(m_value);
