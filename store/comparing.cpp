@@ -56,6 +56,8 @@ private:
         return left == pair.left->end() && right == pair.right->end();
     }
 
+    /// The pair comes back for its next bags, so that the list grows with the depth and not with the
+    /// sequence.
     bool Compare(SequencePair const& pair) {
         std::size_t const size = pair.left->GetNumProperties();
         if (size != pair.right->GetNumProperties()) {

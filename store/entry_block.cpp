@@ -6,6 +6,8 @@
 
 namespace Zantrel {
 
+// One allocation: header, the older block's address where there is one, places, room. All are multiples of
+// eight bytes, and so is what is placed.
 EntryBlock* EntryBlock::Make(std::size_t capacity, std::size_t bytes, EntryBlock* older) {
     std::size_t const front = older != nullptr ? sizeof(EntryBlock*) : 0;
     auto* memory = static_cast<std::byte*>(
@@ -39,6 +41,7 @@ void EntryBlock::Insert(EntryName name, PropertyHandle property) noexcept {
     std::rotate(at, end() - 1, end());
 }
 
+// Handles and names move down; properties stay where they are.
 PropertyHandle EntryBlock::Take(Entry* at) noexcept {
     PropertyHandle const property = at->property;
     std::move(at + 1, end(), at);

@@ -10,6 +10,7 @@ TreeEntry const* EntryTree::Find(std::wstring_view name) const noexcept {
     return at != m_entries.end() && at->name.View() == name ? &*at : nullptr;
 }
 
+// The set puts an entry behind its equals, so the order of insertion stays; the links follow the set.
 void EntryTree::Insert(EntryName name, PropertyHandle property) {
     auto const at = m_entries.emplace(std::move(name), property);
     at->next = AddressOf(std::next(at));

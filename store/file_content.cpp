@@ -20,6 +20,7 @@ constexpr std::string_view DataWord = "Data";
 } // namespace
 
 bool FileContent::LoadFile(std::wstring const& path) {
+    // Files travel between platforms, so both separators end a folder.
     std::wstring name = path.substr(path.find_last_of(L"/\\") + 1); // npos + 1 is 0
     std::vector<std::byte> data;
     if (!Zantrel::Io::ReadWholeFile(path, data)) {
@@ -35,6 +36,7 @@ bool FileContent::SaveFile(std::wstring const& path) const {
         path, std::string_view(reinterpret_cast<char const*>(m_data.data()), m_data.size()));
 }
 
+// Name and bytes come as two children, and either may be missing: the other one is then taken alone.
 bool FileContentRead::HandleTag(std::string const& tag, KelSAX::ISAXReader& reader) {
     if (tag == NameWord) {
         reader.ReadValue(m_content->m_name);

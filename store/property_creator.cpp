@@ -3,6 +3,7 @@
 
 #include "store/create_property.h"
 
+// By the one table of type names, which readers and writers use, too.
 IPersistentProperty* IPersistentPropertyCreator::__CreateProperty(std::wstring const& typeName) {
     return Zantrel::CreateProperty(typeName, Zantrel::AllPropertyClasses()).release();
 }

@@ -43,18 +43,6 @@ TEST(Schema, TakesWhatIsWritten) {
     }
 }
 
-TEST(Schema, TakesTheLeastTickets) {
-    ParameterLayout const layout;
-    std::vector<BuildTicket> tickets(4, BuildTicket(&layout));
-    tickets[1].GetDefaults().CreateValue<bool>(L"deleted", true)->SetDeleted(true);
-    tickets[2].GetPartOverrides().GetProperties(KelAM::ExternalPropertyID(), true);
-    tickets[3].GetDefaults().AddProperty(L"a host's own", new HostProperty<std::wstring>(L"PositionMatrix"));
-    for (BuildTicket const& ticket : tickets) {
-        ExpectAllValid({Saved(ticket, 1)}, MachineSchema);
-        ExpectAllValid({Saved(ticket, 2)}, TicketSchema);
-    }
-}
-
 TEST(Schema, IsReferredToWhereItIsInstalled) {
     namespace Paths = XML_namespaces;
     std::wstring const folder = StringConversion::Utf8ToNative(ZANTREL_SCHEMAS "/");

@@ -100,16 +100,6 @@ TEST(PropertyTemplateReader, CallsNoFileValid) {
     EXPECT_TRUE(KlvrPropertyTemplate::ReadFile(layout, path));
 }
 
-TEST(PropertyTemplateWriter, WritesANewLayoutAsOneDocument) {
-    std::string const document =
-        "<KlvrPropertyTemplate xmlns='https://schemas.zantrel.example/build_processing/2016/04'>"
-        "<MachineParameters/><BuildTicket><Defaults/><PartOverrides/></BuildTicket></KlvrPropertyTemplate>";
-    TemporaryFolder const folder;
-    EXPECT_TRUE(KlvrPropertyTemplate::WriteFile(ParameterLayout(), (folder / "file").wstring(), {}));
-    EXPECT_EQ(Flat(ContentOf(folder / "file")), document);
-    EXPECT_EQ(Flat(WriteText(PropertyTemplate, ParameterLayout())), document);
-}
-
 TEST(PropertyTemplateWriter, WritesTheSectionsInOrderAndOfTheProfilesTheListsAlone) {
     ParameterLayout layout;
     LayoutNode& list = *layout.m_profileEditor->AddNode(L"P")->SetProfile(true, L"x");
