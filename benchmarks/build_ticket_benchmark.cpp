@@ -40,11 +40,13 @@ template <class Take> void MakeValues(std::mt19937_64& random, Take take) {
     }
 }
 
+/// The number fills the last group, which has twelve digits, so that each is a GUID of its own.
 std::wstring GuidOf(std::int64_t instance) {
     std::wstring const digits = std::to_wstring(instance);
     return L"01234567-89ab-cdef-0123-" + std::wstring(12 - digits.size(), L'0') + digits;
 }
 
+/// The seed is fixed: every run measures the same ticket, and the flat loop prints the ticket's values.
 void FillStores(KelAM::DatabaseExternalProperties& stores, std::int64_t instances) {
     std::mt19937_64 random(17);
     for (std::int64_t i = 0; i < instances; ++i) {
@@ -97,6 +99,8 @@ void Load(benchmark::State& state) {
         if (!LoadBuildTicket(saved.path, *ticket)) {
             state.SkipWithError("the ticket can't be loaded");
         }
+        // Ending the ticket isn't loading: it happens outside of the time, and after the heap has been looked
+        // at.
         state.PauseTiming();
         bytes = static_cast<double>(mallinfo2().uordblks - before);
         ticket.reset();
@@ -106,6 +110,8 @@ void Load(benchmark::State& state) {
     state.counters["heap_per_property"] = bytes / static_cast<double>(state.range(0) * PropertiesEach);
 }
 
+/// The least that saving can cost: the same values, without names and without a tree. They are laid out
+/// before the time starts.
 void FlatPrint(benchmark::State& state) {
     ZantrelBenchmark::Document const output("flat");
     std::vector<double> numbers;
@@ -162,6 +168,7 @@ void CleanUpAndConvert(benchmark::State& state) {
     FillStores(source, state.range(0));
     for (auto const& [key, property] : source) {
         auto& store = PropertyCast<KelAM::ExternalProperties>(property)->m_value;
+        // Or the conversion would leave the entry out.
         store.SetValue(KelAM::PropertyNames::ObjectType, KelAM::ObjectTypes::ObjectTypePartInstance);
     }
     for ([[maybe_unused]] auto _ : state) {

@@ -81,6 +81,7 @@ void MakeContentList(benchmark::State& state) {
 template <class Find> void FindAll(benchmark::State& state, Job const& job, Find find) {
     std::size_t at = 0;
     for ([[maybe_unused]] auto _ : state) {
+        // 7919 is a prime: a number of paths that it does not divide is gone through whole.
         at = (at + 7919) % job.paths.size();
         find(job.paths[at]);
     }
@@ -95,11 +96,13 @@ void FindInMap(benchmark::State& state) {
 void Query(benchmark::State& state) {
     Job& job = Job::Of(state.range(0));
     ParameterNode const editor = job.database.GetProfileEditor();
+    // Makes the index, which the cursor keeps, before the time starts.
     editor.Query(L"");
     FindAll(state, job,
             [&](std::wstring const& path) { benchmark::DoNotOptimize(editor.Query(path.c_str())); });
 }
 
+/// What CheckValidity stands beside: the check reads the file into a database of its own, too.
 void Read(benchmark::State& state) {
     Job const& job = Job::Of(state.range(0));
     for ([[maybe_unused]] auto _ : state) {

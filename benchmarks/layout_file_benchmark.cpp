@@ -40,11 +40,13 @@ void FillGroups(ParameterLayout& layout, std::int64_t nodes) {
 }
 
 /// Chains of 200 lists and profile lists by turns, each with a parameter and the next.
+/// The reader takes 256 levels: a chain of 200 is deep, and still fits.
 void FillContainers(ParameterLayout& layout, std::int64_t nodes) {
     LayoutNode* container = nullptr;
     for (std::int64_t i = 0; i < nodes; i += 2) {
         LayoutNode* const parent = i % 400 == 0 ? layout.m_profileEditor.GetNode() : container;
         container = parent->AddNode((L"Container" + std::to_wstring(i)).c_str());
+        // By steps of two: every other container is a list.
         i % 4 == 0 ? container->SetList(true, L"Item", L"Item") : container->SetProfile(true, L"Profile");
         AddParameter(*container, i);
     }
@@ -88,6 +90,7 @@ template <Fill fill> void Expat(benchmark::State& state) {
 
 template <Fill fill> void Read(benchmark::State& state) {
     Schema const& schema = Schema::Of(fill, state.range(0));
+    // Written anew, since groups and containers of one number share the path of their file.
     ZantrelBenchmark::Document const input("layout_read");
     WriteFile(schema.layout, input.path);
     for ([[maybe_unused]] auto _ : state) {

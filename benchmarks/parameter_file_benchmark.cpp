@@ -78,6 +78,8 @@ double Convert(pugi::xml_node const& node) {
     return sum;
 }
 
+/// A reader of another kind, which keeps the whole document in memory; converting its numbers is part of the
+/// time, as the library does that while it reads.
 void Pugixml(benchmark::State& state) {
     Job const& job = Job::Of(state.range(0));
     for ([[maybe_unused]] auto _ : state) {
@@ -92,6 +94,7 @@ void Read(benchmark::State& state) {
     Job const& job = Job::Of(state.range(0));
     double bytes = 0;
     for ([[maybe_unused]] auto _ : state) {
+        // The heap is compared around the read alone; what it takes for itself it has given back by then.
         std::size_t const before = mallinfo2().uordblks;
         auto database = std::make_unique<ParameterDatabase>(&Job::Layout());
         if (!ReadFile(*database, job.path)) {
@@ -120,6 +123,7 @@ void Write(benchmark::State& state) {
     Rate(state, job);
 }
 
+/// The least that writing can cost: the numbers, without names and without a tree.
 void FlatPrint(benchmark::State& state) {
     Job const& job = Job::Of(state.range(0));
     ZantrelBenchmark::Document const output("flat");

@@ -50,6 +50,8 @@ double LeastSeconds(std::size_t count, Order order) {
     return least;
 }
 
+/// One iteration, as LeastSeconds repeats by itself, and a time told by hand, since making the children must
+/// not count.
 void Remove(benchmark::State& state, Order order) {
     double few = 0;
     double many = 0;

@@ -21,6 +21,7 @@ namespace {
 constexpr int Profiles = 10'000;
 constexpr int LeavesPerProfile = 20;
 
+/// Numbers of 17 digits in short elements, which is what most of a large parameter file is.
 std::string MakeDocument() {
     constexpr std::string_view tags[] = {"LaserPower", "ScanSpeed", "HatchDistance", "LayerThickness"};
     std::mt19937_64 random(1);
@@ -84,6 +85,8 @@ void ParseParametersByExpat(benchmark::State& state) {
 }
 BENCHMARK(ParseParametersByExpat)->Unit(benchmark::kMillisecond);
 
+/// One token of up to 100 MB. A tokeniser that looks at a token from its start again whenever more of it
+/// arrives takes quadratic time here, which the fitted curve would tell.
 void TokeniseLongToken(benchmark::State& state, std::string_view before, std::string_view after) {
     std::string document(before);
     document.append(static_cast<std::size_t>(state.range()), 'x').append(after);
@@ -95,10 +98,12 @@ void OfGrowingSize(benchmark::internal::Benchmark* benchmark) {
     benchmark->Complexity(benchmark::oN)->Unit(benchmark::kMillisecond);
 }
 BENCHMARK_CAPTURE(TokeniseLongToken, attribute, "<a b='", "'/>")->Apply(OfGrowingSize);
+// A reference makes the value another text than its bytes.
 BENCHMARK_CAPTURE(TokeniseLongToken, normalised_attribute, "<a b='&lt;", "'/>")->Apply(OfGrowingSize);
 BENCHMARK_CAPTURE(TokeniseLongToken, comment, "<a><!--", "--></a>")->Apply(OfGrowingSize);
 BENCHMARK_CAPTURE(TokeniseLongToken, text, "<a>", "</a>")->Apply(OfGrowingSize);
 
+/// No two attributes of an element may have one name: comparing each with each would show as quadratic time.
 void TokeniseManyAttributes(benchmark::State& state) {
     std::string document = "<a";
     for (std::int64_t count = 0; count < state.range(); ++count)

@@ -17,6 +17,7 @@ std::int32_t VersionOf(BuildTicket const& ticket, BuildTicketWriteOptions const&
     return options.m_version != 0 ? options.m_version : BuildTicketWrite(ticket, 0)._DetermineVersion();
 }
 
+/// A number that is no version is written without a namespace.
 KelAM::SaxUtilities::WriteOptions DocumentOptions(std::int32_t version) {
     auto options = Sax::DocumentOptions(std::string(TicketWord::Root));
     if (version == 1) {

@@ -47,6 +47,8 @@ bool BuildTicketRead::ReadDefaults(KelSAX::ISAXReader& reader) {
 
 bool BuildTicketRead::ReadInstance(KelSAX::ISAXReader& reader) {
     std::wstring uuid;
+    // Both sections call their elements the same, so that only the one around it tells which store an
+    // instance is.
     std::string const& parent = reader.GetAncestorTag(1);
     bool const isPart = parent == Word::PartOverrides;
     if (!reader.ReadAttribute(uuid, Word::Uuid) || (!isPart && parent != Word::ObjectProperties)) {

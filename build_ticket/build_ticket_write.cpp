@@ -20,6 +20,8 @@ namespace {
 
 using Sequence = IndexedProperties<PersistentProperties>;
 
+/// In lower case and without braces, whatever the form of the key or name. So the same store is written
+/// alike, be it a host's or one that was read, whose components have names in braces and upper case.
 void WriteUuid(std::wstring_view text, KelSAX::ISAXWriter& writer) {
     KelAM::ExternalPropertyID const id{std::wstring(text)};
     writer.WriteAttribute(Word::Uuid, std::wstring_view(id.FormatGuid(false, false)));
@@ -100,6 +102,7 @@ std::int32_t _DetermineVersionOfProperties(PersistentProperties const& top) {
 
 } // namespace
 
+// That a ticket has no property template can only be said in version 2, which alone has an element for it.
 std::int32_t BuildTicketWrite::_DetermineVersion() const {
     std::int32_t version = m_ticket->HasPropertyTemplate() ? 1 : 2;
     version = std::max(version, _DetermineVersionOfProperties(m_ticket->GetDefaults()));

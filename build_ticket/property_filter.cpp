@@ -22,6 +22,7 @@ constexpr Content ContentOfValue =
         ? Content::Bag
         : Content::Plain;
 
+/// A host's own class is known by the name alone that it gives its type.
 Content ContentOfHost(IPersistentProperty const& property) {
     std::wstring const type = property.GetType();
     if (type == L"PositionMatrix" || type == WideTypeName<KelAM::FileContent>()) {

@@ -40,6 +40,7 @@ Rule const Rules[] = {
      [](ParameterLayout const& layout, Names& names) { layout.GetUsedPropertyNames(names); }, false},
 };
 
+/// Null for a store of any other type and for one without: it keeps all but what the filter never keeps.
 Rule const* FindRule(std::wstring const* objectType) {
     auto const* const rule = std::find_if(std::begin(Rules), std::end(Rules), [&](Rule const& candidate) {
         return objectType != nullptr && candidate.objectType == *objectType;

@@ -91,6 +91,7 @@ void ParameterNode::_AddToMap(ContentList& list, std::wstring const& prefix) con
     }
 }
 
+// A cursor on anything but a group has no index, and finds nothing.
 ParameterNode ParameterNode::Query(wchar_t const* path) const {
     if (m_contentList == nullptr) {
         _CreateContentList(nullptr);

@@ -137,6 +137,7 @@ void Formatter::AddContent(LayoutNode const& node, PersistentProperties& bag, Re
                 m_open.push_back({&node, &bag, model});
             }
         } else if (HoldsValueOnceFormatted(node)) {
+            // Where something stands, a value may be among it, and is then replaced.
             if (bag.IsEmpty()) {
                 Emplace<PersistentProperty<T>>(bag, EntryName::Borrow(Reserved().value), room,
                                                DefaultOf<T>(node));
@@ -177,6 +178,7 @@ PersistentProperties& Formatter::AddNode(LayoutNode const& node, PersistentPrope
                                          RecordRoom& room, PersistentProperties* modelOfParent) {
     PersistentProperties* model = modelOfParent != nullptr ? FindBag(*modelOfParent, node.m_name) : nullptr;
     auto& bag = Emplace<BagProperty>(parent, NameOf(node, modelOfParent), room).m_value;
+    // The model of a container's entries is what the model's entries were made from.
     if (model != nullptr && (node.m_isProfileList || node.m_isList)) {
         model = FindBag(*model, Reserved().defaultProfile);
     }

@@ -55,6 +55,7 @@ void ParameterDatabase::Format() {
     }
 }
 
+// The layout is compared by address: databases on two layouts that say the same aren't equal.
 bool ParameterDatabase::IsEqual(ParameterDatabase const& other) const {
     return m_pLayout == other.m_pLayout && m_properties == other.m_properties;
 }

@@ -41,6 +41,7 @@ LayoutNode const& FindChild(LayoutNode const* parent, wchar_t const* name) {
 }
 
 /// What a typed value asks of its node, and what is thrown where it is not there.
+/// The texts are part of the interface and stay as they are, also where a type is no longer called so.
 template <class T> struct Access;
 template <> struct Access<std::int32_t> {
     static constexpr char const* Message = "Invalid type cast : use long";
@@ -99,6 +100,8 @@ ParameterNode ParameterNode::Get(wchar_t const* name) const {
     return m_pProperties != nullptr ? Get(&FindChild(m_pNode, name)) : ParameterNode();
 }
 
+// Each step is taken from a place that has content; what the last one leads to isn't asked. So the result may
+// be a cursor without content.
 std::unique_ptr<ParameterNode> ParameterNode::GetParameterNodeIfExists(LayoutNode const* node) const {
     if (m_pProperties == nullptr || m_pNode == nullptr || node == nullptr) {
         return nullptr;
@@ -121,6 +124,8 @@ std::unique_ptr<ParameterNode> ParameterNode::GetParameterNodeIfExists(wchar_t c
     return m_pProperties != nullptr ? GetParameterNodeIfExists(&FindChild(m_pNode, name)) : nullptr;
 }
 
+// By what the bags hold: cursors on two nodes, even of two databases, can be equal. Two that have no content
+// are.
 bool ParameterNode::IsEqual(ParameterNode const& other) const {
     if (m_pProperties == nullptr || other.m_pProperties == nullptr) {
         return m_pProperties == other.m_pProperties;

@@ -5,6 +5,9 @@
 
 #include <zantrel/layout/layout_node.h>
 
+// A ParameterNode that is asked for the items of a list makes the sequence that is missing. A view adds
+// nothing, and so answers as an empty sequence would.
+
 namespace Zantrel {
 
 namespace {

@@ -7,6 +7,10 @@
 #include <zantrel/sax/sax_utilities.h>
 #include <zantrel/text/string_conversion.h>
 
+// What the readers of both formats share: a place in the layout that follows the tags of the document. It is
+// never nowhere: a handle that a host has emptied leads to the root. How deep the place lies is counted on
+// the way, so that refusing what is too deep costs no walk for each element.
+
 namespace Zantrel {
 
 namespace {
@@ -74,6 +78,7 @@ void LayoutRead::Add(std::unique_ptr<LayoutNode> node, KelSAX::ISAXReader& reade
     ++m_level;
 }
 
+/// Some words are only written: a row says for each format whether its word is read.
 eTypeLayoutNode LayoutRead::TypeOf(LayoutWord::TypeWord LayoutWord::TypeRow::*file, std::string_view word,
                                    KelSAX::ISAXReader& reader) {
     for (LayoutWord::TypeRow const& known : LayoutWord::Types) {

@@ -11,6 +11,8 @@ void WriteText(std::string_view word, std::wstring_view text, KelSAX::ISAXWriter
     }
 }
 
+/// A number that is no type, which a host may have cast, and a type without a word in the format are written
+/// as no type at all.
 void WriteType(LayoutWord::TypeWord LayoutWord::TypeRow::*file, LayoutNode const& node,
                KelSAX::ISAXWriter& writer) {
     auto const index = static_cast<std::size_t>(node.m_type);

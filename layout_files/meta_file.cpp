@@ -13,6 +13,7 @@ namespace Zantrel {
 
 namespace {
 
+/// The namespace is the default one, without a prefix: the tags are the names of the nodes as they stand.
 KelAM::SaxUtilities::WriteOptions DocumentOptions(ParameterLayout const& layout) {
     auto options = Sax::DocumentOptions(StringConversion::NativeToUtf8(layout.m_name));
     options.m_namespaces.emplace_back(std::wstring(), std::wstring(XML_namespaces::Text::ProfilesMeta));
@@ -31,6 +32,8 @@ bool ReadStream(ParameterLayout& layout, std::basic_istream<char>& in, ReadRepor
     return KelAM::SaxUtilities::ReadStream(in, handler, report);
 }
 
+// Any well-formed document can be read, as elements that the format doesn't know become nodes. What tells a
+// layout from it is that something stands in the profile editor.
 bool IsValidFile(std::wstring const& path, ReadReport* report) {
     ParameterLayout layout;
     return ReadFile(layout, path, report) && layout.m_profileEditor->Size() != 0;

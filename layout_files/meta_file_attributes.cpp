@@ -128,6 +128,8 @@ void Sources(std::string_view word, Element const& element, Writer& writer) {
         Write(word, Join(element.node.*Field, TextOf), writer);
     }
 }
+// A condition whose source a host has left null writes an empty identifier, so that positions still
+// correspond.
 template <auto Field> constexpr Form Identifiers = Sources<Field, IdentifierOf>;
 template <auto Field> constexpr Form Values = Sources<Field, ConditionOf>;
 
@@ -168,6 +170,7 @@ constexpr Attribute Attributes[] = {
     {Word::DescriptionImage, Value, Image<&Node::m_imageDescription>},
     {Word::DescriptionImageStretch, Value, Image<&Node::m_imageStretch>},
     {Word::LicenseForEditorPaneVisibility, Value, IfSet<&Node::m_editorLicenseChecks>},
+    // A node has one identifier, which both kinds of conditions refer to.
     {Word::VisibilityIdentifier, Value, IfSet<&Node::m_identifier>},
     {Word::EditabilityIdentifier, Value, IfSet<&Node::m_identifier>},
     {Word::DisableForParents, Value, Streamed<&Node::m_disableForParents>},

@@ -14,6 +14,13 @@
 using namespace Zantrel;
 namespace Word = Zantrel::LayoutWord;
 
+// Element names are those of nodes, so that a tag says what it means only together with the place where it
+// stands: a section that every layout has, a word of the format at one of a few places, or else a parameter.
+//
+// A container is two elements that make one node. The outer one has the name; the inner one, whose tag
+// becomes the name of an entry, has type and content. Between the two start tags the container is pending. Of
+// the two end tags as a rule only the outer one bears the node's name, and that one leaves it.
+
 namespace {
 
 using Layout = ParameterLayout;
@@ -63,6 +70,7 @@ bool ParameterLayoutIOMetaFileRead::ReadElement(std::string const& tag, KelSAX::
         {&Layout::m_profileEditor, Word::ParameterStructure, &Self::PassThrough},
         {&Layout::m_profileEditor, Word::AdditionalConfiguration, &Self::PassOver},
     };
+    // First: a section is none of the parameters, whatever its attributes say.
     if (EnterSection(tag)) {
         return true;
     }
@@ -89,6 +97,7 @@ bool ParameterLayoutIOMetaFileRead::EnterSection(std::string_view tag) {
     return true;
 }
 
+/// No layout has this node from the start. Of several in a file the handle leads to the last.
 bool ParameterLayoutIOMetaFileRead::AddJobConfigurator(KelSAX::ISAXReader& reader) {
     std::wstring const name = StringConversion::Utf8ToNative(Word::JobConfigurator);
     Add(std::make_unique<LayoutNode>(name.c_str(), Group, nullptr), reader);
@@ -96,6 +105,8 @@ bool ParameterLayoutIOMetaFileRead::AddJobConfigurator(KelSAX::ISAXReader& reade
     return true;
 }
 
+/// Without a dictionary to fill the element isn't taken, and its entries come to this handler, which has a
+/// rule for them.
 bool ParameterLayoutIOMetaFileRead::ReadDictionary(KelSAX::ISAXReader& reader) {
     ResourceDictionary* const dictionary = m_layout.GetResourceDictionary();
     if (dictionary != nullptr) {
@@ -173,6 +184,8 @@ void ParameterLayoutIOMetaFileRead::Container::Complete(LayoutNode& node, std::s
     }
 }
 
+/// By name, since not every start tag has made a node. The node comes before the sections: one that a file
+/// calls like a section ends as a node.
 void ParameterLayoutIOMetaFileRead::HandleEndTag(std::string_view tag) {
     if (Text::EqualsUtf8(m_currentNode->m_name, tag)) {
         if (m_currentNode->m_type == Group && m_currentNode->Size() == 0) {

@@ -43,6 +43,7 @@ void ParameterLayoutIOMetaFileWrite::WriteNode(LayoutNode const& node, KelSAX::I
 void ParameterLayoutIOMetaFileWrite::WriteValueNode(LayoutNode const& node,
                                                     KelSAX::ISAXWriter& writer) const {
     WriteValueAttributes(node, writer);
+    // A default of a node with children stays behind: the element has no text beside them.
     if (node.Size() == 0) {
         writer.WriteValue(std::wstring_view(node.m_defaultValue));
     }

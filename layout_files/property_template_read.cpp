@@ -35,6 +35,7 @@ Section const* FindSection(std::string_view tag) {
 
 } // namespace
 
+/// Elements that are none of the format are taken, and what they hold is read as if they weren't there.
 bool ParameterLayoutIOPropertyTemplateRead::ReadElement(std::string const& tag, KelSAX::ISAXReader& reader) {
     bool const isSection = IsAt(Root) && EnterSection(tag);
     bool const isInVersion = IsAt(&ParameterLayout::m_versionNode); // whose parts a file can't change

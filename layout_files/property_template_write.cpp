@@ -39,10 +39,14 @@ private:
 
 bool HasChildren(LayoutNode const* node) { return node != nullptr && node->Size() != 0; }
 
+/// Whether writing the node puts anything into the open element: children, or its default, an attribute that
+/// has to come before the first child.
 bool HasContent(LayoutNode const* node) {
     return HasChildren(node) || (node != nullptr && !node->m_defaultValue.empty());
 }
 
+/// All sections are written, also those that are empty. The two inner blocks end an element where the one
+/// beside it begins.
 void TemplateWrite::WriteSections() {
     {
         MSAXTagWriter const machine(m_writer, Word::MachineParameters);
@@ -64,6 +68,7 @@ void TemplateWrite::WriteDefaults() {
     }
 }
 
+/// A child that isn't wanted takes along what stands below it.
 void TemplateWrite::WriteChildren(LayoutNode const* node) {
     if (node == nullptr) {
         return; // a host has emptied the handle
@@ -107,6 +112,7 @@ void TemplateWrite::WriteAttributes(LayoutNode const& node) {
     }
 }
 
+/// The attribute is there or not: readers don't look at its text.
 void TemplateWrite::WriteMark(std::string_view word, bool isSet) {
     if (isSet) {
         m_writer.WriteAttribute(word, std::string_view());

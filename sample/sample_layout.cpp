@@ -44,6 +44,8 @@ void AddPlainOptions(LayoutNode* node, std::initializer_list<wchar_t const*> val
     }
 }
 
+/// For the platform and for a part, under one property name: so a part can override what the platform
+/// chooses.
 void AddExportChoice(LayoutNode* parent) {
     AddProfileChoice(parent, L"ExportProfile", L"Export Profile", _Export)
         ->SetPropName(L"BasicProcessor.ProfileExport");
@@ -102,6 +104,7 @@ ParameterLayout::ParameterLayout(int level) { _Init(level); }
 
 void ParameterLayout::_Init(int level) {
     SetName(L"BasicBuildParameterFile");
+    // First, since it makes the nodes of m_genericParameters and m_categories, which are null before.
     _InitCategoryLevel(true);
     AddGeneral(m_categories);
     AddPreSlicing(m_categories);

@@ -36,6 +36,7 @@ wchar_t const* const _SliceOptionTrianglesToContours = L"TrianglesToContours";
 wchar_t const* const _SliceOptionTrianglesToContoursMinimalWidth = L"TrianglesToContoursMinimalWidth";
 wchar_t const* const _SliceFixing = L"Fixing";
 wchar_t const* const _SliceFixingGapFill = L"GapFill";
+// One text at three places: a look-up starts at the group that is meant.
 wchar_t const* const _SliceFixingGapFillEnabled = L"Enabled";
 wchar_t const* const _SliceFixingGapFillSize = L"MaxGapSize";
 wchar_t const* const _SliceFixingUnify = L"Unify";

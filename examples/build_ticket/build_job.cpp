@@ -1,4 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
+//
+// The data of the example: a layout, made of the sample layout and further parameters, and a host's own
+// database of a platform with twelve part instances, of which four override a default.
+//
+// To look at: how a host's own class becomes a property (the five specialisations for Position),
+// ExternalProperties::SetValue and GetValuePointer, which fill a store, and LayoutNode::SetPropName, which
+// says under what name a parameter stands in tickets: of plain values a ticket keeps only what a node
+// declares so.
+
 #include "build_job.h"
 
 #include <array>
@@ -100,6 +109,8 @@ void AddPart(DatabaseExternalProperties& database, Part const& part, double y) {
     }
 }
 
+// Overrides go into the entries of part instances, beside what the host itself knows of them: an instance
+// without any stands in the ticket all the same.
 void AddOverrides(DatabaseExternalProperties& database) {
     ExternalProperties& fine = *database.GetProperties(IdOf(Impeller, 2), true);
     fine.SetValue(L"BasicProcessor.ProfileExport", std::wstring(L"Fine"));
@@ -130,6 +141,7 @@ Layout::Layout() : Zantrel::Sample::ParameterLayout(2) {
     AddCategoryNodeIfNeeded();
 }
 
+// The entry at the end is of an object type that tickets don't know: it is there to be dropped as a whole.
 DatabaseExternalProperties MakeDatabase() {
     DatabaseExternalProperties database;
     AddPlatform(database);
@@ -142,6 +154,8 @@ DatabaseExternalProperties MakeDatabase() {
     return database;
 }
 
+// After the conversion nothing filters by itself what a host adds to the ticket. Of these two the photo goes
+// only with the next CleanUp.
 ExternalProperties& ChangeLate(Zantrel::BuildTicket& ticket) {
     ExternalProperties& bar = *ticket.GetPartOverrides().GetProperties(IdOf(Bar, 3), true);
     bar.SetValue(L"PowderBed.Downskin", std::wstring(L"Smooth"));

@@ -1,4 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
+//
+// A host that prepares a build: it turns what it knows about a platform and its parts into a ticket, shows
+// which parts deviate, saves the ticket in both versions of the format, and proves that each is complete.
+//
+// To look at: BuildTicket::ConvertFromInternalBuildTicket and CleanUp, in FillTicket;
+// ParameterLayout::GetBuildTicketNodesPartOverrides, in TableOf; SaveBuildTicket and LoadBuildTicket with
+// their reports, at the end. The rest checks or prints.
+
 #include "build_job.h"
 #include "common/host.h"
 
@@ -15,9 +23,6 @@
 #include <system_error>
 #include <type_traits>
 #include <vector>
-
-// A host that prepares a build: it turns what it knows about a platform and its parts into a ticket, shows
-// which parts deviate, saves the ticket in both versions of the format, and proves that each is complete.
 
 namespace {
 
@@ -143,6 +148,8 @@ void FillTicket(BuildTicket& ticket) {
 
 using Row = std::vector<std::wstring>;
 
+/// By the type that the layout declares. A ticket may hold another under the name, since nothing compares the
+/// two; then the cell stays empty.
 std::wstring TextOf(IPersistentProperty const* property, LayoutNode const& node) {
     std::wstring text;
     VisitValueType(node.m_type, [&](auto tag) {

@@ -1,4 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
+//
+// What a cursor shows to a user, whatever layout it stands on: value, unit, flags.
+//
+// To look at: VisitValue, which hands over a value in its type; the getters of flags, which throw where a
+// place can't have the flag, so that FlagsOf asks the layout first; the fields of LayoutNode that tell how to
+// show a value.
+
 #include "common/cursors.h"
 
 #include <charconv>

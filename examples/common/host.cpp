@@ -1,4 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
+//
+// What every host needs around the library: arguments and paths in the texts that it takes, its reports as
+// lines for a user, failures as one sentence.
+//
+// To look at: ReadReport::Format and the entries of a report; StringConversion, between the library's wide
+// texts and UTF-8.
+
 #include "common/host.h"
 
 #include <exception>

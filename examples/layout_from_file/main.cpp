@@ -1,4 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
+//
+// A host whose parameters are declared in a file and not in code: it reads a layout with its translations,
+// shows it, writes it in both formats, and keeps values on it as on any other layout.
+//
+// To look at: ParameterLayout::SetResourceDictionary before ReadFile, in RunOn; WriteFile and
+// KlvrPropertyTemplate::WriteFile, whose default options leave out most; VisitValueType, by which ChangeValue
+// sets a value of a type that only the layout knows; Walk, which finds what there is to set.
+
 #include "common/host.h"
 #include "outline.h"
 
@@ -13,9 +21,6 @@
 #include <system_error>
 #include <type_traits>
 #include <vector>
-
-// A host whose parameters are declared in a file and not in code: it reads a layout with its translations,
-// shows it, writes it in both formats, and keeps values on it as on any other layout.
 
 namespace {
 
@@ -145,6 +150,8 @@ void Fill(ParameterNode const& top, Filled& filled) {
     }
 }
 
+// A database needs nothing of how its layout came about. Both databases stand on one layout, since IsEqual
+// compares layouts by address.
 void ProveValues(ParameterLayout const& layout, path const& file) {
     ParameterDatabase database(&layout);
     Filled filled;

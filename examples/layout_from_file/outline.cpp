@@ -1,4 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
+//
+// Showing a layout: its nodes as an indented tree, with the display names in all languages side by side.
+//
+// To look at: LayoutNode::At and Size, which walk a tree of nodes; the names that a container has as a whole
+// and for one entry; ResourceDictionary::GetTranslation, and that a dictionary is a bag of bags, which a loop
+// can list.
+
 #include "outline.h"
 
 #include <algorithm>

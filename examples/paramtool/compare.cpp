@@ -1,4 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
+//
+// The commands that compare: two files, or one with what another format makes of it. Nothing is known here of
+// what a format can carry: a conversion is read back, and what differs is the loss.
+
 #include "commands.h"
 #include "common/host.h"
 #include "files.h"
@@ -7,8 +11,6 @@
 #include "terminal.h"
 
 #include <filesystem>
-
-// The commands that compare: two files, or one with what another format makes of it.
 
 namespace Paramtool {
 

@@ -1,4 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
+//
+// Which format a file has, and what a read passed over.
+//
+// To look at: ISAXPersistHelper::HandleTag, the least that a reader of one's own needs; ISAXReader::Refuse,
+// which ends a read early; the kinds of ReadReport::Entry.
+
 #include "files.h"
 
 #include "common/host.h"
@@ -13,6 +19,8 @@ namespace {
 
 using Zantrel::ReadReport;
 
+/// Ends the read at the root's start tag, so that a file of any size is told at once. Such a read counts as
+/// failed: that it got somewhere shows by the root alone.
 class RootReader : public ISAXPersistHelper {
 public:
     bool HandleTag(std::string const& tag, KelSAX::ISAXReader& reader) override {

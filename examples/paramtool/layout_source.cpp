@@ -1,4 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
+//
+// A layout from the sample or from a file of either format, and all that it declares as facts to compare.
+//
+// To look at: ReadFile and WriteFile of a layout in both formats; ISAXReader::GetAttributes and GetText, by
+// which a handler takes a document that it knows nothing about.
+
 #include "layout_source.h"
 
 #include "common/host.h"

@@ -1,4 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
+//
+// The commands that look at one file.
+//
+// To look at: CreateContentList, the index of all leaves, and how its entries become cursors, in List;
+// IsValidParameterFile, whose messages tell of elements and whose report tells of values, in Check.
+
 #include "commands.h"
 #include "common/cursors.h"
 #include "common/host.h"
@@ -8,8 +14,6 @@
 #include "terminal.h"
 
 #include <iostream>
-
-// The commands that look at one file.
 
 namespace Paramtool {
 

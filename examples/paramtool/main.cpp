@@ -1,4 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
+//
+// A tool for people who look after parameter files: it shows, checks, compares, changes and converts them.
+// Here stands only the command line; each command has a function in look.cpp, compare.cpp or set.cpp, and
+// these stand on parameter_source.cpp (a file of either format), layout_source.cpp (a layout from anywhere)
+// and places.cpp (a database as a list of facts).
+
 #include "commands.h"
 #include "common/host.h"
 
@@ -8,8 +14,6 @@
 
 #include <string>
 #include <vector>
-
-// A tool for people who look after parameter files: it shows, checks, compares, changes and converts them.
 
 namespace {
 

@@ -1,4 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
+//
+// A parameter file of either format as a database.
+//
+// To look at: ReadFile and WriteFile beside those of KlvrProperties, which write everything only when told
+// so; ParameterNode::Query, which finds a leaf by its path.
+
 #include "parameter_source.h"
 
 #include "common/host.h"
@@ -68,6 +74,8 @@ std::vector<Change> ParameterFile::Write(std::wstring const& path, ParameterForm
     if (!WriteAs(format, m_database, path, &report)) {
         Host::Fail(m_path + L": " + report.Format());
     }
+    // What can't be read back is told, not what the format is known to lack: a loss that nobody has thought
+    // of shows as well.
     ParameterDatabase copy(m_database.GetLayout());
     Read(copy, path, format);
     return Differences(FactsOf(m_database), FactsOf(copy));

@@ -1,4 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
+//
+// A database as a list of facts, each with its path, and the difference of two such lists.
+//
+// To look at: Walk::Kind, Index and Path; ParameterView::GetDefault and GetListNode, by which the same place
+// is found in a database that holds only the layout's defaults.
+
 #include "places.h"
 
 #include "common/cursors.h"
@@ -42,6 +48,8 @@ bool Places::Next() {
     return false;
 }
 
+// Entries that a new database lacks are measured against what a new one of them would hold: the default
+// profile, or the template of a list's items.
 ParameterView Places::DefaultsBelow(ParameterView const& above) const {
     if (!IsEntry()) {
         return above.Get(&m_walk.Layout());
@@ -98,6 +106,7 @@ std::vector<Change> Differences(std::vector<Fact> earlier, std::vector<Fact> lat
     std::vector<Change> changes;
     AddMissing(earlier, later, false, changes);
     AddMissing(later, earlier, true, changes);
+    // Stable, so that of one path what is gone stays in front of what has come.
     std::stable_sort(changes.begin(), changes.end(), [](Change const& left, Change const& right) {
         return left.fact.path < right.fact.path;
     });

@@ -1,4 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
+//
+// The command that changes a value. The library takes any value of the right type, and writes files that
+// say less than was read; a tool for people has to ask first.
+//
+// To look at: VisitValueType, which turns the type that the layout declares into one of C++; SetValue and
+// SetValueFromText; the limits and options of a LayoutNode, which bind only those who look at them.
+
 #include "commands.h"
 #include "common/cursors.h"
 #include "common/host.h"
@@ -119,6 +126,7 @@ int Set(Arguments const& arguments) {
     }
 
     std::wstring const& target = arguments.second.empty() ? file.m_path : arguments.second;
+    // Before the target is touched: it may be the only copy of what would be lost.
     std::vector<std::wstring> const losses = LossesOf(file);
     if (!losses.empty()) {
         Note(L"Writing what was read of " + file.m_path + L" loses:", losses);

@@ -1,4 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
+//
+// Output for a terminal, where a text from a file must not act as a command.
+
 #include "terminal.h"
 
 #include <zantrel/zantrel.h>

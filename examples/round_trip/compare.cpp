@@ -1,4 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
+//
+// Comparing two databases place by place, to name the first difference. A host that needs only yes or no
+// calls ParameterDatabase::IsEqual.
+//
+// To look at: Walk over a ParameterView, which reads and adds nothing; VisitValue and FindValue for values of
+// any type; GetProfiles and GetSize for what a container holds.
+
 #include "trees.h"
 
 #include "common/cursors.h"
@@ -71,6 +78,8 @@ void CompareEntries(Places const& first, ParameterView const& second, Equalities
 Equalities Compare(ParameterView const& first, ParameterView const& second) {
     Equalities found;
     Places walk(first), other(second);
+    // Side by side only as long as all was equal so far: the first difference throws, so that both walks
+    // stand on places of the same name.
     while (walk.Next() && other.Next()) {
         Require(walk.Node().IsValid() == other.Node().IsValid(), walk, L"only one has content");
         if (!walk.Node().IsValid()) {

@@ -1,4 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
+//
+// The smallest complete host: it reads a parameter file into the sample layout, shows it, changes it through
+// cursors, writes it, and proves that nothing was lost on the way. The place to begin.
+//
+// To look at: ParameterLayout and ParameterDatabase, made in RunRoundTrip; ReadFile and WriteFile with a
+// report; ParameterNode::Get by handle and by name, SetValue, AddProfile, AddListNode, in the functions that
+// change.
+
 #include "common/host.h"
 #include "trees.h"
 
@@ -11,9 +19,6 @@
 #include <sstream>
 #include <string>
 #include <string_view>
-
-// The smallest complete host: it reads a parameter file into the sample layout, shows it, changes it through
-// cursors, writes it, and proves that nothing was lost on the way.
 
 namespace {
 

@@ -1,4 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
+//
+// Showing a database as a tree.
+//
+// To look at: Walk with its Kind, Depth, Name and Layout, which tell what stands at a place and how it is
+// called; SameNames::FirstAgain, which shows profiles of one name as a file will hold them; SkipContent.
+
 #include "trees.h"
 
 #include "common/cursors.h"

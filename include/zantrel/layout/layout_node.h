@@ -24,6 +24,16 @@ namespace Zantrel {
 /// A node is built, linked once and then only read. It owns its children and ends them with itself; a name or
 /// text passed as a null pointer counts as empty. Whatever appends or copies throws std::bad_alloc and then
 /// leaves this node as it was. One thread builds; a finished tree may be read by several.
+///
+/// Setters give the node, so that one expression declares a parameter:
+///
+///     group->AddNode(L"BuildHeight", Distance, 300.0)
+///         ->SetRange(1.0, 500.0)
+///         ->SetDisplayName(L"Build height")
+///         ->SetPropName(L"Machine.BuildHeight");
+///
+/// Names of siblings need not differ, and nothing checks them. Only the latest of a name is found by it, and
+/// a file can carry only a name that XML allows for an element.
 struct ZANTREL_EXPORT LayoutNode : LayoutNodeAttributes {
     /// The node above, not owned. A copy names the parent of its source until it is appended itself, or until
     /// a tree with that parent in it is appended below it: no node becomes its own ancestor.
@@ -229,6 +239,7 @@ struct ZANTREL_EXPORT LayoutNode : LayoutNodeAttributes {
     }
     LayoutNode* SetFileFilter(std::wstring const& filter) { return Set(m_fileFilter, filter); }
     LayoutNode* SetAllowEmpty(bool allow) { return Set(m_allowEmpty, allow); }
+    /// Borrowed; a copy of this node goes on naming it. Choices and files go by SetProfileName.
     LayoutNode* SetProfileNode(LayoutNode const* node) { return Set(m_profileNode, node); }
     LayoutNode* SetIsValueUnique(bool unique) { return Set(m_isValueUnique, unique); }
     LayoutNode* SetDisableForParents(bool disable) { return Set(m_disableForParents, disable); }
@@ -241,6 +252,8 @@ struct ZANTREL_EXPORT LayoutNode : LayoutNodeAttributes {
     }
     LayoutNode* SetPropName(std::wstring name) { return Set(m_propName, std::move(name)); }
 
+    /// The flags alone. SetList, SetProfile and SetCategoryList set the name of an entry, too, under which
+    /// files hold it.
     LayoutNode* SetIsList(bool isList) { return Set(m_isList, isList); }
     LayoutNode* SetIsProfileList(bool isList) { return Set(m_isProfileList, isList); }
     LayoutNode* SetIsCategoryList(bool isList) { return Set(m_isCategoryList, isList); }
@@ -271,6 +284,7 @@ struct ZANTREL_EXPORT LayoutNode : LayoutNodeAttributes {
     LayoutNode* SetExpanded(bool expanded) { return Set(m_expanded, expanded); }
     LayoutNode* SetHideName(bool hide) { return Set(m_hideName, hide); }
     LayoutNode* SetPerformTransform(bool perform) { return Set(m_performTransform, perform); }
+    /// Limits and defaults that were set as numbers before keep the digits that they were printed with.
     LayoutNode* SetPrecision(std::int32_t digits) { return Set(m_precision, digits); }
     LayoutNode* SetDisplayName(std::wstring name) { return Set(m_displayName, std::move(name)); }
     LayoutNode* SetPrefix(std::wstring prefix) { return Set(m_prefix, std::move(prefix)); }
@@ -291,6 +305,7 @@ private:
     friend class ChildList;
     struct WithoutChildren {};
 
+    // For copying a tree level by level, without a nested call for each.
     LayoutNode(LayoutNode const& source, WithoutChildren);
 
     template <class Field, class Value> LayoutNode* Set(Field& field, Value&& value) {

@@ -18,6 +18,7 @@ struct LayoutNodeListSettings {
     bool m_isList = false;         ///< the node's value is a sequence of items
     bool m_isProfileList = false;  ///< the node holds named profiles
     bool m_isCategoryList = false; ///< the profile list is the list of categories
+    /// What a user may do binds the host's editor. Cursors add and remove entries all the same.
     bool m_userCanAddRemove = true;
     bool m_userCanSort = false;
     std::wstring m_nodeName = L"ListItem"; ///< element name of one item or profile
@@ -38,6 +39,8 @@ struct LayoutNodeDisplaySettings {
     LayoutNodeDisplaySettings() = default;
 
     bool m_visible = true;
+    /// Also for the editor: values of a node that is read-only or not visible can be set, and are read and
+    /// written.
     bool m_readOnly = false;
     bool m_expanded = false;
     bool m_hideName = false;         ///< the value is shown without the name
@@ -52,6 +55,7 @@ struct LayoutNodeDisplaySettings {
     std::wstring m_imageStretch = L"None";
     std::wstring m_displayNameSharedSizeGroup; ///< nodes whose name columns share one width
     std::wstring m_postfixSharedSizeGroup;     ///< nodes whose postfix columns share one width
+    /// The library evaluates no condition: it keeps them and writes them to files.
     std::vector<LayoutNodeSource> m_visibilitySources;
     std::vector<LayoutNodeSource> m_editabilitySources;
 };

@@ -109,6 +109,7 @@ public:
     const_iterator operator++(int) { return const_iterator(m_nodes, m_position++); }
     const_iterator operator--(int) { return const_iterator(m_nodes, m_position--); }
 
+    /// Comparing and subtracting go by positions alone: both sides must be of one list.
     friend const_iterator operator+(const_iterator at, difference_type distance) { return at += distance; }
     friend const_iterator operator+(difference_type distance, const_iterator at) { return at += distance; }
     friend const_iterator operator-(const_iterator at, difference_type distance) { return at -= distance; }

@@ -6,6 +6,9 @@
 namespace Zantrel {
 
 /// What a layout node declares. The numbers are part of the interface: hosts store them.
+///
+/// A node may be given a number that is none of these. It is then written without a type and has no value, as
+/// a Group has none.
 enum eTypeLayoutNode : std::int32_t {
     Group = 0,               ///< holds other nodes, has no value of its own
     Int = 1,                 ///< std::int32_t

@@ -18,6 +18,12 @@ class ResourceDictionary;
 /// Construction makes the anchors' nodes; then the layout is filled, in code or from a file, and finished by
 /// AddCategoryNodeIfNeeded, which reading a file calls itself. From then on it is only read, also by several
 /// threads, and it outlives every database and build ticket made on it.
+///
+///     ParameterLayout layout;
+///     layout.SetName(L"Machine");
+///     layout.m_profileEditor->AddNode(L"BuildHeight", Distance, 300.0);
+///     layout.AddCategoryNodeIfNeeded();
+///     ParameterDatabase database(&layout);
 class ZANTREL_EXPORT ParameterLayout : public LayoutNode {
 public:
     /// A handle on a node of a layout, one pointer. Never owns and never checks for null: it is good as long
@@ -26,6 +32,8 @@ public:
     public:
         pNode(LayoutNode* node = nullptr) noexcept : m_node(node) {}
 
+        /// A handle stands wherever a pointer to a node is asked for. A const one converts to a node that is
+        /// only read; GetNode gives the node itself also then.
         operator LayoutNode*() noexcept { return m_node; }
         operator LayoutNode const*() const noexcept { return m_node; }
         LayoutNode* operator->() noexcept { return m_node; }
@@ -83,7 +91,9 @@ public:
 protected:
     /// Builds the nodes that every layout has. Called by the constructor.
     void _Init();
-    /// Adds the list of categories below "ProfileEditor", before it "GenericParameters" if wanted.
+    /// Adds the list of categories below "ProfileEditor", before it "GenericParameters" if wanted. For the
+    /// constructor of a derived layout, once: a second call adds further nodes of the same names and leads
+    /// the anchors to them.
     void _InitCategoryLevel(bool withGeneric);
 };
 

@@ -13,6 +13,9 @@ namespace Zantrel {
 ///
 /// A host owns it, gives it to the layout with ParameterLayout::SetResourceDictionary, and lets a meta file
 /// fill it. Filled by one thread; belongs to one thread at a time, also for reading.
+///
+/// Keys are the texts that nodes have, as a rule display names and descriptions. Nothing is translated in the
+/// nodes: who shows one looks its text up, and shows the key where no translation is found.
 class ZANTREL_EXPORT ResourceDictionary : public PersistentProperties {
 public:
     ResourceDictionary();

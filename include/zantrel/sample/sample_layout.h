@@ -19,6 +19,11 @@ namespace Zantrel::Sample {
 ///     PartConfigurator
 ///
 /// AddCategoryNodeIfNeeded is left to the host. Only read once it is built, and then from any thread.
+///
+///     Sample::ParameterLayout layout(2);
+///     layout.AddCategoryNodeIfNeeded();
+///     Sample::ParameterDatabase database(&layout);
+///     database.PopulateDefault();
 class ZANTREL_EXPORT ParameterLayout : public Zantrel::ParameterLayout {
 public:
     /// `level` says how much GenericParameters holds: numbers only at 0 and below; groups, a list of plain
@@ -61,6 +66,7 @@ public:
     pNode m_export;                          ///< Export
 
 protected:
+    /// Fills the layout on top of the anchors. Called by the constructor, once.
     void _Init(int level);
 
 private:

@@ -15,6 +15,7 @@ ZANTREL_EXPORT extern wchar_t const* const _DefaultProfilePreSlicing;
 ZANTREL_EXPORT extern wchar_t const* const _DefaultProfileSlicing;
 ZANTREL_EXPORT extern wchar_t const* const _DefaultProfileExport;
 
+// Under the profile editor; what follows stands below each category.
 ZANTREL_EXPORT extern wchar_t const* const _Categories;
 
 // The profile list of pre-slicing.
