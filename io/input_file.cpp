@@ -35,6 +35,7 @@ bool ReadWholeFile(std::wstring const& path, std::vector<std::byte>& bytes) {
     if (!file.Open(path)) {
         return false;
     }
+    // No size is asked for beforehand, which pipes and devices don't tell and which may change meanwhile.
     constexpr std::size_t Piece = 64 * 1024;
     std::vector<std::byte> content;
     for (;;) {

@@ -20,6 +20,7 @@ namespace Zantrel::Io {
 
 namespace {
 
+// Names are drawn at random: so many that are taken have another cause than chance.
 constexpr int MostNames = 100;
 
 /// Short, so that it fits wherever the target's own name does.

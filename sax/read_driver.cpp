@@ -44,6 +44,7 @@ ReadDriver::~ReadDriver() { DestroyPushed(0); }
 
 // An element is delivered by whatever tag comes next: a start, then it has children, or its own end.
 bool ReadDriver::Run() {
+    // Before the first byte is read: what turns out to be no XML leaves the defaults, too.
     m_root.SetDefaults();
     for (;;) {
         switch (m_tokeniser.Next()) {
@@ -75,6 +76,7 @@ bool ReadDriver::Run() {
 
 // Attributes go into one text with their places, because the tokeniser's views end with its next step.
 void ReadDriver::Hold() {
+    // Elements that were open before are used again, for the memory of their names.
     if (m_open.size() == m_depth) {
         m_open.emplace_back();
     }
@@ -117,7 +119,9 @@ bool ReadDriver::Deliver(bool hasChildren) {
     Element& element = Innermost();
     element.receiver = m_depth == 1 ? &m_root : m_open[m_depth - 2].receiverOfChildren;
     element.receiverOfChildren = element.receiver;
+    // What is pushed from here on goes when this element ends.
     element.pushedBefore = m_pushed.size();
+    // The root may go untaken: a format whose handler reads children only says nothing of it.
     bool const taken = element.receiver != nullptr && element.receiver->HandleTag(element.tag, *this);
     if (!taken && m_depth > 1 && m_report != nullptr && !m_isReported) {
         Report(Kind::UntakenElement, {Excerpt(element.tag)});
@@ -133,6 +137,7 @@ void ReadDriver::End() {
         element.receiver->HandleEndTag(element.tag);
     }
     DestroyPushed(element.pushedBefore);
+    // The tag was handed out as good until the element's end, so it goes last.
     --m_depth;
 }
 
@@ -222,6 +227,7 @@ void ReadDriver::ReportUnparsedAttribute(std::string_view name, std::wstring_vie
 void ReadDriver::ReportDropped(std::wstring_view sentence) { Report(Kind::DroppedValue, {sentence}); }
 
 void ReadDriver::RefuseDocument(std::wstring_view sentence) {
+    // Only noted here: the handler is still running, and Deliver ends the read behind it.
     m_isRefused = true;
     Report(Kind::RefusedDocument, {sentence});
 }

@@ -76,6 +76,7 @@ private:
         std::size_t pushedBefore = 0; ///< how many of m_pushed belong to elements further out
     };
 
+    /// Name and value of an attribute as places, for m_attributeText moves while it grows.
     struct HeldAttribute {
         std::size_t name; ///< where it begins in m_attributeText; the value follows it
         std::size_t value;
@@ -87,6 +88,7 @@ private:
     Element& Innermost() { return m_open[m_depth - 1]; }
     /// Opens the element of the tokeniser's start tag and keeps what the tokeniser will forget of it.
     void Hold();
+    /// Adds a piece of text to the element that is held back; text behind a child is nobody's.
     void HoldText();
     /// Calls the handler of the element that is held back, if one is. False when it refused the document.
     bool Deliver(bool hasChildren);
@@ -94,6 +96,7 @@ private:
     void End();
     /// The last ones first, down to so many.
     void DestroyPushed(std::size_t keep) noexcept;
+    /// What stopped the tokeniser: the source's own words, where it was the source.
     void ReportError();
     // Good until the next start tag.
     std::string_view NameOf(HeldAttribute const& held) const;
@@ -108,10 +111,13 @@ private:
 
     std::deque<Element> m_open; ///< m_depth of them are open, the others are kept for their memory
     std::size_t m_depth = 0;
+    /// Owned in the order of pushing, each once.
     std::vector<std::unique_ptr<ISAXPersist>> m_pushed;
 
+    /// What follows is of the element whose start tag came last.
     Stage m_stage = Stage::None;
     std::string m_text;
+    /// Names and values of m_attributes, one behind the other.
     std::string m_attributeText;
     std::vector<HeldAttribute> m_attributes;
     std::map<std::string, std::string> m_attributeMap; ///< made when asked for

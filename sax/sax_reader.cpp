@@ -77,6 +77,7 @@ void ISAXReader::NoteDropped(std::wstring_view sentence) { ReportDropped(sentenc
 
 void ISAXReader::Refuse(std::wstring_view sentence) { RefuseDocument(sentence); }
 
+// A host may have a reader of its own, which has no report and knows nothing beforehand.
 bool ISAXReader::HasReport() const { return false; }
 
 bool ISAXReader::HasAttributes() const { return true; }

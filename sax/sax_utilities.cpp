@@ -163,6 +163,7 @@ bool WriteFile(std::wstring const& path, ISAXPersist const& handler, WriteOption
     if (report != nullptr) {
         *report = WriteReport();
     }
+    // The driver refers to the file, so it must end before the file does.
     Io::OutputFile file;
     Sax::WriteDriver driver(file);
     bool const succeeded = file.Open(path) && driver.Run(handler, options) && file.Commit();
@@ -177,6 +178,7 @@ bool WriteStream(std::basic_ostream<char>& out, ISAXPersist const& handler, Writ
     StreamSink sink(out);
     Sax::WriteDriver driver(sink);
     bool const succeeded = !sink.HasFailed() && driver.Run(handler, options) && sink.Flush();
+    // The report is filled before the stream's state is set, which may throw.
     bool const streamFailed = sink.HasFailed();
     Conclude(succeeded, driver, streamFailed ? L"The stream can't be written." : L"", report);
     if (streamFailed) {

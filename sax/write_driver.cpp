@@ -215,6 +215,7 @@ void WriteDriver::OpenElement(std::string_view tag) {
     if (m_levels.size() == Xml::MaxDepth) {
         return Fail(WriteFault::TooDeep);
     }
+    // They are the attributes of the tag before; those of a few are forgotten by their count.
     if (!m_manyAttributes.empty()) {
         m_manyAttributes.clear();
     }
@@ -294,6 +295,7 @@ void WriteDriver::BreakLine(std::size_t depth) noexcept {
     std::size_t blanks = 2 * depth;
     std::size_t const first = std::min(blanks, Line.size() - 1);
     Put(Line.substr(0, 1 + first));
+    // Deeper than the line is long, which hardly any document is.
     for (blanks -= first; blanks != 0; blanks -= 2) {
         Put("  ");
     }

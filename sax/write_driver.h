@@ -80,7 +80,9 @@ public:
     bool HasFailed() const noexcept override { return m_fault != WriteFault::None; }
 
 private:
+    /// Large, so that the sink is called seldom.
     static constexpr std::size_t BufferSize = 256 * 1024;
+    /// Up to so many names are compared one by one, which is faster than any set.
     static constexpr std::size_t FewAttributes = 16;
 
     /// An element that is open.
@@ -95,16 +97,20 @@ private:
 
     enum class Place { Text, Attribute, Comment };
 
+    /// The first fault is kept; later ones are its consequences.
     void Fail(WriteFault fault) noexcept;
+    /// `subject` is what the sentence quotes.
     void Fail(WriteFault fault, std::string_view subject);
 
     // The parts of Run, which write on the root.
     void WriteHeaderText(std::wstring const& text);
     void DeclareNamespace(KelAM::SaxUtilities::Namespace const& declared);
     void ReferToSchema(KelAM::SaxUtilities::WriteOptions const& options);
+    /// Closes the innermost element, be it the root.
     void EndElement() noexcept;
     /// Keeps the name; false when the start tag has it.
     bool IsNewAttribute(std::string_view name);
+    /// Whether text may follow; from then on the element has no line for each child.
     bool BeginText() noexcept;
     /// Writes the ">" that is still due, if one is.
     void CompleteStartTag() noexcept;

@@ -22,6 +22,7 @@ void Swap(PersistentProperties& left, PersistentProperties& right) noexcept { Ba
 
 void AssignWithinLayout(PersistentProperties& target, PersistentProperties const& source) {
     if (&target != &source) {
+        // A copy first and then a swap: the source may lie in what is replaced, and memory may run out.
         NameCopier names(NameCopier::Borrowed::Keep);
         PersistentProperties copy;
         CopyEntries(copy, source, names);

@@ -40,6 +40,7 @@ void Assign(KelAM::ExternalProperties& target, KelAM::ExternalProperties const& 
 /// own, one for all that ask `names`.
 EntryName NameFrom(PersistentProperties const* bag, std::wstring const& name, NameCopier& names);
 
+/// On std::bad_alloc the bag is as it was.
 inline RecordRoom Reserve(PersistentProperties& bag, std::size_t count, std::size_t bytes) {
     return BagInside::Table(bag).Reserve(count, bytes);
 }

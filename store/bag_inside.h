@@ -12,26 +12,33 @@
 namespace Zantrel {
 
 /// The words that bags and sequences keep to themselves, for the sources of the store.
+/// The only friend of both, so that what is done with their words is found here.
 struct BagInside {
+    /// For changing, and for reading; good while the bag is.
     static EntryTable Table(PersistentProperties& bag) noexcept { return EntryTable(bag.m_entries); }
     static EntryReader Reader(PersistentProperties const& bag) noexcept { return EntryReader(bag.m_entries); }
     /// Leaves the bag empty; whoever takes the word ends what it stands for.
     static std::uintptr_t TakeWord(PersistentProperties& bag) noexcept {
         return std::exchange(bag.m_entries, 0u);
     }
+    /// Without care for names: both belong to one tree, or one of them is empty.
     static void Swap(PersistentProperties& left, PersistentProperties& right) noexcept {
         std::swap(left.m_entries, right.m_entries);
     }
+    /// `place` is one of this bag, or null for its end.
     static PersistentProperties::Iterator IteratorAt(PersistentProperties const& bag, EntryPlace place) {
         return {bag.m_entries, place};
     }
 
     using Sequence = IndexedProperties<PersistentProperties>;
+    /// Leaves the sequence empty; whoever takes the content ends it.
     static SequenceContent* TakeContent(Sequence& sequence) noexcept {
         return std::exchange(sequence.m_content, nullptr);
     }
     /// Without care for names: both belong to one tree, or one of them is empty.
+    /// The bags themselves don't move.
     static void Swap(Sequence& left, Sequence& right) noexcept { std::swap(left.m_content, right.m_content); }
+    /// There must be such a bag.
     static PersistentProperties& At(Sequence const& sequence, std::size_t index) noexcept {
         return sequence.m_content->At(index);
     }

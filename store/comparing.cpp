@@ -34,6 +34,7 @@ public:
     }
     void Add(Sequence const& left, Sequence const& right) { m_open.push_back(SequencePair{&left, &right}); }
 
+    /// The order in which pairs are looked at doesn't matter: the first difference settles it.
     bool Run() {
         bool equal = true;
         while (equal && !m_open.empty()) {
@@ -49,6 +50,7 @@ private:
         auto left = pair.left->begin();
         auto right = pair.right->begin();
         for (; left != pair.left->end() && right != pair.right->end(); ++left, ++right) {
+            // Both are in order, so equal bags have equal names at equal places.
             if ((*left).name != (*right).name || !Compare(*(*left).property, *(*right).property)) {
                 return false;
             }
@@ -73,6 +75,7 @@ private:
     /// Leaves what is no plain value to be compared later.
     bool Compare(IPersistentProperty const& left, IPersistentProperty const& right) {
         bool isOpen = false;
+        // A class of a host's own isn't visited even where it derives from a bag's, and goes to its IsEqual.
         if (typeid(left) == typeid(right)) {
             VisitProperty(left, [&]<class Class>(Class const& typed) {
                 using Value = std::decay_t<decltype(typed.m_value)>;

@@ -72,6 +72,8 @@ public:
     }
 
 private:
+    /// Two passes: the first adds up the room, so that the second one allocates nothing for plain
+    /// values. A bag in single form keeps it, which takes less than a block.
     void Copy(BagPair pair) {
         m_open.pop_back();
         std::size_t const mark = m_open.size();
@@ -91,6 +93,7 @@ private:
 
     /// One bag at a time, each with all below it.
     void Copy(SequencePair pair) {
+        // The target tells how far the copy has come; so the pair may stay on the list as it is.
         auto const index = static_cast<std::size_t>(pair.target->GetNumProperties());
         if (index == pair.source->GetNumProperties()) {
             m_open.pop_back();
@@ -111,6 +114,7 @@ private:
             }
         });
         if (!isKnown) {
+            // A class of a host's own, whose size and content only its Clone knows.
             target.Insert(std::move(name), PropertyHandle::Heap(property.Clone()));
         }
     }

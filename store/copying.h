@@ -13,10 +13,12 @@ namespace Zantrel {
 /// `target` holds a part.
 void CopyEntries(PersistentProperties& target, PersistentProperties const& source, NameCopier& names);
 /// The same for the bags of a sequence.
+/// `target` is empty.
 void CopyBags(IndexedProperties<PersistentProperties>& target,
               IndexedProperties<PersistentProperties> const& source, NameCopier& names);
 
 /// What a bag of some class says beside its entries; a plain bag says nothing.
+/// The entries are copied apart from it.
 inline void CopyHead(PersistentProperties&, PersistentProperties const&) {}
 inline void CopyHead(KelAM::ExternalProperties& target, KelAM::ExternalProperties const& source) {
     target.m_id = source.m_id; // which may fail, so it comes first

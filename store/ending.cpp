@@ -33,6 +33,7 @@ template <class Visitor> decltype(auto) VisitEnding(std::uintptr_t word, Visitor
     return VisitForm(word, visit);
 }
 
+/// Leaves the value empty; the caller ends what is given. A plain value has none.
 std::uintptr_t TakeContent(IPersistentProperty& property) noexcept {
     std::uintptr_t content = 0;
     VisitProperty(property, [&content]<class Class>(Class& typed) {
@@ -99,6 +100,8 @@ std::uintptr_t* LinkOf(std::uintptr_t word) noexcept {
                      [](auto) -> std::uintptr_t* { return nullptr; }}); // these end in one step
 }
 
+/// `ending` is what is being taken apart, `laidAside` the stack of those around it, innermost first. A
+/// piece's content goes next; what holds that piece is laid aside unless the piece was its last step.
 void EndAll(std::uintptr_t ending) noexcept {
     std::uintptr_t laidAside = 0;
     while (ending != 0) {

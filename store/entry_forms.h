@@ -45,6 +45,7 @@ using EntryPlace = void const*;
 /// Whether an entry is to go.
 using EntryJudge = std::function<bool(NamedProperty const&)>;
 
+/// Gives no place, and so gets none either.
 struct EmptyForm {
     static std::size_t Size() noexcept { return 0; }
     static EntryPlace First() noexcept { return nullptr; }
@@ -55,6 +56,7 @@ struct EmptyForm {
     static NamedProperty At(EntryPlace) noexcept { return {}; }
 };
 
+/// Its place is the address of the property, for there is no entry.
 struct SingleForm {
     PropertyHandle property;
 
@@ -71,6 +73,7 @@ struct SingleForm {
     NamedProperty At(EntryPlace) const noexcept { return {Reserved().value, property.Get()}; }
 };
 
+/// Searched from the front: there are BlockLimit entries at most.
 struct BlockForm {
     EntryBlock* block;
 
@@ -100,6 +103,7 @@ private:
     EntryPlace PlaceOf(Entry const* entry) const noexcept { return entry != block->end() ? entry : nullptr; }
 };
 
+/// Searched by text alone: what a name borrows says nothing of its place in the order.
 struct TreeForm {
     EntryTree* tree;
 
@@ -115,10 +119,12 @@ struct TreeForm {
     }
 };
 
+/// Bit 0 is a handle's own (PropertyHandle).
 inline constexpr std::uintptr_t SingleBit = 2;
 inline constexpr std::uintptr_t TreeBit = 4;
 static_assert(alignof(std::max_align_t) >= 8, "a table tells its forms by the three low bits of an address");
 
+/// The word by which VisitForm finds the form again.
 inline std::uintptr_t WordOf(EmptyForm) noexcept { return 0; }
 inline std::uintptr_t WordOf(SingleForm form) noexcept { return form.property.Word() | SingleBit; }
 inline std::uintptr_t WordOf(BlockForm form) noexcept { return reinterpret_cast<std::uintptr_t>(form.block); }
@@ -138,6 +144,7 @@ template <class Visitor> decltype(auto) VisitForm(std::uintptr_t word, Visitor&&
 }
 
 /// Calls that one of several lambdas which takes the form.
+/// A form that no lambda takes doesn't compile, so none can be forgotten.
 template <class... Cases> struct ByForm : Cases... { using Cases::operator()...; };
 template <class... Cases> ByForm(Cases...) -> ByForm<Cases...>;
 

@@ -6,6 +6,7 @@
 
 namespace Zantrel {
 
+// A wide text itself, so that to view a name nobody asks which of the two its word stands for.
 struct EntryName::CountedText : std::wstring {
     using std::wstring::wstring;
     std::uint32_t count = 1;

@@ -19,11 +19,13 @@ public:
     /// A text of its own, or the library's own literal of the same text. Throws std::bad_alloc.
     static EntryName Own(std::wstring_view text);
 
+    /// Shares the text, so within one tree only. From tree to tree names go through a NameCopier.
     EntryName(EntryName const& other) noexcept : m_word(other.m_word) {
         if (IsCounted()) {
             Share();
         }
     }
+    /// What was moved from names nothing: it may end or be assigned to.
     EntryName(EntryName&& other) noexcept : m_word(std::exchange(other.m_word, 0)) {}
     EntryName& operator=(EntryName other) noexcept {
         std::swap(m_word, other.m_word);
@@ -35,14 +37,17 @@ public:
         }
     }
 
+    /// Good while the text lives: a counted one as long as any entry bears it.
     std::wstring_view View() const noexcept { return Text(); }
     /// Whether this is the very text that `text` names, told without looking at it.
     bool Borrows(std::wstring const& text) const noexcept {
         return m_word == reinterpret_cast<std::uintptr_t>(&text);
     }
+    /// Whether the text goes with the last entry that bears it; otherwise it was borrowed.
     bool IsCounted() const noexcept { return (m_word & CountedBit) != 0; }
 
 private:
+    /// Free, as texts stand at even addresses.
     static constexpr std::uintptr_t CountedBit = 1;
 
     /// A text that the entries of one tree share.

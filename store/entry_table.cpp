@@ -29,6 +29,7 @@ private:
     bool m_armed = true;
 };
 
+// Most bags that are no leaves have a few entries, and a block grows by doubling.
 constexpr std::size_t FirstCapacity = 2;
 
 } // namespace
@@ -109,6 +110,7 @@ RecordRoom EntryTable::Reserve(std::size_t count, std::size_t bytes) {
 /// Of a block, which is full. The names are copied and not moved: while the tree is built, which may fail,
 /// the block stays as it is.
 EntryTree* EntryTable::TurnIntoTree() {
+    // A block's word is its address without any bit.
     auto* const block = reinterpret_cast<EntryBlock*>(m_word);
     auto tree = std::make_unique<EntryTree>();
     for (Entry const& entry : *block) {
@@ -126,6 +128,7 @@ EntryTree* EntryTable::TurnIntoTree() {
 }
 
 void EntryTable::Insert(EntryName name, PropertyHandle property) {
+    // Disarmed at last: until an entry has it, nobody else would end the property.
     PropertyGuard guard(property);
     VisitForm(
         m_word,

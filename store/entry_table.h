@@ -18,6 +18,7 @@ public:
     explicit EntryReader(std::uintptr_t word) noexcept : m_word(word) {}
 
     std::size_t Size() const noexcept;
+    /// Places in order; null behind the last one.
     EntryPlace First() const noexcept;
     EntryPlace Next(EntryPlace place) const noexcept;
     /// The first entry of `name`, or null; the entries of that name follow each other.
@@ -25,7 +26,9 @@ public:
     /// The same for a text that the entry may have borrowed as its name; then no text is compared.
     EntryPlace FindBorrowed(std::wstring const& name) const noexcept;
 
+    /// `place` is one of this table. A view of the name is good while the entry lives.
     NamedProperty At(EntryPlace place) const noexcept;
+    /// Shares the text of a counted name, so the copy must stay within the tree.
     EntryName NameAt(EntryPlace place) const noexcept;
     IPersistentProperty* PropertyAt(EntryPlace place) const noexcept {
         return place != nullptr ? At(place).property : nullptr;
@@ -39,8 +42,10 @@ private:
 
 /// Changes the table that a word stands for. When memory runs out, std::bad_alloc passes through and the
 /// table is as it was.
+/// It holds nothing itself: as many of them as wanted may stand for one word, one after another.
 class EntryTable {
 public:
+    /// Searching a block and inserting into it take time in its length; what has more becomes a tree.
     static constexpr std::uint32_t BlockLimit = 32;
 
     explicit EntryTable(std::uintptr_t& word) noexcept : m_word(word) {}
@@ -76,10 +81,14 @@ public:
     }
 
 private:
+    /// Gives the new block, which the word then stands for.
     EntryBlock* Grow(std::size_t capacity, std::size_t bytes);
+    /// The same with a tree.
     EntryTree* TurnIntoTree();
+    /// To one of the same text, so that the order stays.
     void SetName(EntryPlace place, EntryName name) noexcept;
 
+    /// The bag's own word.
     std::uintptr_t& m_word;
 };
 

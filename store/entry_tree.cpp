@@ -26,6 +26,7 @@ PropertyHandle EntryTree::TakeFirst(std::wstring_view name) noexcept {
 PropertyHandle EntryTree::Take(Entries::const_iterator at) noexcept {
     PropertyHandle const property = at->property;
     if (at != m_entries.begin()) {
+        // Before the erasure, behind which the link would name what is gone.
         std::prev(at)->next = at->next;
     }
     m_entries.erase(at);

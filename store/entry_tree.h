@@ -16,9 +16,11 @@ namespace Zantrel {
 /// behind it, so that an iterator over any form of table is one address.
 struct TreeEntry : Entry {
     TreeEntry(EntryName itsName, PropertyHandle itsProperty) : Entry{std::move(itsName), itsProperty} {}
+    /// Mutable, as a set's elements are const; it plays no part in their order.
     mutable TreeEntry const* next = nullptr;
 };
 
+/// Also against a name alone, so that a search makes no entry.
 struct TreeEntryLess {
     using is_transparent = void;
     bool operator()(Entry const& left, Entry const& right) const noexcept {
@@ -42,7 +44,9 @@ public:
     EntryTree& operator=(EntryTree const&) = delete;
     ~EntryTree() { EntryBlock::FreeChain(m_older); }
 
+    /// How many entries there are.
     std::size_t Size() const noexcept { return m_entries.size(); }
+    /// The entry of the least name; null where there is none.
     TreeEntry const* First() const noexcept { return AddressOf(m_entries.begin()); }
     /// The first entry of `name`, or null.
     TreeEntry const* Find(std::wstring_view name) const noexcept;
@@ -64,6 +68,7 @@ public:
     }
 
     /// Keeps a block, without entries, in which properties of this table live.
+    /// At most one, which names those before it itself.
     void KeepOlder(EntryBlock* older) noexcept { m_older = older; }
 
     std::uintptr_t m_pending = 0; ///< while this tree ends: see ending.cpp
@@ -75,6 +80,7 @@ private:
     PropertyHandle Take(Entries::const_iterator at) noexcept;
 
     Entries m_entries;
+    /// Freed with the tree, when all properties have ended.
     EntryBlock* m_older = nullptr;
 };
 

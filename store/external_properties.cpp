@@ -19,6 +19,7 @@ namespace KelAM {
 
 namespace {
 
+// For the digits of a GUID alone; the functions of the library of C depend on the locale.
 wchar_t ToLower(wchar_t c) { return c >= L'A' && c <= L'F' ? static_cast<wchar_t>(c - L'A' + L'a') : c; }
 wchar_t ToUpper(wchar_t c) { return c >= L'a' && c <= L'f' ? static_cast<wchar_t>(c - L'a' + L'A') : c; }
 

@@ -10,6 +10,7 @@ namespace Zantrel {
 
 /// Makes the names of a copied tree. A counted text is never shared with the source, whose tree may belong to
 /// another thread; within the copy each text stands once.
+/// One copier serves one copied tree only.
 class NameCopier {
 public:
     /// What becomes of names that the source borrows from a layout: a copy on the same layout may go on
@@ -19,6 +20,7 @@ public:
     explicit NameCopier(Borrowed borrowed) : m_borrowed(borrowed) {}
 
     /// Throws std::bad_alloc.
+    /// The same text gives the same name, for as long as the copier lives.
     EntryName operator()(EntryName const& name) {
         if (m_borrowed == Borrowed::Keep && !name.IsCounted()) {
             return name;
@@ -34,6 +36,7 @@ public:
 
 private:
     Borrowed m_borrowed;
+    /// The keys are views of the names beside them.
     std::unordered_map<std::wstring_view, EntryName> m_copies;
 };
 

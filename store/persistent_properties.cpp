@@ -106,7 +106,9 @@ private:
             if (isFirst) {
                 target->second = FindOfClass(*pair.target, name, target->first);
             }
+            // All of one name and class meet in one property: the first that stands here, or the first clone.
             if (target->second == nullptr) {
+                // Before the clone, which nobody would own if this failed.
                 EntryName ownName = EntryName::Own(name);
                 IPersistentProperty* const clone = property->Clone();
                 BagInside::Table(*pair.target).Insert(std::move(ownName), PropertyHandle::Heap(clone));
@@ -177,6 +179,7 @@ void PersistentProperties::RemoveProperty(std::wstring const& name, bool firstOn
 }
 
 void PersistentProperties::AppendOwned(std::wstring_view name, IPersistentProperty* property) {
+    // Owned while the name is made, which may fail; Insert owns it from its first moment.
     std::unique_ptr<IPersistentProperty> owned(property);
     EntryName ownName = EntryName::Own(name);
     EntryTable(m_entries).Insert(std::move(ownName), PropertyHandle::Heap(owned.release()));

@@ -26,6 +26,7 @@ void Put(double value, MFile& file, int) { file.WriteUnsigned64(std::bit_cast<st
 void Put(std::wstring_view text, MFile& file, int = 0) {
     file.WriteUnsigned64(text.size());
     for (wchar_t const unit : text) {
+        // Four bytes on every platform, whatever wchar_t takes here.
         file.WriteUnsigned32(static_cast<std::uint32_t>(unit));
     }
 }
@@ -108,6 +109,7 @@ void Take(PersistentProperties& bag, MFile& file, int depth);
 
 void Take(Sequence& sequence, MFile& file, int depth) {
     Sequence read;
+    // Eight bytes a bag at least: the number of its entries.
     for (std::uint64_t left = TakeLength(file, 8); left != 0; --left) {
         Take(read.AddProperty(), file, depth + 1);
     }
@@ -133,6 +135,7 @@ void Take(PersistentProperties& bag, MFile& file, int depth) {
         throw std::runtime_error("bags nested too deeply in the binary form");
     }
     PersistentProperties read;
+    // 17 bytes an entry at least: two lengths of eight, of the name and of its type, and the mark.
     for (std::uint64_t left = TakeLength(file, 17); left != 0; --left) {
         std::wstring name;
         Take(name, file);

@@ -63,6 +63,7 @@ bool PropertySetRead::ReadProperty(KelSAX::ISAXReader& reader) {
 /// Adds a property of a container's class and gives the children of the element to a handler on its value.
 template <class Value, class Handler> void PropertySetRead::ReadContainer(KelSAX::ISAXReader& reader) {
     auto* property = new PersistentProperty<Value>();
+    // In the bag first, so that from here on it has an owner whatever throws.
     Add(property);
     ReadDeleted(*property, reader);
     reader.PushHandler(new Handler(&property->m_value, m_names));
@@ -78,6 +79,7 @@ bool PropertySetRead::ReadValue(KelSAX::ISAXReader& reader) {
     if (created == nullptr) {
         return false;
     }
+    // Kept beyond the release below; the bag owns it from there on, and it doesn't move.
     IPersistentProperty& property = *created;
     ReadDeleted(property, reader);
     Add(created.release());
@@ -182,6 +184,7 @@ bool Zantrel::WriteProperties(PersistentProperties const& bag, KelSAX::ISAXWrite
         }
         MSAXTagWriter element(writer, Word::Property);
         writer.WriteAttribute(Word::Name, name);
+        // One that can't be written doesn't keep the others from being so; the whole is no success, though.
         written = WriteTyped(*property, writer) && written;
     }
     return written;

@@ -20,11 +20,13 @@ bool WriteToXml(std::int32_t value, KelSAX::ISAXWriter& writer) {
 }
 
 bool WriteToXml(double value, KelSAX::ISAXWriter& writer) {
+    // As many digits as it takes to read back the same bits.
     writer.WriteDoubleValue(value, 17, 0);
     return true;
 }
 
 bool WriteToXml(bool value, KelSAX::ISAXWriter& writer) {
+    // With a capital, as the documents have it; readers take both spellings.
     writer.WriteValue(std::string_view(value ? "True" : "False"));
     return true;
 }

@@ -11,7 +11,9 @@ namespace Zantrel {
 /// goes with the bag's block.
 class RecordRoom {
 public:
+    /// No room: everything goes to the heap.
     RecordRoom() = default;
+    /// Both aligned, as the room of a block is.
     RecordRoom(std::byte* begin, std::byte* end) : m_next(begin), m_end(end) {}
 
     /// Null when there isn't so much left.
@@ -28,6 +30,7 @@ public:
         return (sizeof(T) + Alignment - 1) / Alignment * Alignment;
     }
 
+    /// Of every property that is placed: they begin with a pointer and hold numbers at most.
     static constexpr std::size_t Alignment = alignof(double) > alignof(void*) ? alignof(double)
                                                                               : alignof(void*);
 

@@ -25,6 +25,7 @@ std::wstring const* ReservedNames::Find(std::wstring_view text) const noexcept {
 }
 
 ReservedNames const& Reserved() noexcept {
+    // Left to the end of the process: bags with static lifetime borrow these texts.
     static auto const& names = *new ReservedNames();
     return names;
 }

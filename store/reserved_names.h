@@ -19,9 +19,11 @@ struct ReservedNames {
     std::wstring const defaultProfile = L"::DefaultProfile::";
 
     /// The reserved name of this text, or null.
+    /// Looks at each of them, for they are few.
     std::wstring const* Find(std::wstring_view text) const noexcept;
 };
 
+/// One for the whole program, so that these names are told by their addresses.
 ReservedNames const& Reserved() noexcept;
 
 } // namespace Zantrel

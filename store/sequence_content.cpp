@@ -24,6 +24,8 @@ struct Place {
     std::size_t offset;
 };
 
+/// Without a search, from the highest bit of the index or by a division, so that any bag is reached
+/// alike.
 Place PlaceOf(std::size_t index) {
     if (index < 2) {
         return {0, index};

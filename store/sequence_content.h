@@ -21,7 +21,9 @@ public:
     /// Frees the content and the bags' own memory; their entries have been taken or end one by one.
     static void Free(SequenceContent* content) noexcept;
 
+    /// How many bags there are.
     std::size_t Size() const noexcept { return m_size; }
+    /// There must be such a bag. Takes the same time for each.
     PersistentProperties& At(std::size_t index) noexcept;
     /// Lets go of the last bag, which the caller empties.
     PersistentProperties& TakeLast() noexcept { return At(--m_size); }
@@ -29,11 +31,15 @@ public:
     std::uintptr_t m_pending = 0; ///< while this sequence ends: see ending.cpp
 
 private:
+    /// Only by Make, which knows how much memory that takes.
     explicit SequenceContent(std::uint32_t capacity) noexcept : m_capacity(capacity) {}
+    /// Without pieces, but with room for so many in the table.
     static SequenceContent* Make(std::uint32_t capacity);
+    /// The table behind the members.
     PersistentProperties** Pieces() noexcept { return reinterpret_cast<PersistentProperties**>(this + 1); }
 
     std::size_t m_size = 0;
+    /// How many pieces the table names.
     std::uint32_t m_pieces = 0;
     std::uint32_t m_capacity; ///< for how many pieces there is room in the table
 };

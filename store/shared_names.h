@@ -14,8 +14,11 @@
 namespace Zantrel {
 
 /// Makes the names of one tree of bags while it is read: each text stands once, however many entries bear it.
+/// Its texts are counted, so the names may outlive it; they must stay within the tree that they were made
+/// for.
 class SharedNames {
 public:
+    /// A text that was asked for before costs a look-up and no conversion. Throws std::bad_alloc.
     EntryName operator()(std::string_view utf8) {
         auto known = m_names.find(utf8);
         if (known == m_names.end()) {
@@ -25,6 +28,7 @@ public:
     }
 
 private:
+    /// Transparent, so that a look-up makes no string.
     struct Hash : std::hash<std::string_view> {
         using is_transparent = void;
     };

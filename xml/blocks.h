@@ -48,6 +48,7 @@ public:
 
     constexpr explicit Byte(unsigned char byte) noexcept : m_byte(byte) {}
 
+    /// The questions, which mean the same for Word and Block.
     constexpr Marks Equal(char byte) const noexcept {
         return Marks(m_byte == static_cast<unsigned char>(byte));
     }
@@ -73,6 +74,7 @@ public:
     class Marks {
     public:
         explicit Marks(std::uint64_t bits) noexcept : m_bits(bits & 0x8080808080808080u) {}
+        /// As for Byte.
         friend Marks operator|(Marks a, Marks b) noexcept { return Marks(a.m_bits | b.m_bits); }
         Marks Without(Marks others) const noexcept { return Marks(m_bits & ~others.m_bits); }
         Marks Others() const noexcept { return Marks(~m_bits); }
@@ -92,6 +94,7 @@ public:
                 m_bytes = m_bytes << 8 | static_cast<unsigned char>(at[index]);
     }
 
+    /// The questions, as for Byte.
     Marks Equal(char byte) const noexcept { return Zeros(m_bytes ^ Each(byte)); }
     /// Byte by byte.
     Marks Equal(Word other) const noexcept { return Zeros(m_bytes ^ other.m_bytes); }
@@ -152,6 +155,7 @@ public:
     Marks Equal(char byte) const noexcept { return Marks(_mm_cmpeq_epi8(m_bytes, _mm_set1_epi8(byte))); }
     /// Byte by byte.
     Marks Equal(Block other) const noexcept { return Marks(_mm_cmpeq_epi8(m_bytes, other.m_bytes)); }
+    /// Signed comparison puts bytes beyond ASCII below; they are taken away again.
     Marks Below(char bound) const noexcept { return BelowOrNotAscii(bound).Without(NotAscii()); }
     Marks NotAscii() const noexcept { return Marks(_mm_cmplt_epi8(m_bytes, _mm_setzero_si128())); }
     /// The comparison is signed, which takes bytes beyond ASCII for the lowest.
@@ -178,6 +182,7 @@ template <class Property> constexpr std::array<bool, 256> MakeTable(Property pro
         table[byte] = property(Byte(static_cast<unsigned char>(byte))).Any();
     return table;
 }
+/// Made while compiling, once for each class of bytes.
 template <class Property> inline constexpr std::array<bool, 256> TableOf = MakeTable(Property());
 
 /// The first byte from `at` on that `property` marks. There is no end: one of the bytes must be marked, a NUL

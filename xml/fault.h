@@ -10,6 +10,7 @@ namespace Zantrel::Xml {
 
 /// What can be wrong with a document. Each has its sentence in a table, and the order is that of the table. A
 /// person reads the sentence; nothing else depends on which fault it is.
+/// The first ones are those of the input; the others go about in the order in which a document is read.
 enum class Fault : std::uint8_t {
     ReadFailed,
     NoEncoding,

@@ -23,6 +23,7 @@ public:
     }
 
     /// Keeps the text from `at` to the '<' at `end`, if it is one.
+    /// A text that is longer than a block, or no indentation, leaves what was kept before.
     void Keep(char const* at, char const* end) noexcept {
         auto const size = static_cast<std::size_t>(end - at);
         if (*at != '\n' || size >= Block::Size)
@@ -33,6 +34,7 @@ public:
 
 private:
     std::array<char, Block::Size> m_text{'<'}; ///< with the '<'; what follows doesn't count
+    /// Of the text without its '<': 0 at first, which no text in front of a tag can be.
     std::size_t m_size = 0;
 };
 

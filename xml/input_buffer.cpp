@@ -57,6 +57,7 @@ void InputBuffer::MakeRoom(char const*& keep) {
     if (dropped < kept && m_capacity - (dropped + kept) >= m_room)
         return;
 
+    // Counted now, for the bytes in front of it go.
     PositionOf(keep);
     if (dropped >= kept) {
         std::memcpy(m_bytes.get(), keep, kept);
@@ -190,6 +191,7 @@ void InputBuffer::Transcode() {
 /// `out`, which never gets ahead of `at`: a CR and LF become one, and all else keeps its size. Plain
 /// characters go in blocks; where nothing was dropped yet they stay in place.
 void InputBuffer::Accept(char* at, char* end) {
+    // The searches below go by blocks, and look for a LF behind a CR that comes last.
     std::memset(end, 0, Block::Size);
     char* out = m_end;
     auto const take = [&at, &out](std::size_t size) {

@@ -37,6 +37,7 @@ public:
     /// Reads nothing yet. The source must outlive the buffer.
     InputBuffer(Io::ByteSource& source, std::size_t pieceSize);
 
+    /// What may be looked at now; both change whenever more is read.
     char const* Begin() const noexcept { return m_bytes.get(); }
     char const* End() const noexcept { return m_end; }
 
@@ -49,6 +50,7 @@ public:
     /// such call is scanned in linear time, whatever the size of the pieces.
     void ReadAsMuchAgain(char const*& keep);
 
+    /// Open until the source has said that it ends, or something was wrong.
     InputState State() const noexcept { return m_state; }
     /// The character that is not allowed, in that state.
     char32_t Offender() const noexcept { return m_offender; }
@@ -62,15 +64,22 @@ private:
     void MakeRoom(char const*& keep);
     /// Reads and accepts one piece, of which nothing may be left.
     void ReadPiece();
+    /// One piece of the source; 0 at its end and when it failed.
     std::size_t ReadBytes(char* into);
+    /// Reads the first bytes and takes what they are, a byte order mark aside.
     void DetectEncoding();
+    /// Each reads one piece in its encoding, and sets the state where there is none.
     void ReadUtf8();
     void ReadUtf16();
+    /// All whole characters of m_raw become UTF-8.
     void Transcode();
+    /// Checks what stands behind the end and makes it part of the buffer, as far as it is right.
     void Accept(char* at, char* end);
+    /// The size of a character; 0 where it is cut or is a fault, which the state then says.
     std::size_t CheckCharacter(char const* at, char const* end);
     /// Puts the NULs there.
     void SetEnd(char* end) noexcept;
+    /// The source has failed: what it wrote behind the end isn't taken.
     void Fail() noexcept;
 
     Io::ByteSource& m_source;
@@ -87,6 +96,7 @@ private:
     std::vector<char>
         m_raw; ///< bytes not taken yet: the beginning of a character, or what UTF-16 is transcoded from
 
+    /// Positions are counted from the last one asked for, so that counting is linear, too.
     mutable char const* m_counted; ///< m_position is its place
     mutable Position m_position;
 };

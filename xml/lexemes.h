@@ -20,6 +20,7 @@ inline char const* SkipSpace(char const* at) noexcept {
     return at;
 }
 
+/// Whether the byte is a character by itself.
 inline bool IsAscii(char byte) noexcept { return static_cast<unsigned char>(byte) < 0x80; }
 
 /// A letter in lower case; everything else unchanged.

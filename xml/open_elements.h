@@ -43,6 +43,7 @@ public:
     }
 
     /// Whether [at, end) begins with the innermost name. Block::Size bytes must be readable behind `end`.
+    /// What follows the name plays no part; the caller looks at that.
     bool InnermostIsAt(char const* at, char const* end) const noexcept {
         std::string_view const name = Innermost();
         if (name.size() > Block::Size)
@@ -51,11 +52,15 @@ public:
     }
 
 private:
+    /// For a name that doesn't fit in a block, and where there is no room for a block. When it throws,
+    /// nothing was pushed.
     void PushWithCare(std::string_view name);
+    /// As InnermostIsAt, for a name that doesn't fit in a block: nothing behind `end` is read.
     static bool IsAt(std::string_view name, char const* at, char const* end) noexcept;
 
     std::vector<char> m_names; ///< with at least a block behind m_size
     std::size_t m_size = 0;
+    /// Where each name begins, from the root's on.
     std::vector<std::size_t> m_begins;
 };
 

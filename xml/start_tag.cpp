@@ -111,6 +111,7 @@ bool StartTag::CheckManyNames(Stop& stop) {
     auto const first = std::ranges::adjacent_find(m_sortedNames);
     if (first == m_sortedNames.end())
         return true;
+    // Told at the second of the two, as for a tag with few.
     stop.At(Fault::AttributeTwice, std::next(first)->data(), *first);
     return false;
 }

@@ -12,6 +12,7 @@
 namespace Zantrel::Xml {
 
 /// One attribute of the tag that was scanned last.
+/// The name is a view of the document, in the case it has there.
 struct Attribute {
     std::string_view name;
     std::string_view value; ///< normalised, references replaced, UTF-8
@@ -28,6 +29,8 @@ struct Attribute {
 class StartTag {
 public:
     /// Scans the tag whose '<' is at `at`. Gives the place behind it, or null and why it stopped.
+    /// The views stand in the buffer or in this tag. Throws std::bad_alloc; the tag may then be scanned
+    /// anew.
     char const* Scan(char const* at, Stop& stop) {
         char const* const end = SkipName(at + 1);
         if (end == at + 1)
@@ -40,6 +43,7 @@ public:
 
     std::string_view Name() const noexcept { return m_name; }
     std::vector<Attribute> const& Attributes() const noexcept { return m_attributes; }
+    /// Whether it stands for an end tag as well, as in "<a/>".
     bool IsEmptyElement() const noexcept { return m_isEmptyElement; }
 
 private:
@@ -51,12 +55,17 @@ private:
     };
 
     // Each gives the place behind what it scanned, or null and why it stopped.
+    /// From behind the name to the end of the tag.
     char const* ScanAttributes(char const* at, Stop& stop);
+    /// One attribute, which is added even where its value isn't complete yet: the scan then begins anew.
     char const* ScanAttribute(char const* at, Stop& stop);
+    /// Goes on from where the value differs from what it stands for, up to its quote.
     char const* NormaliseValue(char const* at, char quote, Stop& stop);
+    /// Turns places in m_values into views, when it moves no more.
     void PlaceNormalisedValues() noexcept;
     /// Whether all names differ.
     bool CheckNames(Stop& stop);
+    /// The same by sorting, where comparing each with each would be quadratic.
     bool CheckManyNames(Stop& stop);
 
     std::string_view m_name;

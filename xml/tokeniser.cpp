@@ -272,6 +272,7 @@ Token Tokeniser::ReadText() {
         if (stop - m_at >= 2 && stop[-1] == ']' && stop[-2] == ']')
             return Fail(Fault::SectionEndInText, stop - 2);
 
+    // Brackets at the end of a piece wait: a '>' may follow them in the next one.
     char const* const end = *stop == '\0' ? HoldBackBrackets(m_at, stop) : stop;
     if (end != m_at)
         return DeliverText(end, end);
@@ -356,6 +357,7 @@ template <class Function> inline char const* Tokeniser::Scan(Function scan) {
     for (;;) {
         if (char const* const next = scan(m_at))
             return next;
+        // Inside of the buffer a stop is final; at its end only when nothing can follow.
         if (m_stop.place != m_input.End() || m_input.State() != InputState::Open)
             return nullptr;
         m_token = nullptr;

@@ -97,7 +97,9 @@ private:
     Token ReadReference();
     Token ReadStartTag();
     Token ReadEndTag();
+    /// Makes [m_at, end) the current text, behind which the document goes on at `next`.
     Token DeliverText(char const* end, char const* next) noexcept;
+    /// Closes the innermost element.
     Token DeliverEnd(char const* next) noexcept;
 
     // A scan takes the place where its token begins and gives the one behind it. It has no state of its own,
@@ -106,10 +108,15 @@ private:
     char const* ScanInstructionName(char const* at);
     char const* ScanEndTag(char const* at);
 
+    /// Drops the token and reads; m_at stays at its character. False where there is no more.
     bool ReadMore();
+    /// How many bytes of the word stand at m_at; reads on where the buffer cuts them.
     std::size_t Match(std::string_view word);
+    /// Behind the root's end only comments and instructions may come.
     Stage StageAfterElement() const noexcept;
+    /// With what the last scan has left in m_stop, or for the end of the document inside of `construct`.
     Token FailWhereStopped(std::string_view construct);
+    /// Ends the document. Where the input itself was at fault just there, that is told instead.
     Token Fail(Fault fault, char const* place, std::string_view word = {}, std::string_view otherWord = {});
 
     // m_at is apart from m_token: as neighbours they are written as one by some compilers, and reading one of
@@ -124,6 +131,7 @@ private:
     Indentation m_indentation;
     OpenElements m_open;
     StartTag m_tag;
+    /// The character that a reference stood for, while it is the current text.
     std::array<char, 4> m_character{};
     Stop m_stop;
     std::string m_errorText;

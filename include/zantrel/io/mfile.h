@@ -14,7 +14,9 @@
 /// at a time.
 class ZANTREL_EXPORT MFile {
 public:
+    /// No bytes.
     MFile() = default;
+    /// Takes the bytes over; the position stands at the first of them.
     explicit MFile(std::vector<std::byte> bytes) noexcept : m_bytes(std::move(bytes)) {}
 
     /// Appends `size` bytes, wherever the position stands. `data` may be null when there are none, and must
@@ -33,20 +35,24 @@ public:
 
     /// All bytes, good until the stream changes.
     std::vector<std::byte> const& GetBytes() const noexcept { return m_bytes; }
+    /// Where the next Read takes from, in bytes from the beginning.
     std::size_t GetPosition() const noexcept { return m_position; }
     /// How many bytes are left to read.
     std::size_t GetRemaining() const noexcept { return m_bytes.size() - m_position; }
     /// Throws std::out_of_range beyond the end.
     void SetPosition(std::size_t position);
+    /// Back to the first byte. The bytes stay as they are.
     void Rewind() noexcept { m_position = 0; }
 
     /// Replaces the bytes by those of a file and rewinds. False, and nothing changes, when it can't be read.
     bool ReadFromFile(std::wstring const& path);
+    /// The same for a path of the standard library, as Zantrel::WidePath has it.
     template <class Path, Zantrel::IfPath<Path> = 0> bool ReadFromFile(Path const& path) {
         return ReadFromFile(Zantrel::WidePath(path));
     }
     /// Replaces the file as a whole. False, and the file stays as it was, when it can't be written.
     bool WriteToFile(std::wstring const& path) const;
+    /// The same for a path of the standard library.
     template <class Path, Zantrel::IfPath<Path> = 0> bool WriteToFile(Path const& path) const {
         return WriteToFile(Zantrel::WidePath(path));
     }

@@ -15,6 +15,7 @@ namespace Zantrel {
 /// a time.
 class ZANTREL_EXPORT ReadReport {
 public:
+    /// The first three make a read fail; the others tell what was passed over in a read that goes on.
     enum class Kind {
         CannotRead,        ///< the file or stream can't be opened or read
         DocumentError,     ///< the document is not well-formed, or not of the kind that is taken
@@ -25,6 +26,7 @@ public:
         DroppedValue,      ///< a value or flag that what it was read for can't have
     };
 
+    /// One thing to tell. It owns its texts, so it may be kept beyond the read and the report.
     struct Entry {
         Kind kind = Kind::DocumentError;
         std::uint64_t line = 0;   ///< from 1; 0 when the entry has no place in a document
@@ -47,6 +49,7 @@ public:
     bool HasRoomFor(Kind kind) const noexcept;
 
     /// "line:column: sentence (path)", without the parts that the entry doesn't have.
+    /// Throws std::bad_alloc only.
     static std::wstring Format(Entry const& entry);
 };
 

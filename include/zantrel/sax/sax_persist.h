@@ -44,15 +44,20 @@ public:
     virtual bool HandleTag(std::string const& tag, KelSAX::ISAXReader& reader) = 0;
 
     /// An element that this handler got through HandleTag has ended.
+    /// The handlers that the element pushed are still alive, and end after this call.
     virtual void HandleEndTag(std::string_view tag) = 0;
 
     /// Called once on the handler that the read was started with, after the end of a well-formed document.
+    /// `reader` has no element to tell of any more: what it is asked for isn't there.
     virtual void ResolveReferences(KelSAX::ISAXReader& reader) = 0;
 
     /// Follows ResolveReferences.
+    /// The last call of a read. What any of these functions throws ends the read and reaches its caller.
     virtual void InitAfterLoading() = 0;
 
     /// Writes the content of the element that is open. False makes the whole write fail.
+    /// An element that is opened here and left open does so, too, and so does a call on `writer` that
+    /// failed, whatever the answer. What it throws reaches the caller of the write.
     virtual bool Write(KelSAX::ISAXWriter& writer) const = 0;
 
 protected:

@@ -40,6 +40,9 @@ struct Namespace {
 };
 
 /// How a document is written. A value that a caller fills for one call.
+/// The texts are checked when they are written: a root tag that is no XML name, "--" in a comment, or a
+/// prefix that can't be declared makes the write fail. The schema is referred to only when file and
+/// namespace are both given; the prefix "xsi", which that takes, is declared unless m_namespaces has it.
 struct WriteOptions {
     bool m_callerOption = false;         ///< set by callers; the drivers write the same either way
     std::string m_rootTag;               ///< name of the root element, UTF-8
@@ -53,6 +56,8 @@ struct WriteOptions {
 };
 
 /// The namespaces in force at some element of a document.
+/// Starts with none, also without the prefix "xml". What was declared stays until it is declared anew: a
+/// caller that leaves an element goes back to a copy. Belongs to one thread at a time.
 class ZANTREL_EXPORT XMLNamespaceHandler {
 public:
     /// Takes the namespace declarations ("xmlns", "xmlns:prefix") out of an element's attributes. A prefix
@@ -62,6 +67,7 @@ public:
     /// Splits `tag` at its first ":"; `localName` is a view into `tag`. True when `found` is null, or when
     /// the prefix (empty without a ":") is declared and its namespace was copied to `found`. Otherwise false,
     /// and `found` stays as it was.
+    /// `localName` is set in each case.
     bool ResolveTag(std::string const& tag, std::string_view& localName, Namespace* found) const {
         std::size_t const colon = tag.find(':');
         bool const prefixed = colon != std::string::npos;
@@ -95,6 +101,7 @@ private:
 /// 1,024 elements. Memory grows with the depth and the longest text, not with the document.
 ZANTREL_EXPORT bool ReadFile(std::wstring const& path, ISAXPersist& handler,
                              Zantrel::ReadReport* report = nullptr);
+/// For a path of the standard library, as Zantrel::WidePath has it.
 template <class Path, Zantrel::IfPath<Path> = 0>
 bool ReadFile(Path const& path, ISAXPersist& handler, Zantrel::ReadReport* report = nullptr) {
     return ReadFile(Zantrel::WidePath(path), handler, report);
@@ -110,8 +117,11 @@ ZANTREL_EXPORT bool ReadStream(std::basic_istream<char>& in, ISAXPersist& handle
 /// permissions stay, a link is followed, and a pipe or device is written to directly. Windows doesn't replace
 /// a file that another program holds open: the write tries for half a second before it gives up. An exception
 /// of the handler reaches the caller.
+/// `report`, when given, is emptied at the start and tells the first cause of a failure. What the options
+/// and the handler refer to must not change while the write runs.
 ZANTREL_EXPORT bool WriteFile(std::wstring const& path, ISAXPersist const& handler,
                               WriteOptions const& options, Zantrel::WriteReport* report = nullptr);
+/// For a path of the standard library.
 template <class Path, Zantrel::IfPath<Path> = 0>
 bool WriteFile(Path const& path, ISAXPersist const& handler, WriteOptions const& options,
                Zantrel::WriteReport* report = nullptr) {

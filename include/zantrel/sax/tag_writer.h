@@ -13,6 +13,8 @@ class MSAXTagWriter {
 public:
     /// The name in UTF-8, or wide; one that is no XML name, and null, fails the write. It needn't outlive the
     /// call.
+    /// Where this throws, nothing was opened. Once the write has failed, neither opening nor closing does
+    /// anything.
     MSAXTagWriter(KelSAX::ISAXWriter& writer, char const* tag)
         : MSAXTagWriter(writer, tag != nullptr ? std::string_view(tag) : std::string_view()) {}
     MSAXTagWriter(KelSAX::ISAXWriter& writer, std::string tag)
@@ -23,6 +25,7 @@ public:
     MSAXTagWriter(KelSAX::ISAXWriter& writer, std::wstring_view tag) : m_writer(writer) {
         m_writer.OpenElement(tag);
     }
+    /// One scope is one element, so it is neither copied nor moved.
     MSAXTagWriter(MSAXTagWriter const&) = delete;
     MSAXTagWriter& operator=(MSAXTagWriter const&) = delete;
     ~MSAXTagWriter() { m_writer.CloseElement(); }

@@ -23,6 +23,7 @@ inline constexpr std::wstring_view ProfilesMeta =
     L"https://schemas.zantrel.example/build_processing/profiles_meta";
 } // namespace Text
 
+/// The URIs of the formats, as AddBuildProcessingNamespace takes them.
 inline std::wstring const m_namespace_build_processors_2016_04{Text::BuildProcessors201604};
 inline std::wstring const m_namespace_build_processors_2017_02{Text::BuildProcessors201702};
 inline std::wstring const m_namespace_profiles_meta{Text::ProfilesMeta};
@@ -41,6 +42,8 @@ inline std::wstring& m_local_schema_file_build_processors_2017_02 = LocalSchemaF
 /// Appends `uri` to `options` as default namespace. For the two build-processor namespaces also sets the
 /// schema reference to the local schema file, provided that the file for 2016/04 exists, which decides for
 /// both. Throws std::filesystem::filesystem_error ("exists") when that can't be found out.
+/// Any other `uri` gets no schema reference. Reads the paths of the local schema files, which nobody may
+/// assign meanwhile.
 ZANTREL_EXPORT void AddBuildProcessingNamespace(KelAM::SaxUtilities::WriteOptions& options,
                                                 std::wstring const& uri);
 

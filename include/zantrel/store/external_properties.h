@@ -36,6 +36,7 @@ private:
 /// it; equality is that of the bags.
 class ZANTREL_EXPORT ExternalProperties : public PersistentProperties {
 public:
+    /// No kind, the empty identifier and no entries.
     ExternalProperties() = default;
     /// Copies kind, identifier and entries. `other` may stand within the bag that it is assigned to.
     ExternalProperties(ExternalProperties const&) = default;
@@ -44,6 +45,7 @@ public:
 
     std::int32_t m_objectKind =
         0; ///< 1 build, 2 build item, 3 object, 4 component; any other value is no kind
+    /// Whose properties these are. The key in a database doesn't follow when a host changes it.
     ExternalPropertyID m_id;
 };
 
@@ -59,9 +61,13 @@ public:
 
     /// The properties of `id`; null when there are none and `create` is false. A new entry gets `id` as its
     /// own. The pointer stays good while the entry lives.
+    /// An entry marked deleted counts as none, but `create` takes the mark away and gives it. Entries of
+    /// other classes under the same key are passed over. On std::bad_alloc nothing was added.
     ExternalProperties* GetProperties(ExternalPropertyID const& id, bool create);
+    /// The same without creating; no mark is touched.
     ExternalProperties const* GetProperties(ExternalPropertyID const& id) const;
     /// Replaces `names` by the keys, in their order.
+    /// Those of entries marked deleted are among them, and a key stands as often as it has entries.
     void GetAllProperties(std::vector<std::wstring>& names) const;
 };
 
@@ -72,6 +78,7 @@ public:
     /// `database` is borrowed; with null every element is passed over.
     explicit DatabaseExternalPropertiesSax(DatabaseExternalProperties* database) : m_database(database) {}
     /// Takes an "Instance" that has a "uuid", and adds its properties to those that the object has.
+    /// Any other element gives false, and its children come to this handler all the same.
     bool HandleTag(std::string const& tag, KelSAX::ISAXReader& reader) override;
 
 private:

@@ -24,16 +24,22 @@ public:
 
     /// Takes the bytes of the file at `path` and the last part of the path as the name. False, and this
     /// content is as it was, when the file can't be read.
+    /// A "/" and a "\" end a folder on every platform, since paths travel with files. On std::bad_alloc this
+    /// content is as it was, too.
     bool LoadFile(std::wstring const& path);
+    /// The same for a path of the standard library, as Zantrel::WidePath has it.
     template <class Path, Zantrel::IfPath<Path> = 0> bool LoadFile(Path const& path) {
         return LoadFile(Zantrel::WidePath(path));
     }
     /// Writes the bytes to `path`, whole or not at all. False when that fails; an old file is then as it was.
+    /// The content's name plays no part.
     bool SaveFile(std::wstring const& path) const;
+    /// The same for a path of the standard library.
     template <class Path, Zantrel::IfPath<Path> = 0> bool SaveFile(Path const& path) const {
         return SaveFile(Zantrel::WidePath(path));
     }
 
+    /// Whether name and bytes are the same, wherever they came from.
     bool operator==(FileContent const& other) const {
         return m_name == other.m_name && m_data == other.m_data;
     }
@@ -47,7 +53,11 @@ public:
 /// the handler. Other children are ignored, bad base64 leaves the bytes as they were.
 class ZANTREL_EXPORT FileContentRead : public ISAXPersistHelper {
 public:
+    /// `content` is borrowed and filled child by child: a read that breaks off may leave a new name beside
+    /// the old bytes.
     explicit FileContentRead(FileContent& content) : m_content(&content) {}
+    /// Takes both children in any order; one that is missing leaves its part as it was. Bad base64 goes to
+    /// the read's report.
     bool HandleTag(std::string const& tag, KelSAX::ISAXReader& reader) override;
 
 private:
@@ -57,7 +67,9 @@ private:
 /// Writes such an element's content. The content outlives the handler.
 class ZANTREL_EXPORT FileContentWrite : public ISAXPersistHelper {
 public:
+    /// `content` is borrowed and must not change while the write runs.
     explicit FileContentWrite(FileContent const& content) : m_content(&content) {}
+    /// The name first, then the bytes as base64. Gives true; what can't be written fails the writer.
     bool Write(KelSAX::ISAXWriter& writer) const override;
 
 private:

@@ -31,12 +31,15 @@ public:
     void Merge(IMergeablePropertyValue const& other, bool overwrite) override;
 
     /// Appends an empty bag.
+    /// On std::bad_alloc the sequence is as it was.
     PersistentProperties& AddProperty();
     /// The bag at `index`, counted from 0. Throws std::out_of_range when there is none.
     PersistentProperties& GetProperty(std::int32_t index);
     PersistentProperties const& GetProperty(std::int32_t index) const;
+    /// How many bags there are. This and GetProperty take the same time however many.
     unsigned long long GetNumProperties() const noexcept;
     /// Ends all bags.
+    /// References to them are bad from here on.
     void Clear() noexcept;
     /// Exchanges the bags, which stay where they are. Where they had names of a layout or of the tree that
     /// they leave, they get names of their own; std::bad_alloc passes through before anything is exchanged.

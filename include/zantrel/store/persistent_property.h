@@ -11,6 +11,7 @@
 #include <utility>
 
 /// A property value that is more than a plain datum: a bag or a sequence of bags.
+/// It says only that: callers find the class behind it by a dynamic_cast.
 class ZANTREL_EXPORT IPersistentPropertyPolymorphicValue {
 public:
     IPersistentPropertyPolymorphicValue() = default;
@@ -24,6 +25,7 @@ class ZANTREL_EXPORT IMergeablePropertyValue : public IPersistentPropertyPolymor
 public:
     /// Takes over `other`. With `overwrite` false, what stands here already is kept. Nothing happens when
     /// `other` is of another class.
+    /// `other` may be this value itself. Where memory runs out, std::bad_alloc passes through.
     virtual void Merge(IMergeablePropertyValue const& other, bool overwrite) = 0;
 };
 
@@ -43,15 +45,20 @@ public:
     virtual ~IPersistentProperty();
 
     /// A new heap copy of value and deleted mark, owned by the caller; the other flags start afresh.
+    /// Bags are copied deeply. Throws std::bad_alloc.
     virtual IPersistentProperty* Clone() const = 0;
     /// Whether `other` has the same class and an equal value. Flags don't count.
+    /// False for null. Doesn't change either of the two.
     virtual bool IsEqual(IPersistentProperty const* other) const = 0;
     /// Takes value and deleted mark of `other`; nothing happens when it is null or of another class.
+    /// `other` may be this property, or stand within its value. It must not be relied on afterwards in the
+    /// latter case: it may have ended with what it replaced.
     virtual void Assign(IPersistentProperty const* other) = 0;
 
     /// The deleted mark, false at first. A marked property counts as absent to all lookups that don't ask to
     /// create, and isn't written to files; what creates takes the mark away and leaves the value.
     virtual bool IsDeleted() const = 0;
+    /// Marking keeps the value and all pointers to it; only removing the entry ends them.
     virtual void SetDeleted(bool deleted) = 0;
 
     /// Two flags for the host, true at first. The library looks at neither. They aren't copied by Clone.
@@ -71,18 +78,27 @@ public:
     virtual void SetSecondOverride(bool value) = 0;
 
     /// Writes the value as content of the element now open. False when it can't be written.
+    /// Name and type are attributes of that element, which the caller has written before. A fault of the
+    /// document is the writer's to tell.
     virtual bool WriteValue(KelSAX::ISAXWriter& writer) const = 0;
     /// Takes the value from the element now being handled. False, and the value is as it was, when it doesn't
     /// parse.
+    /// A file, a bag or a sequence pushes a handler instead and is filled as the children come, so the
+    /// property must live until the element's end. To be called while HandleTag runs.
     virtual bool HandleValue(KelSAX::ISAXReader& reader) = 0;
     /// The type name, the word by which IPersistentPropertyCreator makes such a property.
+    /// What a class of a host's own gives is written to documents in its place, and only a reader of the
+    /// host's knows it.
     virtual std::wstring GetType() const = 0;
     /// The value, where it is a bag or a sequence of bags; otherwise null. Owned by the property.
+    /// A file is none. The pointer is good while the property lives.
     virtual IPersistentPropertyPolymorphicValue const* GetPolymorphicValue() const = 0;
     virtual IPersistentPropertyPolymorphicValue* GetPolymorphicValue() = 0;
 };
 
 /// The binary side of a property.
+/// A base beside IPersistentProperty: who has only a property finds it by a dynamic_cast. Belongs to one
+/// thread at a time, as the property.
 class ZANTREL_EXPORT IPersistentPropertyUndo {
 public:
     IPersistentPropertyUndo() = default;
@@ -92,8 +108,11 @@ public:
 
     /// Appends the binary form of the value, without flags and name. Throws std::runtime_error for bags
     /// nested deeper than 1,024 levels and for a bag with a property of a host's own class, which have none.
+    /// When this throws, a part may have been appended.
     virtual void Write(MFile& file) const = 0;
     /// Throws std::runtime_error when the file's bytes are no such value; the value is then as it was.
+    /// Takes from the file's position on, which then stands behind the value; when this throws, the position
+    /// may stand anywhere in it.
     virtual void Read(MFile& file) = 0;
 };
 
@@ -101,6 +120,8 @@ public:
 /// PersistentProperties, KelAM::SubProperties, IndexedProperties<PersistentProperties> or
 /// KelAM::ExternalProperties. A host may use a class of its own for which it specialises the functions of
 /// property_values.h.
+/// The members are open: who knows `T` reads and writes them as they stand, and the functions serve those
+/// who have only the interface. Nothing watches a change.
 template <class T> class PersistentProperty : public IPersistentProperty, public IPersistentPropertyUndo {
     static_assert(
         !std::is_same_v<T, long> && !std::is_same_v<T, unsigned long>,
@@ -109,23 +130,28 @@ template <class T> class PersistentProperty : public IPersistentProperty, public
 public:
     /// The default value: 0, 0.0, false, an empty text, file, bag or sequence.
     PersistentProperty() = default;
+    /// Copies the value; the flags are those of a new property.
     explicit PersistentProperty(T const& value);
+    /// With the value go all flags, also those that Clone leaves out.
     PersistentProperty(PersistentProperty const&) = default;
     PersistentProperty(PersistentProperty&&) = default;
     /// Takes value and flags. `other` may stand within the value that it replaces.
     PersistentProperty& operator=(PersistentProperty const& other);
     PersistentProperty& operator=(PersistentProperty&& other);
 
+    /// By the copy constructor of `T`, and passes through what that throws.
     IPersistentProperty* Clone() const override;
     bool IsEqual(IPersistentProperty const* other) const override;
     void Assign(IPersistentProperty const* other) override;
 
+    /// The mark and the flags, which are the members below.
     bool IsDeleted() const override;
     void SetDeleted(bool deleted) override;
     bool GetFirstAuxFlag() const override;
     void SetFirstAuxFlag(bool value) override;
     bool GetSecondAuxFlag() const override;
     void SetSecondAuxFlag(bool value) override;
+    /// Setting one notes that it was given, which only an assignment of the whole property takes back.
     bool GetFirstOverride() const override;
     bool HasFirstOverride() const override;
     void SetFirstOverride(bool value) override;
@@ -133,16 +159,20 @@ public:
     bool HasSecondOverride() const override;
     void SetSecondOverride(bool value) override;
 
+    /// As text, and by its name, through the functions of property_values.h for `T`.
     bool WriteValue(KelSAX::ISAXWriter& writer) const override;
     bool HandleValue(KelSAX::ISAXReader& reader) override;
     std::wstring GetType() const override;
+    /// The address of m_value, or null, told by `T` alone.
     IPersistentPropertyPolymorphicValue const* GetPolymorphicValue() const override;
     IPersistentPropertyPolymorphicValue* GetPolymorphicValue() override;
 
+    /// A sequence of bags by its own functions, any other value by those of property_values.h.
     void Write(MFile& file) const override;
     void Read(MFile& file) override;
 
     T m_value{}; ///< read and written in place; a bag's lookups give pointers to it
+    /// Changing m_value in place leaves it.
     bool m_deleted = false;
     bool m_firstAuxFlag = true;  ///< for the host
     bool m_secondAuxFlag = true; ///< for the host
@@ -167,6 +197,7 @@ private:
 
 /// The checked cast by which everything finds a property's class: null when `property` is null or of another
 /// class.
+/// A class that derives from PersistentProperty<T> counts as that. Takes and gives no ownership.
 template <class T> PersistentProperty<T>* PropertyCast(IPersistentProperty* property) {
     if (property == nullptr) {
         return nullptr;
@@ -177,6 +208,7 @@ template <class T> PersistentProperty<T>* PropertyCast(IPersistentProperty* prop
     return dynamic_cast<PersistentProperty<T>*>(property);
 }
 
+/// The same for one that must not change.
 template <class T> PersistentProperty<T> const* PropertyCast(IPersistentProperty const* property) {
     return PropertyCast<T>(const_cast<IPersistentProperty*>(property));
 }
@@ -192,6 +224,7 @@ template <class T> PersistentProperty<T>& PersistentProperty<T>::operator=(Persi
     return Take(std::move(other));
 }
 
+// The mark goes with the value; the flags are a host's word about this very property.
 template <class T> IPersistentProperty* PersistentProperty<T>::Clone() const {
     auto* copy = new PersistentProperty(m_value);
     copy->m_deleted = m_deleted;
@@ -212,6 +245,7 @@ template <class T> void PersistentProperty<T>::Assign(IPersistentProperty const*
     bool const deleted = same->IsDeleted();
     if (same != this) {
         if constexpr (std::is_base_of_v<IMergeablePropertyValue, T>) {
+            // What other entries a bag has stays: it is taken over, not replaced.
             m_value.Merge(same->m_value, true);
         } else {
             m_value = same->m_value;
@@ -226,6 +260,7 @@ template <class T> bool PersistentProperty<T>::GetFirstAuxFlag() const { return 
 template <class T> void PersistentProperty<T>::SetFirstAuxFlag(bool value) { m_firstAuxFlag = value; }
 template <class T> bool PersistentProperty<T>::GetSecondAuxFlag() const { return m_secondAuxFlag; }
 template <class T> void PersistentProperty<T>::SetSecondAuxFlag(bool value) { m_secondAuxFlag = value; }
+// Two bits for each override: the lower one is its value, the upper one tells that it was ever given.
 template <class T> bool PersistentProperty<T>::GetFirstOverride() const { return (m_overrides & 1u) != 0; }
 template <class T> bool PersistentProperty<T>::HasFirstOverride() const { return (m_overrides & 2u) != 0; }
 template <class T> void PersistentProperty<T>::SetFirstOverride(bool value) {
@@ -275,6 +310,8 @@ template <class T> void PersistentProperty<T>::Read(MFile& file) {
     }
 }
 
+// The library alone makes these classes, so that each has one type information for all modules of a program.
+// The other ones are declared so behind the classes of their values.
 extern template class ZANTREL_EXPORT PersistentProperty<std::int32_t>;
 extern template class ZANTREL_EXPORT PersistentProperty<double>;
 extern template class ZANTREL_EXPORT PersistentProperty<bool>;

@@ -17,6 +17,7 @@ inline constexpr std::wstring_view ObjectType = L"ObjectType";
 } // namespace Text
 
 inline std::wstring const PartName{Text::PartName};
+/// The property whose value is one of ObjectTypes below.
 inline std::wstring const ObjectType{Text::ObjectType};
 
 } // namespace PropertyNames
@@ -30,6 +31,7 @@ inline constexpr std::wstring_view Platform = L"Platform";
 inline constexpr std::wstring_view UniquePart = L"UniquePart";
 } // namespace Text
 
+/// The same texts, as std::wstring.
 inline std::wstring const ObjectTypePartInstance{Text::PartInstance};
 inline std::wstring const ObjectTypePlatform{Text::Platform};
 inline std::wstring const ObjectTypeUniquePart{Text::UniquePart};

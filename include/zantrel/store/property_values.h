@@ -29,6 +29,7 @@ template <class Bag> struct IsIndexedProperties<IndexedProperties<Bag>> : std::t
 template <class T> ZANTREL_EXPORT std::wstring GetTypeOfProperty(T const& value);
 
 /// Writes `value` as content of the element that is open on `writer`. False when it can't be written.
+/// The element's attributes must have been written before.
 template <class T> ZANTREL_EXPORT bool WriteValueOfProperty(T const& value, KelSAX::ISAXWriter& writer);
 template <class T>
 ZANTREL_EXPORT bool WriteValueOfProperty(IndexedProperties<T> const& value, KelSAX::ISAXWriter& writer);
@@ -42,5 +43,7 @@ ZANTREL_EXPORT bool HandleValueOfProperty(IndexedProperties<T>& value, KelSAX::I
 
 /// The binary form. Reading throws std::runtime_error on bytes that are no such value and leaves `value` as
 /// it was.
+/// Writing throws std::runtime_error for bags that have no binary form (IPersistentPropertyUndo); a part may
+/// have been appended then.
 template <class T> ZANTREL_EXPORT void WriteValueOfProperty(T const& value, MFile& file);
 template <class T> ZANTREL_EXPORT void ReadValueOfProperty(T& value, MFile& file);

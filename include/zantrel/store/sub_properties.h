@@ -8,8 +8,11 @@ namespace KelAM {
 
 /// A nested set of properties, the form in which object components live in a ticket. In every other way a
 /// bag.
+/// Read from "Component" elements and from properties of the type "Complex2". A class of its own all the
+/// same: who asks a bag for PersistentProperties doesn't find it.
 class ZANTREL_EXPORT SubProperties : public PersistentProperties {
 public:
+    /// Copies are deep, as those of any bag.
     SubProperties() noexcept = default;
     SubProperties(SubProperties const&) = default;
     SubProperties& operator=(SubProperties const&) = default;
