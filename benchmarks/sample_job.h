@@ -2,6 +2,7 @@
 #pragma once
 
 #include <zantrel/database/parameter_database.h>
+#include <zantrel/database/walk.h>
 #include <zantrel/layout/parameter_layout.h>
 #include <zantrel/sample/sample_layout.h>
 
