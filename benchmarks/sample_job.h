@@ -51,7 +51,7 @@ inline void FillSampleJob(Zantrel::ParameterDatabase& database, std::size_t leav
 
 /// Calls `visit` with each number below a cursor, in the order in which a writer comes to it.
 template <class Visitor> void VisitNumbers(Zantrel::ParameterNode const& node, Visitor& visit) {
-    for (Zantrel::Walk walk(node, Zantrel::SameNames::FirstAgain); walk.Next();) {
+    for (Zantrel::Walk<Zantrel::ParameterNode> walk(node, Zantrel::SameNames::FirstAgain); walk.Next();) {
         if (double const* number = walk.IsLeaf() ? walk.Node().FindValue<double>() : nullptr) {
             visit(*number);
         }
