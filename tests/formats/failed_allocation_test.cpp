@@ -25,9 +25,14 @@ protected:
     std::wstring const m_target = (m_folder / "target").wstring();
 };
 
+std::string NameOf(testing::TestParamInfo<std::tuple<Format, Times>> const& info) {
+    auto const& [format, times] = info.param;
+    return format.name + std::string(times == Times::Once ? "Once" : "FromThenOn");
+}
 INSTANTIATE_TEST_SUITE_P(, FailedAllocation,
                          testing::Combine(testing::ValuesIn(WrittenFormats()),
-                                          testing::Values(Times::Once, Times::FromThenOn)));
+                                          testing::Values(Times::Once, Times::FromThenOn)),
+                         NameOf);
 
 } // namespace
 
