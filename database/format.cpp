@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "database/format.h"
 
+#include "database/default_values.h"
 #include "database/find_bag.h"
-#include "layout/value_text.h"
+#include "database/layout_shapes.h"
 #include "store/bag_access.h"
 #include "store/reserved_names.h"
 
@@ -13,7 +14,8 @@
 #include <vector>
 
 // The bags of a group's children, with the values of those that are leaves, are built in one allocation: the
-// group's block. A list item or a profile of a million is one such block.
+// group's block. A list item or a profile of a million is one such block. In a database it is made by the
+// shape that the layout has for the group, in one go; without one, property by property.
 //
 // Names: what a database formats for itself borrows the names of the layout's nodes, which outlive it. Of any
 // other bag nobody knows to which tree it belongs, a database's or a host's that outlives the layout. An item
@@ -28,16 +30,6 @@ namespace {
 using namespace BagAccess;
 using BagProperty = PersistentProperty<PersistentProperties>;
 using Items = IndexedProperties<PersistentProperties>;
-
-bool HoldsValueOnceFormatted(LayoutNode const& node) {
-    return node.m_type != eTypeLayoutNode::StandardOptions;
-}
-
-std::wstring const& DefaultText(LayoutNode const& node) {
-    bool const takesFirstOption = node.m_type == eTypeLayoutNode::Options && node.m_defaultValue.empty() &&
-                                  !node.m_optionValues.empty();
-    return takesFirstOption ? node.m_optionValues.front() : node.m_defaultValue;
-}
 
 /// What the content by type takes of the room that its bag is built in.
 std::size_t RoomForValue(LayoutNode const& node) {
@@ -59,53 +51,47 @@ std::size_t RoomFor(LayoutNode const& node) {
 /// in place of recursion, so that the depth of a layout takes no stack.
 class Formatter {
 public:
-    explicit Formatter(Names names)
-        : m_borrows(names == Names::OfTheLayout), m_names(NameCopier::Borrowed::Own) {}
+    enum class Names { OfTheLayout, OfTheBag };
 
-    /// `model` is a bag of the same tree that was formatted from the same node, to share its names; or null.
+    Formatter(Names names, FittingShapes& fitting)
+        : m_borrows(names == Names::OfTheLayout), m_fitting(fitting), m_names(NameCopier::Borrowed::Own) {}
+
+    /// What formatting goes by beside the layout. Both may be null.
+    struct Model {
+        PersistentProperties* bag; ///< of the same tree, formatted from the same node, to share its names
+        NodeShape const* shape;    ///< of what stands below the node
+    };
+
     PersistentProperties& AddNode(LayoutNode const& node, PersistentProperties& parent, RecordRoom& room,
-                                  PersistentProperties* modelOfParent);
+                                  Model model);
     /// Takes from `room` for a value; a group makes a block of its own, when Finish comes to it.
-    void AddContent(LayoutNode const& node, PersistentProperties& bag, RecordRoom& room,
-                    PersistentProperties* model);
+    void AddContent(LayoutNode const& node, PersistentProperties& bag, RecordRoom& room, Model model);
     void Finish();
 
 private:
     struct OpenGroup {
         LayoutNode const* node;
         PersistentProperties* bag;
-        PersistentProperties* model;
+        Model model;
     };
 
-    template <class T> decltype(auto) DefaultOf(LayoutNode const& node) const;
     EntryName NameOf(LayoutNode const& node, PersistentProperties const* modelOfParent) {
         return m_borrows ? EntryName::Borrow(node.m_name) : NameFrom(modelOfParent, node.m_name, m_names);
     }
+    static PersistentProperties* ModelBelow(PersistentProperties* modelOfParent, LayoutNode const& node);
     void AddChildren(OpenGroup const& group);
-    PersistentProperties& AddModel(LayoutNode const& node, PersistentProperties& bag, RecordRoom& room,
-                                   PersistentProperties* model);
-    void AddProfileList(LayoutNode const& node, PersistentProperties& bag, PersistentProperties* model);
-    void AddList(LayoutNode const& node, PersistentProperties& bag, PersistentProperties* model);
+    void AddByShape(OpenGroup const& group);
+    void Fill(LayoutNode const& node, PersistentProperties& bag, RecordRoom& room, Model model);
+    void AddTemplate(LayoutNode const& node, PersistentProperties& bag, RecordRoom& room, Model model);
+    void AddProfileList(LayoutNode const& node, PersistentProperties& bag, Model model);
+    void AddList(LayoutNode const& node, PersistentProperties& bag, Model model);
 
     bool const m_borrows;
+    FittingShapes& m_fitting;
     NameCopier m_names;
-    ValueReader const m_numbers;
+    DefaultValues const m_defaults;
     std::vector<OpenGroup> m_open;
 };
-
-template <class T> decltype(auto) Formatter::DefaultOf(LayoutNode const& node) const {
-    if constexpr (std::is_same_v<T, std::wstring>) {
-        return DefaultText(node);
-    } else if constexpr (std::is_same_v<T, std::int32_t>) {
-        return m_numbers.ReadInteger(node.m_defaultValue);
-    } else if constexpr (std::is_same_v<T, double>) {
-        return m_numbers.ReadDouble(node.m_defaultValue);
-    } else if constexpr (std::is_same_v<T, bool>) {
-        return node.GetValue<bool>(node.m_defaultValue);
-    } else {
-        return T();
-    }
-}
 
 void Formatter::Finish() {
     while (!m_open.empty()) {
@@ -119,54 +105,68 @@ void Formatter::Finish() {
 
 void Formatter::AddChildren(OpenGroup const& group) {
     LayoutNode const& node = *group.node;
+    NodeShape const* const shape = group.model.shape;
+    if (shape != nullptr && group.bag->IsEmpty() && m_fitting.Has(*shape, node)) {
+        AddByShape(group);
+        return;
+    }
     std::size_t bytes = 0;
     for (LayoutNode const* const child : node.m_children) {
         bytes += RoomFor(*child);
     }
     RecordRoom room = Reserve(*group.bag, node.Size(), bytes);
     for (LayoutNode const* const child : node.m_children) {
-        AddNode(*child, *group.bag, room, group.model);
+        AddNode(*child, *group.bag, room, {group.model.bag, nullptr});
     }
 }
 
-void Formatter::AddContent(LayoutNode const& node, PersistentProperties& bag, RecordRoom& room,
-                           PersistentProperties* model) {
+/// What the block doesn't hold itself is added below.
+void Formatter::AddByShape(OpenGroup const& group) {
+    Format(*group.bag, *group.model.shape);
+    for (NodeShape::Child const& child : group.model.shape->Children()) {
+        if (child.body != nullptr || child.isList || child.isProfileList) {
+            RecordRoom none;
+            Fill(*child.node, BagAt(*group.bag, child.slot).m_value, none,
+                 {ModelBelow(group.model.bag, *child.node), child.body});
+        }
+    }
+}
+
+void Formatter::AddContent(LayoutNode const& node, PersistentProperties& bag, RecordRoom& room, Model model) {
     VisitValueType(node.m_type, [&]<class T>(TypeTag<T>) {
         if constexpr (std::is_same_v<T, NoValue>) {
-            if (node.m_type == eTypeLayoutNode::Group && node.Size() != 0) {
+            if (HasBody(node)) {
                 m_open.push_back({&node, &bag, model});
             }
         } else if (HoldsValueOnceFormatted(node)) {
             // Where something stands, a value may be among it, and is then replaced.
             if (bag.IsEmpty()) {
                 Emplace<PersistentProperty<T>>(bag, EntryName::Borrow(Reserved().value), room,
-                                               DefaultOf<T>(node));
+                                               m_defaults.Of<T>(node));
             } else {
-                bag.SetValue<T>(Reserved().value, DefaultOf<T>(node));
+                bag.SetValue<T>(Reserved().value, m_defaults.Of<T>(node));
             }
         }
     });
 }
 
-/// Adds the default profile or the template of items. Its own model is that of the list that is the model.
-PersistentProperties& Formatter::AddModel(LayoutNode const& node, PersistentProperties& bag, RecordRoom& room,
-                                          PersistentProperties* model) {
+/// The default profile, or the template of items. Its own model is that of the list that is the model.
+void Formatter::AddTemplate(LayoutNode const& node, PersistentProperties& bag, RecordRoom& room,
+                            Model model) {
     auto& made = Emplace<BagProperty>(bag, EntryName::Borrow(Reserved().defaultProfile), room).m_value;
     AddContent(node, made, room, model);
-    return made;
 }
 
-void Formatter::AddProfileList(LayoutNode const& node, PersistentProperties& bag,
-                               PersistentProperties* model) {
+void Formatter::AddProfileList(LayoutNode const& node, PersistentProperties& bag, Model model) {
     RecordRoom room = Reserve(bag, 1, RecordRoom::SizeOf<BagProperty>() + RoomForValue(node));
-    AddModel(node, bag, room, model);
+    AddTemplate(node, bag, room, model);
 }
 
-void Formatter::AddList(LayoutNode const& node, PersistentProperties& bag, PersistentProperties* model) {
+void Formatter::AddList(LayoutNode const& node, PersistentProperties& bag, Model model) {
     RecordRoom room = Reserve(bag, 2,
                               RecordRoom::SizeOf<PersistentProperty<Items>>() +
                                   RecordRoom::SizeOf<BagProperty>() + RoomForValue(node));
-    AddModel(node, bag, room, model);
+    AddTemplate(node, bag, room, model);
     auto& items = Emplace<PersistentProperty<Items>>(bag, EntryName::Borrow(Reserved().value), room).m_value;
     while (items.GetNumProperties() < node.m_multiplicity) {
         RecordRoom none;
@@ -174,14 +174,15 @@ void Formatter::AddList(LayoutNode const& node, PersistentProperties& bag, Persi
     }
 }
 
-PersistentProperties& Formatter::AddNode(LayoutNode const& node, PersistentProperties& parent,
-                                         RecordRoom& room, PersistentProperties* modelOfParent) {
+/// The bag that stands for `node` below a model. Of a container it is the template, which the model's entries
+/// were made from.
+PersistentProperties* Formatter::ModelBelow(PersistentProperties* modelOfParent, LayoutNode const& node) {
     PersistentProperties* model = modelOfParent != nullptr ? FindBag(*modelOfParent, node.m_name) : nullptr;
-    auto& bag = Emplace<BagProperty>(parent, NameOf(node, modelOfParent), room).m_value;
-    // The model of a container's entries is what the model's entries were made from.
-    if (model != nullptr && (node.m_isProfileList || node.m_isList)) {
-        model = FindBag(*model, Reserved().defaultProfile);
-    }
+    bool const isContainer = node.m_isProfileList || node.m_isList;
+    return model != nullptr && isContainer ? FindBag(*model, Reserved().defaultProfile) : model;
+}
+
+void Formatter::Fill(LayoutNode const& node, PersistentProperties& bag, RecordRoom& room, Model model) {
     if (node.m_isProfileList) {
         AddProfileList(node, bag, model);
     } else if (node.m_isList) {
@@ -189,23 +190,41 @@ PersistentProperties& Formatter::AddNode(LayoutNode const& node, PersistentPrope
     } else {
         AddContent(node, bag, room, model);
     }
+}
+
+PersistentProperties& Formatter::AddNode(LayoutNode const& node, PersistentProperties& parent,
+                                         RecordRoom& room, Model model) {
+    auto& bag = Emplace<BagProperty>(parent, NameOf(node, model.bag), room).m_value;
+    Fill(node, bag, room, {ModelBelow(model.bag, node), model.shape});
+    return bag;
+}
+
+PersistentProperties& FormatBelow(PersistentProperties& parent, LayoutNode const& node,
+                                  NodeShape const* shape, Formatter::Names names, FittingShapes& fitting) {
+    RecordRoom none;
+    Formatter formatter(names, fitting);
+    PersistentProperties& bag = formatter.AddNode(node, parent, none, {nullptr, shape});
+    formatter.Finish();
     return bag;
 }
 
 } // namespace
 
-PersistentProperties& FormatNode(LayoutNode const& node, PersistentProperties& parent, Names names) {
-    RecordRoom none;
-    Formatter formatter(names);
-    PersistentProperties& bag = formatter.AddNode(node, parent, none, nullptr);
-    formatter.Finish();
-    return bag;
+PersistentProperties& FormatNode(LayoutNode const& node, PersistentProperties& parent) {
+    FittingShapes none;
+    return FormatBelow(parent, node, nullptr, Formatter::Names::OfTheBag, none);
 }
 
-void FormatContent(LayoutNode const& node, PersistentProperties& bag, PersistentProperties* model) {
+PersistentProperties& FormatNode(LayoutNode const& node, PersistentProperties& parent, NodeShape const* shape,
+                                 FittingShapes&& fitting) {
+    return FormatBelow(parent, node, shape, Formatter::Names::OfTheLayout, fitting);
+}
+
+void FormatContent(LayoutNode const& node, PersistentProperties& bag, PersistentProperties* model,
+                   FittingShapes& fitting) {
     RecordRoom none;
-    Formatter formatter(Names::OfTheBag);
-    formatter.AddContent(node, bag, none, model);
+    Formatter formatter(Formatter::Names::OfTheBag, fitting);
+    formatter.AddContent(node, bag, none, {model, model != nullptr ? NodeShapeOf(*model) : nullptr});
     formatter.Finish();
 }
 

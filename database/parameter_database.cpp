@@ -2,6 +2,7 @@
 #include <zantrel/database/parameter_database.h>
 
 #include "database/format.h"
+#include "database/layout_shapes.h"
 #include "store/bag_access.h"
 
 #include <zantrel/layout/parameter_layout.h>
@@ -18,13 +19,15 @@ ParameterDatabase::ParameterDatabase(ParameterLayout const* layout) : m_pLayout(
     }
 }
 
-ParameterDatabase::ParameterDatabase(ParameterDatabase const& other) : m_pLayout(other.m_pLayout) {
+ParameterDatabase::ParameterDatabase(ParameterDatabase const& other)
+    : m_pLayout(other.m_pLayout), m_shapes(other.m_shapes) {
     BagAccess::AssignWithinLayout(m_properties, other.m_properties);
 }
 
 ParameterDatabase& ParameterDatabase::operator=(ParameterDatabase const& other) {
     BagAccess::AssignWithinLayout(m_properties, other.m_properties);
     m_pLayout = other.m_pLayout;
+    m_shapes = other.m_shapes; // of what stood here before there is nothing left
     return *this;
 }
 
@@ -49,9 +52,17 @@ ParameterView ParameterDatabase::GetRoot() const { return RootOf(m_pLayout, m_pr
 ParameterNode ParameterDatabase::GetProfileEditor() { return ProfileEditorBelow(GetRoot(), m_pLayout); }
 ParameterView ParameterDatabase::GetProfileEditor() const { return ProfileEditorBelow(GetRoot(), m_pLayout); }
 
+// A second time with the shapes of the first, since bags stand on these.
 void ParameterDatabase::Format() {
-    if (m_pLayout != nullptr && m_pLayout->m_profileEditor.GetNode() != nullptr) {
-        FormatNode(*m_pLayout->m_profileEditor.GetNode(), m_properties, Names::OfTheLayout);
+    if (m_pLayout == nullptr || m_pLayout->m_profileEditor.GetNode() == nullptr) {
+        return;
+    }
+    LayoutNode const& editor = *m_pLayout->m_profileEditor.GetNode();
+    if (m_shapes == nullptr) {
+        m_shapes = LayoutShapes::Of(*m_pLayout);
+        FormatNode(editor, m_properties, m_shapes->Top(), FittingShapes(*m_shapes));
+    } else {
+        FormatNode(editor, m_properties, m_shapes->Top(), FittingShapes());
     }
 }
 

@@ -3,6 +3,7 @@
 
 #include "database/find_bag.h"
 #include "database/format.h"
+#include "database/layout_shapes.h"
 
 #include <zantrel/database/parameter_misuse.h>
 #include <zantrel/database/value_type.h>
@@ -195,13 +196,14 @@ void ParameterNode::Format() {
     if (m_pNode == nullptr || m_pParentProperties == nullptr) {
         throw ParameterMisuse("formatting needs a layout node and the bag to format it into", m_pNode);
     }
-    m_pProperties = &FormatNode(*m_pNode, *m_pParentProperties, Names::OfTheBag);
+    m_pProperties = &FormatNode(*m_pNode, *m_pParentProperties);
     m_isContainer = m_isContainer || m_pNode->m_isProfileList || m_pNode->m_isList;
 }
 
 void ParameterNode::_FormatContent() {
     if (m_pNode != nullptr && m_pProperties != nullptr) {
-        FormatContent(*m_pNode, *m_pProperties, nullptr);
+        FittingShapes none;
+        FormatContent(*m_pNode, *m_pProperties, nullptr, none);
     }
 }
 

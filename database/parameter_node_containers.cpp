@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <zantrel/database/parameter_node.h>
 
+#include "database/add_entry.h"
 #include "database/find_bag.h"
 #include "database/format.h"
+#include "database/layout_shapes.h"
 
 #include <zantrel/database/parameter_misuse.h>
 #include <zantrel/layout/layout_node.h>
@@ -61,18 +63,54 @@ bool GetFlag(ParameterNode const& cursor, Flag const& flag) {
 
 void SetFlag(ParameterNode const& cursor, Flag const& flag, bool value) {
     Require(flag.isOf(cursor), cursor, flag.settingText);
-    RequireBag(cursor).SetValue<bool>(Reserved().*flag.name, value);
+    BagAccess::SetFlag(RequireBag(cursor), Reserved().*flag.name, value);
 }
 
 /// Fills what is to be an item or profile of `list`, before it is added: where memory runs out, no list has
 /// half an item.
-void FillItem(ParameterNode const& list, bool copyDefault, PersistentProperties& content) {
+void FillEntry(ParameterNode const& list, bool copyDefault, FittingShapes& fitting,
+               PersistentProperties& content) {
     auto* const model = FindBag(RequireBag(list), Reserved().defaultProfile);
     if (model != nullptr && copyDefault) {
         BagAccess::AssignWithinLayout(content, *model);
     } else {
-        FormatContent(*list.m_pNode, content, model);
+        FormatContent(*list.m_pNode, content, model, fitting);
     }
+}
+
+/// The cursor on an entry of a container, or on none for null.
+ParameterNode EntryOf(ParameterNode const& container, PersistentProperties* bag) {
+    ParameterNode entry;
+    entry.m_pNode = container.m_pNode;
+    entry.m_pProperties = bag;
+    entry.m_pParentProperties = container.m_pProperties;
+    return entry;
+}
+
+/// The sequence of a list's items; made where it is missing, also for an item that is wrongly taken for its
+/// list.
+ItemSequence& ItemsOf(ParameterNode const& list) {
+    PersistentProperties& bag = RequireBag(list);
+    ItemSequence* const items = FindItems(bag);
+    return items != nullptr ? *items : bag.CreateValue<ItemSequence>(Reserved().value, true)->m_value;
+}
+
+ParameterNode MakeItem(ParameterNode const& list, bool copyDefault, FittingShapes& fitting) {
+    ItemSequence& items = ItemsOf(list);
+    PersistentProperties content;
+    FillEntry(list, copyDefault, fitting, content);
+    PersistentProperties& item = items.AddProperty();
+    BagAccess::Swap(item, content);
+    return EntryOf(list, &item);
+}
+
+ParameterNode MakeProfile(ParameterNode const& list, std::wstring const& name, bool copyDefault,
+                          FittingShapes& fitting) {
+    PersistentProperties content;
+    FillEntry(list, copyDefault, fitting, content);
+    PersistentProperties& profile = RequireBag(list).CreateValue<PersistentProperties>(name, true)->m_value;
+    BagAccess::Swap(profile, content);
+    return EntryOf(list, &profile);
 }
 
 } // namespace
@@ -82,40 +120,25 @@ PersistentProperties& RequireBag(ParameterNode const& cursor) {
     return *cursor.m_pProperties;
 }
 
-/// The sequence of a list's items; made where it is missing, also for an item that is wrongly taken for its
-/// list.
-IndexedProperties<PersistentProperties>& ParameterNode::Items() const {
-    PersistentProperties& bag = RequireBag(*this);
-    ItemSequence* const items = FindItems(bag);
-    return items != nullptr ? *items : bag.CreateValue<ItemSequence>(Reserved().value, true)->m_value;
+ParameterNode AddItem(ParameterNode const& list, FittingShapes& fitting) {
+    return MakeItem(list, false, fitting);
 }
 
-/// The cursor on an entry of this container, or on none for null.
-ParameterNode ParameterNode::Item(PersistentProperties* bag) const {
-    ParameterNode item;
-    item.m_pNode = m_pNode;
-    item.m_pProperties = bag;
-    item.m_pParentProperties = m_pProperties;
-    return item;
+ParameterNode AddProfile(ParameterNode const& list, std::wstring const& name, FittingShapes& fitting) {
+    return MakeProfile(list, name, false, fitting);
 }
 
 ParameterNode ParameterNode::AddListNode(bool copyDefault) const {
     Require(IsList(*this), *this, "AddListNode requires list-container node");
-    auto& items = Items();
-    PersistentProperties content;
-    FillItem(*this, copyDefault, content);
-    ParameterNode item = Item(&items.AddProperty());
-    BagAccess::Swap(*item.m_pProperties, content);
-    return item;
+    FittingShapes fitting;
+    return MakeItem(*this, copyDefault, fitting);
 }
 
 ParameterNode ParameterNode::AddProfile(wchar_t const* name, bool copyDefault) {
     Require(IsProfileList(*this), *this, "Not possible to add a profile to a non-profile-list node");
     Require(name != nullptr, *this, "AddProfile requires a name");
-    PersistentProperties content;
-    FillItem(*this, copyDefault && m_isContainer, content);
-    ParameterNode profile = Item(&RequireBag(*this).CreateValue<PersistentProperties>(name, true)->m_value);
-    BagAccess::Swap(*profile.m_pProperties, content);
+    FittingShapes fitting;
+    ParameterNode const profile = MakeProfile(*this, name, copyDefault && m_isContainer, fitting);
     if (copyDefault) {
         // Only now, since callers rely on the profile that stays.
         Require(m_isContainer, *this, "GetDefault requires container node");
@@ -128,7 +151,7 @@ ParameterNode ParameterNode::GetListNode(unsigned long long index) const {
         return {};
     }
     Require(IsList(*this), *this, "GetListNode requires list-container node");
-    return Item(&Items().GetProperty(static_cast<std::int32_t>(index)));
+    return EntryOf(*this, &ItemsOf(*this).GetProperty(static_cast<std::int32_t>(index)));
 }
 
 ParameterNode ParameterNode::GetProfile(wchar_t const* name) const {
@@ -136,8 +159,8 @@ ParameterNode ParameterNode::GetProfile(wchar_t const* name) const {
         return {};
     }
     Require(IsProfileList(*this), *this, "GetProfile requires profile or category container node");
-    return Item(name != nullptr ? FindBag(*m_pProperties, std::wstring_view(name))
-                                : FindBag(*m_pProperties, Reserved().defaultProfile));
+    return EntryOf(*this, name != nullptr ? FindBag(*m_pProperties, std::wstring_view(name))
+                                          : FindBag(*m_pProperties, Reserved().defaultProfile));
 }
 
 bool ParameterNode::HasProfile(wchar_t const* name) const {
@@ -166,7 +189,7 @@ ParameterNode ParameterNode::GetDefault() const {
         return {};
     }
     Require(m_isContainer, *this, "GetDefault requires container node");
-    return Item(FindBag(*m_pProperties, Reserved().defaultProfile));
+    return EntryOf(*this, FindBag(*m_pProperties, Reserved().defaultProfile));
 }
 
 unsigned long long ParameterNode::GetSize() const {
@@ -175,7 +198,7 @@ unsigned long long ParameterNode::GetSize() const {
     }
     Require(m_isContainer, *this, "GetSize requires container node");
     if (IsList(*this)) {
-        return Items().GetNumProperties();
+        return ItemsOf(*this).GetNumProperties();
     }
     Require(IsProfileList(*this), *this, "GetProfiles requires profile or category container node");
     return static_cast<unsigned long long>(
@@ -185,7 +208,7 @@ unsigned long long ParameterNode::GetSize() const {
 void ParameterNode::Clear() {
     Require(m_isContainer, *this, "GetSize requires container node");
     if (IsList(*this)) {
-        Items().Clear();
+        ItemsOf(*this).Clear();
         return;
     }
     PersistentProperties& bag = RequireBag(*this);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "parameter_files/node_read.h"
 
+#include "database/add_entry.h"
 #include "parameter_files/node_value_sax.h"
 #include "text/unicode.h"
 
@@ -10,6 +11,10 @@
 // in two steps: Recognise says what the element is there, by the grammar of the format and without touching
 // the database, and HandleTag then reads it. Between the two a watch hears of it, so that no reading function
 // knows whether the file is being checked.
+//
+// Where the place's bag has the layout's shape, and the elements come in the layout's order, the element is
+// known by one comparison of its tag, and its value by its place: nothing is recognised or looked up.
+// Whatever is out of the ordinary there (a flag, a deleted or replaced value, a check) takes the way above.
 //
 // Whatever a document holds, nothing is read outside of the place that its handler stands on, and a place
 // without a bag (below a cursor on nothing) is read beside the layout like any other and only noted: so each
@@ -22,6 +27,18 @@ namespace Word = ParameterFileWord;
 using Kind = FileElement::Kind;
 
 namespace {
+
+/// The value of a leaf that stands in its shape's place. False where its text is no value's alone.
+bool ReadPlainValue(eTypeLayoutNode type, IPersistentProperty& value, KelSAX::ISAXReader& reader) {
+    return VisitValueType(type, [&]<class T>(TypeTag<T>) {
+        if constexpr (std::is_same_v<T, NoValue> || std::is_same_v<T, KelAM::FileContent>) {
+            return false;
+        } else {
+            HandleValueOfProperty(static_cast<PersistentProperty<T>&>(value).m_value, reader);
+            return true;
+        }
+    });
+}
 
 void ReadFlags(std::span<FlagAttribute const> flags, ParameterNode& node, KelSAX::ISAXReader& reader) {
     if (flags.empty() || !reader.HasAttributes()) { // as nearly all elements have none
@@ -41,18 +58,33 @@ void ReadFlags(std::span<FlagAttribute const> flags, ParameterNode& node, KelSAX
     }
 }
 
+/// Of what `node` holds as a group, an item or a profile.
+NodeShape const* FittingShape(ParameterNode const& node, FittingShapes& fitting) {
+    bool const isGroup = node.IsValid() && node.m_pNode != nullptr && !node.m_isContainer;
+    NodeShape const* const shape = isGroup ? NodeShapeOf(*node.m_pProperties) : nullptr;
+    return shape != nullptr && fitting.Has(*shape, *node.m_pNode) ? shape : nullptr;
+}
+
 } // namespace
 
 NodeRead::NodeRead(ParameterNode const& node, ParameterFileGrammar const& grammar,
                    ParameterFileValidity* validity)
-    : m_node(node), m_grammar(grammar),
+    : m_node(node), m_grammar(grammar), m_fitting(std::make_shared<FittingShapes>()),
+      m_shape(validity == nullptr ? FittingShape(node, *m_fitting) : nullptr),
       m_watch(validity != nullptr ? std::make_unique<ElementWatch>(*validity, node.m_pNode) : nullptr) {}
 
 NodeRead::NodeRead(ParameterNode const& node, NodeRead const& parent)
-    : m_node(node), m_grammar(parent.m_grammar),
+    : m_node(node), m_grammar(parent.m_grammar), m_fitting(parent.m_fitting),
+      m_shape(parent.m_watch == nullptr ? FittingShape(node, *m_fitting) : nullptr),
       m_watch(parent.m_watch != nullptr ? parent.m_watch->Below(*node.m_pNode) : nullptr) {}
 
 bool NodeRead::HandleTag(std::string const& tag, KelSAX::ISAXReader& reader) {
+    if (NodeShape::Child const* const child = NextByShape(tag)) {
+        ++m_nextChild;
+        if (ReadByShape(*child, reader)) {
+            return true;
+        }
+    }
     FileElement const element = Recognise(tag, reader);
     bool const isRoot = reader.GetDepth() == 0;
     if (m_watch != nullptr && !m_watch->Admits(element, tag, reader.GetDepth())) {
@@ -80,6 +112,33 @@ bool NodeRead::HandleTag(std::string const& tag, KelSAX::ISAXReader& reader) {
         return false;
     }
     return false;
+}
+
+// By shape
+
+NodeShape::Child const* NodeRead::NextByShape(std::string_view tag) const {
+    if (m_shape == nullptr || m_nextChild >= m_shape->Children().size()) {
+        return nullptr;
+    }
+    NodeShape::Child const& child = m_shape->Children()[m_nextChild];
+    bool const isIt = child.utf8Name == tag && !m_grammar.NamesParametersByAttribute();
+    return isIt && !tag.empty() ? &child : nullptr;
+}
+
+bool NodeRead::ReadByShape(NodeShape::Child const& child, KelSAX::ISAXReader& reader) {
+    auto& bag = BagAccess::BagAt(*m_node.m_pProperties, child.slot);
+    if (bag.m_deleted || child.isList || child.isProfileList || reader.HasAttributes()) {
+        return false;
+    }
+    if (child.body != nullptr) {
+        ParameterNode group;
+        group.m_pNode = child.node;
+        group.m_pProperties = &bag.m_value;
+        ReadChildren(group, reader);
+        return true;
+    }
+    IPersistentProperty* const value = BagAccess::PlainValueAt(*m_node.m_pProperties, child.slot);
+    return value != nullptr && !value->IsDeleted() && ReadPlainValue(child.type, *value, reader);
 }
 
 // What an element is
@@ -111,6 +170,10 @@ FileElement NodeRead::RecogniseParameter(std::string const& tag, KelSAX::ISAXRea
     // Fast where documents keep the layout's order.
     LayoutNode const* const child =
         m_node.m_pNode->FindChildUtf8(isNamedByAttribute ? m_name : tag, m_childHint);
+    if (NodeShape::Child const* const met =
+            child != nullptr && m_shape != nullptr ? m_shape->FindChild(*child) : nullptr) {
+        m_nextChild = static_cast<std::size_t>(met - m_shape->Children().data()) + 1;
+    }
     return {child != nullptr ? Kind::Parameter : Kind::Unknown, child};
 }
 
@@ -136,11 +199,11 @@ void NodeRead::ReadEntry(KelSAX::ISAXReader& reader) {
     } else if (IsOnProfileList()) {
         std::wstring name;
         reader.ReadAttribute(name, Word::Name);
-        ParameterNode profile = m_node.AddProfile(name.c_str(), false);
+        ParameterNode profile = AddProfile(m_node, name, *m_fitting);
         ReadFlags(m_grammar.profileFlags, profile, reader);
         ReadChildren(profile, reader);
     } else {
-        ParameterNode item = m_node.AddListNode(false);
+        ParameterNode item = AddItem(m_node, *m_fitting);
         ReadFlags(m_grammar.itemFlags, item, reader);
         ReadValue(item, reader);
     }

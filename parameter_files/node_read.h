@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "database/layout_shapes.h"
 #include "parameter_files/element_watch.h"
 #include "parameter_files/grammar.h"
 
@@ -37,6 +38,12 @@ private:
     bool IsOnProfileList() const { return m_node.m_isContainer && m_node.m_pNode->m_isProfileList; }
     bool IsOnList() const { return m_node.m_isContainer && m_node.m_pNode->m_isList; }
 
+    /// The child that the element stands for, where it is the one behind that met last; null: to be looked
+    /// up.
+    NodeShape::Child const* NextByShape(std::string_view tag) const;
+    /// Reads the element of that child without a look-up. False where that can't be done, and nothing was.
+    bool ReadByShape(NodeShape::Child const& child, KelSAX::ISAXReader& reader);
+
     // Each takes the element that is being handled, which Recognise has found to be of that kind. What has
     // children pushes a handler for them; a value, flag or entry without a place in the database is noted.
     void ReadDefault(KelSAX::ISAXReader& reader);
@@ -48,9 +55,12 @@ private:
 
     ParameterNode m_node;
     ParameterFileGrammar const& m_grammar;
-    std::unique_ptr<ElementWatch> m_watch; ///< null in a plain read
-    std::size_t m_childHint = 0;           ///< for FindChildUtf8
-    std::string m_name;                    ///< of the parameter met last, where an attribute has it
+    std::shared_ptr<FittingShapes> m_fitting; ///< of the whole read
+    NodeShape const* m_shape;                 ///< of the bag, where it fits the layout; or null
+    std::size_t m_nextChild = 0;              ///< of the shape, where documents keep the layout's order
+    std::unique_ptr<ElementWatch> m_watch;    ///< null in a plain read
+    std::size_t m_childHint = 0;              ///< for FindChildUtf8
+    std::string m_name;                       ///< of the parameter met last, where an attribute has it
 };
 
 } // namespace Zantrel

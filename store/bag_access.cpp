@@ -14,6 +14,39 @@ IPersistentProperty* FindSole(PersistentProperties const& bag) noexcept {
     return BagInside::Reader(bag).Sole();
 }
 
+void SetFlag(PersistentProperties& bag, std::wstring const& name, bool value) {
+    if (ShapedBlock* const block = BagInside::Shaped(bag)) {
+        BagShape const& shape = *block->shape;
+        for (std::size_t slot = shape.Find(name); slot < shape.Size(); ++slot) {
+            if (shape.NameAt(slot).View() != name) {
+                break;
+            }
+            if (shape.At(slot).flagBit != 0 && !block->Has(slot)) {
+                block->SetFlag(slot, value);
+                return;
+            }
+        }
+    }
+    bag.SetValue<bool>(name, value);
+}
+
+void Format(PersistentProperties& bag, BagShape const& shape) {
+    BagInside::SetWord(bag, WordOf(ShapedForm{ShapedBlock::Make(shape)}));
+}
+
+BagShape const* ShapeOf(PersistentProperties const& bag) noexcept {
+    ShapedBlock const* const block = BagInside::Shaped(bag);
+    return block != nullptr ? block->shape : nullptr;
+}
+
+PersistentProperty<PersistentProperties>& BagAt(PersistentProperties& bag, std::size_t slot) noexcept {
+    return BagInside::Shaped(bag)->BagAt(slot);
+}
+
+IPersistentProperty* PlainValueAt(PersistentProperties& bag, std::size_t slot) noexcept {
+    return BagInside::Shaped(bag)->PlainValueAt(slot);
+}
+
 void RemoveWhere(PersistentProperties& bag, EntryJudge const& drops) {
     BagInside::Table(bag).RemoveWhere(drops);
 }

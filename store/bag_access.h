@@ -33,8 +33,24 @@ void AssignWithinLayout(PersistentProperties& target, PersistentProperties const
 /// Assigns as the operator does, with names that all assignments by the same copier share.
 void Assign(KelAM::ExternalProperties& target, KelAM::ExternalProperties const& source, NameCopier& names);
 
-// Formatting. A bag is built in one allocation: Reserve its room, then add properties by Emplace, which takes
-// the heap where the room is used up; the values of leaves may be placed in the room of the bag around them.
+/// Sets a flag, a bool of this reserved name. Throws std::bad_alloc.
+void SetFlag(PersistentProperties& bag, std::wstring const& name, bool value);
+
+// Bags of a shape. Slots are those of BagShape::Complete.
+
+/// Fills an empty bag with the entries of a shape, each with its model. The shape must outlive the bag and
+/// all bags that take its entries over within the tree. On std::bad_alloc the bag stays empty.
+void Format(PersistentProperties& bag, BagShape const& shape);
+/// The shape whose entries the bag has; null where it has others.
+BagShape const* ShapeOf(PersistentProperties const& bag) noexcept;
+/// Of a bag that has a shape, the bag in a slot that isn't a flag's.
+PersistentProperty<PersistentProperties>& BagAt(PersistentProperties& bag, std::size_t slot) noexcept;
+/// The value that was formatted with that bag, where it holds this one and nothing else; otherwise null.
+IPersistentProperty* PlainValueAt(PersistentProperties& bag, std::size_t slot) noexcept;
+
+// Formatting without a shape. A bag is built in one allocation: Reserve its room, then add properties by
+// Emplace, which takes the heap where the room is used up; the values of leaves may be placed in the room of
+// the bag around them.
 
 /// The name of the entry `name` in `bag`, to be shared by a bag of the same tree; otherwise a copy of its
 /// own, one for all that ask `names`.

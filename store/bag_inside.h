@@ -17,6 +17,14 @@ struct BagInside {
     /// For changing, and for reading; good while the bag is.
     static EntryTable Table(PersistentProperties& bag) noexcept { return EntryTable(bag.m_entries); }
     static EntryReader Reader(PersistentProperties const& bag) noexcept { return EntryReader(bag.m_entries); }
+    static std::uintptr_t Word(PersistentProperties const& bag) noexcept { return bag.m_entries; }
+    /// Null where the entries aren't those of a shape.
+    static ShapedBlock* Shaped(PersistentProperties const& bag) noexcept {
+        return VisitForm(bag.m_entries, ByForm{[](ShapedForm form) { return form.block; },
+                                               [](auto) -> ShapedBlock* { return nullptr; }});
+    }
+    /// Of an empty bag, which owns what the word stands for from then on.
+    static void SetWord(PersistentProperties& bag, std::uintptr_t word) noexcept { bag.m_entries = word; }
     /// Leaves the bag empty; whoever takes the word ends what it stands for.
     static std::uintptr_t TakeWord(PersistentProperties& bag) noexcept {
         return std::exchange(bag.m_entries, 0u);

@@ -72,11 +72,47 @@ public:
     }
 
 private:
-    /// Two passes: the first adds up the room, so that the second one allocates nothing for plain
-    /// values. A bag in single form keeps it, which takes less than a block.
     void Copy(BagPair pair) {
         m_open.pop_back();
         std::size_t const mark = m_open.size();
+        if (ShapedBlock const* const shaped =
+                m_names.KeepsBorrowed() ? BagInside::Shaped(*pair.source) : nullptr) {
+            CopyShaped(*pair.target, *shaped);
+        } else {
+            CopyTable(pair);
+        }
+        std::reverse(m_open.begin() + static_cast<std::ptrdiff_t>(mark), m_open.end()); // first things first
+    }
+
+    /// Place by place: no name is looked at and nothing is searched.
+    void CopyShaped(PersistentProperties& target, ShapedBlock const& source) {
+        ShapedBlock& made = *ShapedBlock::MakeEmpty(*source.shape);
+        BagInside::SetWord(target, WordOf(ShapedForm{&made}));
+        for (std::size_t slot = 0; slot < source.made; ++slot) {
+            if (source.shape->At(slot).flagBit != 0) {
+                CopyFlag(made, source, slot);
+                continue;
+            }
+            ShapedBlock::Bag const& bag = source.BagAt(slot);
+            IPersistentProperty const* const value = source.PlainValueAt(slot);
+            ShapedBlock::Bag& copy = made.AddCopy(bag, value);
+            if (value == nullptr) {
+                Add(BagPair{&copy.m_value, &bag.m_value});
+            }
+        }
+    }
+
+    static void CopyFlag(ShapedBlock& target, ShapedBlock const& source, std::size_t slot) {
+        target.PassFlag();
+        if (source.Has(slot)) {
+            target.SetFlag(slot, source.FlagAt(slot).m_value);
+            target.FlagAt(slot).SetDeleted(source.FlagAt(slot).m_deleted);
+        }
+    }
+
+    /// Two passes: the first adds up the room, so that the second one allocates nothing for plain
+    /// values. A bag in single form keeps it, which takes less than a block.
+    void CopyTable(BagPair pair) {
         EntryReader const source = BagInside::Reader(*pair.source);
         std::size_t bytes = 0;
         for (EntryPlace at = source.First(); at != nullptr && source.Sole() == nullptr;
@@ -88,7 +124,6 @@ private:
         for (EntryPlace at = source.First(); at != nullptr; at = source.Next(at)) {
             CopyEntry(target, m_names(source.NameAt(at)), *source.PropertyAt(at), room);
         }
-        std::reverse(m_open.begin() + static_cast<std::ptrdiff_t>(mark), m_open.end()); // first things first
     }
 
     /// One bag at a time, each with all below it.

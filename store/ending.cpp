@@ -4,6 +4,10 @@
 #include "store/bag_inside.h"
 #include "store/visit_property.h"
 
+#include <memory>
+#include <type_traits>
+#include <variant>
+
 // A host may nest bags as deep as memory lasts, so ending them takes neither stack nor memory in the depth.
 //
 // What ends is taken apart from its back: a table or sequence gives its last entry or bag, and of that the
@@ -60,6 +64,37 @@ std::uintptr_t EndProperty(PropertyHandle property) noexcept {
     }
 }
 
+/// The value of a leaf whose bag holds nothing else. Its bag has nothing to end then.
+void EndPlainValue(IPersistentProperty& value, BagShape::Model const& model) noexcept {
+    std::visit(
+        [&value]<class T>(T const&) {
+            if constexpr (!std::is_trivially_destructible_v<T>) {
+                std::destroy_at(static_cast<PersistentProperty<T>*>(&value));
+            }
+        },
+        model);
+}
+
+/// Ends slots from the back, up to one that has content or to the first. Gives that content.
+std::uintptr_t EndSlots(ShapedBlock& block) noexcept {
+    while (block.made != 0) {
+        std::size_t const slot = block.made - 1;
+        BagShape::Slot const& shape = block.shape->At(slot);
+        IPersistentProperty* const value = shape.flagBit == 0 ? block.PlainValueAt(slot) : nullptr;
+        std::uintptr_t content = 0;
+        if (value != nullptr) {
+            EndPlainValue(*value, shape.model);
+        } else if (block.Has(slot)) {
+            content = EndProperty(PropertyHandle::Placed(block.At(slot)));
+        }
+        block.made = static_cast<std::uint32_t>(slot);
+        if (content != 0) {
+            return content;
+        }
+    }
+    return 0;
+}
+
 /// Takes the last piece of `ending` and gives the content of that piece. Sets `ending` to 0 once it has none
 /// left and is freed.
 std::uintptr_t TakePiece(std::uintptr_t& ending) noexcept {
@@ -67,11 +102,19 @@ std::uintptr_t TakePiece(std::uintptr_t& ending) noexcept {
                                           ending = 0;
                                           return EndProperty(form.property);
                                       },
+                                      [&](ShapedForm form) -> std::uintptr_t {
+                                          std::uintptr_t const content = EndSlots(*form.block);
+                                          if (content == 0) {
+                                              ShapedBlock::Free(form.block);
+                                              ending = 0;
+                                          }
+                                          return content;
+                                      },
                                       [&](BlockForm form) -> std::uintptr_t {
                                           if (form.Size() != 0) {
                                               return EndProperty(form.block->Take(form.block->end() - 1));
                                           }
-                                          EntryBlock::FreeChain(form.block);
+                                          EntryBlock::FreeChain(ending);
                                           return ending = 0;
                                       },
                                       [&](TreeForm form) -> std::uintptr_t {
@@ -94,7 +137,11 @@ std::uintptr_t TakePiece(std::uintptr_t& ending) noexcept {
 /// The place for the link of something that is laid aside; a block has just given an entry.
 std::uintptr_t* LinkOf(std::uintptr_t word) noexcept {
     return VisitEnding(
-        word, ByForm{[](BlockForm form) { return reinterpret_cast<std::uintptr_t*>(form.block->end()); },
+        word, ByForm{[](ShapedForm form) {
+                         // The place of the entry just taken.
+                         return static_cast<std::uintptr_t*>(form.block->PlaceOf(form.block->made));
+                     },
+                     [](BlockForm form) { return reinterpret_cast<std::uintptr_t*>(form.block->end()); },
                      [](TreeForm form) { return &form.tree->m_pending; },
                      [](SequenceContent* content) { return &content->m_pending; },
                      [](auto) -> std::uintptr_t* { return nullptr; }}); // these end in one step

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "store/entry_block.h"
+#include "store/entry_forms.h"
 
 #include <algorithm>
 #include <memory>
@@ -8,25 +8,30 @@ namespace Zantrel {
 
 // One allocation: header, the older block's address where there is one, places, room. All are multiples of
 // eight bytes, and so is what is placed.
-EntryBlock* EntryBlock::Make(std::size_t capacity, std::size_t bytes, EntryBlock* older) {
-    std::size_t const front = older != nullptr ? sizeof(EntryBlock*) : 0;
+EntryBlock* EntryBlock::Make(std::size_t capacity, std::size_t bytes, std::uintptr_t older) {
+    std::size_t const front = older != 0 ? sizeof(older) : 0;
     auto* memory = static_cast<std::byte*>(
         ::operator new(sizeof(EntryBlock) + front + capacity * sizeof(Entry) + bytes));
     auto* block = ::new (memory) EntryBlock;
     block->capacity = static_cast<std::uint32_t>(capacity) & CapacityMask;
     block->holdsProperties = bytes != 0;
-    block->hasOlder = older != nullptr;
-    if (older != nullptr) {
-        ::new (block + 1) EntryBlock*(older);
+    block->hasOlder = older != 0;
+    if (older != 0) {
+        ::new (block + 1) std::uintptr_t(older);
     }
     return block;
 }
 
-void EntryBlock::FreeChain(EntryBlock* block) noexcept {
-    while (block != nullptr) {
-        EntryBlock* older = block->Older();
-        ::operator delete(block);
-        block = older;
+void EntryBlock::FreeChain(std::uintptr_t word) noexcept {
+    while (word != 0) {
+        std::uintptr_t older = 0;
+        VisitForm(word, ByForm{[](ShapedForm form) { ShapedBlock::Free(form.block); },
+                               [&older](BlockForm form) {
+                                   older = form.block->Older();
+                                   ::operator delete(form.block);
+                               },
+                               [](auto) {}});
+        word = older;
     }
 }
 

@@ -55,7 +55,8 @@ static_assert(sizeof(Entry) == 2 * sizeof(std::uintptr_t));
 
 /// A header of eight bytes, then `capacity` places for entries, the first `size` of them in use and sorted,
 /// then the room that Reserve was asked for. A block that was outgrown lives on behind the new one, without
-/// its entries, where properties were placed in it or in one before it: their addresses stay.
+/// its entries, where properties were placed in it or in one before it: their addresses stay. The last of
+/// such a chain may be a ShapedBlock.
 struct EntryBlock {
     /// As much as the member can hold; tables stay far below it.
     static constexpr std::uint32_t CapacityMask = (1u << 30) - 1;
@@ -65,11 +66,11 @@ struct EntryBlock {
     std::uint32_t holdsProperties : 1;
     std::uint32_t hasOlder : 1; ///< the older block's address stands in front of the entries
 
-    /// `older`, which may be null, is freed with the new block.
+    /// `older`, the word of a block or a shaped one, or 0, is freed with the new block.
     /// Throws std::bad_alloc, and then `older` is as it was.
-    static EntryBlock* Make(std::size_t capacity, std::size_t bytes, EntryBlock* older);
-    /// Frees a block without entries, and those before it.
-    static void FreeChain(EntryBlock* block) noexcept;
+    static EntryBlock* Make(std::size_t capacity, std::size_t bytes, std::uintptr_t older);
+    /// Frees a block without entries, given by its word, and those before it.
+    static void FreeChain(std::uintptr_t word) noexcept;
 
     /// Whether something was placed here or in an older block, so that this one can't be freed alone.
     bool MustStay() const noexcept { return holdsProperties != 0 || hasOlder != 0; }
@@ -77,7 +78,7 @@ struct EntryBlock {
     /// The places; those from end() on hold nothing yet.
     Entry* begin() noexcept {
         auto* behind = reinterpret_cast<std::byte*>(this + 1);
-        return reinterpret_cast<Entry*>(behind + (hasOlder != 0 ? sizeof(EntryBlock*) : 0));
+        return reinterpret_cast<Entry*>(behind + (hasOlder != 0 ? sizeof(std::uintptr_t) : 0));
     }
     Entry* end() noexcept { return begin() + size; }
     /// Behind all places, also those that aren't in use.
@@ -92,9 +93,9 @@ struct EntryBlock {
     PropertyHandle Take(Entry* at) noexcept;
 
 private:
-    /// Null where nothing had to stay.
-    EntryBlock* Older() const noexcept {
-        return hasOlder != 0 ? *reinterpret_cast<EntryBlock* const*>(this + 1) : nullptr;
+    /// 0 where nothing had to stay.
+    std::uintptr_t Older() const noexcept {
+        return hasOlder != 0 ? *reinterpret_cast<std::uintptr_t const*>(this + 1) : 0;
     }
 };
 

@@ -75,21 +75,28 @@ IPersistentProperty* EntryReader::Sole() const noexcept {
 /// Moves the entries to a new block of this capacity. Not for a tree.
 EntryBlock* EntryTable::Grow(std::size_t capacity, std::size_t bytes) {
     EntryBlock* const block =
-        VisitForm(m_word, ByForm{[&](EmptyForm) { return EntryBlock::Make(capacity, bytes, nullptr); },
+        VisitForm(m_word, ByForm{[&](EmptyForm) { return EntryBlock::Make(capacity, bytes, 0); },
                                  [&](SingleForm form) {
-                                     EntryBlock* const made = EntryBlock::Make(capacity, bytes, nullptr);
+                                     EntryBlock* const made = EntryBlock::Make(capacity, bytes, 0);
                                      made->Insert(EntryName::Borrow(Reserved().value), form.property);
+                                     return made;
+                                 },
+                                 [&](ShapedForm form) {
+                                     EntryBlock* const made = EntryBlock::Make(capacity, bytes, WordOf(form));
+                                     for (EntryPlace at = form.First(); at != nullptr; at = form.Next(at)) {
+                                         made->Insert(form.NameAt(at), form.HandleAt(at));
+                                     }
                                      return made;
                                  },
                                  [&](BlockForm form) {
                                      EntryBlock* const old = form.block;
-                                     EntryBlock* const made =
-                                         EntryBlock::Make(capacity, bytes, old->MustStay() ? old : nullptr);
+                                     std::uintptr_t const kept = old->MustStay() ? m_word : 0;
+                                     EntryBlock* const made = EntryBlock::Make(capacity, bytes, kept);
                                      std::uninitialized_move(old->begin(), old->end(), made->begin());
                                      std::destroy(old->begin(), old->end());
                                      made->size = std::exchange(old->size, 0u);
-                                     if (!old->MustStay()) {
-                                         EntryBlock::FreeChain(old);
+                                     if (kept == 0) {
+                                         EntryBlock::FreeChain(m_word);
                                      }
                                      return made;
                                  },
@@ -107,24 +114,41 @@ RecordRoom EntryTable::Reserve(std::size_t count, std::size_t bytes) {
     return {room, room + bytes};
 }
 
-/// Of a block, which is full. The names are copied and not moved: while the tree is built, which may fail,
+/// Of a block, shaped or not. The names are copied and not moved: while the tree is built, which may fail,
 /// the block stays as it is.
 EntryTree* EntryTable::TurnIntoTree() {
-    // A block's word is its address without any bit.
-    auto* const block = reinterpret_cast<EntryBlock*>(m_word);
     auto tree = std::make_unique<EntryTree>();
-    for (Entry const& entry : *block) {
-        tree->Insert(entry.name, entry.property);
-    }
-    std::destroy(block->begin(), block->end());
-    block->size = 0;
-    if (block->MustStay()) {
-        tree->KeepOlder(block);
-    } else {
-        EntryBlock::FreeChain(block);
-    }
+    auto const insertAll = [&tree](auto form) {
+        for (EntryPlace at = form.First(); at != nullptr; at = form.Next(at)) {
+            tree->Insert(form.NameAt(at), form.HandleAt(at));
+        }
+    };
+    VisitForm(m_word, ByForm{[&](ShapedForm form) {
+                                 insertAll(form);
+                                 tree->KeepOlder(m_word);
+                             },
+                             [&](BlockForm form) {
+                                 insertAll(form);
+                                 std::destroy(form.block->begin(), form.block->end());
+                                 form.block->size = 0;
+                                 if (form.block->MustStay()) {
+                                     tree->KeepOlder(m_word);
+                                 } else {
+                                     EntryBlock::FreeChain(m_word);
+                                 }
+                             },
+                             [](auto) {}});
     m_word = WordOf(TreeForm{tree.get()});
     return tree.release();
+}
+
+/// So that single entries can come and go.
+void EntryTable::LeaveShape() {
+    if (std::size_t const size = Reader().Size(); size <= BlockLimit) {
+        Grow(size, 0);
+    } else {
+        TurnIntoTree();
+    }
 }
 
 void EntryTable::Insert(EntryName name, PropertyHandle property) {
@@ -140,6 +164,13 @@ void EntryTable::Insert(EntryName name, PropertyHandle property) {
                    }
                },
                [&](SingleForm) { Grow(FirstCapacity, 0)->Insert(std::move(name), property); },
+               [&](ShapedForm form) {
+                   if (std::size_t const size = form.Size(); size < BlockLimit) {
+                       Grow(size + 1, 0)->Insert(std::move(name), property);
+                   } else {
+                       TurnIntoTree()->Insert(std::move(name), property);
+                   }
+               },
                [&](BlockForm form) {
                    std::size_t const size = form.Size();
                    if (size == BlockLimit) {
@@ -156,10 +187,13 @@ void EntryTable::Insert(EntryName name, PropertyHandle property) {
 }
 
 bool EntryTable::RemoveFirst(std::wstring_view name) {
-    EntryPlace const place = Reader().Find(name);
-    if (place == nullptr) {
+    if (Reader().Find(name) == nullptr) {
         return false;
     }
+    if (IsShaped()) {
+        LeaveShape();
+    }
+    EntryPlace const place = Reader().Find(name);
     // Taken out first: what ends may look at the bag.
     PropertyHandle property =
         VisitForm(m_word, ByForm{[&](SingleForm form) {
@@ -172,12 +206,15 @@ bool EntryTable::RemoveFirst(std::wstring_view name) {
                                      return form.block->Take(form.block->begin() + index);
                                  },
                                  [&](TreeForm form) { return form.tree->TakeFirst(name); },
-                                 [](EmptyForm) { return PropertyHandle::Heap(nullptr); }});
+                                 [](auto) { return PropertyHandle::Heap(nullptr); }}); // have none
     property.End();
     return true;
 }
 
 void EntryTable::RemoveWhere(EntryJudge const& drops) {
+    if (IsShaped()) {
+        LeaveShape();
+    }
     auto const isDropped = [&drops](Entry const& entry) {
         return drops({entry.name.View(), entry.property.Get()});
     };
@@ -200,7 +237,11 @@ void EntryTable::RemoveWhere(EntryJudge const& drops) {
                                  form.tree->TakeWhere(isDropped,
                                                       [](PropertyHandle property) { property.End(); });
                              },
-                             [](EmptyForm) {}});
+                             [](auto) {}});
+}
+
+bool EntryTable::IsShaped() const noexcept {
+    return VisitForm(m_word, ByForm{[](ShapedForm) { return true; }, [](auto) { return false; }});
 }
 
 void EntryTable::SetName(EntryPlace place, EntryName name) noexcept {

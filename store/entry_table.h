@@ -74,6 +74,9 @@ public:
     }
     /// Gives each entry a name that `names` makes of the one it has.
     template <class Names> void Rename(Names& names) {
+        if (IsShaped()) { // a shape's names are a layout's
+            LeaveShape();
+        }
         EntryReader const reader = Reader();
         for (EntryPlace at = reader.First(); at != nullptr; at = reader.Next(at)) {
             SetName(at, names(reader.NameAt(at)));
@@ -85,6 +88,8 @@ private:
     EntryBlock* Grow(std::size_t capacity, std::size_t bytes);
     /// The same with a tree.
     EntryTree* TurnIntoTree();
+    bool IsShaped() const noexcept;
+    void LeaveShape();
     /// To one of the same text, so that the order stays.
     void SetName(EntryPlace place, EntryName name) noexcept;
 

@@ -67,9 +67,9 @@ public:
         }
     }
 
-    /// Keeps a block, without entries, in which properties of this table live.
-    /// At most one, which names those before it itself.
-    void KeepOlder(EntryBlock* older) noexcept { m_older = older; }
+    /// Keeps a block, given by its word and without entries, in which properties of this table live. At most
+    /// one, which names those before it itself.
+    void KeepOlder(std::uintptr_t older) noexcept { m_older = older; }
 
     std::uintptr_t m_pending = 0; ///< while this tree ends: see ending.cpp
 
@@ -81,7 +81,7 @@ private:
 
     Entries m_entries;
     /// Freed with the tree, when all properties have ended.
-    EntryBlock* m_older = nullptr;
+    std::uintptr_t m_older = 0;
 };
 
 } // namespace Zantrel

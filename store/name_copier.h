@@ -19,6 +19,8 @@ public:
 
     explicit NameCopier(Borrowed borrowed) : m_borrowed(borrowed) {}
 
+    bool KeepsBorrowed() const noexcept { return m_borrowed == Borrowed::Keep; }
+
     /// Throws std::bad_alloc.
     /// The same text gives the same name, for as long as the copier lives.
     EntryName operator()(EntryName const& name) {

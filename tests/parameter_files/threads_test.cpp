@@ -29,8 +29,8 @@ std::string Work(ParameterLayout const& layout) {
 } // namespace
 
 TEST(Threads, ShareALayoutAndNothingElse) {
-    SmallLayout const layout;
-    std::string const expected = Work(layout);
+    SmallLayout const known, layout;
+    std::string const expected = Work(known);
     std::vector<std::future<std::string>> results;
     for (int count = 0; count < 8; ++count) {
         results.push_back(std::async(std::launch::async, [&] { return Work(layout); }));

@@ -6,8 +6,11 @@
 #include <zantrel/export.h>
 #include <zantrel/store/persistent_properties.h>
 
+#include <memory>
+
 namespace Zantrel {
 
+class LayoutShapes;
 class ParameterLayout;
 
 /// The values of one schema. A database is complete from its construction on: every value has the layout's
@@ -44,7 +47,8 @@ public:
 
 private:
     ParameterLayout const* m_pLayout;
-    mutable PersistentProperties m_properties; ///< changed by a const operation in its marks alone
+    std::shared_ptr<LayoutShapes const> m_shapes; ///< before the bags, which end first
+    mutable PersistentProperties m_properties;    ///< changed by a const operation in its marks alone
 };
 
 } // namespace Zantrel

@@ -198,8 +198,6 @@ private:
                       "a value is a std::int32_t, double, bool, std::wstring or KelAM::FileContent");
         return isValue;
     }
-    IndexedProperties<PersistentProperties>& Items() const;
-    ParameterNode Item(PersistentProperties* bag) const;
 };
 
 } // namespace Zantrel

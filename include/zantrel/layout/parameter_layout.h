@@ -3,6 +3,7 @@
 
 #include <zantrel/export.h>
 #include <zantrel/layout/layout_node.h>
+#include <zantrel/layout/shared_shapes.h>
 
 #include <set>
 #include <string>
@@ -95,6 +96,11 @@ protected:
     /// constructor of a derived layout, once: a second call adds further nodes of the same names and leads
     /// the anchors to them.
     void _InitCategoryLevel(bool withGeneric);
+
+private:
+    friend class LayoutShapes;
+
+    mutable SharedShapes m_shapes;
 };
 
 } // namespace Zantrel

@@ -1,0 +1,108 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "database/default_values.h"
+#include "store/bag_access.h"
+
+#include <zantrel/layout/parameter_layout.h>
+
+#include <cstddef>
+#include <locale>
+#include <memory>
+#include <string>
+#include <unordered_set>
+#include <vector>
+
+namespace Zantrel {
+
+class LayoutShapes;
+
+/// The shape of the bags that hold what stands below one node of a layout: its children's bags, of a profile
+/// also the flag that every read gives it. Beside it the children in the layout's order, with what formatting
+/// took from the layout, so that it can be told whether the layout has changed since.
+class NodeShape : public BagShape {
+public:
+    struct Child {
+        LayoutNode const* node;
+        std::size_t slot = 0;
+        NodeShape const* body = nullptr; ///< null where nothing stands below, or values only
+        eTypeLayoutNode type;
+        bool isList;
+        bool isProfileList;
+        std::wstring name;
+        std::wstring defaultText;
+        std::string
+            utf8Name; ///< empty where a look-up of this name, in layout or bag, finds another child or none
+    };
+
+    NodeShape(LayoutShapes const& all, LayoutNode const& node, DefaultValues const& defaults);
+
+    LayoutNode const& Node() const noexcept { return m_node; }
+    LayoutShapes const& All() const noexcept { return m_all; }
+    std::vector<Child> const& Children() const noexcept { return m_children; }
+    /// The child whose bag has this name, which is `child` itself unless several have one name; null: none.
+    Child const* FindChild(LayoutNode const& child) const noexcept {
+        std::size_t const slot = FindBorrowed(child.m_name);
+        return slot != Size() && At(slot).flagBit == 0 ? &m_children[m_childOfSlot[slot]] : nullptr;
+    }
+
+    /// Whether `node` is the one that this was made from, and its children are still as they were then.
+    bool Fits(LayoutNode const& node) const;
+
+private:
+    friend class LayoutShapes;
+
+    LayoutShapes const& m_all;
+    LayoutNode const& m_node;
+    std::vector<Child> m_children;
+    std::vector<std::size_t> m_childOfSlot;
+};
+
+/// The shapes of all that a database on a layout holds. Made by the layout's first database, then kept by the
+/// layout and shared by all databases for which it still fits, on whatever threads: it never changes. A
+/// layout that was changed gets new ones with its next database, while older databases keep theirs.
+class LayoutShapes {
+public:
+    /// For `layout` as it is now. Throws std::bad_alloc.
+    static std::shared_ptr<LayoutShapes const> Of(ParameterLayout const& layout);
+
+    LayoutShapes(LayoutShapes const&) = delete;
+    LayoutShapes& operator=(LayoutShapes const&) = delete;
+
+    /// Below the profile editor; null where nothing stands there.
+    NodeShape const* Top() const noexcept { return m_shapes.empty() ? nullptr : m_shapes.front().get(); }
+    /// The global locale when the default values were read.
+    std::locale const& Locale() const noexcept { return m_locale; }
+
+private:
+    explicit LayoutShapes(LayoutNode const* top);
+    bool Fit(LayoutNode const* top) const;
+
+    std::locale m_locale;
+    LayoutNode const* m_top;
+    std::vector<std::unique_ptr<NodeShape>> m_shapes; ///< each behind that of the node above
+};
+
+/// The shape by which a bag of a database was formatted, or null.
+inline NodeShape const* NodeShapeOf(PersistentProperties const& bag) {
+    return static_cast<NodeShape const*>(BagAccess::ShapeOf(bag));
+}
+
+/// Which shapes fit the layout as it is, each looked at once: for one operation, while which the layout
+/// doesn't change.
+class FittingShapes {
+public:
+    FittingShapes() = default;
+    /// `shapes` are known to fit as a whole. They must live as long.
+    explicit FittingShapes(LayoutShapes const& shapes) : m_whole(&shapes) {}
+
+    /// Throws std::bad_alloc.
+    bool Has(NodeShape const& shape, LayoutNode const& node);
+
+private:
+    LayoutShapes const* m_whole = nullptr;
+    std::locale const m_locale;
+    std::unordered_set<NodeShape const*> m_known;
+};
+
+} // namespace Zantrel

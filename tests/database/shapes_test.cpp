@@ -1,0 +1,174 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "tests/database/test_layout.h"
+#include "tests/support/comma_locale.h"
+#include "tests/support/generated_database.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <memory>
+#include <random>
+
+// Bags of a database share what their layout says once. None of that may show.
+
+namespace Zantrel {
+namespace {
+
+using Bag = PersistentProperties;
+
+struct DeeperLayout : TestLayout {
+    DeeperLayout() {
+        machines->AddNode(L"Axes")->AddNode(L"X", Double, L"2,5");
+        machines->AppendNode(new LayoutNode(L"CanBeDeleted", Int, L"3")); // as a flag is called
+        LayoutNode* const names = machines->AddNode(L"Names");
+        for (wchar_t const* name : {L"\uFFFD", L"\U0001F600", L"\U0001F601", L"\uD7FF", L"twice", L"twice"}) {
+            names->AddNode(name, String, name);
+        }
+    }
+};
+
+/// A new profile and item of a database, and a new database.
+std::string Additions(ParameterDatabase& database) {
+    ParameterNode const editor = database.GetProfileEditor();
+    ParameterNode machines = editor.Get(L"Machines");
+    ParameterNode const profile = machines.AddProfile(L"new", false);
+    ParameterNode const item = editor.Get(L"Ranges").AddListNode(false);
+    ParameterDatabase other(database.GetLayout());
+    return Dump(profile) + Dump(item) + Dump(other);
+}
+
+TEST(Shapes, GoWithTheLayoutWhenItChanges) {
+    std::function<void(DeeperLayout&)> const changes[] = {
+        [](DeeperLayout& layout) { layout.speed->m_defaultValue = L"31"; },
+        [](DeeperLayout& layout) { layout.machines->AddNode(L"Late", Int, L"4"); },
+        [](DeeperLayout& layout) { layout.machines->GetParentNode()->AppendNode(layout.speed); },
+        [](DeeperLayout& layout) { layout.machines->MoveNodeTo(layout.machines->At(1).Back(), 0); },
+        [](DeeperLayout& layout) { layout.machines->MoveNodeTo(&layout.machines->At(1), 0); },
+        [](DeeperLayout& layout) { layout.machines->MoveNodeTo(layout.speed, 9); }, // the last one twice
+        [](DeeperLayout& layout) { layout.speed->m_type = String; },
+        [](DeeperLayout& layout) { layout.speed->SetList(true, L"Item", L"")->SetMultiplicity(2); },
+        [](DeeperLayout& layout) { layout.speed->m_name = L"Zoom"; },
+        [](DeeperLayout& layout) { layout.machines->At(1).At(0).m_name = L"Y"; },
+        [](DeeperLayout& layout) { layout.machines->At(1).At(0).m_type = StandardOptions; },
+        [](DeeperLayout& layout) { layout.machines->m_type = Int; },
+        [](DeeperLayout& layout) { layout.steps->SetMultiplicity(3); },
+        [](DeeperLayout& layout) { layout.option->m_optionValues.front() = L"Slow"; },
+        [](DeeperLayout& layout) { layout.step->AddNode(L"Below a number", Int, L"1"); },
+    };
+    for (auto const& change : changes) {
+        SCOPED_TRACE(&change - changes);
+        DeeperLayout before, after;
+        ParameterDatabase database(&before), untouched(&before);
+        change(before);
+        change(after);
+        ParameterDatabase expected(&after);
+        EXPECT_EQ(Additions(database), Additions(expected));
+        EXPECT_TRUE(ParameterDatabase(untouched).IsEqual(untouched));
+    }
+}
+
+TEST(Shapes, GoWithTheLocale) {
+    DeeperLayout layout;
+    ParameterDatabase classic(&layout);
+    std::string const before = Additions(classic);
+    TestSupport::CommaLocale const comma;
+    DeeperLayout fresh;
+    ParameterDatabase expected(&fresh);
+    std::string const after = Additions(expected);
+    EXPECT_NE(before, after);
+    EXPECT_EQ(Additions(classic), after);
+}
+
+TEST(Shapes, KeepTheFlagOfAProfileBesideAChildOfItsName) {
+    DeeperLayout layout;
+    ParameterDatabase database(&layout);
+    ParameterNode machines = database.GetProfileEditor().Get(L"Machines");
+    ParameterNode profile = machines.AddProfile(L"p", false);
+    Bag const plain(*profile.m_pProperties);
+    for (bool const value : {false, true}) {
+        profile.SetCanBeDeleted(value);
+        EXPECT_FALSE(profile.GetCanBeDeleted()) << "the child comes first";
+        EXPECT_EQ(profile.m_pProperties->GetNumProperties(), 5u);
+        EXPECT_TRUE(Bag(*profile.m_pProperties) == *profile.m_pProperties);
+        EXPECT_FALSE(plain == *profile.m_pProperties);
+    }
+    ParameterDatabase copy(database);
+    EXPECT_TRUE(copy.IsEqual(database));
+    profile.m_pProperties->RemoveProperty(L"CanBeDeleted", true);
+    EXPECT_TRUE(profile.GetCanBeDeleted());
+    EXPECT_FALSE(copy.IsEqual(database));
+}
+
+/// Does one thing that a host may do with an entry of that name to all of these bags alike.
+void ChangeEntry(std::mt19937& random, std::wstring const& name, std::vector<Bag*> const& bags) {
+    unsigned const what = static_cast<unsigned>(random() % 7);
+    for (Bag* const bag : bags) {
+        IPersistentProperty* const property = bag->FindProperty(name);
+        if (what < 2) {
+            bag->RemoveProperty(name, what == 0);
+        } else if (what == 2) {
+            bag->AddProperty(name, property != nullptr ? property->Clone() : nullptr);
+        } else if (what == 3) {
+            bag->SetValue<bool>(name, true);
+        } else if (what == 4) {
+            bag->CreateValue<Bag>(name, false)->m_value.SetValue<double>(L"Value", 1.0);
+        } else if (property != nullptr && what == 5) {
+            property->SetDeleted(!property->IsDeleted());
+        } else if (auto* inner = PropertyCast<Bag>(property)) {
+            inner->m_value.RemoveProperty(L"Value", true);
+            inner->m_value.SetValue<std::wstring>(L"Value", L"another class");
+        }
+    }
+}
+
+TEST(Shapes, LetAHostTakeABagApartAndPutItTogether) {
+    DeeperLayout layout;
+    std::wstring const names[] = {L"Speed", L"Axes",    L"CanBeDeleted", L"Names", L"twice",
+                                  L"X",     L"::new::", L"\U0001F600",   L"Hidden"};
+    for (unsigned seed = 1; seed <= 60; ++seed) {
+        std::mt19937 random(seed);
+        ParameterDatabase database(&layout);
+        ParameterNode profile = database.GetProfileEditor().Get(L"Machines").AddProfile(L"p", false);
+        profile.SetCanBeDeleted(seed % 2 == 0);
+        Bag own(*profile.m_pProperties); // that has no shape
+        for (int step = 0; step < 12; ++step) {
+            bool const isBelow = random() % 2 == 0;
+            std::vector<Bag*> bags;
+            for (Bag* const bag : {profile.m_pProperties, &own}) {
+                Bag* const below = isBelow ? bag->GetValuePointer<Bag>(L"Names", false) : nullptr;
+                bags.push_back(below != nullptr ? below : bag);
+            }
+            ChangeEntry(random, names[random() % std::size(names)], bags);
+            ASSERT_EQ(Shape(*profile.m_pProperties), Shape(own)) << seed;
+            ASSERT_TRUE(own == *profile.m_pProperties) << seed;
+        }
+        ParameterDatabase copy(database), assigned(&layout);
+        assigned = copy;
+        EXPECT_TRUE(assigned.IsEqual(database)) << seed;
+        EXPECT_EQ(Dump(assigned), Dump(database)) << seed;
+    }
+}
+
+TEST(Shapes, OutliveTheLayoutsLaterOnesAndTheDatabaseThatMadeThem) {
+    DeeperLayout layout, other;
+    auto first = std::make_unique<ParameterDatabase>(&layout);
+    ParameterDatabase copy(*first), assigned(&other);
+    layout.machines->AddNode(L"Late", Int, L"4");
+    ParameterDatabase second(&layout);
+    assigned = *first;
+    first = std::make_unique<ParameterDatabase>(second);
+    first->Format(); // behind the content that stands
+    layout.machines->AddNode(L"Later", Int, L"5");
+    ParameterDatabase const third(&layout);
+    for (ParameterDatabase* old : {&copy, &assigned}) {
+        old->GetProfileEditor().Get(L"Counts").AddListNode(true);
+        EXPECT_EQ(old->GetProfileEditor().Get(L"Counts").GetSize(), 1u);
+        EXPECT_FALSE(old->GetProfileEditor().Get(L"Machines").GetDefault().Get(L"Later").IsValid());
+    }
+    EXPECT_EQ(Dump(*first), Dump(second));
+    copy = third;
+    EXPECT_TRUE(copy.IsEqual(third));
+}
+
+} // namespace
+} // namespace Zantrel
