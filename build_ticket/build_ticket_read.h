@@ -2,6 +2,7 @@
 #pragma once
 
 #include "store/bag_access.h"
+#include "store/property_set_sax.h"
 
 #include <zantrel/build_ticket/build_ticket.h>
 #include <zantrel/sax/sax_persist.h>
@@ -27,6 +28,7 @@ private:
 
     BuildTicket* m_ticket;
     SharedNames m_names; ///< for all three stores: they belong to one thread, as their ticket does
+    ExpectedRoom m_room; ///< of one store after another
 };
 
 } // namespace Zantrel

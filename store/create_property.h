@@ -8,15 +8,23 @@
 
 namespace Zantrel {
 
-/// A default property of that one of the classes whose type name is `typeName`, narrow or wide, or null.
-template <class Text, class... T>
-std::unique_ptr<IPersistentProperty> CreateProperty(Text const& typeName, PropertyClasses<T...>) {
-    std::unique_ptr<IPersistentProperty> created;
+/// Calls `visit` with that one of the classes whose type name is `typeName`, narrow or wide, as a list of
+/// that one. Whether there is one.
+template <class Text, class Visitor, class... T>
+bool VisitClassNamed(Text const& typeName, PropertyClasses<T...>, Visitor const& visit) {
     auto const isNamed = [&](std::string_view name) {
         return std::equal(name.begin(), name.end(), typeName.begin(), typeName.end());
     };
-    static_cast<void>(
-        ((isNamed(TypeName<T>) && (created = std::make_unique<PersistentProperty<T>>(), true)) || ...));
+    return ((isNamed(TypeName<T>) && (visit(PropertyClasses<T>()), true)) || ...);
+}
+
+/// A default property of that class, or null.
+template <class Text, class Classes>
+std::unique_ptr<IPersistentProperty> CreateProperty(Text const& typeName, Classes classes) {
+    std::unique_ptr<IPersistentProperty> created;
+    VisitClassNamed(typeName, classes, [&]<class T>(PropertyClasses<T>) {
+        created = std::make_unique<PersistentProperty<T>>();
+    });
     return created;
 }
 

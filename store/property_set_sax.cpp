@@ -11,7 +11,6 @@
 #include <zantrel/sax/tag_writer.h>
 #include <zantrel/text/string_conversion.h>
 
-#include <memory>
 #include <utility>
 
 using namespace Zantrel;
@@ -62,11 +61,9 @@ bool PropertySetRead::ReadProperty(KelSAX::ISAXReader& reader) {
 
 /// Adds a property of a container's class and gives the children of the element to a handler on its value.
 template <class Value, class Handler> void PropertySetRead::ReadContainer(KelSAX::ISAXReader& reader) {
-    auto* property = new PersistentProperty<Value>();
-    // In the bag first, so that from here on it has an owner whatever throws.
-    Add(property);
-    ReadDeleted(*property, reader);
-    reader.PushHandler(new Handler(&property->m_value, m_names));
+    PersistentProperty<Value>& property = Add<Value>();
+    ReadDeleted(property, reader);
+    reader.PushHandler(new Handler(&property.m_value, m_names));
 }
 
 bool PropertySetRead::ReadValue(KelSAX::ISAXReader& reader) {
@@ -75,23 +72,29 @@ bool PropertySetRead::ReadValue(KelSAX::ISAXReader& reader) {
     } else if (m_type == Word::Number) {
         m_type = TypeName<double>;
     }
-    std::unique_ptr<IPersistentProperty> created = CreateProperty(m_type, AllPropertyClasses());
-    if (created == nullptr) {
-        return false;
-    }
-    // Kept beyond the release below; the bag owns it from there on, and it doesn't move.
-    IPersistentProperty& property = *created;
-    ReadDeleted(property, reader);
-    Add(created.release());
-    return property.HandleValue(reader); // it stays in the bag whatever the answer
+    bool isRead = false;
+    VisitClassNamed(m_type, AllPropertyClasses(), [&]<class T>(PropertyClasses<T>) {
+        PersistentProperty<T>& property = Add<T>();
+        ReadDeleted(property, reader);
+        isRead = property.HandleValue(reader); // it stays in the bag whatever the answer
+    });
+    return isRead;
 }
 
-/// Under the name that was read.
-void PropertySetRead::Add(IPersistentProperty* property) {
-    std::unique_ptr<IPersistentProperty> added(property);
+template <class Value> PersistentProperty<Value>& PropertySetRead::Add() {
     EntryName name =
         m_names != nullptr ? (*m_names)(m_name) : EntryName::Own(StringConversion::Utf8ToNative(m_name));
-    BagInside::Table(*m_target).Insert(std::move(name), PropertyHandle::Heap(added.release()));
+    if (m_expected != nullptr) {
+        m_expected->Count(RecordRoom::SizeOf<PersistentProperty<Value>>());
+    }
+    return BagInside::Table(*m_target).Emplace<PersistentProperty<Value>>(std::move(name), m_room);
+}
+
+RecordRoom ExpectedRoom::Begin(PersistentProperties& bag) {
+    bool const isTold = m_now.count == m_before.count && m_now.bytes == m_before.bytes;
+    m_before = std::exchange(m_now, Extent());
+    return isTold && bag.IsEmpty() ? BagInside::Table(bag).Reserve(m_before.count, m_before.bytes)
+                                   : RecordRoom();
 }
 
 /// All spellings of a component's identifier lead to one nested set, under the spelling that hosts look for.
