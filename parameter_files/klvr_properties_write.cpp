@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "parameter_files/klvr_properties_write.h"
 
+#include "parameter_files/prepared_tags.h"
 #include "parameter_files/vocabulary.h"
 #include "parameter_files/write_places.h"
 
@@ -24,37 +25,44 @@ public:
 
     /// The words of entries are the format's, also where the layout gives them another name, by which they
     /// are read.
-    void WriteStart(FileWalk const& walk, OpenElements& elements, KelSAX::ISAXWriter& writer) const {
-        if (walk.Depth() == 0) {
-            return;
-        }
+    KelSAX::PreparedTag const& TagOf(FileWalk const& walk) {
         switch (walk.Kind()) {
         case PlaceKind::DefaultProfile:
-            elements.Open(Word::Default);
-            return;
+            return m_tags.Of(Word::Default);
         case PlaceKind::Item:
-            elements.Open(Word::Instance);
-            return;
+            return m_tags.Of(Word::Instance);
         case PlaceKind::Profile:
-            elements.Open(Word::Profile);
-            writer.WriteAttribute(Word::Name, walk.Name());
-            return;
+            return m_tags.Of(Word::Profile);
         case PlaceKind::Group:
         case PlaceKind::Leaf:
         case PlaceKind::List:
         case PlaceKind::ProfileList:
-            elements.Open(Word::Property);
+            break;
+        }
+        return m_tags.Of(&walk.Layout(), [&walk] { return PropertyTag(walk.Name(), walk.Layout()); });
+    }
+
+    static bool MayHaveAttributes(FileWalk const& walk) { return walk.Kind() == PlaceKind::Profile; }
+
+    static void WriteAttributes(FileWalk const& walk, KelSAX::ISAXWriter& writer) {
+        if (walk.Depth() != 0 && walk.Kind() == PlaceKind::Profile) {
             writer.WriteAttribute(Word::Name, walk.Name());
-            writer.WriteAttribute(Word::Type, Word::WordOf(walk.Layout().m_type));
-            if (walk.Layout().m_isProfileList) {
-                writer.WriteAttribute(Word::ProfileList, std::string_view());
-            }
-            return;
         }
     }
 
 private:
+    static KelSAX::PreparedTag PropertyTag(std::wstring_view name, LayoutNode const& layout) {
+        KelSAX::PreparedTag tag(Word::Property);
+        tag.AddAttribute(Word::Name, name);
+        tag.AddAttribute(Word::Type, Word::WordOf(layout.m_type));
+        if (layout.m_isProfileList) {
+            tag.AddAttribute(Word::ProfileList, std::string_view());
+        }
+        return tag;
+    }
+
     KlvrProperties::WriteOptions const& m_options;
+    PreparedTags m_tags;
 };
 
 } // namespace

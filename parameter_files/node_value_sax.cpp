@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "parameter_files/node_value_sax.h"
 
+#include "sax/value_leaf.h"
 #include "store/bag_access.h"
 #include "text/numbers.h"
+
+#include <zantrel/sax/tag_writer.h>
 
 namespace Zantrel {
 
@@ -42,20 +45,45 @@ IPersistentProperty const* FindSoleValue(ParameterNode const& leaf) {
     return leaf.IsValid() ? BagAccess::FindSole(*leaf.m_pProperties) : nullptr;
 }
 
-/// By the node's type and not by the property's class: what a host has put under the value's name, and the
-/// layout doesn't know as one, is no part of a file.
-void WriteLeafValue(ParameterNode const& leaf, KelSAX::ISAXWriter& writer) {
+namespace {
+
+/// Gives `take` the value of a leaf, or a NoValue. By the node's type and not by the property's class: what a
+/// host has put under the value's name, and the layout doesn't know as one, is no part of a file.
+template <class Take> void TakeLeafValue(ParameterNode const& leaf, Take take) {
     if (leaf.m_pNode == nullptr) {
-        return; // a place of a copied layout, or below a place without content
+        return take(NoValue()); // a place of a copied layout, or below a place without content
     }
-    IPersistentProperty const* const sole = FindSoleValue(leaf);
     VisitValueType(leaf.m_pNode->m_type, [&]<class T>(TypeTag<T>) {
         if constexpr (!std::is_same_v<T, NoValue>) {
-            auto const* const property = PropertyCast<T>(sole);
+            auto const* const property = PropertyCast<T>(FindSoleValue(leaf));
             bool const isFound = property != nullptr && !property->IsDeleted();
             if (T const* value = isFound ? &property->m_value : leaf.FindValue<T>()) {
-                WriteValueOfProperty(*value, writer);
+                return take(*value);
             }
+        }
+        take(NoValue());
+    });
+}
+
+} // namespace
+
+void WriteLeafValue(ParameterNode const& leaf, KelSAX::ISAXWriter& writer) {
+    TakeLeafValue(leaf, [&writer]<class T>(T const& value) {
+        if constexpr (!std::is_same_v<T, NoValue>) {
+            WriteValueOfProperty(value, writer);
+        }
+    });
+}
+
+void WriteLeafElement(KelSAX::PreparedTag const& tag, ParameterNode const& leaf, KelSAX::ISAXWriter& writer) {
+    TakeLeafValue(leaf, [&]<class T>(T const& value) {
+        if constexpr (std::is_same_v<T, NoValue>) {
+            MSAXTagWriter const element(writer, tag);
+        } else if constexpr (std::is_same_v<T, KelAM::FileContent>) {
+            MSAXTagWriter const element(writer, tag);
+            WriteValueOfProperty(value, writer);
+        } else {
+            Sax::WriteLeaf(tag, value, writer);
         }
     });
 }

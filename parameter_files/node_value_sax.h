@@ -6,6 +6,7 @@
 #include <zantrel/database/parameter_node.h>
 #include <zantrel/database/value_type.h>
 #include <zantrel/layout/layout_node.h>
+#include <zantrel/sax/prepared_tag.h>
 #include <zantrel/sax/sax_reader.h>
 #include <zantrel/sax/sax_writer.h>
 
@@ -24,6 +25,10 @@ IPersistentProperty const* FindSoleValue(ParameterNode const& leaf);
 /// Writes the value of a leaf as content of the open element; nothing where the leaf has no value. The writer
 /// knows when it can't be written.
 void WriteLeafValue(ParameterNode const& leaf, KelSAX::ISAXWriter& writer);
+
+/// The same with the element around it, which has no attributes beyond the tag's; in one go where the value
+/// is a plain one.
+void WriteLeafElement(KelSAX::PreparedTag const& tag, ParameterNode const& leaf, KelSAX::ISAXWriter& writer);
 
 /// Notes the text of an element that should hold elements only.
 void NoteStrayText(KelSAX::ISAXReader& reader);

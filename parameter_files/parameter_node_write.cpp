@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "parameter_files/parameter_node_write.h"
 
+#include "parameter_files/prepared_tags.h"
 #include "parameter_files/vocabulary.h"
 #include "parameter_files/write_places.h"
 
+#include <algorithm>
 #include <limits>
 #include <span>
+#include <typeinfo>
 
 using namespace Zantrel;
 namespace Word = Zantrel::ParameterFileWord;
@@ -44,18 +47,26 @@ public:
                ((isFiltered && !m_filtering.m_exportGeneralParameters) || walk.Node().GetHidden());
     }
 
-    void WriteStart(FileWalk const& walk, OpenElements& elements, KelSAX::ISAXWriter& writer) const {
-        if (walk.Kind() == PlaceKind::DefaultProfile) {
-            elements.Open(Word::Default);
-        } else if (walk.Depth() != 0) {
-            elements.Open(IsEntry(walk.Kind()) ? std::wstring_view(walk.Layout().m_nodeName) : walk.Name());
-        }
+    KelSAX::PreparedTag const& TagOf(FileWalk const& walk) {
+        return walk.Kind() == PlaceKind::DefaultProfile
+                   ? m_tags.Of(Word::Default)
+                   : m_tags.Of(IsEntry(walk.Kind()) ? walk.Layout().m_nodeName : walk.Name());
+    }
+
+    static bool MayHaveAttributes(FileWalk const& walk) {
+        return walk.Kind() == PlaceKind::Profile || !FlagsOf(walk).empty();
+    }
+
+    static void WriteAttributes(FileWalk const& walk, KelSAX::ISAXWriter& writer) {
         if (walk.Kind() == PlaceKind::Profile) {
             writer.WriteAttribute(Word::Name, walk.Name());
         }
-        for (FlagAttribute const& flag : FlagsOf(walk)) {
-            if ((walk.Node().*flag.get)() != flag.ordinary) {
-                writer.WriteAttribute(flag.word, std::string_view(flag.ordinary ? "false" : "true"));
+        std::span<FlagAttribute const> const flags = FlagsOf(walk);
+        bool const isAnySet = flags.size() == 1 || HasFlags(walk.Node());
+        for (FlagAttribute const& flag : flags) {
+            bool const isSet = isAnySet && (walk.Node().*flag.get)();
+            if (isSet != flag.ordinary) {
+                writer.WriteAttribute(flag.word, std::string_view(isSet ? "true" : "false"));
             }
         }
     }
@@ -68,12 +79,24 @@ private:
     static constexpr FlagAttribute ProfileFlags[] = {Flag::ReadOnly, Flag::Hidden, Flag::NameReadOnly,
                                                      Flag::CanBeDeleted, Flag::UserDefaultProfile};
 
+    /// Whether the place's content holds more than the content of places below. Most has no flag at all, and
+    /// one look at each entry is less than one look-up for each flag.
+    static bool HasFlags(ParameterNode const& node) {
+        if (!node.IsValid()) {
+            return false;
+        }
+        PersistentProperties const& bag = *node.m_pProperties;
+        return std::any_of(bag.begin(), bag.end(), [](NamedProperty const& entry) {
+            return &typeid(*entry.property) != &typeid(PersistentProperty<PersistentProperties>);
+        });
+    }
+
     static std::span<FlagAttribute const> FlagsOf(FileWalk const& walk) {
         PlaceKind const kind = walk.Kind();
         if (kind == PlaceKind::ProfileList) {
             return ContainerFlags;
         }
-        if (kind == PlaceKind::Leaf && FindSoleValue(walk.Node()) != nullptr) {
+        if ((kind == PlaceKind::Leaf || kind == PlaceKind::Item) && FindSoleValue(walk.Node()) != nullptr) {
             return {};
         }
         bool const isProfile = kind == PlaceKind::Profile || kind == PlaceKind::DefaultProfile;
@@ -82,6 +105,7 @@ private:
 
     ParameterDatabaseIOFiltering const& m_filtering;
     std::size_t m_unfilteredBelow = Nowhere; ///< the depth of that place
+    PreparedTags m_tags;
 };
 
 } // namespace

@@ -4,10 +4,10 @@
 #include "parameter_files/node_value_sax.h"
 
 #include <zantrel/database/walk.h>
+#include <zantrel/sax/prepared_tag.h>
 #include <zantrel/sax/sax_writer.h>
 
 #include <cstddef>
-#include <string_view>
 
 // Both parameter files are written by one loop over a walk. Each place but the top is an element, so the
 // elements that are open are always as many as the steps to the place last written, and an element is closed
@@ -26,12 +26,8 @@ public:
     ~OpenElements() { CloseTo(0); }
 
     /// Opens one more, within those that are open. Its attributes come next.
-    void Open(std::string_view tag) {
-        m_writer.OpenElement(tag);
-        ++m_count;
-    }
-    void Open(std::wstring_view tag) {
-        m_writer.OpenElement(tag);
+    void Open(KelSAX::PreparedTag const& tag) {
+        m_writer.OpenPrepared(tag);
         ++m_count;
     }
     /// Closes the innermost ones until `count` are left; nothing where there are no more than that.
@@ -59,10 +55,10 @@ public:
     ParameterNode const& Node() const noexcept { return AsNode(); }
 };
 
-/// Writes what stands at and below `top` as content of the element that is open. The format has two
+/// Writes what stands at and below `top` as content of the element that is open. The format has four
 /// operations: IsLeftOut(walk), which is asked for each place in order, and passes over all below it, too;
-/// and WriteStart(walk, elements, writer), which opens the place's element (the top has none) and gives it
-/// its attributes.
+/// TagOf(walk), the tag of a place's element, which the top doesn't have; MayHaveAttributes(walk), of leaves
+/// only; and WriteAttributes(walk, writer), what the element of this very place has beyond its tag.
 template <class Format>
 void WritePlaces(ParameterView const& top, Format& format, KelSAX::ISAXWriter& writer) {
     OpenElements elements(writer);
@@ -71,8 +67,15 @@ void WritePlaces(ParameterView const& top, Format& format, KelSAX::ISAXWriter& w
             walk.SkipContent();
             continue;
         }
-        elements.CloseTo(walk.Depth() != 0 ? walk.Depth() - 1 : 0);
-        format.WriteStart(walk, elements, writer);
+        if (walk.Depth() != 0) {
+            elements.CloseTo(walk.Depth() - 1);
+            if (walk.IsLeaf() && !format.MayHaveAttributes(walk)) {
+                WriteLeafElement(format.TagOf(walk), walk.Node(), writer);
+                continue;
+            }
+            elements.Open(format.TagOf(walk));
+        }
+        format.WriteAttributes(walk, writer);
         if (walk.IsLeaf()) {
             WriteLeafValue(walk.Node(), writer);
         }

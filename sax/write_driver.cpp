@@ -45,28 +45,13 @@ constexpr FaultPattern FaultPatterns[] = {
 
 static_assert(InEnumOrder(FaultPatterns, &FaultPattern::fault, WriteFault::HandlerRefused));
 
-/// The one search for all places that text goes to: it stops at whatever some place may not have as it
-/// stands, which is then decoded, checked and escaped for its own place. That is everything that is not
-/// ASCII, each control character, and four signs. A tab in a text, or a quotation mark, is stopped at in
-/// vain, which is rare; in exchange there is one search for all, and it runs over plain text in blocks.
-constexpr auto NeedsCare = [](auto bytes) {
-    return bytes.BelowOrNotAscii(' ') | bytes.Equal('&') | bytes.Equal('<') | bytes.Equal('>') |
-           bytes.Equal('"');
-};
+/// A line that is broken and indented for a tag at the depth that most keep within: two blanks a level.
+constexpr std::string_view Line = "\n                                                                ";
 
-/// What the ASCII characters that need care and that XML can carry become. Readers turn CR into LF, and in
-/// attributes white space into blanks: what has to come back is a reference there. ">" is always escaped, for
-/// the sake of "]]>".
-struct Escape {
-    char character;
-    char const* inText;
-    char const* inAttribute;
-};
-
-constexpr Escape Escapes[] = {
-    {'&', "&amp;", "&amp;"},  {'<', "&lt;", "&lt;"}, {'>', "&gt;", "&gt;"}, {'"', "\"", "&quot;"},
-    {'\r', "&#13;", "&#13;"}, {'\t', "\t", "&#9;"},  {'\n', "\n", "&#10;"},
-};
+char* Copy(std::string_view bytes, char* into) noexcept {
+    std::memcpy(into, bytes.data(), bytes.size());
+    return into + bytes.size();
+}
 
 } // namespace
 
@@ -109,7 +94,7 @@ void WriteDriver::WriteHeaderText(std::wstring const& text) {
         Fail(WriteFault::NoComment, utf8);
     }
     Put("\n<!-- ");
-    PutChecked(utf8, Place::Comment);
+    PutChecked(utf8, TextPlace::Comment);
     Put(" -->");
 }
 
@@ -173,7 +158,7 @@ void WriteDriver::WriteAttribute(std::string_view name, std::string_view value) 
     Put(' ');
     Put(name);
     Put("=\"");
-    PutChecked(value, Place::Attribute);
+    PutChecked(value, TextPlace::Attribute);
     Put('"');
 }
 
@@ -197,7 +182,7 @@ bool WriteDriver::IsNewAttribute(std::string_view name) {
 void WriteDriver::WriteValue(std::string_view value) {
     if (!value.empty()) {
         if (BeginText()) {
-            PutChecked(value, Place::Text);
+            PutChecked(value, TextPlace::Content);
         }
     } else if (m_startTag == StartTag::TakesAttributes) {
         m_startTag =
@@ -212,30 +197,98 @@ void WriteDriver::OpenElement(std::string_view tag) {
     if (!Xml::IsPortableXmlName(tag)) {
         return Fail(WriteFault::NoName, tag);
     }
-    if (m_levels.size() == Xml::MaxDepth) {
-        return Fail(WriteFault::TooDeep);
+    if (BeginElement(tag, {})) {
+        Put('<');
+        Put(tag);
     }
-    // They are the attributes of the tag before; those of a few are forgotten by their count.
+}
+
+void WriteDriver::OpenPrepared(KelSAX::PreparedTag const& tag) {
+    if (!tag.IsReady()) {
+        ISAXWriter::OpenPrepared(tag);
+    } else if (!HasFailed() && BeginElement(tag.Name(), tag.Attributes())) {
+        Put(tag.Start());
+    }
+}
+
+// All that can throw comes before the element counts as open, so that a tag that wasn't opened needs no
+// closing. The tag before takes no attribute from then on, for its own are forgotten; those of a few go by
+// their count.
+bool WriteDriver::BeginElement(std::string_view name,
+                               std::vector<KelSAX::PreparedTag::Attribute> const& attributes) {
+    std::size_t const depth = m_levels.size();
+    if (depth == Xml::MaxDepth) {
+        Fail(WriteFault::TooDeep);
+        return false;
+    }
+    if (m_startTag == StartTag::TakesAttributes) {
+        m_startTag = StartTag::TakesContent;
+    }
+    m_attributeCount = 0;
     if (!m_manyAttributes.empty()) {
         m_manyAttributes.clear();
     }
-    // All that can throw comes first, so that a tag that wasn't opened needs no closing.
-    m_names.reserve(m_names.size() + tag.size());
+    for (KelSAX::PreparedTag::Attribute const& attribute : attributes) {
+        static_cast<void>(IsNewAttribute(attribute.name)); // they are: the tag is ready
+    }
+    m_names.reserve(m_names.size() + name.size());
     m_levels.push_back({m_names.size()});
-    m_names.append(tag);
+    m_names.append(name);
+    BeginTag(depth);
+    m_startTag = StartTag::TakesAttributes;
+    return true;
+}
 
+void WriteDriver::BeginTag(std::size_t depth) noexcept {
     CompleteStartTag();
-    std::size_t const depth = m_levels.size() - 1;
     if (depth == 0 || !m_levels[depth - 1].hasText) {
         BreakLine(depth);
     }
     if (depth != 0) {
         m_levels[depth - 1].hasChildren = true;
     }
-    Put('<');
-    Put(tag);
-    m_startTag = StartTag::TakesAttributes;
-    m_attributeCount = 0;
+}
+
+// Whatever is out of the ordinary goes the long way, which also says what is wrong with it.
+void WriteDriver::WriteLeaf(KelSAX::PreparedTag const& tag, std::string_view text) {
+    char* const at = !text.empty() && IsPlain(text) ? BeginLeaf(tag, text.size()) : nullptr;
+    if (at != nullptr) {
+        EndLeaf(tag, Copy(text, at));
+    } else {
+        ISAXWriter::WriteLeaf(tag, text);
+    }
+}
+
+void WriteDriver::WriteDoubleLeaf(KelSAX::PreparedTag const& tag, double value, int precision) {
+    if (char* const at = BeginLeaf(tag, Text::NumberRoom)) {
+        EndLeaf(tag, Text::PrintDouble(at, value, precision));
+    } else {
+        ISAXWriter::WriteDoubleLeaf(tag, value, precision);
+    }
+}
+
+char* WriteDriver::BeginLeaf(KelSAX::PreparedTag const& tag, std::size_t textSize) noexcept {
+    std::size_t const depth = m_levels.size();
+    std::size_t const size = Line.size() + tag.Start().size() + 1 + textSize + tag.End().size();
+    bool const fits = depth < Line.size() / 2 && size < BufferSize;
+    if (!fits || depth == 0 || !tag.IsReady() || HasFailed()) {
+        return nullptr;
+    }
+    CompleteStartTag();
+    char* at = MakeRoom(size);
+    Level& parent = m_levels.back();
+    parent.hasChildren = true;
+    if (!parent.hasText) {
+        std::memcpy(at, Line.data(), Line.size()); // all of it, since a known size is copied fastest
+        at += 1 + 2 * depth;
+    }
+    at = Copy(tag.Start(), at);
+    *at = '>';
+    return at + 1;
+}
+
+void WriteDriver::EndLeaf(KelSAX::PreparedTag const& tag, char* at) noexcept {
+    m_used = static_cast<std::size_t>(Copy(tag.End(), at) - m_buffer.get());
 }
 
 // The root was not opened by the handler.
@@ -291,7 +344,6 @@ void WriteDriver::CompleteStartTag() noexcept {
 }
 
 void WriteDriver::BreakLine(std::size_t depth) noexcept {
-    constexpr std::string_view Line = "\n                                                                ";
     std::size_t blanks = 2 * depth;
     std::size_t const first = std::min(blanks, Line.size() - 1);
     Put(Line.substr(0, 1 + first));
@@ -302,30 +354,12 @@ void WriteDriver::BreakLine(std::size_t depth) noexcept {
 }
 
 // A fault may leave a part of the text in the buffer: the document is lost anyway.
-void WriteDriver::PutChecked(std::string_view text, Place place) {
-    char const* const end = text.data() + text.size();
-    for (char const* at = text.data(); at != end;) {
-        char const* const care = Xml::Find(at, end, NeedsCare);
-        Put({at, static_cast<std::size_t>(care - at)});
-        at = care;
-        if (at == end) {
-            break;
-        }
-        Text::Utf8Character const character = Text::DecodeUtf8(at, end);
-        if (character.size == 0) {
-            return Fail(WriteFault::NoUtf8, text);
-        }
-        if (!Xml::IsXmlCharacter(character.code)) {
-            return Fail(WriteFault::NoXmlCharacter, Text::CodePointText(character.code));
-        }
-        if (character.code >= 0x80 || place == Place::Comment) {
-            Put({at, character.size});
-        } else {
-            auto const* const escape = std::find_if(std::begin(Escapes), std::end(Escapes),
-                                                    [at](Escape const& row) { return row.character == *at; });
-            Put(place == Place::Text ? escape->inText : escape->inAttribute);
-        }
-        at += character.size;
+void WriteDriver::PutChecked(std::string_view text, TextPlace place) {
+    TextFault const fault = PutEscaped(text, place, [this](std::string_view piece) { Put(piece); });
+    if (fault.kind == TextFault::Kind::NoUtf8) {
+        Fail(WriteFault::NoUtf8, text);
+    } else if (fault.kind == TextFault::Kind::NoXmlCharacter) {
+        Fail(WriteFault::NoXmlCharacter, Text::CodePointText(fault.character));
     }
 }
 

@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <zantrel/sax/prepared_tag.h>
 #include <zantrel/sax/sax_persist.h>
 #include <zantrel/sax/sax_utilities.h>
 #include <zantrel/sax/sax_writer.h>
 
 #include "io/byte_sink.h"
+#include "sax/escaping.h"
 
 #include <array>
 #include <cstddef>
@@ -71,6 +73,7 @@ public:
 
     using ISAXWriter::OpenElement;
     using ISAXWriter::WriteAttribute;
+    using ISAXWriter::WriteLeaf;
     using ISAXWriter::WriteValue;
     void WriteDoubleValue(double value, int precision, int reserved) override;
     void WriteAttribute(std::string_view name, std::string_view value) override;
@@ -78,6 +81,9 @@ public:
     void OpenElement(std::string_view tag) override;
     void CloseElement() noexcept override;
     bool HasFailed() const noexcept override { return m_fault != WriteFault::None; }
+    void OpenPrepared(KelSAX::PreparedTag const& tag) override;
+    void WriteLeaf(KelSAX::PreparedTag const& tag, std::string_view text) override;
+    void WriteDoubleLeaf(KelSAX::PreparedTag const& tag, double value, int precision) override;
 
 private:
     /// Large, so that the sink is called seldom.
@@ -95,8 +101,6 @@ private:
     /// What the start tag that came last still takes. Its ">" is written when something follows.
     enum class StartTag { TakesAttributes, TakesContent, Complete };
 
-    enum class Place { Text, Attribute, Comment };
-
     /// The first fault is kept; later ones are its consequences.
     void Fail(WriteFault fault) noexcept;
     /// `subject` is what the sentence quotes.
@@ -108,6 +112,14 @@ private:
     void ReferToSchema(KelAM::SaxUtilities::WriteOptions const& options);
     /// Closes the innermost element, be it the root.
     void EndElement() noexcept;
+    /// Opens an element up to the bytes of its tag. False when it is too deep.
+    bool BeginElement(std::string_view name, std::vector<KelSAX::PreparedTag::Attribute> const& attributes);
+    /// Puts what comes before a tag at the depth, and notes it at the element around it.
+    void BeginTag(std::size_t depth) noexcept;
+    /// The place for the text of a leaf, of at most `textSize` bytes, with its start tag before it; null when
+    /// it can't go out in one go, and then nothing has happened. EndLeaf takes the end of the text.
+    char* BeginLeaf(KelSAX::PreparedTag const& tag, std::size_t textSize) noexcept;
+    void EndLeaf(KelSAX::PreparedTag const& tag, char* at) noexcept;
     /// Keeps the name; false when the start tag has it.
     bool IsNewAttribute(std::string_view name);
     /// Whether text may follow; from then on the element has no line for each child.
@@ -117,7 +129,7 @@ private:
     /// And indents for a tag at that depth, two blanks a level.
     void BreakLine(std::size_t depth) noexcept;
     /// Escapes what XML asks for in that place, or fails.
-    void PutChecked(std::string_view text, Place place);
+    void PutChecked(std::string_view text, TextPlace place);
     std::string_view NameOf(std::size_t level) const noexcept;
 
     // Into the buffer, unchecked. After a failed sink they write nowhere, without harm.

@@ -34,6 +34,7 @@
 #include <zantrel/io/mfile.h>
 #include <zantrel/io/path.h>
 #include <zantrel/io/uuid.h>
+#include <zantrel/sax/prepared_tag.h>
 #include <zantrel/sax/read_report.h>
 #include <zantrel/sax/sax_persist.h>
 #include <zantrel/sax/sax_reader.h>

@@ -2,6 +2,7 @@
 #include "tests/support/characters.h"
 #include "tests/support/sax_test_support.h"
 
+#include <zantrel/sax/prepared_tag.h>
 #include <zantrel/sax/sax_utilities.h>
 #include <zantrel/sax/tag_writer.h>
 #include <zantrel/sax/write_report.h>
@@ -91,6 +92,66 @@ TEST(Writing, LaysElementsOutAndEscapesWhatWouldNotComeBack) {
     };
     for (auto const& [content, expected] : rows) {
         EXPECT_EQ(Written(content), Head + expected + "\n");
+    }
+}
+
+TEST(Writing, TakesPreparedTagsAsItTakesTheirParts) {
+    using namespace std::string_literals;
+    auto const tag = [](auto name, auto... attributes) {
+        KelSAX::PreparedTag prepared(name);
+        (prepared.AddAttribute(attributes, attributes), ...);
+        return prepared;
+    };
+    auto many = tag("many");
+    for (int each = 0; each < 20; ++each) {
+        many.AddAttribute("a" + std::to_string(each), "<&>\"'\t\n\r");
+    }
+    auto lone = tag(L"\x00E4");
+    lone.AddAttribute("a", L"\xD800");
+    // What the two ways write into so many elements: as one text, or why they can't.
+    auto const outcome = [](bool asParts, KelSAX::PreparedTag const& prepared, std::string const& text,
+                            int depth) {
+        auto const open = [&](ISAXWriter& writer) {
+            asParts ? writer.ISAXWriter::OpenPrepared(prepared) : writer.OpenPrepared(prepared);
+        };
+        auto const leaf = [&](ISAXWriter& writer, auto const& write, auto const& writeValue) {
+            asParts ? (open(writer), writeValue(), writer.CloseElement()) : write();
+        };
+        Content const content = [&](ISAXWriter& writer) {
+            for (int level = 0; level < depth; ++level) {
+                writer.OpenElement("d");
+                writer.WriteAttribute("last", "1");
+            }
+            leaf(
+                writer, [&] { writer.WriteLeaf(prepared, text); }, [&] { writer.WriteValue(text); });
+            open(writer);
+            writer.WriteAttribute("last", "1");
+            leaf(
+                writer, [&] { writer.WriteIntegerLeaf(prepared, 7); }, [&] { writer.WriteIntegerValue(7); });
+            writer.WriteValue(text);
+            leaf(
+                writer, [&] { writer.WriteDoubleLeaf(prepared, 0.1, 17); },
+                [&] { writer.WriteDoubleValue(0.1, 17, 0); });
+            for (int level = 0; level <= depth; ++level) {
+                writer.CloseElement();
+            }
+        };
+        std::ostringstream out;
+        WriteReport report;
+        bool const isWritten = WriteStream(out, Handler(content), Root(), &report);
+        return isWritten ? StringConversion::Utf8ToNative(out.str()) : report.Format();
+    };
+    for (auto const& prepared :
+         {tag("plain"), tag("two", "a", "b"), many, lone, tag("1a", "b"), tag(L"", "1b"),
+          tag("twice", "a", "a"), tag("late", "last"), tag("none", "\x01")}) {
+        for (std::string const& text : {"x"s, ""s, "<&\xC3\xA4"s, "\x01"s, std::string(300000, 'x')}) {
+            for (int const depth : {0, 31, 32}) {
+                EXPECT_TRUE(outcome(false, prepared, text, depth) == outcome(true, prepared, text, depth));
+            }
+        }
+        for (int const depth : {1022, 1023}) {
+            EXPECT_EQ(outcome(false, prepared, "x", depth), outcome(true, prepared, "x", depth));
+        }
     }
 }
 

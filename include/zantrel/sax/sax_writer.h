@@ -9,6 +9,8 @@
 
 namespace KelSAX {
 
+class PreparedTag;
+
 /// What a handler writes the element that is open through. Names and texts are UTF-8, or wide and converted
 /// here through a buffer that is kept, so that writing a leaf allocates nothing.
 ///
@@ -36,11 +38,21 @@ public:
     /// Whether the write has failed already. A handler that walks a deep tree may stop then.
     virtual bool HasFailed() const noexcept;
 
+    /// OpenElement with the name and WriteAttribute with each attribute of the tag, but cheaper. All that
+    /// these would refuse fails the write. The tag is read during the call only.
+    virtual void OpenPrepared(PreparedTag const& tag);
+    /// A whole element with nothing but text in one go: OpenPrepared, WriteValue, CloseElement.
+    virtual void WriteLeaf(PreparedTag const& tag, std::string_view text);
+    /// The same with WriteDoubleValue.
+    virtual void WriteDoubleLeaf(PreparedTag const& tag, double value, int precision);
+
     void WriteAttribute(std::string_view name, std::wstring_view value);
     void WriteValue(std::wstring_view value);
     void OpenElement(std::wstring_view tag);
     /// In plain decimal.
     void WriteIntegerValue(std::int64_t value);
+    void WriteLeaf(PreparedTag const& tag, std::wstring_view text);
+    void WriteIntegerLeaf(PreparedTag const& tag, std::int64_t value);
 
 private:
     std::string m_converted;

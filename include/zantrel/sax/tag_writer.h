@@ -25,6 +25,10 @@ public:
     MSAXTagWriter(KelSAX::ISAXWriter& writer, std::wstring_view tag) : m_writer(writer) {
         m_writer.OpenElement(tag);
     }
+    /// With the attributes of the tag.
+    MSAXTagWriter(KelSAX::ISAXWriter& writer, KelSAX::PreparedTag const& tag) : m_writer(writer) {
+        m_writer.OpenPrepared(tag);
+    }
     /// One scope is one element, so it is neither copied nor moved.
     MSAXTagWriter(MSAXTagWriter const&) = delete;
     MSAXTagWriter& operator=(MSAXTagWriter const&) = delete;

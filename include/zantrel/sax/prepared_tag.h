@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <zantrel/export.h>
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace KelSAX {
+
+/// The tags of elements that a document has many of: a name, and the attributes that all of them have alike,
+/// checked, converted and escaped once. ISAXWriter::OpenPrepared and its like write them.
+///
+/// Any name and any attribute is taken. With one that XML can't carry the tag isn't ready, and a write fails
+/// where it is used, as it does where the parts are given to OpenElement and WriteAttribute. Owns all its
+/// texts. Throws std::bad_alloc, after which the tag is only good to be ended. Several threads may use one
+/// that none of them changes.
+class ZANTREL_EXPORT PreparedTag {
+public:
+    /// As it was given, in UTF-8 and not escaped.
+    struct Attribute {
+        std::string name;
+        std::string value;
+    };
+
+    /// The name in UTF-8, or wide and converted here.
+    explicit PreparedTag(std::string_view name);
+    explicit PreparedTag(std::wstring_view name);
+
+    /// Behind those that it has.
+    void AddAttribute(std::string_view name, std::string_view value);
+    void AddAttribute(std::string_view name, std::wstring_view value);
+
+    std::string_view Name() const noexcept { return m_name; }
+    std::vector<Attribute> const& Attributes() const noexcept { return m_attributes; }
+
+    /// Whether XML can carry all of it. Start and End are empty where it can't.
+    bool IsReady() const noexcept { return m_endSize != 0; }
+    /// The bytes of the start tag without the `>` at its end, as in `<name key="value"`. Good until the tag
+    /// is changed, as is End.
+    std::string_view Start() const noexcept { return std::string_view(m_bytes).substr(m_endSize); }
+    /// The bytes of the end tag, as in `</name>`.
+    std::string_view End() const noexcept { return std::string_view(m_bytes).substr(0, m_endSize); }
+
+private:
+    void Prepare();
+
+    std::string m_name;
+    std::vector<Attribute> m_attributes;
+    std::string m_bytes; ///< End, and behind it Start, which grows
+    std::size_t m_endSize = 0;
+};
+
+} // namespace KelSAX

@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <zantrel/sax/prepared_tag.h>
+
+#include "sax/escaping.h"
+#include "text/unicode.h"
+#include "xml/names.h"
+
+#include <algorithm>
+
+namespace KelSAX {
+
+namespace {
+
+constexpr std::size_t FewAttributes = 16;
+
+/// With bytes that are no UTF-8 in place of what can't be converted, which no place takes.
+std::string Converted(std::wstring_view text) {
+    std::string utf8;
+    Zantrel::Text::AppendUtf8Unchecked(text, utf8);
+    return utf8;
+}
+
+} // namespace
+
+PreparedTag::PreparedTag(std::string_view name) : m_name(name) { Prepare(); }
+
+PreparedTag::PreparedTag(std::wstring_view name) : m_name(Converted(name)) { Prepare(); }
+
+void PreparedTag::Prepare() {
+    if (Zantrel::Xml::IsPortableXmlName(m_name)) {
+        m_bytes.append("</").append(m_name).append(">");
+        m_endSize = m_bytes.size();
+        m_bytes.append("<").append(m_name);
+    }
+}
+
+void PreparedTag::AddAttribute(std::string_view name, std::wstring_view value) {
+    AddAttribute(name, std::string_view(Converted(value)));
+}
+
+// Not ready is also what has one attribute twice, and more of them than are worth comparing, which the writer
+// then takes one by one. The parts are kept in any case: they say what is wrong.
+void PreparedTag::AddAttribute(std::string_view name, std::string_view value) {
+    using namespace Zantrel::Sax;
+    bool const isNew = m_attributes.size() < FewAttributes &&
+                       std::none_of(m_attributes.begin(), m_attributes.end(),
+                                    [name](Attribute const& attribute) { return attribute.name == name; });
+    m_attributes.push_back({std::string(name), std::string(value)});
+    if (!IsReady()) {
+        return;
+    }
+    m_bytes.append(" ").append(name).append("=\"");
+    TextFault const fault =
+        PutEscaped(value, TextPlace::Attribute, [this](std::string_view piece) { m_bytes.append(piece); });
+    m_bytes.append("\"");
+    if (!isNew || !Zantrel::Xml::IsPortableXmlName(name) || fault.kind != TextFault::Kind::None) {
+        m_bytes.clear();
+        m_endSize = 0;
+    }
+}
+
+} // namespace KelSAX
