@@ -34,7 +34,8 @@ struct Level {
     std::size_t pathEnd = 0;   ///< behind the step to the place that was given last
 
     ItemSequence* items = nullptr;
-    std::size_t size = 0; ///< of the items
+    std::size_t size = 0;   ///< of the items
+    bool areLeaves = false; ///< the entries of a container
 
     bool hasGivenDefault = false;
     PersistentProperties::Iterator entry{}; ///< the next to look at
@@ -93,7 +94,8 @@ public:
     std::wstring_view Path();
 
 private:
-    void StandOn(LayoutNode const& layout, PlaceKind kind, std::size_t index, std::wstring_view name);
+    void StandOn(LayoutNode const& layout, PlaceKind kind, bool isLeaf, std::size_t index,
+                 std::wstring_view name);
     void StandOnEntry(Level const& container, PlaceKind kind, PersistentProperties* bag, std::size_t index,
                       std::wstring_view name);
     bool StandOnTop();
@@ -136,7 +138,8 @@ bool WalkState::Next() {
 // Standing on a place
 
 /// After the cursor has been set.
-void WalkState::StandOn(LayoutNode const& layout, PlaceKind kind, std::size_t index, std::wstring_view name) {
+void WalkState::StandOn(LayoutNode const& layout, PlaceKind kind, bool isLeaf, std::size_t index,
+                        std::wstring_view name) {
     if (m_at.m_contentList != nullptr) {
         m_at.m_contentList.reset(); // of a Query at the place before
     }
@@ -144,16 +147,16 @@ void WalkState::StandOn(LayoutNode const& layout, PlaceKind kind, std::size_t in
     m_place.kind = kind;
     m_place.index = index;
     m_place.name = name;
-    m_place.isLeaf = layout.Size() == 0 && !IsWholeContainer(kind);
-    m_place.goesIn =
-        !m_place.isLeaf && m_at.m_pNode != nullptr && (m_at.IsValid() || !IsWholeContainer(kind));
+    m_place.isLeaf = isLeaf;
+    m_place.goesIn = !isLeaf && m_at.m_pNode != nullptr && (m_at.IsValid() || !IsWholeContainer(kind));
 }
 
 bool WalkState::StandOnTop() {
     if (m_at.m_pNode == nullptr) {
         return false;
     }
-    StandOn(*m_at.m_pNode, KindOf(m_at, *m_at.m_pNode, m_twofold), 0, m_at.m_pNode->m_name);
+    PlaceKind const kind = KindOf(m_at, *m_at.m_pNode, m_twofold);
+    StandOn(*m_at.m_pNode, kind, kind == PlaceKind::Leaf, 0, m_at.m_pNode->m_name);
     return true;
 }
 
@@ -163,7 +166,7 @@ void WalkState::StandOnEntry(Level const& container, PlaceKind kind, PersistentP
     m_at.m_pProperties = bag;
     m_at.m_isContainer = false;
     m_at.m_pParentProperties = container.bag;
-    StandOn(*container.layout, kind, index, name);
+    StandOn(*container.layout, kind, container.areLeaves, index, name);
 }
 
 // Levels
@@ -174,10 +177,12 @@ void WalkState::GoIn() {
     Level& level = m_levels.emplace_back(m_place.layout, m_at.m_pProperties);
     if (m_place.kind == PlaceKind::List) {
         level.content = Level::Content::Items;
+        level.areLeaves = level.layout->Size() == 0;
         level.items = FindItems(*level.bag);
         level.size = level.items != nullptr ? level.items->GetNumProperties() : 0;
     } else if (m_place.kind == PlaceKind::ProfileList) {
         level.content = Level::Content::Profiles;
+        level.areLeaves = level.layout->Size() == 0;
         level.entry = level.bag->begin();
     }
 }
@@ -211,7 +216,8 @@ bool WalkState::NextChild(Level& level) {
         above.m_pProperties = level.bag;
         m_at = above.Get(&child);
     }
-    StandOn(child, KindOf(m_at, child, m_twofold), index, child.m_name);
+    PlaceKind const kind = KindOf(m_at, child, m_twofold);
+    StandOn(child, kind, kind == PlaceKind::Leaf, index, child.m_name);
     return true;
 }
 

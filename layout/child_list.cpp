@@ -21,10 +21,16 @@ constexpr std::size_t ShortRow = 32;
 /// The lowest set bit: how many slots the count of the `number`-th slot covers.
 constexpr std::size_t Covered(std::size_t number) noexcept { return number & (~number + 1); }
 
+template <class Row> void MakeRoomForOne(Row& row) {
+    if (row.size() == row.capacity()) {
+        row.reserve(2 * row.size() + 1);
+    }
+}
+
 } // namespace
 
 std::size_t ChildList::SlotAt(std::size_t position) const noexcept {
-    if (m_shownCount == m_slots.size()) {
+    if (IsRow()) {
         return position;
     }
     std::size_t passed = 0; // as many slots, with as many shown as `position` has lost
@@ -38,7 +44,7 @@ std::size_t ChildList::SlotAt(std::size_t position) const noexcept {
 }
 
 std::size_t ChildList::FirstSlotFrom(std::size_t at) const noexcept {
-    while (at < m_slots.size() && !m_slots[at].IsFirst()) {
+    while (at < m_slots.size() && !IsFirst(at)) {
         ++at;
     }
     return at;
@@ -46,7 +52,7 @@ std::size_t ChildList::FirstSlotFrom(std::size_t at) const noexcept {
 
 LayoutNode* ChildList::OwnedFrom(std::size_t at) const noexcept {
     at = FirstSlotFrom(at);
-    return at < m_slots.size() ? m_slots[at].node : nullptr;
+    return at < m_nodes.size() ? m_nodes[at] : nullptr;
 }
 
 LayoutNode* ChildList::OwnedBehind(LayoutNode const& child) const noexcept {
@@ -86,9 +92,8 @@ LayoutNode* ChildList::FindUtf8(std::string_view utf8Name, std::size_t& hint) co
 }
 
 void ChildList::Append(LayoutNode& child, bool isIndexed) {
-    if (m_slots.size() == m_slots.capacity()) {
-        m_slots.reserve(2 * m_slots.size() + 1);
-    }
+    MakeRoomForOne(m_nodes);
+    MakeRoomForOne(m_slots);
     Names::iterator const name = isIndexed ? m_names.emplace(child.m_name, &child) : m_names.end();
 
     // From here on nothing can fail.
@@ -101,27 +106,34 @@ void ChildList::Append(LayoutNode& child, bool isIndexed) {
     if (isIndexed && name != m_names.begin() && std::prev(name)->first == name->first) {
         m_hasNamesakes = true;
     }
-    m_slots.push_back({&child, name, true});
     ++m_shownCount;
-    Put(m_slots.back(), m_slots.size() - 1);
+    Add(&child, {name, true});
+}
+
+/// Puts a slot behind all others, for which there is room.
+void ChildList::Add(LayoutNode* node, Slot const& slot) noexcept {
+    m_nodes.push_back(node);
+    m_slots.push_back(slot);
+    Put(node, slot, m_slots.size() - 1);
 }
 
 /// Puts a slot at its place behind those that are in order already: chains it behind the slots of its child,
 /// and counts what it covers.
-void ChildList::Put(Slot slot, std::size_t at) noexcept {
-    slot.earlier = std::exchange(slot.node->m_slot, at);
+void ChildList::Put(LayoutNode* node, Slot slot, std::size_t at) noexcept {
+    slot.earlier = std::exchange(node->m_slot, at);
     slot.shownUpTo = slot.isShown ? 1 : 0;
     for (std::size_t step = 1; step < Covered(at + 1); step *= 2) {
         slot.shownUpTo += m_slots[at - step].shownUpTo;
     }
+    m_nodes[at] = node;
     m_slots[at] = slot;
 }
 
 /// Before slots are put in order anew: lets their children forget their places.
-void ChildList::Unchain(std::vector<Slot> const& slots) noexcept {
-    for (Slot const& slot : slots) {
-        if (slot.IsFirst()) {
-            slot.node->m_slot = None;
+void ChildList::Unchain() noexcept {
+    for (LayoutNode* const node : m_nodes) {
+        if (node != nullptr) {
+            node->m_slot = None;
         }
     }
 }
@@ -139,7 +151,7 @@ void ChildList::Remove(LayoutNode& child) noexcept {
         if (slot.name != m_names.end()) {
             m_names.erase(std::exchange(slot.name, m_names.end()));
         }
-        slot.node = nullptr;
+        m_nodes[at] = nullptr;
         slot.isShown = false;
         ++m_blankCount;
     }
@@ -151,13 +163,14 @@ void ChildList::Remove(LayoutNode& child) noexcept {
 
 /// Takes the blanks out of the row.
 void ChildList::CloseUp() noexcept {
-    Unchain(m_slots);
+    Unchain();
     std::size_t end = 0;
-    for (Slot const& slot : m_slots) {
-        if (slot.node != nullptr) {
-            Put(slot, end++);
+    for (std::size_t at = 0; at < m_slots.size(); ++at) {
+        if (m_nodes[at] != nullptr) {
+            Put(m_nodes[at], m_slots[at], end++);
         }
     }
+    m_nodes.resize(end);
     m_slots.erase(m_slots.begin() + static_cast<std::ptrdiff_t>(end), m_slots.end());
     m_blankCount = 0;
 }
@@ -182,27 +195,29 @@ void ChildList::Move(LayoutNode& child, std::size_t index) {
         if (moved.size() == index) {
             moved.push_back(child.m_slot);
         }
-        if (m_slots[at].node != &child) {
+        if (m_nodes[at] != &child) {
             moved.push_back(at);
         }
     }
     std::copy_n(moved.begin(), std::min(moved.size(), order.size()), order.begin());
-    std::vector<Slot> before;
-    before.reserve(order.size() + m_slots.size());
+    std::vector<LayoutNode*> nodes;
+    std::vector<Slot> slots;
+    nodes.reserve(order.size() + m_slots.size());
+    slots.reserve(order.size() + m_slots.size());
 
     // From here on nothing can fail.
-    before.swap(m_slots);
-    Unchain(before);
-    auto const add = [this](Slot& from, bool isShown) {
-        m_slots.push_back({from.node, std::exchange(from.name, m_names.end()), isShown});
-        Put(m_slots.back(), m_slots.size() - 1);
+    Unchain();
+    nodes.swap(m_nodes);
+    slots.swap(m_slots);
+    auto const add = [&](std::size_t at, bool isShown) {
+        Add(nodes[at], {std::exchange(slots[at].name, m_names.end()), isShown});
     };
     for (std::size_t const at : order) {
-        add(before[at], true);
+        add(at, true);
     }
-    for (Slot& slot : before) {
-        if (slot.node != nullptr && (slot.name != m_names.end() || slot.node->m_slot == None)) {
-            add(slot, false);
+    for (std::size_t at = 0; at < slots.size(); ++at) {
+        if (nodes[at] != nullptr && (slots[at].name != m_names.end() || nodes[at]->m_slot == None)) {
+            add(at, false);
         }
     }
     m_blankCount = 0;
@@ -214,7 +229,7 @@ LayoutNode* ChildList::TakeFirst() noexcept {
     if (m_endedUpTo == m_slots.size()) {
         return nullptr;
     }
-    LayoutNode* const child = std::exchange(m_slots[m_endedUpTo].node, nullptr);
+    LayoutNode* const child = std::exchange(m_nodes[m_endedUpTo], nullptr);
     child->m_owner = nullptr;
     child->m_slot = None;
     return child;

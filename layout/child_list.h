@@ -41,7 +41,9 @@ public:
 
     std::size_t Size() const noexcept { return m_shownCount; }
     /// Requires position < Size().
-    LayoutNode* const& Shown(std::size_t position) const noexcept { return m_slots[SlotAt(position)].node; }
+    LayoutNode* const& Shown(std::size_t position) const noexcept { return m_nodes[SlotAt(position)]; }
+    /// The children in order where every slot is shown, so that positions needn't be looked up; else null.
+    LayoutNode* const* Row() const noexcept { return IsRow() ? m_nodes.data() : nullptr; }
 
     LayoutNode* Find(std::wstring_view name) const noexcept;
     LayoutNode* FindUtf8(std::string_view utf8Name, std::size_t& hint) const;
@@ -70,24 +72,27 @@ private:
     using Names = std::multimap<std::wstring, LayoutNode*, Text::Utf16Less>;
 
     struct Slot {
-        LayoutNode* node;
         Names::iterator name; ///< made with this slot, or the end: of a copy, and shown once more by a move
         bool isShown;
         std::size_t earlier = None;
         std::size_t shownUpTo = 0;
-
-        bool IsFirst() const noexcept { return node != nullptr && earlier == None; }
     };
 
+    bool IsRow() const noexcept { return m_shownCount == m_slots.size(); }
+    bool IsFirst(std::size_t at) const noexcept {
+        return m_nodes[at] != nullptr && m_slots[at].earlier == None;
+    }
     LayoutNode* OwnedFrom(std::size_t at) const noexcept;
     std::size_t FirstSlotFrom(std::size_t at) const noexcept;
     std::size_t SlotAt(std::size_t position) const noexcept;
-    void Put(Slot slot, std::size_t at) noexcept;
-    static void Unchain(std::vector<Slot> const& slots) noexcept;
+    void Add(LayoutNode* node, Slot const& slot) noexcept;
+    void Put(LayoutNode* node, Slot slot, std::size_t at) noexcept;
+    void Unchain() noexcept;
     void CloseUp() noexcept;
     LayoutNode* TakeFirst() noexcept;
 
     LayoutNode* m_holder;
+    std::vector<LayoutNode*> m_nodes; ///< of the slots, null in a blank one
     std::vector<Slot> m_slots;
     Names m_names;
     bool m_hasNamesakes =

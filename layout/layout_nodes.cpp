@@ -52,15 +52,17 @@ void LayoutNodes::Clear() noexcept {
 std::size_t LayoutNodes::Size() const noexcept { return m_list != nullptr ? m_list->Size() : 0; }
 
 LayoutNode& LayoutNodes::At(std::size_t index) const {
-    if (index >= Size()) {
+    if (m_list == nullptr || index >= m_list->Size()) {
         throw std::out_of_range("invalid vector subscript");
     }
-    return *Shown(index);
+    return *m_list->Shown(index);
 }
 
 LayoutNode* LayoutNodes::Back() const noexcept { return Size() != 0 ? Shown(Size() - 1) : nullptr; }
 
 LayoutNode* const& LayoutNodes::Shown(std::size_t position) const noexcept { return m_list->Shown(position); }
+
+LayoutNode* const* LayoutNodes::Row() const noexcept { return m_list != nullptr ? m_list->Row() : nullptr; }
 
 LayoutNode* LayoutNodes::Find(std::wstring_view name) const noexcept {
     return m_list != nullptr ? m_list->Find(name) : nullptr;

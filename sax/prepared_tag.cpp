@@ -22,17 +22,15 @@ std::string Converted(std::wstring_view text) {
 
 } // namespace
 
-PreparedTag::PreparedTag(std::string_view name) : m_name(name) { Prepare(); }
-
-PreparedTag::PreparedTag(std::wstring_view name) : m_name(Converted(name)) { Prepare(); }
-
-void PreparedTag::Prepare() {
-    if (Zantrel::Xml::IsPortableXmlName(m_name)) {
-        m_bytes.append("</").append(m_name).append(">");
+PreparedTag::PreparedTag(std::string_view name) : m_name(name) {
+    if (Zantrel::Xml::IsPortableXmlName(name)) {
+        m_bytes.append("</").append(name).append(">");
         m_endSize = m_bytes.size();
-        m_bytes.append("<").append(m_name);
+        m_bytes.append("<").append(name);
     }
 }
+
+PreparedTag::PreparedTag(std::wstring_view name) : PreparedTag(std::string_view(Converted(name))) {}
 
 void PreparedTag::AddAttribute(std::string_view name, std::wstring_view value) {
     AddAttribute(name, std::string_view(Converted(value)));

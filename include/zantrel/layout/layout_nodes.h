@@ -7,6 +7,7 @@
 #include <iterator>
 #include <memory>
 #include <string_view>
+#include <utility>
 
 namespace Zantrel {
 
@@ -52,7 +53,8 @@ public:
     /// The last child, or null.
     LayoutNode* Back() const noexcept;
 
-    /// All positions in order, each at the cost of At.
+    /// All positions in order. Each costs a step in memory in a list that no child has left, otherwise what
+    /// At costs.
     const_iterator begin() const noexcept;
     const_iterator end() const noexcept;
 
@@ -73,6 +75,7 @@ private:
     explicit LayoutNodes(LayoutNode* holder) noexcept;
 
     LayoutNode* const& Shown(std::size_t position) const noexcept;
+    LayoutNode* const* Row() const noexcept;
     ChildList& List();
     void Append(LayoutNode* child);
     void Move(LayoutNode const* child, std::size_t index);
@@ -95,7 +98,7 @@ public:
 
     const_iterator() = default;
 
-    reference operator*() const { return m_nodes->Shown(m_position); }
+    reference operator*() const { return m_row != nullptr ? m_row[m_position] : m_nodes->Shown(m_position); }
     pointer operator->() const { return &**this; }
     reference operator[](difference_type distance) const { return *(*this + distance); }
 
@@ -106,8 +109,8 @@ public:
     const_iterator& operator-=(difference_type distance) { return *this += -distance; }
     const_iterator& operator++() { return *this += 1; }
     const_iterator& operator--() { return *this -= 1; }
-    const_iterator operator++(int) { return const_iterator(m_nodes, m_position++); }
-    const_iterator operator--(int) { return const_iterator(m_nodes, m_position--); }
+    const_iterator operator++(int) { return std::exchange(*this, *this + 1); }
+    const_iterator operator--(int) { return std::exchange(*this, *this - 1); }
 
     /// Comparing and subtracting go by positions alone: both sides must be of one list.
     friend const_iterator operator+(const_iterator at, difference_type distance) { return at += distance; }
@@ -125,9 +128,11 @@ public:
 
 private:
     friend class LayoutNodes;
-    const_iterator(LayoutNodes const* nodes, std::size_t position) : m_nodes(nodes), m_position(position) {}
+    const_iterator(LayoutNodes const* nodes, std::size_t position)
+        : m_nodes(nodes), m_row(nodes->Row()), m_position(position) {}
 
     LayoutNodes const* m_nodes = nullptr;
+    LayoutNode* const* m_row = nullptr; ///< null where positions must be looked up
     std::size_t m_position = 0;
 };
 

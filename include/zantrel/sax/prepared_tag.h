@@ -45,8 +45,6 @@ public:
     std::string_view End() const noexcept { return std::string_view(m_bytes).substr(0, m_endSize); }
 
 private:
-    void Prepare();
-
     std::string m_name;
     std::vector<Attribute> m_attributes;
     std::string m_bytes; ///< End, and behind it Start, which grows
