@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <zantrel/database/content_list.h>
 
+#include "database/path_index.h"
+#include "database/path_order.h"
 #include "store/bag_access.h"
 
 #include <zantrel/database/value_type.h>
@@ -27,14 +29,9 @@ bool operator<(std::wstring_view path, ContentList::Node const& node) noexcept {
 
 ContentList::ContentList() = default;
 ContentList::ContentList(ContentList const& source) = default;
-// A set that was moved from may hold anything; swapping leaves it empty, as is told.
-ContentList::ContentList(ContentList&& source) noexcept { m_nodes.swap(source.m_nodes); }
+ContentList::ContentList(ContentList&& source) noexcept = default;
 ContentList& ContentList::operator=(ContentList const& source) = default;
-ContentList& ContentList::operator=(ContentList&& source) noexcept {
-    ContentList taken(std::move(source));
-    m_nodes.swap(taken.m_nodes);
-    return *this;
-}
+ContentList& ContentList::operator=(ContentList&& source) noexcept = default;
 ContentList::~ContentList() = default;
 
 namespace {
@@ -53,7 +50,40 @@ ContentList::Node::Value CaptureValue(ParameterNode const& leaf) {
     return captured;
 }
 
+/// Tells `maker`, where there is one, of each leaf that it adds.
+void AddLeaves(ParameterNode const& top, std::wstring const& prefix, ContentList::Nodes& nodes,
+               PathIndex::Maker* maker) {
+    PathOrder order(nodes);
+    for (Walk walk(top, SameNames::FirstOnly, TwofoldContainers::AreLists); walk.Next();) {
+        order.ComeTo(walk);
+        ParameterNode const& at = walk.Node();
+        if (!at.IsValid()) {
+            walk.SkipContent(); // the layout has more here than the database
+        } else if (walk.IsLeaf()) {
+            ContentList::Node leaf;
+            leaf.m_value = CaptureValue(at); // first: what can't be read isn't listed
+            if (!prefix.empty()) {
+                leaf.m_path.append(prefix).append(walk.Depth() == 0 ? L"" : L"_");
+            }
+            leaf.m_path.append(walk.Path());
+            leaf.m_pLayout = at.m_pNode;
+            leaf.m_pProperties = at.m_pProperties;
+            std::size_t const before = nodes.size();
+            auto const place = nodes.insert(order.Hint(), std::move(leaf));
+            order.Stand(place);
+            if (maker != nullptr && nodes.size() != before) { // of two leaves on one path the first stays
+                maker->Add(place);
+            }
+        }
+    }
+}
+
 } // namespace
+
+ContentList::Nodes::iterator ContentList::Nodes::Find(std::wstring_view path) const noexcept {
+    PathIndex::Place const* const found = m_index != nullptr ? m_index->Find(path) : nullptr;
+    return found != nullptr ? *found : Set::find(path);
+}
 
 void ParameterNode::CreateContentList(ContentList& list) const {
     list.m_nodes.clear();
@@ -64,31 +94,19 @@ void ParameterNode::_CreateContentList(ContentList* list) const {
     if (m_pNode == nullptr || m_pNode->m_type != Group || m_isContainer) {
         return;
     }
-    if (list == nullptr) {
-        m_contentList = std::make_shared<ContentList>();
-        list = m_contentList.get();
+    if (list != nullptr) {
+        _AddToMap(*list, std::wstring());
+        return;
     }
-    _AddToMap(*list, std::wstring());
+    m_contentList = std::make_shared<ContentList>();
+    ContentList::Nodes& nodes = m_contentList->m_nodes;
+    PathIndex::Maker maker;
+    AddLeaves(*this, std::wstring(), nodes, &maker);
+    nodes.m_index = std::make_shared<PathIndex>(maker.Make());
 }
 
 void ParameterNode::_AddToMap(ContentList& list, std::wstring const& prefix) const {
-    auto next = list.m_nodes.end();
-    for (Walk walk(*this, SameNames::FirstOnly, TwofoldContainers::AreLists); walk.Next();) {
-        ParameterNode const& at = walk.Node();
-        if (!at.IsValid()) {
-            walk.SkipContent(); // the layout has more here than the database
-        } else if (walk.IsLeaf()) {
-            ContentList::Node leaf;
-            leaf.m_value = CaptureValue(at); // first: what can't be read isn't listed
-            leaf.m_path.append(prefix).append(prefix.empty() || walk.Depth() == 0 ? L"" : L"_");
-            leaf.m_path.append(walk.Path());
-            leaf.m_pLayout = at.m_pNode;
-            leaf.m_pProperties = at.m_pProperties;
-            // Behind the last one, where in a sorted layout it belongs. Of two leaves on one path the first
-            // stays.
-            next = std::next(list.m_nodes.insert(next, std::move(leaf)));
-        }
-    }
+    AddLeaves(*this, prefix, list.m_nodes, nullptr);
 }
 
 // A cursor on anything but a group has no index, and finds nothing.
@@ -98,7 +116,7 @@ ParameterNode ParameterNode::Query(wchar_t const* path) const {
     }
     ParameterNode found;
     if (path != nullptr && m_contentList != nullptr) {
-        auto const node = m_contentList->m_nodes.find(std::wstring_view(path));
+        auto const node = m_contentList->m_nodes.find(path);
         if (node != m_contentList->m_nodes.end()) {
             found.m_pNode = node->m_pLayout;
             found.m_pProperties = node->m_pProperties;

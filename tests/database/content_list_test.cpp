@@ -7,6 +7,8 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
+#include <functional>
 #include <stdexcept>
 #include <type_traits>
 #include <utility>
@@ -172,4 +174,86 @@ TEST(Query, SeesNewValuesAndOnlyAFreshCursorNewLeaves) {
         EXPECT_EQ(sharing.Query(L"G_S").GetValue<std::wstring>(), L"new");
     }
     EXPECT_TRUE(before.Query(L"N_Item[2]").IsValid() && database.Editor().Query(L"N_Item[2]").IsValid());
+}
+
+TEST(Query, AnswersFromTheSetAsAHostHasLeftIt) {
+    using Nodes = ContentList::Nodes;
+    auto const isFound = [](ParameterNode const& cursor) {
+        return cursor.Query(L"G_I").IsValid() && cursor.Query(L"G_I").m_pNode->m_name == L"I";
+    };
+    auto const isThere = [](Nodes const& nodes) { return nodes.contains(L"G_I"); };
+    struct {
+        bool finds;
+        std::function<void(Nodes&, Nodes& other)> edit;
+    } const rows[] = {
+        {true, [](Nodes&, Nodes&) {}},
+        {true, [](Nodes& nodes, Nodes&) { nodes.erase(nodes.find(L"G_S")); }},
+        {false, [](Nodes& nodes, Nodes&) { nodes.erase(nodes.find(L"G_I")); }},
+        {false, [](Nodes& nodes, Nodes&) { nodes.erase(*nodes.find(L"G_I")); }},
+        {false, [](Nodes& nodes, Nodes&) { nodes.erase(nodes.begin(), nodes.end()); }},
+        {false, [](Nodes& nodes, Nodes&) { nodes.clear(); }},
+        {false, [](Nodes& nodes, Nodes&) { nodes = {}; }},
+        {false, [](Nodes& nodes, Nodes&) { nodes = Nodes({ContentList::Node()}); }},
+        {false, [](Nodes& nodes, Nodes& other) { nodes.swap(other); }},
+        {false, [](Nodes& nodes, Nodes& other) { other = std::move(nodes); }},
+        {false, [](Nodes& nodes, Nodes& other) { other.merge(nodes); }},
+        {true, [](Nodes& nodes, Nodes& other) { other.merge(nodes), nodes.merge(other); }},
+        {true, [](Nodes& nodes, Nodes& other) { other = nodes, nodes = other; }},
+        {false,
+         [](Nodes& nodes, Nodes& other) { // one comes for one that lives on elsewhere
+             other.insert(nodes.extract(nodes.find(L"G_I")));
+             nodes.emplace();
+         }},
+        {true,
+         [](Nodes& nodes, Nodes&) { // under another path, and back
+             auto node = nodes.extract(nodes.find(L"G_I"));
+             node.value().m_path = L"new";
+             auto renamed = nodes.extract(nodes.insert(std::move(node)).position);
+             renamed.value().m_path = L"G_I";
+             nodes.insert(std::move(renamed));
+         }},
+    };
+    SmallDatabase database;
+    for (auto const& row : rows) {
+        ParameterNode const cursor = database.Editor();
+        EXPECT_TRUE(isFound(cursor));
+        Nodes& nodes = cursor.m_contentList->m_nodes;
+        Nodes other;
+        row.edit(nodes, other);
+        EXPECT_EQ(isFound(cursor), row.finds) << &row - rows;
+        EXPECT_EQ(isThere(nodes), row.finds) << &row - rows;
+        ContentList::Node added;
+        added.m_path = L"added";
+        added.m_pLayout = database.layout.m_profileEditor.GetNode();
+        nodes.insert(added);
+        EXPECT_EQ(cursor.Query(L"added").m_pNode, added.m_pLayout);
+    }
+}
+
+TEST(Query, FindsEachLeafWhateverTheOrderOfTheirPaths) {
+    ParameterLayout layout;
+    LayoutNode& editor = *layout.m_profileEditor;
+    LayoutNode& list = *editor.AddNode(L"z_[1]")->SetList(true, L"i", L"");
+    list.SetMultiplicity(1234);
+    for (wchar_t const* const name : {L"c", L"b_", L"b", L"b_c", L"a", L"a"}) {
+        LayoutNode& group = *editor.AddNode(name)->AddNode(L"p");
+        group.SetProfile(true, L"i")->AddNode(L"c_d")->AddNode(L"e");
+        group.AddNode(L"c")->AddNode(L"d_e");
+        group.AddNode(L"c]");
+    }
+    ParameterDatabase values(&layout);
+    for (wchar_t const* const name : {L"1", L"10", L"1]", L"1^", L"2", L"a", L"a]_c", L"::"}) {
+        values.GetProfileEditor().Get(L"b").Get(L"p").AddProfile(name, true);
+    }
+    for (std::wstring const& name : {Character(0xD800) + Character(0xDC00), Character(0x10000)}) {
+        values.GetProfileEditor().Get(L"c").Get(L"p").AddProfile(name.c_str(), true);
+    }
+    ParameterNode const cursor = values.GetProfileEditor();
+    ContentList const all = Listed(cursor);
+    EXPECT_GT(all.m_nodes.size(), 1234u);
+    EXPECT_TRUE(std::is_sorted(all.m_nodes.begin(), all.m_nodes.end()));
+    for (ContentList::Node const& node : all.m_nodes) {
+        ParameterNode const found = cursor.Query(node.m_path.c_str());
+        EXPECT_TRUE(found.m_pNode == node.m_pLayout && found.m_pProperties == node.m_pProperties);
+    }
 }

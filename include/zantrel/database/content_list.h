@@ -5,13 +5,18 @@
 #include <zantrel/store/persistent_properties.h>
 
 #include <functional>
+#include <initializer_list>
+#include <memory>
 #include <set>
 #include <string>
 #include <string_view>
+#include <type_traits>
+#include <utility>
 
 namespace Zantrel {
 
 struct LayoutNode;
+class PathIndex;
 
 /// A flat index of the leaves below a cursor, sorted by a path that also leads through items and profiles. A
 /// snapshot: leaves that are added later are not in it, and its pointers go stale with the bags they name.
@@ -43,8 +48,105 @@ struct ZANTREL_EXPORT ContentList {
         friend ZANTREL_EXPORT bool operator<(std::wstring_view path, Node const& node) noexcept;
     };
 
-    /// A path can be looked up as it stands: `list.m_nodes.find(std::wstring_view(L"Laser_Power"))`.
-    std::set<Node, std::less<>> m_nodes;
+    /// An ordered set, unique by path, with all that std::set has. A path can be looked up as it stands:
+    /// `list.m_nodes.find(L"Laser_Power")`. The set that ParameterNode::Query keeps finds paths in constant
+    /// time, until something is taken out of it; all others, and what is added later, by their order.
+    class Nodes : private std::set<Node, std::less<>> {
+        using Set = std::set<Node, std::less<>>;
+
+    public:
+        using Set::allocator_type;
+        using Set::const_iterator;
+        using Set::const_pointer;
+        using Set::const_reference;
+        using Set::const_reverse_iterator;
+        using Set::difference_type;
+        using Set::insert_return_type;
+        using Set::iterator;
+        using Set::key_compare;
+        using Set::key_type;
+        using Set::node_type;
+        using Set::pointer;
+        using Set::reference;
+        using Set::reverse_iterator;
+        using Set::size_type;
+        using Set::value_compare;
+        using Set::value_type;
+
+        Nodes() = default;
+        Nodes(std::set<Node, std::less<>> nodes) noexcept : Set(std::move(nodes)) {}
+        Nodes(std::initializer_list<Node> nodes) : Set(nodes) {}
+        Nodes(Nodes const& source) : Set(source) {}
+        Nodes(Nodes&& source) noexcept { swap(source); } ///< leaves it empty
+        Nodes& operator=(Nodes source) noexcept {
+            swap(source);
+            return *this;
+        }
+        ~Nodes() = default;
+
+        using Set::begin;
+        using Set::cbegin;
+        using Set::cend;
+        using Set::count;
+        using Set::crbegin;
+        using Set::crend;
+        using Set::empty;
+        using Set::end;
+        using Set::equal_range;
+        using Set::get_allocator;
+        using Set::key_comp;
+        using Set::lower_bound;
+        using Set::max_size;
+        using Set::rbegin;
+        using Set::rend;
+        using Set::size;
+        using Set::upper_bound;
+        using Set::value_comp;
+        iterator find(Node const& node) const { return Find(node.m_path); }
+        template <class Path> iterator find(Path const& path) const {
+            if constexpr (std::is_convertible_v<Path const&, std::wstring_view>) {
+                return Find(path);
+            } else {
+                return Set::find(path);
+            }
+        }
+        template <class Path> bool contains(Path const& path) const { return find(path) != end(); }
+
+        // What is added moves no other node, and none has its path.
+        using Set::emplace;
+        using Set::emplace_hint;
+        using Set::insert;
+
+        template <class... What> auto erase(What&&... what) {
+            m_index.reset();
+            return Set::erase(std::forward<What>(what)...);
+        }
+        template <class What> node_type extract(What&& what) {
+            m_index.reset();
+            return Set::extract(std::forward<What>(what));
+        }
+        void clear() noexcept {
+            m_index.reset();
+            Set::clear();
+        }
+        void merge(Nodes& source) {
+            source.m_index.reset();
+            Set::merge(static_cast<Set&>(source));
+        }
+        void merge(std::set<Node, std::less<>>& source) { Set::merge(source); }
+        void swap(Nodes& other) noexcept {
+            Set::swap(other);
+            m_index.swap(other.m_index);
+        }
+
+    private:
+        friend class ParameterNode;
+        ZANTREL_EXPORT iterator Find(std::wstring_view path) const noexcept;
+
+        std::shared_ptr<PathIndex const> m_index; ///< of nodes that are in the set, if there is one
+    };
+
+    Nodes m_nodes;
 
     ContentList();
     ContentList(ContentList const& source);
