@@ -50,6 +50,25 @@ ContentList::Node::Value CaptureValue(ParameterNode const& leaf) {
     return captured;
 }
 
+/// The leaf that a walk stands on, which becomes a node where a set makes one.
+struct Leaf {
+    ParameterNode const& at;
+    std::wstring const& prefix;
+    Walk<ParameterNode> const& walk;
+
+    operator ContentList::Node() const {
+        ContentList::Node node;
+        node.m_value = CaptureValue(at); // first: what can't be read isn't listed
+        if (!prefix.empty()) {
+            node.m_path.append(prefix).append(walk.Depth() == 0 ? L"" : L"_");
+        }
+        node.m_path.append(walk.Path());
+        node.m_pLayout = at.m_pNode;
+        node.m_pProperties = at.m_pProperties;
+        return node;
+    }
+};
+
 /// Tells `maker`, where there is one, of each leaf that it adds.
 void AddLeaves(ParameterNode const& top, std::wstring const& prefix, ContentList::Nodes& nodes,
                PathIndex::Maker* maker) {
@@ -60,16 +79,9 @@ void AddLeaves(ParameterNode const& top, std::wstring const& prefix, ContentList
         if (!at.IsValid()) {
             walk.SkipContent(); // the layout has more here than the database
         } else if (walk.IsLeaf()) {
-            ContentList::Node leaf;
-            leaf.m_value = CaptureValue(at); // first: what can't be read isn't listed
-            if (!prefix.empty()) {
-                leaf.m_path.append(prefix).append(walk.Depth() == 0 ? L"" : L"_");
-            }
-            leaf.m_path.append(walk.Path());
-            leaf.m_pLayout = at.m_pNode;
-            leaf.m_pProperties = at.m_pProperties;
             std::size_t const before = nodes.size();
-            auto const place = nodes.insert(order.Hint(), std::move(leaf));
+            // Made in its place, so that the text of its path follows it in memory: a look-up reads both.
+            auto const place = nodes.emplace_hint(order.Hint(), Leaf{at, prefix, walk});
             order.Stand(place);
             if (maker != nullptr && nodes.size() != before) { // of two leaves on one path the first stays
                 maker->Add(place);

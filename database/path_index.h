@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <deque>
 #include <string_view>
 #include <vector>
 
@@ -28,14 +29,14 @@ public:
             std::uint64_t hash;
             Place node;
         };
-        std::vector<HashedNode> m_nodes;
+        std::deque<HashedNode> m_nodes; ///< grows without moving what it has
     };
 
     /// Null where it finds none.
     Place const* Find(std::wstring_view path) const noexcept;
 
 private:
-    explicit PathIndex(std::vector<Maker::HashedNode> const& nodes);
+    explicit PathIndex(std::deque<Maker::HashedNode> const& nodes);
     static std::uint64_t HashOf(std::wstring_view path) noexcept;
     /// Where the steps of a hash begin.
     std::size_t FirstOf(std::uint64_t hash) const noexcept;

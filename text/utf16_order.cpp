@@ -4,8 +4,10 @@
 #include "text/surrogates.h"
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 
 namespace Zantrel::Text {
 
@@ -40,6 +42,28 @@ private:
     char32_t m_trail = 0;
 };
 
+/// How many characters the beginnings have in common; two words at a time, since paths, and the names of one
+/// group, often have many.
+std::size_t CommonSize(std::wstring_view left, std::wstring_view right) noexcept {
+    using TwoWords = std::array<std::uint64_t, 2>;
+    constexpr std::size_t InBoth = sizeof(TwoWords) / sizeof(wchar_t);
+    std::size_t const shorter = std::min(left.size(), right.size());
+    std::size_t same = 0;
+    for (; same + InBoth <= shorter; same += InBoth) {
+        TwoWords ofLeft;
+        TwoWords ofRight;
+        std::memcpy(&ofLeft, left.data() + same, sizeof ofLeft);
+        std::memcpy(&ofRight, right.data() + same, sizeof ofRight);
+        if (((ofLeft[0] ^ ofRight[0]) | (ofLeft[1] ^ ofRight[1])) != 0) {
+            break;
+        }
+    }
+    while (same < shorter && left[same] == right[same]) {
+        ++same;
+    }
+    return same;
+}
+
 } // namespace
 
 // Equal units are equal in both forms, so the common beginning is passed over without looking at what it is.
@@ -47,11 +71,7 @@ private:
 // two pairs differ in their second halves only: the units from there on compare right in each case, since a
 // high surrogate that is alike on both sides decides nothing.
 int Compare(std::wstring_view left, std::wstring_view right) noexcept {
-    std::size_t const shorter = std::min(left.size(), right.size());
-    std::size_t same = 0;
-    while (same < shorter && left[same] == right[same]) {
-        ++same;
-    }
+    std::size_t const same = CommonSize(left, right);
     Units leftUnits(left.substr(same));
     Units rightUnits(right.substr(same));
     for (;;) {
