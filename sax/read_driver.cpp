@@ -42,20 +42,20 @@ ReadDriver::ReadDriver(DocumentSource& source, ISAXPersist& root, ReadReport* re
 
 ReadDriver::~ReadDriver() { DestroyPushed(0); }
 
-// An element is delivered by whatever tag comes next: a start, then it has children, or its own end.
+// An element that isn't delivered as it begins is so by whatever tag comes next: a start, then it has
+// children, or its own end. Between the elements there are only texts that are nobody's.
 bool ReadDriver::Run() {
     // Before the first byte is read: what turns out to be no XML leaves the defaults, too.
     m_root.SetDefaults();
     for (;;) {
-        switch (m_tokeniser.Next()) {
+        switch (m_stage == Stage::Held ? m_tokeniser.Next() : m_tokeniser.NextTag()) {
         case Xml::Token::StartTag:
-            if (!Deliver(true)) {
+            if (!Deliver(true) || !Begin()) {
                 return false;
             }
-            Hold();
             break;
         case Xml::Token::Text:
-            HoldText();
+            m_heldText.append(m_tokeniser.Text());
             break;
         case Xml::Token::EndTag:
             if (!Deliver(false)) {
@@ -74,50 +74,71 @@ bool ReadDriver::Run() {
     }
 }
 
-// Attributes go into one text with their places, because the tokeniser's views end with its next step.
-void ReadDriver::Hold() {
+bool ReadDriver::Begin() {
     // Elements that were open before are used again, for the memory of their names.
     if (m_open.size() == m_depth) {
-        m_open.emplace_back();
+        m_open.push_back(std::make_unique<Element>());
     }
-    m_open[m_depth].tag = m_tokeniser.Name();
+    m_open[m_depth]->tag.assign(m_tokeniser.Name());
     ++m_depth;
     m_stage = Stage::Held;
-    m_text.clear();
-    m_attributeText.clear();
-    m_attributes.clear();
     m_hasAttributeMap = false;
-    for (Xml::Attribute const& attribute : m_tokeniser.Attributes()) {
-        std::size_t const name = m_attributeText.size();
-        m_attributeText.append(attribute.name);
-        std::size_t const value = m_attributeText.size();
-        m_attributeText.append(attribute.value);
-        m_attributes.push_back({name, value, m_attributeText.size()});
-    }
     if (m_report != nullptr) {
         m_place = m_tokeniser.Where();
         m_isReported = false;
     }
+    if (!m_tokeniser.TakeLeaf()) {
+        Hold();
+        return true;
+    }
+    m_text = m_tokeniser.Text();
+    m_attributes = m_tokeniser.Attributes();
+    bool const isGoingOn = Handle();
+    if (isGoingOn) {
+        End();
+    }
+    return isGoingOn;
 }
 
-void ReadDriver::HoldText() {
-    if (m_stage == Stage::Held) { // text behind a child is nobody's
-        m_text.append(m_tokeniser.Text());
+void ReadDriver::Hold() {
+    m_heldText.clear();
+    m_heldAttributes = m_tokeniser.Attributes();
+    if (m_heldAttributes.empty()) {
+        return;
+    }
+    std::size_t size = 0;
+    for (Xml::Attribute const& attribute : m_heldAttributes) {
+        size += attribute.name.size() + attribute.value.size();
+    }
+    m_heldAttributeText.clear();
+    m_heldAttributeText.reserve(size); // so that it stays where it is
+    for (Xml::Attribute& attribute : m_heldAttributes) {
+        for (std::string_view* part : {&attribute.name, &attribute.value}) {
+            std::size_t const begin = m_heldAttributeText.size();
+            m_heldAttributeText.append(*part);
+            *part = std::string_view(m_heldAttributeText).substr(begin);
+        }
     }
 }
 
-// The receivers are set before the handler is called, since it pushes while it handles. White space in front
-// of a child is layout and no text; in a leaf it is what the document says.
+// White space in front of a child is layout and no text; in a leaf it is what the document says.
 bool ReadDriver::Deliver(bool hasChildren) {
     if (m_stage != Stage::Held) {
         return true;
     }
-    m_stage = Stage::Handled;
+    m_text = m_heldText;
+    m_attributes = m_heldAttributes;
     if (hasChildren && Text::Trim(m_text).empty()) {
-        m_text.clear();
+        m_text = {};
     }
+    return Handle();
+}
+
+// The receivers are set before the handler is called, since it pushes while it handles.
+bool ReadDriver::Handle() {
+    m_stage = Stage::Handled;
     Element& element = Innermost();
-    element.receiver = m_depth == 1 ? &m_root : m_open[m_depth - 2].receiverOfChildren;
+    element.receiver = m_depth == 1 ? &m_root : m_open[m_depth - 2]->receiverOfChildren;
     element.receiverOfChildren = element.receiver;
     // What is pushed from here on goes when this element ends.
     element.pushedBefore = m_pushed.size();
@@ -172,8 +193,8 @@ std::map<std::string, std::string> const& ReadDriver::GetAttributes() {
     }
     if (!m_hasAttributeMap) {
         m_attributeMap.clear();
-        for (HeldAttribute const& held : m_attributes) {
-            m_attributeMap.emplace(NameOf(held), ValueOf(held));
+        for (Xml::Attribute const& attribute : m_attributes) {
+            m_attributeMap.emplace(attribute.name, attribute.value);
         }
         m_hasAttributeMap = true;
     }
@@ -182,7 +203,7 @@ std::map<std::string, std::string> const& ReadDriver::GetAttributes() {
 
 std::string const& ReadDriver::GetAncestorTag(std::size_t level) {
     static std::string const none;
-    return level < m_depth ? m_open[m_depth - 1 - level].tag : none;
+    return level < m_depth ? m_open[m_depth - 1 - level]->tag : none;
 }
 
 std::size_t ReadDriver::GetDepth() const { return m_depth != 0 ? m_depth - 1 : 0; }
@@ -194,21 +215,13 @@ std::optional<std::string_view> ReadDriver::FindText() const {
 // A search from the front: few elements have more than a handful, and the map above is there for the others.
 std::optional<std::string_view> ReadDriver::FindAttribute(std::string_view name) const {
     if (m_stage == Stage::Handled) {
-        for (HeldAttribute const& held : m_attributes) {
-            if (NameOf(held) == name) {
-                return ValueOf(held);
+        for (Xml::Attribute const& attribute : m_attributes) {
+            if (attribute.name == name) {
+                return attribute.value;
             }
         }
     }
     return std::nullopt;
-}
-
-std::string_view ReadDriver::NameOf(HeldAttribute const& held) const {
-    return std::string_view(m_attributeText).substr(held.name, held.value - held.name);
-}
-
-std::string_view ReadDriver::ValueOf(HeldAttribute const& held) const {
-    return std::string_view(m_attributeText).substr(held.value, held.end - held.value);
 }
 
 void ReadDriver::ReportUnparsedText(std::wstring_view expected) {
@@ -257,7 +270,7 @@ void ReadDriver::Report(Kind kind, std::initializer_list<std::wstring_view> part
         entry.column = place.column;
         for (std::size_t level = 0; level < m_depth; ++level) {
             entry.path.append(level != 0 ? L"/" : L"");
-            Text::AppendWide(m_open[level].tag, entry.path);
+            Text::AppendWide(m_open[level]->tag, entry.path);
         }
         entry.sentence = Text::Fill(KindTexts[static_cast<std::size_t>(kind)].pattern, parts);
     }

@@ -7,11 +7,11 @@
 
 #include "xml/tokeniser.h"
 
-#include <deque>
 #include <initializer_list>
 #include <map>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -28,16 +28,20 @@ public:
 /// Turns the tokens of one document into calls on handlers.
 ///
 /// A start tag is held back until the next start or end tag has come, so that the handler finds the element's
-/// text complete. All buffers are kept from element to element: once warm, an element costs no allocation.
+/// text complete. An element without children that the tokeniser has as a whole, as nearly all are, is
+/// delivered at once, and what its handler sees are views of the document. Of any other one attributes and
+/// text are copied, since the tokeniser forgets them. All buffers are kept from element to element: once
+/// warm, an element costs no allocation.
 ///
 /// What holds between two tokens:
 /// - The first m_depth of m_open are the open elements, from the root inwards. Each has been delivered but
-///   the innermost one, which may be held back (Stage::Held): then m_text and m_attributes are its own.
+///   the innermost one, which may be held back (Stage::Held): then m_heldText and m_heldAttributes are its
+///   own.
 /// - An element's end goes to the handler that got its start, or to nobody if nobody did.
 /// - m_pushed owns what handlers have pushed, each once, in the order of pushing; the last ones, from
 ///   pushedBefore of the innermost element on, are those that it has pushed itself, and end with it. Whatever
 ///   ends the read, the destructor ends the rest, inner ones first.
-/// - m_open is a deque: a tag that was handed out stays where it is until its element ends.
+/// - Each of m_open stays where it is: a tag that was handed out is good until its element ends.
 /// Only while HandleTag runs (Stage::Handled) is there an element that can be asked; at any other time the
 /// questions have the answers of an element without anything.
 ///
@@ -76,31 +80,24 @@ private:
         std::size_t pushedBefore = 0; ///< how many of m_pushed belong to elements further out
     };
 
-    /// Name and value of an attribute as places, for m_attributeText moves while it grows.
-    struct HeldAttribute {
-        std::size_t name; ///< where it begins in m_attributeText; the value follows it
-        std::size_t value;
-        std::size_t end;
-    };
-
     enum class Stage { None, Held, Handled }; ///< of the element whose start tag came last
 
-    Element& Innermost() { return m_open[m_depth - 1]; }
-    /// Opens the element of the tokeniser's start tag and keeps what the tokeniser will forget of it.
+    Element& Innermost() { return *m_open[m_depth - 1]; }
+    /// Opens the element of the tokeniser's start tag, and delivers and ends it where the tokeniser has all
+    /// of it. False when its handler refused the document.
+    bool Begin();
+    /// Keeps what the tokeniser will forget of the start tag.
     void Hold();
-    /// Adds a piece of text to the element that is held back; text behind a child is nobody's.
-    void HoldText();
-    /// Calls the handler of the element that is held back, if one is. False when it refused the document.
+    /// Delivers the element that is held back, if one is. False when its handler refused the document.
     bool Deliver(bool hasChildren);
+    /// Calls the handler of the innermost element, whose text and attributes are set. False when it refused.
+    bool Handle();
     /// Closes the innermost element.
     void End();
     /// The last ones first, down to so many.
     void DestroyPushed(std::size_t keep) noexcept;
     /// What stopped the tokeniser: the source's own words, where it was the source.
     void ReportError();
-    // Good until the next start tag.
-    std::string_view NameOf(HeldAttribute const& held) const;
-    std::string_view ValueOf(HeldAttribute const& held) const;
     /// `parts` fill the sentence of that kind. Does nothing without a report.
     void Report(ReadReport::Kind kind, std::initializer_list<std::wstring_view> parts);
 
@@ -109,17 +106,20 @@ private:
     ISAXPersist& m_root;
     ReadReport* m_report;
 
-    std::deque<Element> m_open; ///< m_depth of them are open, the others are kept for their memory
+    /// m_depth of them are open, the others are kept for their memory.
+    std::vector<std::unique_ptr<Element>> m_open;
     std::size_t m_depth = 0;
     /// Owned in the order of pushing, each once.
     std::vector<std::unique_ptr<ISAXPersist>> m_pushed;
 
     /// What follows is of the element whose start tag came last.
     Stage m_stage = Stage::None;
-    std::string m_text;
-    /// Names and values of m_attributes, one behind the other.
-    std::string m_attributeText;
-    std::vector<HeldAttribute> m_attributes;
+    std::string_view m_text;
+    std::span<Xml::Attribute const> m_attributes;
+    std::string m_heldText;
+    /// Views into m_heldAttributeText.
+    std::vector<Xml::Attribute> m_heldAttributes;
+    std::string m_heldAttributeText;
     std::map<std::string, std::string> m_attributeMap; ///< made when asked for
     bool m_hasAttributeMap = false;
     Xml::Position m_place; ///< of the start tag, known only with a report

@@ -19,6 +19,12 @@ char const* HoldBackBrackets(char const* begin, char const* end) noexcept {
     return end;
 }
 
+/// Whether [text, stop) is white space in front of what can only be a start tag.
+bool StandsBeforeChild(char const* text, char const* stop) noexcept {
+    constexpr std::string_view others("!?/\0", 4);
+    return others.find(stop[1]) == std::string_view::npos && SkipSpace(text) == stop;
+}
+
 Fault FaultOf(InputState state) noexcept {
     switch (state) {
     case InputState::Open:
@@ -54,6 +60,45 @@ Token Tokeniser::Next() {
     }
 }
 
+// The line end and blanks that stand between two tags mostly are passed over without being delivered.
+Token Tokeniser::NextTag() {
+    if (m_stage == Stage::Content)
+        if (char const* const end = m_indentation.Skip(m_at))
+            m_at = end;
+    Token token;
+    do
+        token = Next();
+    while (token == Token::Text);
+    return token;
+}
+
+// Nothing is read here, so that the tag stays good; what doesn't fit is left for Next() to find.
+bool Tokeniser::TakeLeaf() noexcept {
+    if (m_stage == Stage::EmptyElement) {
+        m_text = {};
+        m_stage = StageAfterElement();
+        return true;
+    }
+    char const* const text = m_at;
+    char const* const stop = FindTextStop(text);
+    if (*stop != '<')
+        return false;
+    if (stop[1] != '/') {
+        if (StandsBeforeChild(text, stop)) {
+            m_indentation.Keep(text, stop);
+            m_at = stop;
+        }
+        return false;
+    }
+    char const* const next = BehindUsualEndTag(stop);
+    if (next == nullptr)
+        return false;
+    m_text = {text, stop};
+    m_at = stop;
+    DeliverEnd(next);
+    return true;
+}
+
 // Nearly all of a document is decided here; what is seldom has functions of its own, so that this one stays
 // small.
 inline Token Tokeniser::StepInContent() {
@@ -69,10 +114,14 @@ inline Token Tokeniser::StepInContent() {
     }
     if (at[1] != '/')
         return StepAtMarkup();
+    char const* const next = BehindUsualEndTag(at);
+    return next != nullptr ? DeliverEnd(next) : ReadEndTag();
+}
+
+inline char const* Tokeniser::BehindUsualEndTag(char const* at) const noexcept {
     char const* const name = at + 2;
     std::size_t const size = m_open.Innermost().size();
-    bool const isUsual = m_open.InnermostIsAt(name, m_input.End()) && name[size] == '>';
-    return isUsual ? DeliverEnd(name + size + 1) : ReadEndTag();
+    return m_open.InnermostIsAt(name, m_input.End()) && name[size] == '>' ? name + size + 1 : nullptr;
 }
 
 Token Tokeniser::StepElsewhere() {

@@ -51,6 +51,13 @@ public:
     /// What the source throws goes through, and Next() gives Error from then on. After std::bad_alloc it does
     /// the same, or takes the step once more.
     Token Next();
+    /// As Next(), without texts.
+    Token NextTag();
+    /// Right behind a StartTag, the same in one step as Next() would give in two: true where nothing but a
+    /// text and the end tag follow, and lie in the buffer. Text() is then the element's, and may be empty;
+    /// Name() and Attributes() stay good, and Where() is that of the end tag. Otherwise Next() gives what
+    /// follows, without white space that stands right before a child.
+    bool TakeLeaf() noexcept;
 
     /// Of the start or end tag; an end tag that empty-element syntax stands for has the same. Good until the
     /// next Next().
@@ -99,6 +106,9 @@ private:
     Token ReadEndTag();
     /// Makes [m_at, end) the current text, behind which the document goes on at `next`.
     Token DeliverText(char const* end, char const* next) noexcept;
+    /// The place behind the innermost element's end tag, where its "</" is at `at` and the rest stands in the
+    /// buffer without white space; null otherwise.
+    char const* BehindUsualEndTag(char const* at) const noexcept;
     /// Closes the innermost element.
     Token DeliverEnd(char const* next) noexcept;
 

@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <cstring>
 #include <functional>
+#include <regex>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -45,8 +46,9 @@ std::string PlaceOf(Tokeniser const& tokeniser) {
 }
 
 /// What is delivered, in a form of its own: "<a b=[1]>" for a start, "</a>" for an end, texts joined; an
-/// error is "!line:column sentence" and replaces all else.
-std::string Read(Tokeniser& tokeniser) {
+/// error is "!line:column sentence" and replaces all else. Leaves are taken in one step where they can be, if
+/// wanted.
+std::string Read(Tokeniser& tokeniser, bool takesLeaves = false) {
     std::string events;
     for (;;) {
         switch (tokeniser.Next()) {
@@ -55,6 +57,8 @@ std::string Read(Tokeniser& tokeniser) {
             for (auto const& [name, value] : tokeniser.Attributes())
                 events.append(" ").append(name).append("=[").append(value).append("]");
             events += ">";
+            if (takesLeaves && tokeniser.TakeLeaf())
+                events.append(tokeniser.Text()).append("</").append(tokeniser.Name()).append(">");
             break;
         case Token::EndTag:
             events.append("</").append(tokeniser.Name()).append(">");
@@ -74,6 +78,11 @@ std::string Read(std::string_view document, std::size_t pieceSize = Whole, std::
     Source source(document);
     Tokeniser tokeniser(source, pieceSize, maxDepth);
     return Read(tokeniser);
+}
+
+/// Without what taking leaves may pass over: white space in front of a child.
+std::string WithoutLayout(std::string const& events) {
+    return std::regex_replace(events, std::regex("[ \\n\\t]+<(?!/)"), "<");
 }
 
 std::string InUtf16(std::string_view utf8, bool isLittleEndian) {
@@ -101,8 +110,12 @@ struct Case {
 /// However the document is cut.
 void ExpectRead(std::initializer_list<Case> cases) {
     for (auto const& [document, expected] : cases)
-        for (std::size_t const pieceSize : std::initializer_list<std::size_t>{Whole, 1, 2, 3, 4, 5})
+        for (std::size_t const pieceSize : std::initializer_list<std::size_t>{Whole, 1, 2, 3, 4, 5, 20}) {
             EXPECT_EQ(Read(document, pieceSize), expected) << document << "\nin pieces of " << pieceSize;
+            Source source(document);
+            Tokeniser tokeniser(source, pieceSize);
+            EXPECT_EQ(WithoutLayout(Read(tokeniser, true)), WithoutLayout(expected)) << document;
+        }
 }
 
 struct Refusal {
