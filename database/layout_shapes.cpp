@@ -35,13 +35,14 @@ bool IsAsBefore(NodeShape::Child const& child, LayoutNode const& node) {
 
 } // namespace
 
-NodeShape::NodeShape(LayoutShapes const& all, LayoutNode const& node, DefaultValues const& defaults)
-    : m_all(all), m_node(node) {
+NodeShape::NodeShape(LayoutShapes const& all, std::size_t number, LayoutNode const& node,
+                     DefaultValues const& defaults)
+    : m_all(all), m_number(number), m_node(node) {
     m_children.reserve(node.Size());
     for (LayoutNode const* const child : node.m_children) {
         bool const isFound = node.GetNode(std::wstring_view(child->m_name)) == child;
         m_children.push_back({child, 0, nullptr, child->m_type, child->m_isList, child->m_isProfileList,
-                              child->m_name, DefaultText(*child),
+                              child->m_name, DefaultText(*child), false,
                               isFound ? StringConversion::NativeToUtf8(child->m_name) : std::string()});
         AddBag(child->m_name, ModelOf(*child, defaults));
     }
@@ -53,8 +54,9 @@ NodeShape::NodeShape(LayoutShapes const& all, LayoutNode const& node, DefaultVal
     for (std::size_t index = 0; index < m_children.size(); ++index) {
         m_children[index].slot = slots[index];
         m_childOfSlot[slots[index]] = index;
-        if (Find(m_children[index].name) != slots[index]) {
-            m_children[index].utf8Name.clear(); // a look-up in the bag finds that of another child
+        m_children[index].isFirst = Find(m_children[index].name) == slots[index];
+        if (!m_children[index].isFirst) {
+            m_children[index].utf8Name.clear();
         }
     }
 }
@@ -69,12 +71,13 @@ bool NodeShape::Fits(LayoutNode const& node) const {
 LayoutShapes::LayoutShapes(LayoutNode const* top) : m_top(top) {
     DefaultValues const defaults;
     if (top != nullptr && HasBody(*top)) {
-        m_shapes.push_back(std::make_unique<NodeShape>(*this, *top, defaults));
+        m_shapes.push_back(std::make_unique<NodeShape>(*this, 0, *top, defaults));
     }
     for (std::size_t index = 0; index < m_shapes.size(); ++index) {
         for (NodeShape::Child& child : m_shapes[index]->m_children) {
             if (HasBody(*child.node)) {
-                m_shapes.push_back(std::make_unique<NodeShape>(*this, *child.node, defaults));
+                m_shapes.push_back(
+                    std::make_unique<NodeShape>(*this, m_shapes.size(), *child.node, defaults));
                 child.body = m_shapes.back().get();
             }
         }
@@ -100,13 +103,12 @@ std::shared_ptr<LayoutShapes const> LayoutShapes::Of(ParameterLayout const& layo
 }
 
 bool FittingShapes::Has(NodeShape const& shape, LayoutNode const& node) {
-    if (&shape.All() == m_whole || m_known.count(&shape) != 0) {
+    NodeShape const*& known = m_known[shape.Number() % m_known.size()];
+    if (&shape.All() == m_whole || &shape == known) {
         return &shape.Node() == &node;
     }
     bool const fits = shape.All().Locale() == m_locale && shape.Fits(node);
-    if (fits) {
-        m_known.insert(&shape);
-    }
+    known = fits ? &shape : known;
     return fits;
 }
 

@@ -6,11 +6,11 @@
 
 #include <zantrel/layout/parameter_layout.h>
 
+#include <array>
 #include <cstddef>
 #include <locale>
 #include <memory>
 #include <string>
-#include <unordered_set>
 #include <vector>
 
 namespace Zantrel {
@@ -31,12 +31,16 @@ public:
         bool isProfileList;
         std::wstring name;
         std::wstring defaultText;
+        bool isFirst = false; ///< of its name: a look-up in the bag finds this child's
         std::string
             utf8Name; ///< empty where a look-up of this name, in layout or bag, finds another child or none
     };
 
-    NodeShape(LayoutShapes const& all, LayoutNode const& node, DefaultValues const& defaults);
+    /// `number` tells the shapes of a layout apart.
+    NodeShape(LayoutShapes const& all, std::size_t number, LayoutNode const& node,
+              DefaultValues const& defaults);
 
+    std::size_t Number() const noexcept { return m_number; }
     LayoutNode const& Node() const noexcept { return m_node; }
     LayoutShapes const& All() const noexcept { return m_all; }
     std::vector<Child> const& Children() const noexcept { return m_children; }
@@ -53,6 +57,7 @@ private:
     friend class LayoutShapes;
 
     LayoutShapes const& m_all;
+    std::size_t m_number;
     LayoutNode const& m_node;
     std::vector<Child> m_children;
     std::vector<std::size_t> m_childOfSlot;
@@ -88,21 +93,20 @@ inline NodeShape const* NodeShapeOf(PersistentProperties const& bag) {
     return static_cast<NodeShape const*>(BagAccess::ShapeOf(bag));
 }
 
-/// Which shapes fit the layout as it is, each looked at once: for one operation, while which the layout
-/// doesn't change.
+/// Which shapes fit the layout as it is: for one operation, while which the layout doesn't change. Each shape
+/// is looked at when it is asked for, and again only where too many others were asked for in between.
 class FittingShapes {
 public:
     FittingShapes() = default;
     /// `shapes` are known to fit as a whole. They must live as long.
     explicit FittingShapes(LayoutShapes const& shapes) : m_whole(&shapes) {}
 
-    /// Throws std::bad_alloc.
     bool Has(NodeShape const& shape, LayoutNode const& node);
 
 private:
     LayoutShapes const* m_whole = nullptr;
     std::locale const m_locale;
-    std::unordered_set<NodeShape const*> m_known;
+    std::array<NodeShape const*, 64> m_known{}; ///< by number, each the last that fitted
 };
 
 } // namespace Zantrel

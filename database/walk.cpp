@@ -2,6 +2,7 @@
 #include <zantrel/database/walk.h>
 
 #include "database/find_bag.h"
+#include "database/layout_shapes.h"
 
 #include <zantrel/layout/layout_node.h>
 
@@ -101,6 +102,7 @@ private:
     bool StandOnTop();
     void GoIn();
     bool GoOn(Level& level);
+    static PersistentProperties* BagOf(PersistentProperties& bag, LayoutNode const& child, std::size_t index);
     bool NextChild(Level& level);
     bool NextItem(Level& level);
     bool DefaultProfile(Level& level);
@@ -199,6 +201,19 @@ bool WalkState::GoOn(Level& level) {
     return false;
 }
 
+/// The bag of a child, in its shape's place or by name.
+PersistentProperties* WalkState::BagOf(PersistentProperties& bag, LayoutNode const& child,
+                                       std::size_t index) {
+    NodeShape const* const shape = NodeShapeOf(bag);
+    if (shape != nullptr && index < shape->Children().size()) {
+        NodeShape::Child const& own = shape->Children()[index];
+        if (own.node == &child && own.isFirst) {
+            return LiveBag(&BagAccess::BagAt(bag, own.slot));
+        }
+    }
+    return FindBag(bag, child.m_name);
+}
+
 bool WalkState::NextChild(Level& level) {
     if (level.given == level.layout->Size()) {
         return false;
@@ -207,7 +222,7 @@ bool WalkState::NextChild(Level& level) {
     LayoutNode const& child = level.layout->At(index);
     if (level.bag != nullptr && child.Parent() == level.layout) {
         m_at.m_pNode = &child;
-        m_at.m_pProperties = FindBag(*level.bag, child.m_name);
+        m_at.m_pProperties = BagOf(*level.bag, child, index);
         m_at.m_isContainer = child.m_isProfileList || child.m_isList;
         m_at.m_pParentProperties = nullptr;
     } else { // nothing stands here, or the layout is a copy

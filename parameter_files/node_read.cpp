@@ -127,14 +127,16 @@ NodeShape::Child const* NodeRead::NextByShape(std::string_view tag) const {
 
 bool NodeRead::ReadByShape(NodeShape::Child const& child, KelSAX::ISAXReader& reader) {
     auto& bag = BagAccess::BagAt(*m_node.m_pProperties, child.slot);
-    if (bag.m_deleted || child.isList || child.isProfileList || reader.HasAttributes()) {
+    bool const isContainer = child.isList || child.isProfileList;
+    if (bag.m_deleted || reader.HasAttributes()) {
         return false;
     }
-    if (child.body != nullptr) {
-        ParameterNode group;
-        group.m_pNode = child.node;
-        group.m_pProperties = &bag.m_value;
-        ReadChildren(group, reader);
+    if (isContainer || child.body != nullptr) {
+        ParameterNode node;
+        node.m_pNode = child.node;
+        node.m_pProperties = &bag.m_value;
+        node.m_isContainer = isContainer;
+        ReadContent(node, reader);
         return true;
     }
     IPersistentProperty* const value = BagAccess::PlainValueAt(*m_node.m_pProperties, child.slot);
@@ -217,7 +219,11 @@ void NodeRead::ReadParameter(LayoutNode const& child, KelSAX::ISAXReader& reader
         node.m_isContainer = isContainer;
     }
     ReadFlags(m_grammar.parameterFlags, node, reader);
-    if (!isContainer) {
+    ReadContent(node, reader);
+}
+
+void NodeRead::ReadContent(ParameterNode& node, KelSAX::ISAXReader& reader) {
+    if (!node.m_isContainer) {
         ReadValue(node, reader);
         return;
     }

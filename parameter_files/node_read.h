@@ -49,6 +49,7 @@ private:
     void ReadDefault(KelSAX::ISAXReader& reader);
     void ReadEntry(KelSAX::ISAXReader& reader);
     void ReadParameter(LayoutNode const& child, KelSAX::ISAXReader& reader);
+    void ReadContent(ParameterNode& node, KelSAX::ISAXReader& reader);
     void ReadValue(ParameterNode const& node, KelSAX::ISAXReader& reader);
     void ReadChildren(ParameterNode const& node, KelSAX::ISAXReader& reader);
     void NoteUnknown(KelSAX::ISAXReader& reader) const;
