@@ -2,13 +2,15 @@
 # Each benchmarks/<subject>_benchmark.cpp is one program.
 find_package(benchmark REQUIRED)
 find_package(EXPAT REQUIRED)    # the unit that reading is measured in
-find_package(pugixml REQUIRED)  # the rival
+find_package(pugixml REQUIRED)  # the rivals
+find_package(nlohmann_json REQUIRED)
 
 file(GLOB benchmark_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/benchmarks/*_benchmark.cpp)
 foreach(source IN LISTS benchmark_sources)
   get_filename_component(name ${source} NAME_WE)
   add_executable(${name} ${source})
   target_link_libraries(${name} PRIVATE
-    zantrel_internal zantrel_warnings benchmark::benchmark_main EXPAT::EXPAT pugixml::pugixml)
+    zantrel_internal zantrel_warnings benchmark::benchmark_main EXPAT::EXPAT pugixml::pugixml
+    nlohmann_json::nlohmann_json)
   set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/benchmarks)
 endforeach()
