@@ -38,7 +38,10 @@ static_assert(InEnumOrder(KindTexts, &KindText::kind, Kind::DroppedValue));
 } // namespace
 
 ReadDriver::ReadDriver(DocumentSource& source, ISAXPersist& root, ReadReport* report)
-    : m_source(source), m_tokeniser(source), m_root(root), m_report(report) {}
+    : m_source(source), m_tokeniser(source), m_root(root), m_report(report) {
+    m_open.push_back(std::make_unique<Element>());
+    m_open.front()->receiverOfChildren = &root;
+}
 
 ReadDriver::~ReadDriver() { DestroyPushed(0); }
 
@@ -76,11 +79,13 @@ bool ReadDriver::Run() {
 
 bool ReadDriver::Begin() {
     // Elements that were open before are used again, for the memory of their names.
-    if (m_open.size() == m_depth) {
+    if (m_open.size() == m_depth + 1) {
         m_open.push_back(std::make_unique<Element>());
     }
-    m_open[m_depth]->tag.assign(m_tokeniser.Name());
     ++m_depth;
+    std::string& tag = Innermost().tag; // by the two calls that are inlined, other than those that assign
+    tag.resize(m_tokeniser.Name().size());
+    m_tokeniser.Name().copy(tag.data(), tag.size());
     m_stage = Stage::Held;
     m_hasAttributeMap = false;
     if (m_report != nullptr) {
@@ -138,7 +143,7 @@ bool ReadDriver::Deliver(bool hasChildren) {
 bool ReadDriver::Handle() {
     m_stage = Stage::Handled;
     Element& element = Innermost();
-    element.receiver = m_depth == 1 ? &m_root : m_open[m_depth - 2]->receiverOfChildren;
+    element.receiver = m_open[m_depth - 1]->receiverOfChildren;
     element.receiverOfChildren = element.receiver;
     // What is pushed from here on goes when this element ends.
     element.pushedBefore = m_pushed.size();
@@ -180,9 +185,7 @@ void ReadDriver::PushHandler(ISAXPersist* handler) {
         std::unique_ptr<ISAXPersist> pushed(handler);
         m_pushed.push_back(std::move(pushed));
     }
-    if (m_depth != 0) {
-        Innermost().receiverOfChildren = handler;
-    }
+    Innermost().receiverOfChildren = handler;
 }
 
 // Most handlers ask for attributes by name; the map is made for those that want all, once an element.
@@ -203,7 +206,7 @@ std::map<std::string, std::string> const& ReadDriver::GetAttributes() {
 
 std::string const& ReadDriver::GetAncestorTag(std::size_t level) {
     static std::string const none;
-    return level < m_depth ? m_open[m_depth - 1 - level]->tag : none;
+    return level < m_depth ? m_open[m_depth - level]->tag : none;
 }
 
 std::size_t ReadDriver::GetDepth() const { return m_depth != 0 ? m_depth - 1 : 0; }
@@ -268,8 +271,8 @@ void ReadDriver::Report(Kind kind, std::initializer_list<std::wstring_view> part
         Xml::Position const place = m_stage == Stage::Handled ? m_place : m_tokeniser.Where();
         entry.line = place.line;
         entry.column = place.column;
-        for (std::size_t level = 0; level < m_depth; ++level) {
-            entry.path.append(level != 0 ? L"/" : L"");
+        for (std::size_t level = 1; level <= m_depth; ++level) {
+            entry.path.append(level != 1 ? L"/" : L"");
             Text::AppendWide(m_open[level]->tag, entry.path);
         }
         entry.sentence = Text::Fill(KindTexts[static_cast<std::size_t>(kind)].pattern, parts);

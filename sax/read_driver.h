@@ -34,7 +34,7 @@ public:
 /// warm, an element costs no allocation.
 ///
 /// What holds between two tokens:
-/// - The first m_depth of m_open are the open elements, from the root inwards. Each has been delivered but
+/// - m_open[1] to m_open[m_depth] are the open elements, from the root inwards. Each has been delivered but
 ///   the innermost one, which may be held back (Stage::Held): then m_heldText and m_heldAttributes are its
 ///   own.
 /// - An element's end goes to the handler that got its start, or to nobody if nobody did.
@@ -82,7 +82,7 @@ private:
 
     enum class Stage { None, Held, Handled }; ///< of the element whose start tag came last
 
-    Element& Innermost() { return *m_open[m_depth - 1]; }
+    Element& Innermost() { return *m_open[m_depth]; }
     /// Opens the element of the tokeniser's start tag, and delivers and ends it where the tokeniser has all
     /// of it. False when its handler refused the document.
     bool Begin();
@@ -106,7 +106,8 @@ private:
     ISAXPersist& m_root;
     ReadReport* m_report;
 
-    /// m_depth of them are open, the others are kept for their memory.
+    /// The document, whose child is the root, then m_depth elements that are open; the others are kept for
+    /// their memory.
     std::vector<std::unique_ptr<Element>> m_open;
     std::size_t m_depth = 0;
     /// Owned in the order of pushing, each once.

@@ -23,7 +23,7 @@ bool IsContinuation(char byte) noexcept { return (static_cast<unsigned char>(byt
 InputBuffer::InputBuffer(Io::ByteSource& source, std::size_t pieceSize)
     : m_source(source), m_pieceSize(std::max<std::size_t>(pieceSize, 1)),
       m_room(m_pieceSize + m_pieceSize / 2 + 8), m_capacity(2 * m_room),
-      m_bytes(std::make_unique_for_overwrite<char[]>(m_capacity + Block::Size)), m_end(m_bytes.get()),
+      m_bytes(std::make_unique_for_overwrite<char[]>(m_capacity + BytesBehind)), m_end(m_bytes.get()),
       m_counted(m_end) {
     SetEnd(m_end);
 }
@@ -62,7 +62,7 @@ void InputBuffer::MakeRoom(char const*& keep) {
     if (dropped >= kept) {
         std::memcpy(m_bytes.get(), keep, kept);
     } else {
-        auto larger = std::make_unique_for_overwrite<char[]>(2 * m_capacity + Block::Size);
+        auto larger = std::make_unique_for_overwrite<char[]>(2 * m_capacity + BytesBehind);
         std::memcpy(larger.get(), keep, kept);
         m_bytes = std::move(larger);
         m_capacity *= 2;
@@ -192,7 +192,7 @@ void InputBuffer::Transcode() {
 /// characters go in blocks; where nothing was dropped yet they stay in place.
 void InputBuffer::Accept(char* at, char* end) {
     // The searches below go by blocks, and look for a LF behind a CR that comes last.
-    std::memset(end, 0, Block::Size);
+    std::memset(end, 0, BytesBehind);
     char* out = m_end;
     auto const take = [&at, &out](std::size_t size) {
         if (out != at)
@@ -239,7 +239,7 @@ std::size_t InputBuffer::CheckCharacter(char const* at, char const* end) {
 
 void InputBuffer::SetEnd(char* end) noexcept {
     m_end = end;
-    std::memset(m_end, 0, Block::Size);
+    std::memset(m_end, 0, BytesBehind);
 }
 
 Position InputBuffer::PositionOf(char const* at) const noexcept {

@@ -23,7 +23,7 @@ enum class InputState { Open, Complete, ReadFailed, NoEncoding, IllFormed, Unpai
 /// What holds between all calls:
 /// - [Begin(), End()) is whole characters. What is known of a character that the last piece has cut waits in
 ///   m_raw and is put in front of the next piece.
-/// - A NUL stands at End() and nowhere before it, as XML has no such character; Block::Size bytes from End()
+/// - A NUL stands at End() and nowhere before it, as XML has no such character; BytesBehind bytes from End()
 ///   on are readable and zero. Every search relies on the one and every block on the other.
 /// - A CR at the end of a piece has become an LF already, and m_afterCarriageReturn has an LF at the
 ///   beginning of the next piece dropped.

@@ -10,13 +10,13 @@
 
 namespace Zantrel::Xml {
 
-/// The names of the elements that are open, one behind the other. A name that fits in a block is copied and
-/// compared as one, which is much faster than a few bytes are.
+/// The names of the elements that are open, one behind the other. They are copied and compared in blocks,
+/// which is much faster than byte by byte or by a function that takes any size.
 ///
 /// What holds: the innermost name ends at m_size, each other one where the next begins, and m_names has a
-/// block of room behind m_size, so that a name can be loaded as a block from its beginning. What stands
-/// behind a name, in the block that was copied, never counts. Memory grows with the deepest nesting and isn't
-/// given back.
+/// block of room behind m_size, so that a name's last block can be loaded as a whole. What stands behind a
+/// name, in the block that was copied, never counts. Memory grows with the deepest nesting and isn't given
+/// back.
 class OpenElements {
 public:
     std::size_t Depth() const noexcept { return m_begins.size(); }
@@ -25,12 +25,13 @@ public:
         return {m_names.data() + m_begins.back(), m_size - m_begins.back()};
     }
 
-    /// At least Block::Size bytes must be readable from the beginning of `name`.
+    /// Block::Size bytes must be readable behind `name`. When it throws, nothing was pushed.
     void Push(std::string_view name) {
-        if (name.size() > Block::Size || m_size + 2 * Block::Size > m_names.size())
-            return PushWithCare(name);
+        if (m_size + name.size() + Block::Size > m_names.size())
+            MakeRoom(name.size());
         m_begins.push_back(m_size);
-        std::memcpy(m_names.data() + m_size, name.data(), Block::Size);
+        for (std::size_t done = 0; done < name.size(); done += Block::Size)
+            std::memcpy(m_names.data() + m_size + done, name.data() + done, Block::Size);
         m_size += name.size();
     }
 
@@ -42,21 +43,20 @@ public:
         return name;
     }
 
-    /// Whether [at, end) begins with the innermost name. Block::Size bytes must be readable behind `end`.
-    /// What follows the name plays no part; the caller looks at that.
-    bool InnermostIsAt(char const* at, char const* end) const noexcept {
+    /// Whether the innermost name stands at `at`; what follows it plays no part. That is in the tokeniser's
+    /// buffer: as no name has a NUL, the first difference is at its end at the latest.
+    bool InnermostIsAt(char const* at) const noexcept {
         std::string_view const name = Innermost();
-        if (name.size() > Block::Size)
-            return IsAt(name, at, end);
-        return Block(at).Equal(Block(name.data())).Others().First() >= name.size();
+        for (std::size_t done = 0; done < name.size(); done += Block::Size) {
+            auto const other = Block(at + done).Equal(Block(name.data() + done)).Others();
+            if (other.Any())
+                return done + other.First() >= name.size();
+        }
+        return true;
     }
 
 private:
-    /// For a name that doesn't fit in a block, and where there is no room for a block. When it throws,
-    /// nothing was pushed.
-    void PushWithCare(std::string_view name);
-    /// As InnermostIsAt, for a name that doesn't fit in a block: nothing behind `end` is read.
-    static bool IsAt(std::string_view name, char const* at, char const* end) noexcept;
+    void MakeRoom(std::size_t size);
 
     std::vector<char> m_names; ///< with at least a block behind m_size
     std::size_t m_size = 0;

@@ -7,9 +7,11 @@
 
 /// The searches of the tokeniser, a block at a time. What holds for all without an end: they look at a buffer
 /// of whole and allowed characters (InputBuffer), where a NUL stands at the end and nowhere else, and at
-/// least Block::Size readable bytes behind it. The NUL stops every one of them, so that none needs to compare
-/// with an end, and a stop at the NUL tells the caller to read on.
+/// least BytesBehind readable bytes from it on. The NUL stops every one of them, so that none needs to
+/// compare with an end, and a stop at the NUL tells the caller to read on.
 namespace Zantrel::Xml {
+
+inline constexpr std::size_t BytesBehind = 2 * Block::Size;
 
 /// The ASCII characters that a name can begin with, and those that it can go on with; the last
 /// are all others and whatever is beyond ASCII.
@@ -29,7 +31,7 @@ inline char const* FindByte(char const* at, char byte) noexcept {
 
 /// The next byte at which character data may stop: markup, a reference, a '>' that may end "]]>", the end.
 inline char const* FindTextStop(char const* at) noexcept {
-    return Find(at, [](Block block) {
+    return FindNear(at, [](Block block) {
         return block.Equal('<') | block.Equal('&') | block.Equal('>') | block.Equal('\0');
     });
 }
@@ -45,24 +47,29 @@ inline char const* FindValueStop(char const* at, char quote) noexcept {
 /// The next byte that doesn't belong to a name, or isn't ASCII.
 inline char const* SkipAsciiName(char const* at) noexcept { return Find(at, AsciiNameBreaks); }
 
-/// The first of [at, end) that isn't TAB, LF or a printable ASCII character. Block::Size bytes must be
-/// readable behind `end`.
+/// The first of [at, end) that isn't TAB, LF or a printable ASCII character. BytesBehind bytes must be
+/// readable from `end` on. Four blocks are looked at together, since nearly none has anything else.
 inline char const* SkipPlain(char const* at, char const* end) noexcept {
-    for (; at < end; at += Block::Size) {
-        Block const block(at);
-        auto const found = block.BelowOrNotAscii(' ').Without(block.Equal('\n') | block.Equal('\t'));
-        if (found.Any()) {
+    auto const isOther = [](char const* bytes) {
+        Block const block(bytes);
+        return block.BelowOrNotAscii(' ').Without(block.Equal('\n') | block.Equal('\t'));
+    };
+    constexpr std::ptrdiff_t size = Block::Size;
+    while (end - at >= 4 * size &&
+           !((isOther(at) | isOther(at + size)) | (isOther(at + 2 * size) | isOther(at + 3 * size))).Any())
+        at += 4 * size;
+    for (; at < end; at += size)
+        if (auto const found = isOther(at); found.Any()) {
             at += found.First();
             break;
         }
-    }
     return at < end ? at : end;
 }
 
 /// How often `byte` stands in [at, end), and nothing behind it is read. Compilers turn the inner loop into
 /// blocks by themselves; a count of one byte can't overflow in it.
 inline std::size_t CountByte(char const* at, char const* end, char byte) noexcept {
-    constexpr std::ptrdiff_t chunk = 64;
+    constexpr std::ptrdiff_t chunk = 240;
     std::size_t count = 0;
     for (; end - at >= chunk; at += chunk) {
         unsigned char inChunk = 0;

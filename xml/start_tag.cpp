@@ -9,6 +9,16 @@
 
 namespace Zantrel::Xml {
 
+char const* StartTag::Scan(char const* at, Stop& stop) {
+    char const* const end = SkipName(at + 1);
+    if (end == at + 1)
+        return stop.At(Fault::NoTagName, *end == '\0' ? end : at);
+    m_name = {at + 1, end};
+    m_attributes.clear();
+    m_isEmptyElement = false;
+    return *end == '>' ? end + 1 : ScanAttributes(end, stop);
+}
+
 // Between two attributes white space must stand, in front of the end it may.
 char const* StartTag::ScanAttributes(char const* at, Stop& stop) {
     m_normalised.clear();

@@ -28,18 +28,24 @@ struct Attribute {
 /// it grows. Once warm, a tag costs no allocation.
 class StartTag {
 public:
-    /// Scans the tag whose '<' is at `at`. Gives the place behind it, or null and why it stopped.
-    /// The views stand in the buffer or in this tag. Throws std::bad_alloc; the tag may then be scanned
-    /// anew.
-    char const* Scan(char const* at, Stop& stop) {
-        char const* const end = SkipName(at + 1);
-        if (end == at + 1)
-            return stop.At(Fault::NoTagName, *end == '\0' ? end : at);
+    /// Scans a tag as most are, in ASCII and without attributes. Gives the place behind it, or null where
+    /// Scan has to look.
+    char const* ScanPlain(char const* at) noexcept {
+        if (!TableOf<decltype(AsciiNameStarts)>[static_cast<unsigned char>(at[1])])
+            return nullptr;
+        char const* const end = SkipAsciiName(at + 1);
+        if (*end != '>')
+            return nullptr;
         m_name = {at + 1, end};
         m_attributes.clear();
         m_isEmptyElement = false;
-        return *end == '>' ? end + 1 : ScanAttributes(end, stop);
+        return end + 1;
     }
+
+    /// Scans the tag whose '<' is at `at`. Gives the place behind it, or null and why it stopped.
+    /// The views stand in the buffer or in this tag. Throws std::bad_alloc; the tag may then be scanned
+    /// anew.
+    char const* Scan(char const* at, Stop& stop);
 
     std::string_view Name() const noexcept { return m_name; }
     std::vector<Attribute> const& Attributes() const noexcept { return m_attributes; }

@@ -19,11 +19,8 @@ char const* HoldBackBrackets(char const* begin, char const* end) noexcept {
     return end;
 }
 
-/// Whether [text, stop) is white space in front of what can only be a start tag.
-bool StandsBeforeChild(char const* text, char const* stop) noexcept {
-    constexpr std::string_view others("!?/\0", 4);
-    return others.find(stop[1]) == std::string_view::npos && SkipSpace(text) == stop;
-}
+/// Whether what a '<' begins can be a start tag, be that well-formed or not.
+bool MayBeginName(char byte) noexcept { return byte != '!' && byte != '?' && byte != '\0'; }
 
 Fault FaultOf(InputState state) noexcept {
     switch (state) {
@@ -62,13 +59,12 @@ Token Tokeniser::Next() {
 
 // The line end and blanks that stand between two tags mostly are passed over without being delivered.
 Token Tokeniser::NextTag() {
-    if (m_stage == Stage::Content)
-        if (char const* const end = m_indentation.Skip(m_at))
-            m_at = end;
     Token token;
-    do
+    do {
+        if (char const* const end = m_stage == Stage::Content ? m_indentation.Skip(m_at) : nullptr)
+            m_at = end;
         token = Next();
-    while (token == Token::Text);
+    } while (token == Token::Text);
     return token;
 }
 
@@ -84,10 +80,8 @@ bool Tokeniser::TakeLeaf() noexcept {
     if (*stop != '<')
         return false;
     if (stop[1] != '/') {
-        if (StandsBeforeChild(text, stop)) {
-            m_indentation.Keep(text, stop);
+        if (m_indentation.Skip(text) == stop && MayBeginName(stop[1]))
             m_at = stop;
-        }
         return false;
     }
     char const* const next = BehindUsualEndTag(stop);
@@ -109,19 +103,20 @@ inline Token Tokeniser::StepInContent() {
         char const* const stop = FindTextStop(at);
         if (*stop != '<')
             return ReadText();
-        m_indentation.Keep(at, stop);
         return DeliverText(stop, stop);
     }
-    if (at[1] != '/')
-        return StepAtMarkup();
-    char const* const next = BehindUsualEndTag(at);
-    return next != nullptr ? DeliverEnd(next) : ReadEndTag();
+    if (at[1] == '/') {
+        char const* const next = BehindUsualEndTag(at);
+        return next != nullptr ? DeliverEnd(next) : ReadEndTag();
+    }
+    char const* const next = m_tag.ScanPlain(at);
+    return next != nullptr ? DeliverStart(next) : StepAtMarkup();
 }
 
 inline char const* Tokeniser::BehindUsualEndTag(char const* at) const noexcept {
     char const* const name = at + 2;
     std::size_t const size = m_open.Innermost().size();
-    return m_open.InnermostIsAt(name, m_input.End()) && name[size] == '>' ? name + size + 1 : nullptr;
+    return m_open.InnermostIsAt(name) && name[size] == '>' ? name + size + 1 : nullptr;
 }
 
 Token Tokeniser::StepElsewhere() {
@@ -351,12 +346,15 @@ Token Tokeniser::ReadStartTag() {
     char const* const next = Scan([this](char const* at) { return m_tag.Scan(at, m_stop); });
     if (next == nullptr)
         return FailWhereStopped("a start tag");
-    m_name = m_tag.Name();
     if (m_stage == Stage::Epilog)
-        return Fail(Fault::SecondRoot, m_at, m_name);
+        return Fail(Fault::SecondRoot, m_at, m_tag.Name());
+    return DeliverStart(next);
+}
+
+inline Token Tokeniser::DeliverStart(char const* next) {
+    m_name = m_tag.Name();
     if (m_open.Depth() >= m_maxDepth)
         return Fail(Fault::TooDeep, m_at, m_name);
-
     if (!m_tag.IsEmptyElement())
         m_open.Push(m_name);
     m_stage = m_tag.IsEmptyElement() ? Stage::EmptyElement : Stage::Content;

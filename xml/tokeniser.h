@@ -89,26 +89,29 @@ private:
     static constexpr Token Nothing{-1};
 
     // Each step either delivers a token, or passes over something and gives Nothing, or fails. Those named
-    // Pass deliver none; those named Read may.
+    // Pass deliver none; those named Read may. What is seldom isn't inlined, so that it leaves the registers
+    // to the rest.
     Token StepInContent();
-    Token StepElsewhere();
+    [[gnu::noinline]] Token StepElsewhere();
     Token StepOutsideRoot();
-    Token StepAtMarkup();
+    [[gnu::noinline]] Token StepAtMarkup();
     Token Begin();
     Token PassMarkup();
     Token PassComment();
     Token PassInstruction();
     Token ReadDeclaration();
     Token ReadSection();
-    Token ReadText();
+    [[gnu::noinline]] Token ReadText();
     Token ReadReference();
     Token ReadStartTag();
-    Token ReadEndTag();
+    [[gnu::noinline]] Token ReadEndTag();
     /// Makes [m_at, end) the current text, behind which the document goes on at `next`.
     Token DeliverText(char const* end, char const* next) noexcept;
     /// The place behind the innermost element's end tag, where its "</" is at `at` and the rest stands in the
     /// buffer without white space; null otherwise.
     char const* BehindUsualEndTag(char const* at) const noexcept;
+    /// Opens the element of m_tag, behind which the document goes on at `next`.
+    Token DeliverStart(char const* next);
     /// Closes the innermost element.
     Token DeliverEnd(char const* next) noexcept;
 
