@@ -203,17 +203,6 @@ template <class Property> inline char const* Find(char const* at, Property prope
     }
 }
 
-/// As Find, two blocks at a time: for what is seldom longer but of any length within, so that the processor
-/// has no loop to guess the end of. Twice Block::Size bytes must be readable from the marked byte on.
-template <class Property>
-[[gnu::always_inline]] inline char const* FindNear(char const* at, Property property) noexcept {
-    for (;; at += 2 * Block::Size) {
-        auto const place = property(Block(at)).FirstOfBoth(property(Block(at + Block::Size)));
-        if (place < 2 * Block::Size)
-            return at + place;
-    }
-}
-
 /// The first byte of [at, end) that `property`, which must have no state, marks; `end` if there is none.
 /// Nothing behind `end` is read.
 template <class Property>

@@ -29,12 +29,11 @@ inline char const* FindByte(char const* at, char byte) noexcept {
     return Find(at, [byte](Block block) { return block.Equal(byte) | block.Equal('\0'); });
 }
 
-/// The next byte at which character data may stop: markup, a reference, a '>' that may end "]]>", the end.
-inline char const* FindTextStop(char const* at) noexcept {
-    return FindNear(at, [](Block block) {
-        return block.Equal('<') | block.Equal('&') | block.Equal('>') | block.Equal('\0');
-    });
-}
+/// Where character data may stop: at markup, a reference, a '>' that may end "]]>", the end.
+inline constexpr auto TextStops = [](Block block) {
+    return block.Equal('<') | block.Equal('&') | block.Equal('>') | block.Equal('\0');
+};
+inline char const* FindTextStop(char const* at) noexcept { return Find(at, TextStops); }
 
 /// The next byte at which an attribute's value stops or isn't what it says: its quote, what must be replaced,
 /// what may not stand there, and the end, which is below ' ' too.
@@ -46,6 +45,34 @@ inline char const* FindValueStop(char const* at, char quote) noexcept {
 
 /// The next byte that doesn't belong to a name, or isn't ASCII.
 inline char const* SkipAsciiName(char const* at) noexcept { return Find(at, AsciiNameBreaks); }
+
+// What nearly every tag and text of a leaf is made of is found by the one byte that ends it, and what else
+// would end it is looked for beside that: the processor has the place early and goes on from there before it
+// knows that nothing else came first.
+
+/// The '>' behind the rest of an ASCII name; null where something else follows the name.
+inline char const* FindEndOfPlainTag(char const* at) noexcept {
+    for (;; at += Block::Size) {
+        Block const block(at);
+        if (auto const breaks = AsciiNameBreaks(block); breaks.Any()) {
+            auto const place = block.Equal('>').First();
+            return place == breaks.First() ? at + place : nullptr;
+        }
+    }
+}
+
+/// The '<' behind character data; null where that may stop before. Two blocks are looked at together: values
+/// are seldom longer but of any length within, so that there is no loop whose end the processor would guess.
+inline char const* FindEndOfPlainText(char const* at) noexcept {
+    for (;; at += 2 * Block::Size) {
+        Block const block(at), next(at + Block::Size);
+        auto const stop = TextStops(block).FirstOfBoth(TextStops(next));
+        if (stop < 2 * Block::Size) {
+            auto const place = block.Equal('<').FirstOfBoth(next.Equal('<'));
+            return place == stop ? at + place : nullptr;
+        }
+    }
+}
 
 /// The first of [at, end) that isn't TAB, LF or a printable ASCII character. BytesBehind bytes must be
 /// readable from `end` on. Four blocks are looked at together, since nearly none has anything else.

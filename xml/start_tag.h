@@ -33,8 +33,8 @@ public:
     char const* ScanPlain(char const* at) noexcept {
         if (!TableOf<decltype(AsciiNameStarts)>[static_cast<unsigned char>(at[1])])
             return nullptr;
-        char const* const end = SkipAsciiName(at + 1);
-        if (*end != '>')
+        char const* const end = FindEndOfPlainTag(at + 1);
+        if (end == nullptr)
             return nullptr;
         m_name = {at + 1, end};
         m_attributes.clear();

@@ -76,8 +76,8 @@ bool Tokeniser::TakeLeaf() noexcept {
         return true;
     }
     char const* const text = m_at;
-    char const* const stop = FindTextStop(text);
-    if (*stop != '<')
+    char const* const stop = FindEndOfPlainText(text);
+    if (stop == nullptr)
         return false;
     if (stop[1] != '/') {
         if (m_indentation.Skip(text) == stop && MayBeginName(stop[1]))
