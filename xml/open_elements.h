@@ -43,18 +43,6 @@ public:
         return name;
     }
 
-    /// Whether the innermost name stands at `at`; what follows it plays no part. That is in the tokeniser's
-    /// buffer: as no name has a NUL, the first difference is at its end at the latest.
-    bool InnermostIsAt(char const* at) const noexcept {
-        std::string_view const name = Innermost();
-        for (std::size_t done = 0; done < name.size(); done += Block::Size) {
-            auto const other = Block(at + done).Equal(Block(name.data() + done)).Others();
-            if (other.Any())
-                return done + other.First() >= name.size();
-        }
-        return true;
-    }
-
 private:
     void MakeRoom(std::size_t size);
 

@@ -4,6 +4,7 @@
 #include "xml/blocks.h"
 
 #include <cstddef>
+#include <string_view>
 
 /// The searches of the tokeniser, a block at a time. What holds for all without an end: they look at a buffer
 /// of whole and allowed characters (InputBuffer), where a NUL stands at the end and nowhere else, and at
@@ -72,6 +73,17 @@ inline char const* FindEndOfPlainText(char const* at) noexcept {
             return place == stop ? at + place : nullptr;
         }
     }
+}
+
+/// Whether `name`, with a block of room behind it, stands at `at`; what follows it there plays no part. As no
+/// name has a NUL, the first difference is at the end of the buffer at the latest.
+inline bool IsAt(std::string_view name, char const* at) noexcept {
+    for (std::size_t done = 0; done < name.size(); done += Block::Size) {
+        auto const other = Block(at + done).Equal(Block(name.data() + done)).Others();
+        if (other.Any())
+            return done + other.First() >= name.size();
+    }
+    return true;
 }
 
 /// The first of [at, end) that isn't TAB, LF or a printable ASCII character. BytesBehind bytes must be

@@ -84,12 +84,13 @@ bool Tokeniser::TakeLeaf() noexcept {
             m_at = stop;
         return false;
     }
-    char const* const next = BehindUsualEndTag(stop);
+    char const* const next = BehindUsualEndTag(m_name, stop);
     if (next == nullptr)
         return false;
     m_text = {text, stop};
-    m_at = stop;
-    DeliverEnd(next);
+    m_token = stop;
+    m_at = next;
+    m_stage = StageAfterElement();
     return true;
 }
 
@@ -106,23 +107,26 @@ inline Token Tokeniser::StepInContent() {
         return DeliverText(stop, stop);
     }
     if (at[1] == '/') {
-        char const* const next = BehindUsualEndTag(at);
+        char const* const next = BehindUsualEndTag(m_open.Innermost(), at);
         return next != nullptr ? DeliverEnd(next) : ReadEndTag();
     }
     char const* const next = m_tag.ScanPlain(at);
     return next != nullptr ? DeliverStart(next) : StepAtMarkup();
 }
 
-inline char const* Tokeniser::BehindUsualEndTag(char const* at) const noexcept {
-    char const* const name = at + 2;
-    std::size_t const size = m_open.Innermost().size();
-    return m_open.InnermostIsAt(name) && name[size] == '>' ? name + size + 1 : nullptr;
+inline char const* Tokeniser::BehindUsualEndTag(std::string_view name, char const* at) noexcept {
+    char const* const end = at + 2;
+    return IsAt(name, end) && end[name.size()] == '>' ? end + name.size() + 1 : nullptr;
 }
 
 Token Tokeniser::StepElsewhere() {
     switch (m_stage) {
     case Stage::Content:
         break;
+    case Stage::Opened:
+        m_open.Push(m_name);
+        m_stage = Stage::Content;
+        return Nothing;
     case Stage::EmptyElement:
         m_stage = StageAfterElement();
         return Token::EndTag;
@@ -355,9 +359,7 @@ inline Token Tokeniser::DeliverStart(char const* next) {
     m_name = m_tag.Name();
     if (m_open.Depth() >= m_maxDepth)
         return Fail(Fault::TooDeep, m_at, m_name);
-    if (!m_tag.IsEmptyElement())
-        m_open.Push(m_name);
-    m_stage = m_tag.IsEmptyElement() ? Stage::EmptyElement : Stage::Content;
+    m_stage = m_tag.IsEmptyElement() ? Stage::EmptyElement : Stage::Opened;
     m_token = m_at;
     m_at = next;
     return Token::StartTag;

@@ -76,6 +76,7 @@ private:
     enum class Stage : std::uint8_t {
         Beginning,
         Prolog,
+        Opened, ///< behind a start tag: its element isn't in m_open yet, and never gets there if it is a leaf
         Content,
         Section,
         EmptyElement,
@@ -107,9 +108,9 @@ private:
     [[gnu::noinline]] Token ReadEndTag();
     /// Makes [m_at, end) the current text, behind which the document goes on at `next`.
     Token DeliverText(char const* end, char const* next) noexcept;
-    /// The place behind the innermost element's end tag, where its "</" is at `at` and the rest stands in the
-    /// buffer without white space; null otherwise.
-    char const* BehindUsualEndTag(char const* at) const noexcept;
+    /// The place behind the end tag of `name`, where its "</" is at `at` and the rest stands in the buffer
+    /// without white space; null otherwise.
+    static char const* BehindUsualEndTag(std::string_view name, char const* at) noexcept;
     /// Opens the element of m_tag, behind which the document goes on at `next`.
     Token DeliverStart(char const* next);
     /// Closes the innermost element.
