@@ -24,7 +24,7 @@ public:
         if (m_last->next == nullptr || m_last->next->source != source) {
             auto entry = m_entries.find(source);
             if (entry == m_entries.end()) {
-                entry = m_entries.emplace(source, Entry{source, make(), nullptr}).first;
+                entry = m_entries.emplace(source, Entry{source, make()}).first;
             }
             m_last->next = &entry->second;
         }
@@ -41,10 +41,10 @@ private:
     struct Entry {
         void const* source;
         KelSAX::PreparedTag tag;
-        Entry* next; ///< that was asked for after this one last; entries stay where they are
+        Entry* next = nullptr; ///< that was asked for after this one last; entries stay where they are
     };
 
-    Entry m_beforeFirst{nullptr, KelSAX::PreparedTag(std::string_view()), nullptr};
+    Entry m_beforeFirst{nullptr, KelSAX::PreparedTag(std::string_view())};
     Entry* m_last = &m_beforeFirst;
     std::unordered_map<void const*, Entry> m_entries;
 };

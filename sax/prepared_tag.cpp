@@ -22,12 +22,14 @@ std::string Converted(std::wstring_view text) {
 
 } // namespace
 
-PreparedTag::PreparedTag(std::string_view name) : m_name(name) {
-    if (Zantrel::Xml::IsPortableXmlName(name)) {
-        m_bytes.append("</").append(name).append(">");
-        m_endSize = m_bytes.size();
-        m_bytes.append("<").append(name);
+PreparedTag::PreparedTag(std::string_view name) {
+    if (!Zantrel::Xml::IsPortableXmlName(name)) {
+        m_bytes = name;
+        return;
     }
+    m_endSize = name.size() + 3;
+    m_bytes.reserve(m_endSize + 1 + name.size());
+    m_bytes.append("</").append(name).append("><").append(name);
 }
 
 PreparedTag::PreparedTag(std::wstring_view name) : PreparedTag(std::string_view(Converted(name))) {}
@@ -52,7 +54,7 @@ void PreparedTag::AddAttribute(std::string_view name, std::string_view value) {
         PutEscaped(value, TextPlace::Attribute, [this](std::string_view piece) { m_bytes.append(piece); });
     m_bytes.append("\"");
     if (!isNew || !Zantrel::Xml::IsPortableXmlName(name) || fault.kind != TextFault::Kind::None) {
-        m_bytes.clear();
+        m_bytes = std::string(Name());
         m_endSize = 0;
     }
 }

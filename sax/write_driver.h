@@ -86,8 +86,9 @@ public:
     void WriteDoubleLeaf(KelSAX::PreparedTag const& tag, double value, int precision) override;
 
 private:
-    /// Large, so that the sink is called seldom.
-    static constexpr std::size_t BufferSize = 256 * 1024;
+    /// Large, so that the sink is called seldom, but no more than a heap gives again and again and a
+    /// processor keeps near.
+    static constexpr std::size_t BufferSize = 64 * 1024;
     /// Up to so many names are compared one by one, which is faster than any set.
     static constexpr std::size_t FewAttributes = 16;
 

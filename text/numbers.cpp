@@ -45,8 +45,8 @@ char* Print(char* into, std::string_view text) noexcept {
 // gives, in a third of its time.
 //
 // A double is f * 2^e with a fraction f of 53 bits. Its first seventeen digits are the whole number nearest
-// to f * 2^e * 10^(16 - d), where d is its decimal exponent. For magnitudes from 1e-4 to 1e17 the power of
-// ten is between 10^0 and 10^21, so the product has at most 53 + 70 bits, and the power of two is a shift.
+// to f * 2^e * 10^(16 - d), where d is its decimal exponent. For magnitudes from 2^-19 to 1e17 the power of
+// ten is between 10^0 and 10^22, so the product has at most 53 + 74 bits, and the power of two is a shift.
 // The bits that a shift to the right drops decide how to round, and a tie goes to the even number, as
 // to_chars does it. d is guessed from e by the logarithm of two and may be one too small. Then, and also
 // where rounding carries into an eighteenth digit, the number is scaled once more with the next d.
@@ -54,12 +54,12 @@ char* Print(char* into, std::string_view text) noexcept {
 __extension__ using Unsigned128 = unsigned __int128;
 
 constexpr int Digits = 17;
-constexpr double SmallestFast = 1e-4; // below, %g changes to an exponent
+constexpr double SmallestFast = 0x1p-19; // 1.9e-6
 constexpr double FastEnd = 1e17;
 constexpr std::uint64_t TenTo16 = 10'000'000'000'000'000;
 
-constexpr std::array<Unsigned128, Digits + 5> MakePowersOfTen() {
-    std::array<Unsigned128, Digits + 5> powers{1};
+constexpr std::array<Unsigned128, Digits + 6> MakePowersOfTen() {
+    std::array<Unsigned128, Digits + 6> powers{1};
     for (std::size_t exponent = 1; exponent < powers.size(); ++exponent) {
         powers[exponent] = powers[exponent - 1] * 10;
     }
@@ -69,7 +69,7 @@ constexpr std::array<Unsigned128, Digits + 5> MakePowersOfTen() {
 constexpr auto PowersOfTen = MakePowersOfTen();
 
 /// fraction * 10^power * 2^exponent, rounded half to even. The fraction has 53 bits and the power is at most
-/// 21, so the product fits; a positive exponent comes with a power of 1 at the most.
+/// 22, so the product fits; a positive exponent comes with a power of 1 at the most.
 std::uint64_t Scale(std::uint64_t fraction, int power, int exponent) noexcept {
     Unsigned128 const product = fraction * PowersOfTen[static_cast<std::size_t>(power)];
     if (exponent >= 0) {
@@ -101,6 +101,31 @@ void PrintEightDigits(char* into, std::uint32_t value) noexcept {
     std::memcpy(into + 6, &Pairs[2 * (low % 100)], 2);
 }
 
+/// The first `used` digits of `text`, which is twice as long as a number, as "%g" has them for the exponent.
+char* LayOut(char* into, char const* text, int used, int decimal) noexcept {
+    if (decimal >= 0) {
+        std::memcpy(into, text, Digits);
+        if (used <= decimal + 1) {
+            return into + decimal + 1; // zeros in front of the point stay
+        }
+        into[decimal + 1] = '.';
+        std::memcpy(into + decimal + 2, text + decimal + 1, Digits);
+        return into + used + 1;
+    }
+    if (decimal >= -4) {
+        std::memcpy(into, "0.000", 5);
+        std::memcpy(into + 1 - decimal, text, Digits);
+        return into + 1 - decimal + used;
+    }
+    into[0] = text[0];
+    into[1] = '.';
+    std::memcpy(into + 2, text + 1, Digits);
+    into += used == 1 ? 1 : used + 1;
+    std::memcpy(into, "e-0", 3);
+    into[3] = static_cast<char>('0' - decimal);
+    return into + 4;
+}
+
 /// `value` is in [SmallestFast, FastEnd).
 char* PrintSeventeenDigits(char* into, double value) noexcept {
     auto const bits = std::bit_cast<std::uint64_t>(value);
@@ -114,7 +139,8 @@ char* PrintSeventeenDigits(char* into, double value) noexcept {
         digits = Scale(fraction, Digits - 1 - decimal, exponent);
     }
 
-    char text[Digits];
+    // Copied on as a whole from any of its digits, for that is faster than by the number of those that count.
+    char text[2 * Digits] = {};
     text[0] = static_cast<char>('0' + digits / TenTo16);
     digits %= TenTo16;
     PrintEightDigits(text + 1, static_cast<std::uint32_t>(digits / 100'000'000));
@@ -123,16 +149,7 @@ char* PrintSeventeenDigits(char* into, double value) noexcept {
     while (text[used - 1] == '0') {
         --used;
     }
-    auto const view = [&text](int from, int to) {
-        return std::string_view(text + from, static_cast<std::size_t>(to - from));
-    };
-    if (decimal < 0) {
-        into = Print(Print(into, "0."),
-                     std::string_view("000").substr(0, static_cast<std::size_t>(-decimal - 1)));
-        return Print(into, view(0, used));
-    }
-    into = Print(into, view(0, decimal + 1)); // zeros in front of the point stay
-    return used <= decimal + 1 ? into : Print(Print(into, "."), view(decimal + 1, used));
+    return LayOut(into, text, used, decimal);
 }
 #endif
 
@@ -208,11 +225,11 @@ char* PrintDouble(char* into, double value, int precision) noexcept {
     }
 #ifdef __SIZEOF_INT128__
     double const magnitude = std::fabs(value);
-    if (precision == Digits && magnitude >= SmallestFast && magnitude < FastEnd) {
-        if (value < 0) {
+    if (precision == Digits && magnitude < FastEnd && (magnitude >= SmallestFast || magnitude == 0)) {
+        if (std::signbit(value)) {
             *into++ = '-';
         }
-        return PrintSeventeenDigits(into, magnitude);
+        return magnitude != 0 ? PrintSeventeenDigits(into, magnitude) : Print(into, "0");
     }
 #endif
     // Fifty digits, a sign, "0.000" and an exponent keep within NumberRoom.

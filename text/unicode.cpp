@@ -7,10 +7,10 @@
 #include <cstddef>
 #include <cstdint>
 
-// Every conversion runs in two parts: the ASCII beginning of a text, which mostly is all of it, goes in
-// blocks into room that was made for the case that there is nothing else; then the rest goes character by
-// character. No character becomes fewer bytes than it has units, so the room is enough for the beginning, and
-// the text is cut to what was converted before the rest is appended.
+// ASCII, which mostly is all of a text, goes in blocks; the rest goes character by character. To wide, the
+// beginning goes into room that was made for the case that there is nothing else: no character becomes fewer
+// bytes than it has units, so the room is enough, and the text is cut to what was converted before the rest
+// is appended.
 //
 // On the wide side a unit is a code point or one half of a pair, whatever the width of wchar_t: halves that
 // stand together are joined everywhere, and only where wchar_t has 16 bits are characters split again.
@@ -21,20 +21,30 @@ namespace {
 // Nearly all texts are ASCII. They are converted in blocks, whose inner loops have a fixed length so that the
 // compiler makes vector instructions of them.
 constexpr std::size_t Block = 16;
+constexpr std::size_t NarrowBlockSize = 8;
+
+/// Converts a block as if it were ASCII, and says whether it is.
+bool NarrowBlock(wchar_t const* text, char* into) noexcept {
+    std::uint32_t all = 0;
+    for (std::size_t index = 0; index < NarrowBlockSize; ++index) {
+        auto const unit = static_cast<std::uint32_t>(text[index]);
+        all |= unit;
+        into[index] = static_cast<char>(unit);
+    }
+    return all < 0x80;
+}
 
 /// Converts the ASCII characters that `text` begins with and gives their number. `into` has room for all of
-/// `text`.
+/// `text`. What is left behind the last block is the end of one more, which begins in the one before.
 std::size_t NarrowAscii(std::wstring_view text, char* into) noexcept {
     std::size_t done = 0;
-    for (; text.size() - done >= Block; done += Block) {
-        std::uint32_t all = 0;
-        for (std::size_t index = 0; index < Block; ++index) {
-            auto const unit = static_cast<std::uint32_t>(text[done + index]);
-            all |= unit;
-            into[done + index] = static_cast<char>(unit);
-        }
-        if (all >= 0x80) {
-            break;
+    while (text.size() - done >= NarrowBlockSize && NarrowBlock(text.data() + done, into + done)) {
+        done += NarrowBlockSize;
+    }
+    if (done != 0 && text.size() - done < NarrowBlockSize) {
+        std::size_t const last = text.size() - NarrowBlockSize;
+        if (NarrowBlock(text.data() + last, into + last)) {
+            return text.size();
         }
     }
     for (; done < text.size() && static_cast<std::uint32_t>(text[done]) < 0x80; ++done) {
@@ -100,17 +110,22 @@ Encoded Encode(char32_t code) noexcept {
 
 /// Appends `text` up to the first thing that is no code point, or to its end when `keepAll`.
 bool Append(std::wstring_view text, std::string& utf8, bool keepAll) {
-    std::size_t const start = utf8.size();
-    utf8.resize(start + text.size());
-    std::size_t const ascii = NarrowAscii(text, utf8.data() + start);
-    utf8.resize(start + ascii);
-    text.remove_prefix(ascii);
+    char ascii[256]; // the room of the string isn't used, since it would be cleared first
     while (!text.empty()) {
-        char32_t const code = TakeCodePoint(text);
-        if (!keepAll && !IsCodePoint(code)) {
-            return false;
+        std::wstring_view const part = text.substr(0, sizeof ascii);
+        std::size_t const size = NarrowAscii(part, ascii);
+        utf8.append(ascii, size);
+        text.remove_prefix(size);
+        if (size == part.size()) {
+            continue;
         }
-        utf8.append(Encode(code).View());
+        do { // where one isn't ASCII, mostly the next isn't either
+            char32_t const code = TakeCodePoint(text);
+            if (!keepAll && !IsCodePoint(code)) {
+                return false;
+            }
+            utf8.append(Encode(code).View());
+        } while (!text.empty() && static_cast<std::uint32_t>(text.front()) >= 0x80);
     }
     return true;
 }

@@ -33,7 +33,9 @@ public:
     void AddAttribute(std::string_view name, std::string_view value);
     void AddAttribute(std::string_view name, std::wstring_view value);
 
-    std::string_view Name() const noexcept { return m_name; }
+    std::string_view Name() const noexcept {
+        return IsReady() ? End().substr(2, m_endSize - 3) : std::string_view(m_bytes);
+    }
     std::vector<Attribute> const& Attributes() const noexcept { return m_attributes; }
 
     /// Whether XML can carry all of it. Start and End are empty where it can't.
@@ -45,9 +47,8 @@ public:
     std::string_view End() const noexcept { return std::string_view(m_bytes).substr(0, m_endSize); }
 
 private:
-    std::string m_name;
     std::vector<Attribute> m_attributes;
-    std::string m_bytes; ///< End, and behind it Start, which grows
+    std::string m_bytes; ///< End, and behind it Start, which grows; the name alone when not ready
     std::size_t m_endSize = 0;
 };
 
