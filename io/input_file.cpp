@@ -2,6 +2,7 @@
 #include "io/input_file.h"
 
 #include "io/describe_failure.h"
+#include "text/byte_pieces.h"
 
 namespace Zantrel::Io {
 
@@ -36,18 +37,16 @@ bool ReadWholeFile(std::wstring const& path, std::vector<std::byte>& bytes) {
         return false;
     }
     // No size is asked for beforehand, which pipes and devices don't tell and which may change meanwhile.
-    constexpr std::size_t Piece = 64 * 1024;
-    std::vector<std::byte> content;
+    std::vector<std::byte> piece(std::size_t(64) * 1024);
+    Text::BytePieces content;
     for (;;) {
-        std::size_t const size = content.size();
-        content.resize(size + Piece);
-        std::ptrdiff_t const got = file.Read(reinterpret_cast<char*>(content.data() + size), Piece);
+        std::ptrdiff_t const got = file.Read(reinterpret_cast<char*>(piece.data()), piece.size());
         if (got < 0) {
             return false;
         }
-        content.resize(size + static_cast<std::size_t>(got));
+        content.Append(std::span(piece).first(static_cast<std::size_t>(got)));
         if (got == 0) {
-            bytes = std::move(content);
+            bytes = content.Join();
             return true;
         }
     }

@@ -8,6 +8,9 @@
 #include <zantrel/sax/sax_reader.h>
 #include <zantrel/sax/tag_writer.h>
 
+#include <algorithm>
+#include <span>
+
 template class PersistentProperty<KelAM::FileContent>;
 
 namespace KelAM {
@@ -16,6 +19,7 @@ namespace {
 
 constexpr std::string_view NameWord = "Name";
 constexpr std::string_view DataWord = "Data";
+constexpr std::size_t EncodedAtOnce = std::size_t(3) * 16 * 1024; ///< a multiple of three bytes
 
 } // namespace
 
@@ -53,13 +57,20 @@ bool FileContentRead::HandleTag(std::string const& tag, KelSAX::ISAXReader& read
     return false;
 }
 
+// Piece by piece, for the text of a large file is larger yet. Without bytes there is one piece, which is
+// empty.
 bool FileContentWrite::Write(KelSAX::ISAXWriter& writer) const {
     {
         MSAXTagWriter name(writer, NameWord);
         writer.WriteValue(std::wstring_view(m_content->m_name));
     }
     MSAXTagWriter data(writer, DataWord);
-    writer.WriteValue(std::string_view(Zantrel::Text::EncodeBase64(m_content->m_data)));
+    std::span<std::byte const> left = m_content->m_data;
+    do {
+        auto const piece = left.first(std::min(left.size(), EncodedAtOnce));
+        writer.WriteValue(std::string_view(Zantrel::Text::EncodeBase64(piece)));
+        left = left.subspan(piece.size());
+    } while (!left.empty() && !writer.HasFailed());
     return true;
 }
 

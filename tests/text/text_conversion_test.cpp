@@ -86,6 +86,25 @@ TEST(TextOrder, GoesByUtf16CodeUnit) {
     EXPECT_GT(Compare(Character(0x1F600), L"\xD83D"), 0);
 }
 
+std::optional<std::vector<std::byte>> InPieces(std::string_view text) {
+    Base64Decoder decoder;
+    for (; !text.empty(); text.remove_prefix(1)) {
+        decoder.Add(text.substr(0, 1));
+    }
+    return decoder.Finish();
+}
+
+TEST(BytePieces, BecomeWhatWasAppended) {
+    BytePieces pieces;
+    EXPECT_TRUE(pieces.Join().empty());
+    std::vector<std::byte> whole(2 * BytePieces::PieceSize + 1);
+    whole.front() = whole[BytePieces::PieceSize] = whole.back() = std::byte(1);
+    pieces.Append(std::span(whole).first(3));
+    pieces.Append(std::span(whole).subspan(3));
+    EXPECT_TRUE(pieces.Join() == whole);
+    EXPECT_TRUE(pieces.Join().empty());
+}
+
 TEST(Base64, FollowsTheTestVectorsBothWays) {
     using Row = std::pair<char const*, char const*>;
     for (auto const& [plain, text] :
@@ -93,11 +112,13 @@ TEST(Base64, FollowsTheTestVectorsBothWays) {
           Row{"fooba", "Zm9vYmE="}, Row{"foobar", "Zm9vYmFy"}, Row{"\xFF\xEF\xBE", "/+++"}}) {
         EXPECT_EQ(EncodeBase64(Bytes(plain)), text);
         EXPECT_EQ(DecodeBase64(text), Bytes(plain));
+        EXPECT_EQ(InPieces(text), Bytes(plain));
     }
     EXPECT_EQ(DecodeBase64(" Zm\r\n9v\tYg = = \n"), Bytes("foob"));
     for (char const* text : {"Z", "Zg", "Zg=", "Zm9", "Zg===", "A===", "=Zg=", "Zg==Zg==", "Zh==", "Zm9=",
                              "Z-8=", "====", "Zg==\xC2\xA0"}) {
         EXPECT_FALSE(DecodeBase64(text)) << text;
+        EXPECT_FALSE(InPieces(text)) << text;
     }
 }
 
