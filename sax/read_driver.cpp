@@ -17,6 +17,9 @@ namespace {
 
 using Kind = ReadReport::Kind;
 
+/// What is longer is offered to its handler in pieces.
+constexpr std::size_t LongText = std::size_t(64) * 1024;
+
 struct KindText {
     Kind kind;
     std::wstring_view pattern;
@@ -58,7 +61,7 @@ bool ReadDriver::Run() {
             }
             break;
         case Xml::Token::Text:
-            m_heldText.append(m_tokeniser.Text());
+            HoldText();
             break;
         case Xml::Token::EndTag:
             if (!Deliver(false)) {
@@ -122,6 +125,17 @@ void ReadDriver::Hold() {
             std::size_t const begin = m_heldAttributeText.size();
             m_heldAttributeText.append(*part);
             *part = std::string_view(m_heldAttributeText).substr(begin);
+        }
+    }
+}
+
+/// Of an element whose text goes on.
+void ReadDriver::HoldText() {
+    m_heldText.append(m_tokeniser.Text());
+    if (m_heldText.size() > LongText) {
+        ISAXPersist* const receiver = m_open[m_depth - 1]->receiverOfChildren;
+        if (receiver != nullptr && receiver->HandleTextPiece(Innermost().tag, m_heldText)) {
+            m_heldText.clear();
         }
     }
 }

@@ -88,6 +88,8 @@ private:
     bool Begin();
     /// Keeps what the tokeniser will forget of the start tag.
     void Hold();
+    /// Keeps a piece of its text, unless its handler takes it.
+    void HoldText();
     /// Delivers the element that is held back, if one is. False when its handler refused the document.
     bool Deliver(bool hasChildren);
     /// Calls the handler of the innermost element, whose text and attributes are set. False when it refused.

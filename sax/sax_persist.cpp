@@ -12,6 +12,8 @@ ISAXPersistBase::~ISAXPersistBase() = default;
 ISAXPersist::~ISAXPersist() = default;
 ISAXPersistHelper::~ISAXPersistHelper() = default;
 
+bool ISAXPersistBase::HandleTextPiece(std::string const&, std::string_view) { return false; }
+
 void ISAXPersistHelper::SetDefaults() {}
 
 bool ISAXPersistHelper::HandleTag(std::string const&, KelSAX::ISAXReader&) { return false; }

@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <span>
+#include <utility>
 
 template class PersistentProperty<KelAM::FileContent>;
 
@@ -47,7 +48,10 @@ bool FileContentRead::HandleTag(std::string const& tag, KelSAX::ISAXReader& read
         return true;
     }
     if (tag == DataWord) {
-        if (auto data = Zantrel::Text::DecodeBase64(reader.GetText())) {
+        auto const decoder = m_decoder != nullptr ? std::exchange(m_decoder, nullptr)
+                                                  : std::make_shared<Zantrel::Text::Base64Decoder>();
+        decoder->Add(reader.GetText());
+        if (auto data = decoder->Finish()) {
             m_content->m_data = std::move(*data);
         } else {
             reader.NoteDropped(L"The text is no base64; the old bytes stay.");
@@ -55,6 +59,17 @@ bool FileContentRead::HandleTag(std::string const& tag, KelSAX::ISAXReader& read
         return true;
     }
     return false;
+}
+
+bool FileContentRead::HandleTextPiece(std::string const& tag, std::string_view piece) {
+    if (tag != DataWord) {
+        return false;
+    }
+    if (m_decoder == nullptr) {
+        m_decoder = std::make_shared<Zantrel::Text::Base64Decoder>();
+    }
+    m_decoder->Add(piece);
+    return true;
 }
 
 // Piece by piece, for the text of a large file is larger yet. Without bytes there is one piece, which is

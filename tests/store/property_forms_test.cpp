@@ -278,6 +278,24 @@ TEST(FileContent, TakesNameAndBytesOfAFileOrNothing) {
     EXPECT_FALSE(content.SaveFile((folder / "no folder" / "b.bin").wstring()));
 }
 
+TEST(FileContent, ComesThroughFilesOfAnySize) {
+    for (std::size_t const size : {0u, 1u, 48u * 1024, 48u * 1024 + 1, 300'001u}) {
+        KelAM::FileContent content{L"large", std::vector<std::byte>(size)}, read;
+        for (std::size_t at = 0; at < size; ++at) {
+            content.m_data[at] = static_cast<std::byte>(at * 7919 >> 8);
+        }
+        std::string document = Written(content);
+        ReadFrom(document, read);
+        EXPECT_EQ(read, content) << size;
+        if (size != 0) {
+            document[document.find("<Data>") + 6] = '-';
+            read.m_data.resize(3);
+            ReadFrom(document, read);
+            EXPECT_EQ(read.m_data.size(), 3u);
+        }
+    }
+}
+
 TEST(FileContent, KeepsItsBytesWhenAFileHoldsNoBase64) {
     std::pair<std::string, std::size_t> const cases[] = {
         {"<Data>AP8=</Data>", 2}, {"<Data/>", 0}, {"", 3}, {"<Data>A</Data>", 3}, {"<Data>AP8*</Data>", 3}};

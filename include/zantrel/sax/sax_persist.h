@@ -60,6 +60,12 @@ public:
     /// failed, whatever the answer. What it throws reaches the caller of the write.
     virtual bool Write(KelSAX::ISAXWriter& writer) const = 0;
 
+    /// A piece of the text of an element that HandleTag will be called with; only a text longer than
+    /// 64 KiB comes so, from its beginning on and before anything else is known of the element. True takes
+    /// the piece: the reader forgets it, and HandleTag finds the text that follows. False, as the inherited
+    /// one gives, leaves it to HandleTag; then the same text comes again, grown.
+    virtual bool HandleTextPiece(std::string const& tag, std::string_view piece);
+
 protected:
     ISAXPersistBase() = default;
     ISAXPersistBase(ISAXPersistBase const&) = default;

@@ -7,9 +7,14 @@
 #include <zantrel/store/persistent_property.h>
 
 #include <cstddef>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
+
+namespace Zantrel::Text {
+class Base64Decoder;
+}
 
 namespace KelAM {
 
@@ -59,9 +64,12 @@ public:
     /// Takes both children in any order; one that is missing leaves its part as it was. Bad base64 goes to
     /// the read's report.
     bool HandleTag(std::string const& tag, KelSAX::ISAXReader& reader) override;
+    /// Decodes the bytes as they come, so that their text never stands in memory as a whole.
+    bool HandleTextPiece(std::string const& tag, std::string_view piece) override;
 
 private:
     FileContent* m_content;
+    std::shared_ptr<Zantrel::Text::Base64Decoder> m_decoder; ///< of bytes that have begun to come
 };
 
 /// Writes such an element's content. The content outlives the handler.
