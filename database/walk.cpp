@@ -30,9 +30,10 @@ struct Level {
 
     Content content = Content::Children;
     LayoutNode const* layout;
-    PersistentProperties* bag; ///< null: children that stand on nothing
-    std::size_t given = 0;     ///< how many children, items or named profiles
-    std::size_t pathEnd = 0;   ///< behind the step to the place that was given last
+    PersistentProperties* bag;                     ///< null: children that stand on nothing
+    std::size_t given = 0;                         ///< how many children, items or named profiles
+    LayoutNodes::const_iterator child{}, behind{}; ///< the next child, and the end of the row
+    std::size_t pathEnd = 0;                       ///< behind the step to the place that was given last
 
     ItemSequence* items = nullptr;
     std::size_t size = 0;   ///< of the items
@@ -186,6 +187,9 @@ void WalkState::GoIn() {
         level.content = Level::Content::Profiles;
         level.areLeaves = level.layout->Size() == 0;
         level.entry = level.bag->begin();
+    } else {
+        level.child = level.layout->m_children.begin();
+        level.behind = level.layout->m_children.end();
     }
 }
 
@@ -215,11 +219,11 @@ PersistentProperties* WalkState::BagOf(PersistentProperties& bag, LayoutNode con
 }
 
 bool WalkState::NextChild(Level& level) {
-    if (level.given == level.layout->Size()) {
+    if (level.child == level.behind) {
         return false;
     }
     std::size_t const index = level.given++;
-    LayoutNode const& child = level.layout->At(index);
+    LayoutNode const& child = **level.child++;
     if (level.bag != nullptr && child.Parent() == level.layout) {
         m_at.m_pNode = &child;
         m_at.m_pProperties = BagOf(*level.bag, child, index);

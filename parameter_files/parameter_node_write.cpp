@@ -4,6 +4,7 @@
 #include "parameter_files/prepared_tags.h"
 #include "parameter_files/vocabulary.h"
 #include "parameter_files/write_places.h"
+#include "store/bag_access.h"
 
 #include <algorithm>
 #include <limits>
@@ -79,16 +80,9 @@ private:
     static constexpr FlagAttribute ProfileFlags[] = {Flag::ReadOnly, Flag::Hidden, Flag::NameReadOnly,
                                                      Flag::CanBeDeleted, Flag::UserDefaultProfile};
 
-    /// Whether the place's content holds more than the content of places below. Most has no flag at all, and
-    /// one look at each entry is less than one look-up for each flag.
+    /// Most places have no flag at all, which one look tells.
     static bool HasFlags(ParameterNode const& node) {
-        if (!node.IsValid()) {
-            return false;
-        }
-        PersistentProperties const& bag = *node.m_pProperties;
-        return std::any_of(bag.begin(), bag.end(), [](NamedProperty const& entry) {
-            return &typeid(*entry.property) != &typeid(PersistentProperty<PersistentProperties>);
-        });
+        return node.IsValid() && !BagAccess::HoldsBagsOnly(*node.m_pProperties);
     }
 
     static std::span<FlagAttribute const> FlagsOf(FileWalk const& walk) {

@@ -3,6 +3,9 @@
 
 #include "store/copying.h"
 
+#include <algorithm>
+#include <typeinfo>
+
 namespace Zantrel::BagAccess {
 
 IPersistentProperty* Find(PersistentProperties const& bag, std::wstring const& name) noexcept {
@@ -45,6 +48,15 @@ PersistentProperty<PersistentProperties>& BagAt(PersistentProperties& bag, std::
 
 IPersistentProperty* PlainValueAt(PersistentProperties& bag, std::size_t slot) noexcept {
     return BagInside::Shaped(bag)->PlainValueAt(slot);
+}
+
+bool HoldsBagsOnly(PersistentProperties const& bag) noexcept {
+    if (ShapedBlock const* const block = BagInside::Shaped(bag)) {
+        return block->flags == 0;
+    }
+    return std::all_of(bag.begin(), bag.end(), [](NamedProperty const& entry) {
+        return &typeid(*entry.property) == &typeid(PersistentProperty<PersistentProperties>);
+    });
 }
 
 void RemoveWhere(PersistentProperties& bag, EntryJudge const& drops) {

@@ -22,6 +22,9 @@ IPersistentProperty* Find(PersistentProperties const& bag, std::wstring const& n
 /// some bags that do.
 IPersistentProperty* FindSole(PersistentProperties const& bag) noexcept;
 
+/// Whether all entries are bags, as where a place has no flag. Quick for a bag of a shape.
+bool HoldsBagsOnly(PersistentProperties const& bag) noexcept;
+
 /// Ends each entry for which `drops` is true. When `drops` throws, the entries already judged are gone.
 void RemoveWhere(PersistentProperties& bag, EntryJudge const& drops);
 /// Exchanges the entries of two bags of one tree, or of a bag and a new one that goes to its tree.
