@@ -158,7 +158,13 @@ TEST(XmlTokeniser, ReadsADocumentAlikeInEachEncoding) {
          "<a_name_longer_than_a_block_of_sixteen\u00B7></a_name_longer_than_a_block_of_sixteen\u00B7>"},
         {"<a>a text, longer than a block, with > and ] and ]] but no end of a section</a>",
          "<a>a text, longer than a block, with > and ] and ]] but no end of a section</a>"},
+        {"<sixteen_bytes_ab><b>text of sixteen_</b><c> a text of thirty-two bytes.... "
+         "</c></sixteen_bytes_ab>",
+         "<sixteen_bytes_ab><b>text of sixteen_</b><c> a text of thirty-two bytes.... "
+         "</c></sixteen_bytes_ab>"},
         // comments and instructions are passed over
+        {"<a>\n <!-- -->x</a>", "<a>\n x</a>"},
+        {"<a> <?p?>\t</a>", "<a> \t</a>"},
         {"<!--><a>-&x;- --><a>1<!---->2<!-- - -->3</a><!-- -->", "<a>123</a>"},
         {"<?xml-stylesheet <a> ?? ?><a>1<?p >?>2<?q\n?></a><?r?>", "<a>12</a>"},
         // references are replaced
@@ -263,6 +269,8 @@ TEST(XmlTokeniser, RefusesWhatIsNotWellFormedAndSaysWhere) {
         {"The end tag of 'ab' was expected, not that of 'a'.", {"<ab>^</a>"}},
         {"The end tag of 'longer_than_a_block_a' was expected, not that of 'longer_than_a_block_b'.",
          {"<longer_than_a_block_a>^</longer_than_a_block_b>"}},
+        {"The end tag of 'sixteen_bytes_ab' was expected, not that of 'sixteen_bytes_abc'.",
+         {"<sixteen_bytes_ab>^</sixteen_bytes_abc>"}},
         {"The end tag 'a' has no start tag.", {"<a/>^</a>"}},
         {"The document has a second root element, 'b'.", {"<a/>\n^<b/>"}},
         {"There is text outside the root element.", {"^x<a/>", "<a/>^&lt;", "^<![CDATA[]]><a/>"}},
