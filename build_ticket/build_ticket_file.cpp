@@ -13,8 +13,9 @@ namespace Zantrel {
 
 namespace {
 
+/// Without the walk over all properties, for as yet each of them can be written in every version.
 std::int32_t VersionOf(BuildTicket const& ticket, BuildTicketWriteOptions const& options) {
-    return options.m_version != 0 ? options.m_version : BuildTicketWrite(ticket, 0)._DetermineVersion();
+    return options.m_version != 0 ? options.m_version : LeastVersionOf(ticket);
 }
 
 /// A number that is no version is written without a namespace.

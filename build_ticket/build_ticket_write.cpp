@@ -37,32 +37,34 @@ void WriteComponents(KelAM::ExternalProperties const& store, KelSAX::ISAXWriter&
         if (auto const* const set = PropertyCast<KelAM::SubProperties>(property)) {
             MSAXTagWriter const element(writer, Word::Component);
             WriteUuid(name, writer);
-            WriteProperties(set->m_value, writer, false);
+            WriteProperties(set->m_value, writer);
         }
     }
 }
 
-void WriteStore(KelAM::ExternalProperties const& store, KelSAX::ISAXWriter& writer) {
+void WriteStore(KelAM::ExternalProperties const& store, KelSAX::ISAXWriter& writer, PropertyTags& tags) {
     for (Word::ObjectKind const& known : Word::ObjectKinds) {
         if (known.kind == store.m_objectKind) {
             writer.WriteAttribute(Word::Kind, known.word);
         }
     }
-    WriteProperties(store, writer, true);
-    WriteComponents(store, writer);
+    if (WriteStoreProperties(store, writer, tags)) {
+        WriteComponents(store, writer);
+    }
 }
 
 void WriteInstances(std::string_view section, KelAM::DatabaseExternalProperties const& stores,
-                    KelSAX::ISAXWriter& writer) {
+                    KelSAX::ISAXWriter& writer, PropertyTags& tags) {
     if (stores.IsEmpty()) {
         return;
     }
     MSAXTagWriter const element(writer, section);
+    KelSAX::PreparedTag const tag(Word::Instance);
     for (auto const& [key, property] : stores) {
         if (auto const* const store = PropertyCast<KelAM::ExternalProperties>(property)) {
-            MSAXTagWriter const instance(writer, Word::Instance);
+            MSAXTagWriter const instance(writer, tag);
             WriteUuid(key, writer);
-            WriteStore(store->m_value, writer);
+            WriteStore(store->m_value, writer, tags);
         }
     }
 }
@@ -103,8 +105,10 @@ std::int32_t _DetermineVersionOfProperties(PersistentProperties const& top) {
 } // namespace
 
 // That a ticket has no property template can only be said in version 2, which alone has an element for it.
+std::int32_t LeastVersionOf(BuildTicket const& ticket) { return ticket.HasPropertyTemplate() ? 1 : 2; }
+
 std::int32_t BuildTicketWrite::_DetermineVersion() const {
-    std::int32_t version = m_ticket->HasPropertyTemplate() ? 1 : 2;
+    std::int32_t version = LeastVersionOf(*m_ticket);
     version = std::max(version, _DetermineVersionOfProperties(m_ticket->GetDefaults()));
     for (auto const* const stores : {&m_ticket->GetPartOverrides(), &m_ticket->GetObjectProperties()}) {
         for (auto const& [key, property] : *stores) {
@@ -120,12 +124,13 @@ bool BuildTicketWrite::Write(KelSAX::ISAXWriter& writer) const {
     if (m_version == 2) {
         WriteInfo(writer);
     }
+    PropertyTags tags;
     if (!m_ticket->GetDefaults().IsEmpty()) {
         MSAXTagWriter const element(writer, Word::Defaults);
-        WriteStore(m_ticket->GetDefaults(), writer);
+        WriteStore(m_ticket->GetDefaults(), writer, tags);
     }
-    WriteInstances(Word::PartOverrides, m_ticket->GetPartOverrides(), writer);
-    WriteInstances(Word::ObjectProperties, m_ticket->GetObjectProperties(), writer);
+    WriteInstances(Word::PartOverrides, m_ticket->GetPartOverrides(), writer, tags);
+    WriteInstances(Word::ObjectProperties, m_ticket->GetObjectProperties(), writer, tags);
     return true;
 }
 

@@ -8,6 +8,9 @@
 
 namespace Zantrel {
 
+/// The version that the ticket asks for by itself, whatever its properties.
+std::int32_t LeastVersionOf(BuildTicket const& ticket);
+
 /// Writes a ticket, which is borrowed, as the content of the root of a build ticket file. The version is one
 /// of those in which files are written; 0, which stands for the ticket's own choice, has been resolved by
 /// then.
@@ -18,7 +21,8 @@ public:
     bool Write(KelSAX::ISAXWriter& writer) const override;
     std::int32_t GetVersion() const { return m_version; }
 
-    /// The version that the ticket asks for.
+    /// The version that the ticket asks for, found by looking at each of its properties: as yet its
+    /// LeastVersionOf.
     std::int32_t _DetermineVersion() const;
 
 private:

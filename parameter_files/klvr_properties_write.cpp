@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "parameter_files/klvr_properties_write.h"
 
-#include "parameter_files/prepared_tags.h"
 #include "parameter_files/vocabulary.h"
 #include "parameter_files/write_places.h"
+#include "sax/prepared_tags.h"
 
 using namespace Zantrel;
 namespace Word = Zantrel::ParameterFileWord;
@@ -28,18 +28,19 @@ public:
     KelSAX::PreparedTag const& TagOf(FileWalk const& walk) {
         switch (walk.Kind()) {
         case PlaceKind::DefaultProfile:
-            return m_tags.Of(Word::Default);
+            return Sax::TagOf(Word::Default, m_tags);
         case PlaceKind::Item:
-            return m_tags.Of(Word::Instance);
+            return Sax::TagOf(Word::Instance, m_tags);
         case PlaceKind::Profile:
-            return m_tags.Of(Word::Profile);
+            return Sax::TagOf(Word::Profile, m_tags);
         case PlaceKind::Group:
         case PlaceKind::Leaf:
         case PlaceKind::List:
         case PlaceKind::ProfileList:
             break;
         }
-        return m_tags.Of(&walk.Layout(), [&walk] { return PropertyTag(walk.Name(), walk.Layout()); });
+        return m_tags.Of(static_cast<void const*>(&walk.Layout()),
+                         [&walk] { return PropertyTag(walk.Name(), walk.Layout()); });
     }
 
     static bool MayHaveAttributes(FileWalk const& walk) { return walk.Kind() == PlaceKind::Profile; }
@@ -62,7 +63,7 @@ private:
     }
 
     KlvrProperties::WriteOptions const& m_options;
-    PreparedTags m_tags;
+    Sax::TagsByAddress m_tags;
 };
 
 } // namespace

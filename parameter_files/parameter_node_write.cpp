@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "parameter_files/parameter_node_write.h"
 
-#include "parameter_files/prepared_tags.h"
 #include "parameter_files/vocabulary.h"
 #include "parameter_files/write_places.h"
+#include "sax/prepared_tags.h"
 #include "store/bag_access.h"
 
 #include <algorithm>
@@ -49,9 +49,11 @@ public:
     }
 
     KelSAX::PreparedTag const& TagOf(FileWalk const& walk) {
-        return walk.Kind() == PlaceKind::DefaultProfile
-                   ? m_tags.Of(Word::Default)
-                   : m_tags.Of(IsEntry(walk.Kind()) ? walk.Layout().m_nodeName : walk.Name());
+        if (walk.Kind() == PlaceKind::DefaultProfile) {
+            return Sax::TagOf(Word::Default, m_tags);
+        }
+        return Sax::TagOf(IsEntry(walk.Kind()) ? std::wstring_view(walk.Layout().m_nodeName) : walk.Name(),
+                          m_tags);
     }
 
     static bool MayHaveAttributes(FileWalk const& walk) {
@@ -99,7 +101,7 @@ private:
 
     ParameterDatabaseIOFiltering const& m_filtering;
     std::size_t m_unfilteredBelow = Nowhere; ///< the depth of that place
-    PreparedTags m_tags;
+    Sax::TagsByAddress m_tags;
 };
 
 } // namespace

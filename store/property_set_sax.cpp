@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "store/property_set_sax.h"
 
+#include "sax/value_leaf.h"
 #include "store/bag_inside.h"
 #include "store/create_property.h"
 #include "store/property_set_words.h"
@@ -131,7 +132,7 @@ constexpr std::string_view TypeWord = std::is_same_v<T, PersistentProperties>   
                                                                                 : TypeName<T>;
 
 bool WriteBag(PersistentProperties const& bag, KelSAX::ISAXWriter& writer) {
-    return WriteProperties(bag, writer, false);
+    return WriteProperties(bag, writer);
 }
 bool WriteBag(Sequence const& sequence, KelSAX::ISAXWriter& writer) {
     return WriteSequence(sequence, writer);
@@ -169,26 +170,71 @@ bool WriteTyped(IPersistentProperty const& property, KelSAX::ISAXWriter& writer)
     return property.WriteValue(writer);
 }
 
+template <class T>
+constexpr bool IsPlain = std::is_same_v<T, double> || std::is_same_v<T, std::wstring> ||
+                         std::is_same_v<T, std::int32_t> || std::is_same_v<T, bool>;
+
+/// Writes a plain value of the library's own with its element, in one go; false for any other property.
+bool WritePlain(NamedProperty const& entry, KelSAX::ISAXWriter& writer, PropertyTags& tags) {
+    bool isPlain = false;
+    VisitProperty(*entry.property, [&]<class T>(PersistentProperty<T> const& typed) {
+        if constexpr (IsPlain<T>) {
+            PropertyTagKey const key(entry.name, TypeWord<T>);
+            KelSAX::PreparedTag const& tag = tags.Of(key, [&key] {
+                KelSAX::PreparedTag made(Word::Property);
+                made.AddAttribute(Word::Name, key.name);
+                made.AddAttribute(Word::Type, key.type);
+                return made;
+            });
+            Sax::WriteLeaf(tag, typed.m_value, writer);
+            isPlain = true;
+        }
+    });
+    return isPlain;
+}
+
+bool WriteEntry(NamedProperty const& entry, KelSAX::ISAXWriter& writer) {
+    MSAXTagWriter const element(writer, Word::Property);
+    writer.WriteAttribute(Word::Name, entry.name);
+    return WriteTyped(*entry.property, writer);
+}
+
 } // namespace
 
 bool Zantrel::IsComponent(std::wstring_view name, IPersistentProperty const& property) {
     return Text::HasGuidShape(name) && property.GetType() == WideTypeName<KelAM::SubProperties>();
 }
 
-bool Zantrel::WriteProperties(PersistentProperties const& bag, KelSAX::ISAXWriter& writer,
-                              bool leaveOutComponents) {
+bool Zantrel::WriteStoreProperties(PersistentProperties const& store, KelSAX::ISAXWriter& writer,
+                                   PropertyTags& tags) {
+    bool hasComponents = false;
+    for (NamedProperty const entry : store) {
+        if (writer.HasFailed()) {
+            break;
+        }
+        if (entry.property->IsDeleted() || WritePlain(entry, writer, tags)) {
+            continue;
+        }
+        if (IsComponent(entry.name, *entry.property)) {
+            hasComponents = true;
+        } else {
+            WriteEntry(entry, writer);
+        }
+    }
+    return hasComponents;
+}
+
+bool Zantrel::WriteProperties(PersistentProperties const& bag, KelSAX::ISAXWriter& writer) {
     bool written = true;
-    for (auto const& [name, property] : bag) {
+    for (NamedProperty const entry : bag) {
         if (writer.HasFailed()) {
             return false;
         }
-        if (property->IsDeleted() || (leaveOutComponents && IsComponent(name, *property))) {
-            continue;
+        if (!entry.property->IsDeleted()) {
+            // One that can't be written doesn't keep the others from being so; the whole is no success,
+            // though.
+            written = WriteEntry(entry, writer) && written;
         }
-        MSAXTagWriter element(writer, Word::Property);
-        writer.WriteAttribute(Word::Name, name);
-        // One that can't be written doesn't keep the others from being so; the whole is no success, though.
-        written = WriteTyped(*property, writer) && written;
     }
     return written;
 }
@@ -198,8 +244,7 @@ bool Zantrel::WriteSequence(Sequence const& sequence, KelSAX::ISAXWriter& writer
     for (unsigned long long i = 0; i < sequence.GetNumProperties(); ++i) {
         MSAXTagWriter element(writer, Word::Property);
         writer.WriteAttribute(Word::Type, Word::Complex);
-        written =
-            WriteProperties(sequence.GetProperty(static_cast<std::int32_t>(i)), writer, false) && written;
+        written = WriteProperties(sequence.GetProperty(static_cast<std::int32_t>(i)), writer) && written;
     }
     return written;
 }

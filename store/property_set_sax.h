@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "sax/prepared_tags.h"
 #include "store/record_room.h"
 
 #include <zantrel/sax/sax_persist.h>
 #include <zantrel/store/indexed_properties.h>
 
 #include <cstddef>
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -87,9 +89,44 @@ private:
     SharedNames* m_names;
 };
 
-/// Writes the live properties of a bag. With `leaveOutComponents`, nested sets that are named by a GUID are
-/// passed over. False when a value can't be written.
-bool WriteProperties(PersistentProperties const& bag, KelSAX::ISAXWriter& writer, bool leaveOutComponents);
+/// What the tag of a property is made from: its name, and the word of its type.
+template <class Text> struct PropertyTagKey {
+    Text name{};
+    std::string_view type{};
+
+    PropertyTagKey() = default;
+    PropertyTagKey(Text const& itsName, std::string_view itsType) : name(itsName), type(itsType) {}
+    template <class Other>
+    explicit PropertyTagKey(PropertyTagKey<Other> const& other) : name(other.name), type(other.type) {}
+};
+
+struct PropertyTagHash {
+    using is_transparent = void;
+    template <class Text> std::size_t operator()(PropertyTagKey<Text> const& key) const noexcept {
+        return std::hash<std::wstring_view>()(key.name) + key.type.size();
+    }
+};
+
+struct PropertyTagEqual {
+    using is_transparent = void;
+    template <class Left, class Right>
+    bool operator()(PropertyTagKey<Left> const& left, PropertyTagKey<Right> const& right) const noexcept {
+        return std::wstring_view(left.name) == std::wstring_view(right.name) && left.type == right.type;
+    }
+};
+
+/// The tags of properties, for all bags of a document.
+class PropertyTags
+    : public Sax::PreparedTags<PropertyTagKey<std::wstring>, PropertyTagHash, PropertyTagEqual> {
+public:
+    PropertyTags() : PreparedTags(4096) {} // a host may give each property a name of its own
+};
+
+/// Writes the live properties of a store, with tags that all stores of a document share, and says whether
+/// there are components, which it passes over.
+bool WriteStoreProperties(PersistentProperties const& store, KelSAX::ISAXWriter& writer, PropertyTags& tags);
+/// Writes the live properties of a bag. False when a value can't be written.
+bool WriteProperties(PersistentProperties const& bag, KelSAX::ISAXWriter& writer);
 /// A "Property" for each bag, all of them written even where one fails.
 bool WriteSequence(IndexedProperties<PersistentProperties> const& sequence, KelSAX::ISAXWriter& writer);
 

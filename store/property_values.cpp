@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <zantrel/store/property_values.h>
 
+#include "sax/value_leaf.h"
 #include "store/property_set_sax.h"
 #include "store/type_names.h"
 
@@ -20,14 +21,12 @@ bool WriteToXml(std::int32_t value, KelSAX::ISAXWriter& writer) {
 }
 
 bool WriteToXml(double value, KelSAX::ISAXWriter& writer) {
-    // As many digits as it takes to read back the same bits.
-    writer.WriteDoubleValue(value, 17, 0);
+    writer.WriteDoubleValue(value, Zantrel::Sax::DoubleDigits, 0);
     return true;
 }
 
 bool WriteToXml(bool value, KelSAX::ISAXWriter& writer) {
-    // With a capital, as the documents have it; readers take both spellings.
-    writer.WriteValue(std::string_view(value ? "True" : "False"));
+    writer.WriteValue(Zantrel::Sax::BoolWord(value));
     return true;
 }
 
@@ -41,7 +40,7 @@ bool WriteToXml(KelAM::FileContent const& value, KelSAX::ISAXWriter& writer) {
 }
 
 bool WriteToXml(PersistentProperties const& value, KelSAX::ISAXWriter& writer) {
-    return Zantrel::WriteProperties(value, writer, false);
+    return Zantrel::WriteProperties(value, writer);
 }
 
 template <class T> bool ReadFromXml(T& value, KelSAX::ISAXReader& reader) { return reader.ReadValue(value); }
