@@ -133,6 +133,7 @@ struct ZANTREL_EXPORT ContentList {
             source.m_index.reset();
             Set::merge(static_cast<Set&>(source));
         }
+        void merge(Nodes&& source) { merge(source); }
         void merge(std::set<Node, std::less<>>& source) { Set::merge(source); }
         void swap(Nodes& other) noexcept {
             Set::swap(other);
