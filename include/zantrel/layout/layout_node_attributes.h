@@ -21,6 +21,8 @@ struct LayoutNodeListSettings {
     /// What a user may do binds the host's editor. Cursors add and remove entries all the same.
     bool m_userCanAddRemove = true;
     bool m_userCanSort = false;
+    bool m_userCanRemoveAnyElement = true; ///< false: only the last
+    bool m_canBeTransformed = false;       ///< the list is a transform list
     std::wstring m_nodeName = L"ListItem"; ///< element name of one item or profile
     std::wstring m_nodeDisplayName;        ///< shown for one item
     std::wstring m_containerDisplayName;   ///< shown for the whole container
@@ -30,8 +32,6 @@ struct LayoutNodeListSettings {
     std::uint64_t m_multiplicityMin = 0; ///< fewest items, 0: not set; never enforced by the library
     std::wstring m_multiplicityMaxMessage;
     std::wstring m_multiplicityMinMessage;
-    bool m_userCanRemoveAnyElement = true; ///< false: only the last
-    bool m_canBeTransformed = false;       ///< the list is a transform list
 };
 
 /// How a host shows a node.
@@ -66,6 +66,15 @@ struct LayoutNodeAttributes : LayoutNodeListSettings, LayoutNodeDisplaySettings 
     LayoutNodeAttributes() = default;
 
     eTypeLayoutNode m_type = Group;
+    // Flags stand together, and so take no more than their bytes: an element of a file can become a node.
+    bool m_allowEmpty = false;
+    bool m_isValueUnique = false;
+    bool m_enableMultiLine = false;
+    bool m_writeToParameterFile = true; ///< false: a file may lack the element, which is written all the same
+    bool m_childrenWriteToParameterFile = true; ///< the m_writeToParameterFile that appended children get
+    bool m_disableForParents = false;
+    bool m_disableForSubParts = false;
+    bool m_showOnlyPartsSelectedInTessra = true;
     std::wstring m_name;       ///< the node's key among its siblings, and its XML tag
     std::wstring m_identifier; ///< what conditions of other nodes refer to
     std::wstring m_defaultValue;
@@ -76,22 +85,12 @@ struct LayoutNodeAttributes : LayoutNodeListSettings, LayoutNodeDisplaySettings 
     std::wstring m_triggerPropertyName; ///< the property that triggers the request
     std::wstring m_fileFilter;          ///< for a file dialog
     std::vector<std::wstring> m_optionValues;
-    bool m_allowEmpty = false;
     LayoutNode const* m_profileNode = nullptr; ///< the profile list where it was given as a node; not owned
     std::wstring m_visibilityRequest;          ///< the request that decides whether the node is shown
-    bool m_isValueUnique = false;
-
-    bool m_enableMultiLine = false;
-    std::wstring m_regex;             ///< never applied by the library
-    std::wstring m_regexUserFriendly; ///< the same rule in words
-    std::uint64_t m_maxLength = 0;    ///< 0: not set
-
-    bool m_writeToParameterFile = true; ///< false: a file may lack the element, which is written all the same
-    bool m_childrenWriteToParameterFile = true; ///< the m_writeToParameterFile that appended children get
-    bool m_disableForParents = false;
-    bool m_disableForSubParts = false;
-    std::wstring m_profileEditingPolicy; ///< a word for the host
-    bool m_showOnlyPartsSelectedInTessra = true;
+    std::wstring m_regex;                      ///< never applied by the library
+    std::wstring m_regexUserFriendly;          ///< the same rule in words
+    std::uint64_t m_maxLength = 0;             ///< 0: not set
+    std::wstring m_profileEditingPolicy;       ///< a word for the host
     std::vector<std::wstring> m_editorLicenseChecks; ///< licences that gate the node's editor pane
     std::wstring m_propName; ///< the property in tickets and templates by which the value is known
 };
