@@ -96,8 +96,7 @@ public:
     std::wstring_view Path();
 
 private:
-    void StandOn(LayoutNode const& layout, PlaceKind kind, bool isLeaf, std::size_t index,
-                 std::wstring_view name);
+    void StandOn(PlaceKind kind, bool isLeaf);
     void StandOnEntry(Level const& container, PlaceKind kind, PersistentProperties* bag, std::size_t index,
                       std::wstring_view name);
     bool StandOnTop();
@@ -140,16 +139,12 @@ bool WalkState::Next() {
 
 // Standing on a place
 
-/// After the cursor has been set.
-void WalkState::StandOn(LayoutNode const& layout, PlaceKind kind, bool isLeaf, std::size_t index,
-                        std::wstring_view name) {
+/// After the cursor has been set, and what is called and counted. Short, so that it stands where it is used.
+inline void WalkState::StandOn(PlaceKind kind, bool isLeaf) {
     if (m_at.m_contentList != nullptr) {
         m_at.m_contentList.reset(); // of a Query at the place before
     }
-    m_place.layout = &layout;
     m_place.kind = kind;
-    m_place.index = index;
-    m_place.name = name;
     m_place.isLeaf = isLeaf;
     m_place.goesIn = !isLeaf && m_at.m_pNode != nullptr && (m_at.IsValid() || !IsWholeContainer(kind));
 }
@@ -158,8 +153,10 @@ bool WalkState::StandOnTop() {
     if (m_at.m_pNode == nullptr) {
         return false;
     }
+    m_place.layout = m_at.m_pNode;
+    m_place.name = m_at.m_pNode->m_name;
     PlaceKind const kind = KindOf(m_at, *m_at.m_pNode, m_twofold);
-    StandOn(*m_at.m_pNode, kind, kind == PlaceKind::Leaf, 0, m_at.m_pNode->m_name);
+    StandOn(kind, kind == PlaceKind::Leaf);
     return true;
 }
 
@@ -169,7 +166,10 @@ void WalkState::StandOnEntry(Level const& container, PlaceKind kind, PersistentP
     m_at.m_pProperties = bag;
     m_at.m_isContainer = false;
     m_at.m_pParentProperties = container.bag;
-    StandOn(*container.layout, kind, container.areLeaves, index, name);
+    m_place.layout = container.layout;
+    m_place.name = name;
+    m_place.index = index;
+    StandOn(kind, container.areLeaves);
 }
 
 // Levels
@@ -224,6 +224,9 @@ bool WalkState::NextChild(Level& level) {
     }
     std::size_t const index = level.given++;
     LayoutNode const& child = **level.child++;
+    m_place.layout = &child;
+    m_place.name = child.m_name;
+    m_place.index = index;
     if (level.bag != nullptr && child.Parent() == level.layout) {
         m_at.m_pNode = &child;
         m_at.m_pProperties = BagOf(*level.bag, child, index);
@@ -236,7 +239,7 @@ bool WalkState::NextChild(Level& level) {
         m_at = above.Get(&child);
     }
     PlaceKind const kind = KindOf(m_at, child, m_twofold);
-    StandOn(child, kind, kind == PlaceKind::Leaf, index, child.m_name);
+    StandOn(kind, kind == PlaceKind::Leaf);
     return true;
 }
 

@@ -28,8 +28,9 @@ PreparedTag::PreparedTag(std::string_view name) {
         return;
     }
     m_endSize = name.size() + 3;
-    m_bytes.reserve(m_endSize + 1 + name.size());
-    m_bytes.append("</").append(name).append("><").append(name);
+    m_startSize = name.size() + 1;
+    m_bytes.reserve(m_endSize + m_startSize + Readable);
+    m_bytes.append("</").append(name).append("><").append(name).append(Readable, '\0');
 }
 
 PreparedTag::PreparedTag(std::wstring_view name) : PreparedTag(std::string_view(Converted(name))) {}
@@ -49,13 +50,16 @@ void PreparedTag::AddAttribute(std::string_view name, std::string_view value) {
     if (!IsReady()) {
         return;
     }
+    m_bytes.resize(m_endSize + m_startSize);
     m_bytes.append(" ").append(name).append("=\"");
     TextFault const fault =
         PutEscaped(value, TextPlace::Attribute, [this](std::string_view piece) { m_bytes.append(piece); });
     m_bytes.append("\"");
+    m_startSize = m_bytes.size() - m_endSize;
+    m_bytes.append(Readable, '\0');
     if (!isNew || !Zantrel::Xml::IsPortableXmlName(name) || fault.kind != TextFault::Kind::None) {
         m_bytes = std::string(Name());
-        m_endSize = 0;
+        m_endSize = m_startSize = 0;
     }
 }
 

@@ -48,6 +48,16 @@ static_assert(InEnumOrder(FaultPatterns, &FaultPattern::fault, WriteFault::Handl
 /// A line that is broken and indented for a tag at the depth that most keep within: two blanks a level.
 constexpr std::string_view Line = "\n                                                                ";
 
+/// One of a prepared tag's two, of which most are as short as is Readable.
+char* CopyTag(std::string_view bytes, char* into) noexcept {
+    constexpr std::size_t First = KelSAX::PreparedTag::Readable;
+    std::memcpy(into, bytes.data(), First);
+    if (bytes.size() > First) {
+        std::memcpy(into + First, bytes.data() + First, bytes.size() - First);
+    }
+    return into + bytes.size();
+}
+
 char* Copy(std::string_view bytes, char* into) noexcept {
     std::memcpy(into, bytes.data(), bytes.size());
     return into + bytes.size();
@@ -269,7 +279,8 @@ void WriteDriver::WriteDoubleLeaf(KelSAX::PreparedTag const& tag, double value, 
 
 char* WriteDriver::BeginLeaf(KelSAX::PreparedTag const& tag, std::size_t textSize) noexcept {
     std::size_t const depth = m_levels.size();
-    std::size_t const size = Line.size() + tag.Start().size() + 1 + textSize + tag.End().size();
+    std::size_t const size =
+        Line.size() + tag.Start().size() + 1 + textSize + tag.End().size() + KelSAX::PreparedTag::Readable;
     bool const fits = depth < Line.size() / 2 && size < BufferSize;
     if (!fits || depth == 0 || !tag.IsReady() || HasFailed()) {
         return nullptr;
@@ -282,13 +293,13 @@ char* WriteDriver::BeginLeaf(KelSAX::PreparedTag const& tag, std::size_t textSiz
         std::memcpy(at, Line.data(), Line.size()); // all of it, since a known size is copied fastest
         at += 1 + 2 * depth;
     }
-    at = Copy(tag.Start(), at);
+    at = CopyTag(tag.Start(), at);
     *at = '>';
     return at + 1;
 }
 
 void WriteDriver::EndLeaf(KelSAX::PreparedTag const& tag, char* at) noexcept {
-    m_used = static_cast<std::size_t>(Copy(tag.End(), at) - m_buffer.get());
+    m_used = static_cast<std::size_t>(CopyTag(tag.End(), at) - m_buffer.get());
 }
 
 // The root was not opened by the handler.
