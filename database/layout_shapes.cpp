@@ -37,7 +37,7 @@ bool IsAsBefore(NodeShape::Child const& child, LayoutNode const& node) {
 
 NodeShape::NodeShape(LayoutShapes const& all, std::size_t number, LayoutNode const& node,
                      DefaultValues const& defaults)
-    : m_all(all), m_number(number), m_node(node) {
+    : m_all(all), m_number(number), m_node(node), m_changes(node.m_children.m_changes) {
     m_children.reserve(node.Size());
     for (LayoutNode const* const child : node.m_children) {
         bool const isFound = node.GetNode(std::wstring_view(child->m_name)) == child;

@@ -8,9 +8,11 @@
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <locale>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace Zantrel {
@@ -50,6 +52,16 @@ public:
         return slot != Size() && At(slot).flagBit == 0 ? &m_children[m_childOfSlot[slot]] : nullptr;
     }
 
+    /// The child that a look-up by name finds in `node`, and its bag in the bag of this shape. Null where
+    /// that isn't settled here: `node` is another one, its list has changed, or there is no such child.
+    Child const* FindByName(LayoutNode const& node, std::wstring_view name) const noexcept {
+        bool const isUnchanged = &node == &m_node && node.m_children.m_changes == m_changes;
+        std::size_t const slot = isUnchanged ? Find(name) : Size();
+        bool const isChild = slot != Size() && At(slot).flagBit == 0;
+        Child const* const child = isChild ? &m_children[m_childOfSlot[slot]] : nullptr;
+        return child != nullptr && !child->utf8Name.empty() ? child : nullptr;
+    }
+
     /// Whether `node` is the one that this was made from, and its children are still as they were then.
     bool Fits(LayoutNode const& node) const;
 
@@ -59,6 +71,7 @@ private:
     LayoutShapes const& m_all;
     std::size_t m_number;
     LayoutNode const& m_node;
+    std::uint32_t m_changes; ///< of its list, when this was made
     std::vector<Child> m_children;
     std::vector<std::size_t> m_childOfSlot;
 };

@@ -98,6 +98,17 @@ ParameterNode ParameterNode::Get(LayoutNode const* node) const {
 }
 
 ParameterNode ParameterNode::Get(wchar_t const* name) const {
+    NodeShape const* const shape =
+        m_pProperties != nullptr && m_pNode != nullptr ? NodeShapeOf(*m_pProperties) : nullptr;
+    NodeShape::Child const* const found =
+        shape != nullptr && name != nullptr ? shape->FindByName(*m_pNode, name) : nullptr;
+    if (found != nullptr && found->node->Parent() == m_pNode) {
+        ParameterNode child;
+        child.m_pNode = found->node;
+        child.m_pProperties = LiveBag(&BagAccess::BagAt(*m_pProperties, found->slot));
+        child.m_isContainer = child.m_pNode->m_isProfileList || child.m_pNode->m_isList;
+        return child;
+    }
     return m_pProperties != nullptr ? Get(&FindChild(m_pNode, name)) : ParameterNode();
 }
 

@@ -32,6 +32,7 @@ struct Level {
     LayoutNode const* layout;
     PersistentProperties* bag;                     ///< null: children that stand on nothing
     std::size_t given = 0;                         ///< how many children, items or named profiles
+    NodeShape const* shape = nullptr;              ///< of the bag, when the walk went in
     LayoutNodes::const_iterator child{}, behind{}; ///< the next child, and the end of the row
     std::size_t pathEnd = 0;                       ///< behind the step to the place that was given last
 
@@ -93,6 +94,8 @@ public:
         : m_place(place), m_at(place.at.m_node), m_sameNames(sameNames), m_twofold(twofold) {}
 
     bool Next();
+    AnyWalk::PlainLeaf PeekPlainLeaf();
+    void PassPlainLeaf() noexcept;
     std::wstring_view Path();
 
 private:
@@ -188,6 +191,7 @@ void WalkState::GoIn() {
         level.areLeaves = level.layout->Size() == 0;
         level.entry = level.bag->begin();
     } else {
+        level.shape = level.bag != nullptr ? NodeShapeOf(*level.bag) : nullptr;
         level.child = level.layout->m_children.begin();
         level.behind = level.layout->m_children.end();
     }
@@ -212,7 +216,8 @@ PersistentProperties* WalkState::BagOf(PersistentProperties& bag, LayoutNode con
     if (shape != nullptr && index < shape->Children().size()) {
         NodeShape::Child const& own = shape->Children()[index];
         if (own.node == &child && own.isFirst) {
-            return LiveBag(&BagAccess::BagAt(bag, own.slot));
+            auto& entry = BagAccess::BagAt(bag, own.slot);
+            return entry.m_deleted ? nullptr : &entry.m_value;
         }
     }
     return FindBag(bag, child.m_name);
@@ -241,6 +246,32 @@ bool WalkState::NextChild(Level& level) {
     PlaceKind const kind = KindOf(m_at, child, m_twofold);
     StandOn(kind, kind == PlaceKind::Leaf);
     return true;
+}
+
+// Of the layout nothing is taken for granted that its node itself doesn't say.
+AnyWalk::PlainLeaf WalkState::PeekPlainLeaf() {
+    if (m_place.goesIn) {
+        GoIn();
+    }
+    Level const* const level = m_levels.empty() ? nullptr : &m_levels.back();
+    if (level == nullptr || level->shape == nullptr || level->child == level->behind ||
+        level->given >= level->shape->Children().size()) {
+        return {};
+    }
+    LayoutNode const& node = **level->child;
+    NodeShape::Child const& own = level->shape->Children()[level->given];
+    bool const isLeaf = own.node == &node && own.isFirst && own.type == node.m_type &&
+                        node.Parent() == level->layout && !node.m_isList && !node.m_isProfileList &&
+                        node.Size() == 0;
+    IPersistentProperty const* const value =
+        isLeaf ? BagAccess::PlainValueAt(*level->bag, *level->shape, own.slot) : nullptr;
+    return value != nullptr ? AnyWalk::PlainLeaf{&node, value, m_levels.size()} : AnyWalk::PlainLeaf{};
+}
+
+void WalkState::PassPlainLeaf() noexcept {
+    Level& level = m_levels.back();
+    ++level.given;
+    ++level.child;
 }
 
 bool WalkState::NextItem(Level& level) {
@@ -300,6 +331,10 @@ AnyWalk::AnyWalk(ParameterView const& top, SameNames sameNames, TwofoldContainer
 AnyWalk::~AnyWalk() = default;
 
 bool AnyWalk::Next() { return m_state->Next(); }
+
+AnyWalk::PlainLeaf AnyWalk::PeekPlainLeaf() { return m_state->PeekPlainLeaf(); }
+
+void AnyWalk::PassPlainLeaf() noexcept { m_state->PassPlainLeaf(); }
 
 std::wstring_view AnyWalk::Path() const { return m_state->Path(); }
 

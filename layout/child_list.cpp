@@ -108,6 +108,7 @@ void ChildList::Append(LayoutNode& child, bool isIndexed) {
     }
     ++m_shownCount;
     Add(&child, {name, true});
+    NoteChange();
 }
 
 /// Puts a slot behind all others, for which there is room.
@@ -138,7 +139,14 @@ void ChildList::Unchain() noexcept {
     }
 }
 
+void ChildList::NoteChange() noexcept {
+    if (m_holder != nullptr) {
+        ++m_holder->m_children.m_changes;
+    }
+}
+
 void ChildList::Remove(LayoutNode& child) noexcept {
+    NoteChange();
     child.m_owner = nullptr;
     for (std::size_t at = std::exchange(child.m_slot, None); at != None; at = m_slots[at].earlier) {
         Slot& slot = m_slots[at];

@@ -89,6 +89,8 @@ private:
     void Put(LayoutNode* node, Slot slot, std::size_t at) noexcept;
     void Unchain() noexcept;
     void CloseUp() noexcept;
+    /// To the node that holds the list.
+    void NoteChange() noexcept;
     LayoutNode* TakeFirst() noexcept;
 
     LayoutNode* m_holder;

@@ -44,6 +44,7 @@ LayoutNodes::~LayoutNodes() {
 }
 
 void LayoutNodes::Clear() noexcept {
+    ++m_changes;
     while (m_list != nullptr) { // again, if a child appended something when it ended
         ChildList::End(std::move(m_list));
     }
@@ -89,6 +90,7 @@ void LayoutNodes::Append(LayoutNode* child) {
 void LayoutNodes::Move(LayoutNode const* child, std::size_t index) {
     if (child != nullptr && m_list != nullptr && child->m_owner == m_list.get()) {
         m_list->Move(const_cast<LayoutNode&>(*child), index);
+        ++m_changes;
     }
 }
 

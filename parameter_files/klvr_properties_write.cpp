@@ -39,8 +39,11 @@ public:
         case PlaceKind::ProfileList:
             break;
         }
-        return m_tags.Of(static_cast<void const*>(&walk.Layout()),
-                         [&walk] { return PropertyTag(walk.Name(), walk.Layout()); });
+        return TagOf(walk.Layout());
+    }
+
+    KelSAX::PreparedTag const* TagOfPlainLeaf(LayoutNode const& leaf) {
+        return m_options.m_profileListsOnly ? nullptr : &TagOf(leaf);
     }
 
     static bool MayHaveAttributes(FileWalk const& walk) { return walk.Kind() == PlaceKind::Profile; }
@@ -52,9 +55,13 @@ public:
     }
 
 private:
-    static KelSAX::PreparedTag PropertyTag(std::wstring_view name, LayoutNode const& layout) {
+    KelSAX::PreparedTag const& TagOf(LayoutNode const& layout) {
+        return m_tags.Of(static_cast<void const*>(&layout), [&layout] { return PropertyTag(layout); });
+    }
+
+    static KelSAX::PreparedTag PropertyTag(LayoutNode const& layout) {
         KelSAX::PreparedTag tag(Word::Property);
-        tag.AddAttribute(Word::Name, name);
+        tag.AddAttribute(Word::Name, std::wstring_view(layout.m_name));
         tag.AddAttribute(Word::Type, Word::WordOf(layout.m_type));
         if (layout.m_isProfileList) {
             tag.AddAttribute(Word::ProfileList, std::string_view());

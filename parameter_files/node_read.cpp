@@ -7,6 +7,8 @@
 
 #include <zantrel/text/string_conversion.h>
 
+#include <cstring>
+
 // The document is read beside the layout. A handler stands on one place of it and takes each of its elements
 // in two steps: Recognise says what the element is there, by the grammar of the format and without touching
 // the database, and HandleTag then reads it. Between the two a watch hears of it, so that no reading function
@@ -121,26 +123,30 @@ NodeShape::Child const* NodeRead::NextByShape(std::string_view tag) const {
         return nullptr;
     }
     NodeShape::Child const& child = m_shape->Children()[m_nextChild];
-    bool const isIt = child.utf8Name == tag && !m_grammar.NamesParametersByAttribute();
-    return isIt && !tag.empty() ? &child : nullptr;
+    bool const isIt = tag.size() == child.utf8Name.size() && !tag.empty() &&
+                      std::memcmp(tag.data(), child.utf8Name.data(), tag.size()) == 0;
+    return isIt && !m_grammar.NamesParametersByAttribute() ? &child : nullptr;
 }
 
 bool NodeRead::ReadByShape(NodeShape::Child const& child, KelSAX::ISAXReader& reader) {
-    auto& bag = BagAccess::BagAt(*m_node.m_pProperties, child.slot);
-    bool const isContainer = child.isList || child.isProfileList;
-    if (bag.m_deleted || reader.HasAttributes()) {
+    if (reader.HasAttributes()) {
         return false;
     }
-    if (isContainer || child.body != nullptr) {
-        ParameterNode node;
-        node.m_pNode = child.node;
-        node.m_pProperties = &bag.m_value;
-        node.m_isContainer = isContainer;
-        ReadContent(node, reader);
-        return true;
+    bool const isContainer = child.isList || child.isProfileList;
+    if (!isContainer && child.body == nullptr) {
+        auto* const value = BagAccess::PlainValueAt(*m_node.m_pProperties, *m_shape, child.slot);
+        return value != nullptr && ReadPlainValue(child.type, *value, reader);
     }
-    IPersistentProperty* const value = BagAccess::PlainValueAt(*m_node.m_pProperties, child.slot);
-    return value != nullptr && !value->IsDeleted() && ReadPlainValue(child.type, *value, reader);
+    auto& bag = BagAccess::BagAt(*m_node.m_pProperties, child.slot);
+    if (bag.m_deleted) {
+        return false;
+    }
+    ParameterNode node;
+    node.m_pNode = child.node;
+    node.m_pProperties = &bag.m_value;
+    node.m_isContainer = isContainer;
+    ReadContent(node, reader);
+    return true;
 }
 
 // What an element is

@@ -75,15 +75,33 @@ void WriteLeafValue(ParameterNode const& leaf, KelSAX::ISAXWriter& writer) {
     });
 }
 
+namespace {
+
+template <class T>
+void WriteElement(KelSAX::PreparedTag const& tag, T const& value, KelSAX::ISAXWriter& writer) {
+    if constexpr (std::is_same_v<T, NoValue>) {
+        MSAXTagWriter const element(writer, tag);
+    } else if constexpr (std::is_same_v<T, KelAM::FileContent>) {
+        MSAXTagWriter const element(writer, tag);
+        WriteValueOfProperty(value, writer);
+    } else {
+        Sax::WriteLeaf(tag, value, writer);
+    }
+}
+
+} // namespace
+
 void WriteLeafElement(KelSAX::PreparedTag const& tag, ParameterNode const& leaf, KelSAX::ISAXWriter& writer) {
-    TakeLeafValue(leaf, [&]<class T>(T const& value) {
+    TakeLeafValue(leaf, [&](auto const& value) { WriteElement(tag, value, writer); });
+}
+
+void WritePlainElement(KelSAX::PreparedTag const& tag, eTypeLayoutNode type, IPersistentProperty const& value,
+                       KelSAX::ISAXWriter& writer) {
+    VisitValueType(type, [&]<class T>(TypeTag<T>) {
         if constexpr (std::is_same_v<T, NoValue>) {
-            MSAXTagWriter const element(writer, tag);
-        } else if constexpr (std::is_same_v<T, KelAM::FileContent>) {
-            MSAXTagWriter const element(writer, tag);
-            WriteValueOfProperty(value, writer);
+            WriteElement(tag, NoValue(), writer);
         } else {
-            Sax::WriteLeaf(tag, value, writer);
+            WriteElement(tag, static_cast<PersistentProperty<T> const&>(value).m_value, writer);
         }
     });
 }

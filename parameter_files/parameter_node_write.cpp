@@ -56,6 +56,11 @@ public:
                           m_tags);
     }
 
+    KelSAX::PreparedTag const* TagOfPlainLeaf(LayoutNode const& leaf) {
+        std::wstring_view const name = leaf.m_name;
+        return name != Word::GenericParameters ? &Sax::TagOf(name, m_tags) : nullptr;
+    }
+
     static bool MayHaveAttributes(FileWalk const& walk) {
         return walk.Kind() == PlaceKind::Profile || !FlagsOf(walk).empty();
     }

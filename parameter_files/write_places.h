@@ -53,12 +53,30 @@ public:
     /// The cursor on the place; on nothing where the layout has a node and the database no content. Good
     /// until Next.
     ParameterNode const& Node() const noexcept { return AsNode(); }
+
+    using AnyWalk::PassPlainLeaf;
+    using AnyWalk::PeekPlainLeaf;
 };
 
-/// Writes what stands at and below `top` as content of the element that is open. The format has four
+/// Writes the leaves without attributes that come next, in one go each.
+template <class Format>
+void WritePlainLeaves(FileWalk& walk, Format& format, OpenElements& elements, KelSAX::ISAXWriter& writer) {
+    for (auto leaf = walk.PeekPlainLeaf(); leaf.layout != nullptr; leaf = walk.PeekPlainLeaf()) {
+        KelSAX::PreparedTag const* const tag = format.TagOfPlainLeaf(*leaf.layout);
+        if (tag == nullptr || writer.HasFailed()) {
+            return;
+        }
+        elements.CloseTo(leaf.depth - 1);
+        WritePlainElement(*tag, leaf.layout->m_type, *leaf.value, writer);
+        walk.PassPlainLeaf();
+    }
+}
+
+/// Writes what stands at and below `top` as content of the element that is open. The format has these
 /// operations: IsLeftOut(walk), which is asked for each place in order, and passes over all below it, too;
 /// TagOf(walk), the tag of a place's element, which the top doesn't have; MayHaveAttributes(walk), of leaves
-/// only; and WriteAttributes(walk, writer), what the element of this very place has beyond its tag.
+/// only; and WriteAttributes(walk, writer), what the element of this very place has beyond its tag. Beside
+/// these TagOfPlainLeaf(node), of a leaf that holds its value alone: null where the others are to be asked.
 template <class Format>
 void WritePlaces(ParameterView const& top, Format& format, KelSAX::ISAXWriter& writer) {
     OpenElements elements(writer);
@@ -71,6 +89,7 @@ void WritePlaces(ParameterView const& top, Format& format, KelSAX::ISAXWriter& w
             elements.CloseTo(walk.Depth() - 1);
             if (walk.IsLeaf() && !format.MayHaveAttributes(walk)) {
                 WriteLeafElement(format.TagOf(walk), walk.Node(), writer);
+                WritePlainLeaves(walk, format, elements, writer);
                 continue;
             }
             elements.Open(format.TagOf(walk));
@@ -79,6 +98,7 @@ void WritePlaces(ParameterView const& top, Format& format, KelSAX::ISAXWriter& w
         if (walk.IsLeaf()) {
             WriteLeafValue(walk.Node(), writer);
         }
+        WritePlainLeaves(walk, format, elements, writer);
     }
 }
 

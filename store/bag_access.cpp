@@ -46,8 +46,14 @@ PersistentProperty<PersistentProperties>& BagAt(PersistentProperties& bag, std::
     return BagInside::Shaped(bag)->BagAt(slot);
 }
 
-IPersistentProperty* PlainValueAt(PersistentProperties& bag, std::size_t slot) noexcept {
-    return BagInside::Shaped(bag)->PlainValueAt(slot);
+IPersistentProperty* PlainValueAt(PersistentProperties const& bag, BagShape const& shape,
+                                  std::size_t slot) noexcept {
+    ShapedBlock const* const block = BagInside::Shaped(bag);
+    if (block == nullptr || block->shape != &shape || block->BagAt(slot).m_deleted) {
+        return nullptr;
+    }
+    IPersistentProperty* const value = block->PlainValueAt(slot);
+    return value != nullptr && !value->IsDeleted() ? value : nullptr;
 }
 
 bool HoldsBagsOnly(PersistentProperties const& bag) noexcept {

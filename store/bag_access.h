@@ -48,8 +48,10 @@ void Format(PersistentProperties& bag, BagShape const& shape);
 BagShape const* ShapeOf(PersistentProperties const& bag) noexcept;
 /// Of a bag that has a shape, the bag in a slot that isn't a flag's.
 PersistentProperty<PersistentProperties>& BagAt(PersistentProperties& bag, std::size_t slot) noexcept;
-/// The value that was formatted with that bag, where it holds this one and nothing else; otherwise null.
-IPersistentProperty* PlainValueAt(PersistentProperties& bag, std::size_t slot) noexcept;
+/// The value that was formatted with that bag, where it holds this one and nothing else; otherwise null, and
+/// so where the bag or the value is marked deleted, or `bag` has not the entries of `shape` any more.
+IPersistentProperty* PlainValueAt(PersistentProperties const& bag, BagShape const& shape,
+                                  std::size_t slot) noexcept;
 
 // Formatting without a shape. A bag is built in one allocation: Reserve its room, then add properties by
 // Emplace, which takes the heap where the room is used up; the values of leaves may be placed in the room of

@@ -141,7 +141,7 @@ struct ZANTREL_EXPORT ContentList {
         }
 
     private:
-        friend class ParameterNode;
+        friend struct ParameterNode;
         ZANTREL_EXPORT iterator Find(std::wstring_view path) const noexcept;
 
         std::shared_ptr<PathIndex const> m_index; ///< of nodes that are in the set, if there is one

@@ -68,6 +68,17 @@ protected:
     AnyWalk(ParameterView const& top, SameNames sameNames, TwofoldContainers twofold);
     ~AnyWalk();
 
+    /// A leaf whose bag holds its value as formatting placed it, and nothing else.
+    struct PlainLeaf {
+        LayoutNode const* layout = nullptr;         ///< null: there is none
+        IPersistentProperty const* value = nullptr; ///< of the class that the layout's type has
+        std::size_t depth = 0;
+    };
+    /// Such a leaf, if that is what Next would come to; for who has many, as all else about it is left out.
+    PlainLeaf PeekPlainLeaf();
+    /// Passes over it. Afterwards Next is called, or one of these two; nothing else.
+    void PassPlainLeaf() noexcept;
+
     ParameterView const& AsView() const noexcept { return m_place.at; }
     ParameterNode const& AsNode() const noexcept { return m_place.at.m_node; }
 

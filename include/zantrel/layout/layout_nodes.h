@@ -4,6 +4,7 @@
 #include <zantrel/export.h>
 
 #include <cstddef>
+#include <cstdint>
 #include <iterator>
 #include <memory>
 #include <string_view>
@@ -69,6 +70,7 @@ public:
 private:
     friend struct LayoutNode;
     friend class ChildList;
+    friend class NodeShape;
     enum class Parents { AsInSource, OfTheCopy };
 
     /// The children of `holder`.
@@ -85,6 +87,8 @@ private:
     std::unique_ptr<ChildList> m_list; ///< null while there is no child
     std::unique_ptr<ChildList>* m_heir = nullptr; ///< takes m_list at the end instead of its being ended here
     bool m_wasFilled = false;                     ///< a node may name the holder as its parent
+    std::uint32_t m_changes =
+        0; ///< how often children came, left or moved: who kept it can tell a list unchanged
 };
 
 /// A position in the list, random access. Good until the list changes.
