@@ -42,7 +42,7 @@ inline ItemSequence* FindItems(PersistentProperties& bag) {
 
 /// A flag in the bag; one that was never set is false.
 inline bool FindFlag(PersistentProperties& bag, std::wstring const& name) {
-    auto const* flag = PropertyCast<bool>(BagAccess::Find(bag, name));
+    auto const* flag = PropertyCast<bool>(BagAccess::FindReserved(bag, name));
     return flag != nullptr && !flag->IsDeleted() && flag->m_value;
 }
 

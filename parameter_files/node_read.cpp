@@ -81,7 +81,7 @@ NodeRead::NodeRead(ParameterNode const& node, NodeRead const& parent)
       m_watch(parent.m_watch != nullptr ? parent.m_watch->Below(*node.m_pNode) : nullptr) {}
 
 bool NodeRead::HandleTag(std::string const& tag, KelSAX::ISAXReader& reader) {
-    if (NodeShape::Child const* const child = NextByShape(tag)) {
+    if (NodeShape::Child const* const child = NextByShape(tag, reader)) {
         ++m_nextChild;
         if (ReadByShape(*child, reader)) {
             return true;
@@ -118,18 +118,23 @@ bool NodeRead::HandleTag(std::string const& tag, KelSAX::ISAXReader& reader) {
 
 // By shape
 
-NodeShape::Child const* NodeRead::NextByShape(std::string_view tag) const {
+NodeShape::Child const* NodeRead::NextByShape(std::string_view tag, KelSAX::ISAXReader& reader) {
     if (m_shape == nullptr || m_nextChild >= m_shape->Children().size()) {
         return nullptr;
     }
+    std::string_view name = tag;
+    if (m_grammar.NamesParametersByAttribute()) {
+        bool const isParameter = tag == m_grammar.parameterTag && reader.ReadAttribute(m_name, Word::Name);
+        name = isParameter ? m_name : std::string_view();
+    }
     NodeShape::Child const& child = m_shape->Children()[m_nextChild];
-    bool const isIt = tag.size() == child.utf8Name.size() && !tag.empty() &&
-                      std::memcmp(tag.data(), child.utf8Name.data(), tag.size()) == 0;
-    return isIt && !m_grammar.NamesParametersByAttribute() ? &child : nullptr;
+    bool const isIt = name.size() == child.utf8Name.size() && !name.empty() &&
+                      std::memcmp(name.data(), child.utf8Name.data(), name.size()) == 0;
+    return isIt ? &child : nullptr;
 }
 
 bool NodeRead::ReadByShape(NodeShape::Child const& child, KelSAX::ISAXReader& reader) {
-    if (reader.HasAttributes()) {
+    if (!m_grammar.parameterFlags.empty() && reader.HasAttributes()) {
         return false;
     }
     bool const isContainer = child.isList || child.isProfileList;

@@ -40,7 +40,7 @@ private:
 
     /// The child that the element stands for, where it is the one behind that met last; null: to be looked
     /// up.
-    NodeShape::Child const* NextByShape(std::string_view tag) const;
+    NodeShape::Child const* NextByShape(std::string_view tag, KelSAX::ISAXReader& reader);
     /// Reads the element of that child without a look-up. False where that can't be done, and nothing was.
     bool ReadByShape(NodeShape::Child const& child, KelSAX::ISAXReader& reader);
 

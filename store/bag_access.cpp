@@ -13,6 +13,10 @@ IPersistentProperty* Find(PersistentProperties const& bag, std::wstring const& n
     return reader.PropertyAt(reader.FindBorrowed(name));
 }
 
+IPersistentProperty* FindReserved(PersistentProperties const& bag, std::wstring const& name) noexcept {
+    return BagInside::Shaped(bag) != nullptr ? bag.FindProperty(name) : Find(bag, name);
+}
+
 IPersistentProperty* FindSole(PersistentProperties const& bag) noexcept {
     return BagInside::Reader(bag).Sole();
 }
