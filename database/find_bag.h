@@ -5,6 +5,7 @@
 #include "store/reserved_names.h"
 
 #include <zantrel/database/parameter_node.h>
+#include <zantrel/layout/layout_node.h>
 
 #include <string>
 #include <string_view>
@@ -38,6 +39,15 @@ inline ItemSequence* FindItems(PersistentProperties& bag) {
     }
     property->SetDeleted(false);
     return &property->m_value;
+}
+
+/// The cursor on a child of a group, whose bag this is; null: on nothing.
+inline ParameterNode CursorOn(LayoutNode const& child, PersistentProperties* bag) {
+    ParameterNode cursor;
+    cursor.m_pNode = &child;
+    cursor.m_pProperties = bag;
+    cursor.m_isContainer = child.m_isProfileList || child.m_isList;
+    return cursor;
 }
 
 /// A flag in the bag; one that was never set is false.

@@ -62,7 +62,7 @@ NodeShape::NodeShape(LayoutShapes const& all, std::size_t number, LayoutNode con
 }
 
 bool NodeShape::Fits(LayoutNode const& node) const {
-    return &node == &m_node && node.Size() == m_children.size() &&
+    return &node == &m_node && node.m_children.m_changes == m_changes && node.Size() == m_children.size() &&
            std::equal(m_children.begin(), m_children.end(), node.m_children.begin(),
                       [](Child const& child, LayoutNode const* now) { return IsAsBefore(child, *now); });
 }

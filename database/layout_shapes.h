@@ -36,6 +36,11 @@ public:
         bool isFirst = false; ///< of its name: a look-up in the bag finds this child's
         std::string
             utf8Name; ///< empty where a look-up of this name, in layout or bag, finds another child or none
+
+        /// Whether a look-up by the name of `live` finds the bag that stands in this child's slot.
+        bool IsFoundAs(LayoutNode const& live) const {
+            return node == &live && isFirst && name == live.m_name;
+        }
     };
 
     /// `number` tells the shapes of a layout apart.
@@ -59,7 +64,8 @@ public:
         std::size_t const slot = isUnchanged ? Find(name) : Size();
         bool const isChild = slot != Size() && At(slot).flagBit == 0;
         Child const* const child = isChild ? &m_children[m_childOfSlot[slot]] : nullptr;
-        return child != nullptr && !child->utf8Name.empty() ? child : nullptr;
+        bool const isAsBefore = child != nullptr && !child->utf8Name.empty() && child->name == name;
+        return isAsBefore && child->IsFoundAs(*child->node) ? child : nullptr;
     }
 
     /// Whether `node` is the one that this was made from, and its children are still as they were then.

@@ -83,11 +83,7 @@ ParameterNode ParameterNode::Get(LayoutNode const* node) const {
         return {};
     }
     if (node->Parent() == m_pNode) {
-        ParameterNode child;
-        child.m_pNode = node;
-        child.m_pProperties = FindBag(*m_pProperties, node->m_name);
-        child.m_isContainer = node->m_isProfileList || node->m_isList;
-        return child;
+        return CursorOn(*node, FindBag(*m_pProperties, node->m_name));
     }
     ParameterNode result = *this;
     std::deque<LayoutNode const*> const path = PathTo(*node, *m_pNode);
@@ -103,11 +99,7 @@ ParameterNode ParameterNode::Get(wchar_t const* name) const {
     NodeShape::Child const* const found =
         shape != nullptr && name != nullptr ? shape->FindByName(*m_pNode, name) : nullptr;
     if (found != nullptr && found->node->Parent() == m_pNode) {
-        ParameterNode child;
-        child.m_pNode = found->node;
-        child.m_pProperties = LiveBag(&BagAccess::BagAt(*m_pProperties, found->slot));
-        child.m_isContainer = child.m_pNode->m_isProfileList || child.m_pNode->m_isList;
-        return child;
+        return CursorOn(*found->node, LiveBag(&BagAccess::BagAt(*m_pProperties, found->slot)));
     }
     return m_pProperties != nullptr ? Get(&FindChild(m_pNode, name)) : ParameterNode();
 }

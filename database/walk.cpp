@@ -215,7 +215,7 @@ PersistentProperties* WalkState::BagOf(PersistentProperties& bag, LayoutNode con
     NodeShape const* const shape = NodeShapeOf(bag);
     if (shape != nullptr && index < shape->Children().size()) {
         NodeShape::Child const& own = shape->Children()[index];
-        if (own.node == &child && own.isFirst) {
+        if (own.IsFoundAs(child)) {
             auto& entry = BagAccess::BagAt(bag, own.slot);
             return entry.m_deleted ? nullptr : &entry.m_value;
         }
@@ -260,9 +260,8 @@ AnyWalk::PlainLeaf WalkState::PeekPlainLeaf() {
     }
     LayoutNode const& node = **level->child;
     NodeShape::Child const& own = level->shape->Children()[level->given];
-    bool const isLeaf = own.node == &node && own.isFirst && own.type == node.m_type &&
-                        node.Parent() == level->layout && !node.m_isList && !node.m_isProfileList &&
-                        node.Size() == 0;
+    bool const isLeaf = own.IsFoundAs(node) && own.type == node.m_type && node.Parent() == level->layout &&
+                        !node.m_isList && !node.m_isProfileList && node.Size() == 0;
     IPersistentProperty const* const value =
         isLeaf ? BagAccess::PlainValueAt(*level->bag, *level->shape, own.slot) : nullptr;
     return value != nullptr ? AnyWalk::PlainLeaf{&node, value, m_levels.size()} : AnyWalk::PlainLeaf{};

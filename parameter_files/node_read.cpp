@@ -2,6 +2,7 @@
 #include "parameter_files/node_read.h"
 
 #include "database/add_entry.h"
+#include "database/find_bag.h"
 #include "parameter_files/node_value_sax.h"
 #include "text/unicode.h"
 
@@ -146,10 +147,7 @@ bool NodeRead::ReadByShape(NodeShape::Child const& child, KelSAX::ISAXReader& re
     if (bag.m_deleted) {
         return false;
     }
-    ParameterNode node;
-    node.m_pNode = child.node;
-    node.m_pProperties = &bag.m_value;
-    node.m_isContainer = isContainer;
+    ParameterNode node = CursorOn(*child.node, &bag.m_value);
     ReadContent(node, reader);
     return true;
 }

@@ -47,6 +47,8 @@ void PreparedTag::AddAttribute(std::string_view name, std::string_view value) {
                        std::none_of(m_attributes.begin(), m_attributes.end(),
                                     [name](Attribute const& attribute) { return attribute.name == name; });
     m_attributes.push_back({std::string(name), std::string(value)});
+    name = m_attributes.back().name; // what was given may be a text of this tag, which moves
+    value = m_attributes.back().value;
     if (!IsReady()) {
         return;
     }

@@ -54,6 +54,7 @@ private:
         if (entry == m_entries.end()) {
             if (m_entries.size() >= m_limit) {
                 m_last = &m_beforeFirst;
+                m_beforeFirst.second.next = nullptr;
                 m_entries.clear();
             }
             entry = m_entries.emplace(Key(key), Tag{make()}).first;

@@ -7,6 +7,8 @@
 #include "text/numbers.h"
 #include "text/unicode.h"
 
+#include <utility>
+
 namespace KelSAX {
 
 namespace {
@@ -51,9 +53,12 @@ void ISAXWriter::OpenElement(std::wstring_view tag) {
 void ISAXWriter::WriteIntegerValue(std::int64_t value) { WriteValue(PrintedInteger(value).View()); }
 
 void ISAXWriter::WriteLeaf(PreparedTag const& tag, std::wstring_view text) {
-    m_converted.clear();
-    Zantrel::Text::AppendUtf8Unchecked(text, m_converted);
-    WriteLeaf(tag, std::string_view(m_converted));
+    // Out of the way of what a writer of the host's converts while it opens the element.
+    std::string converted = std::move(m_converted);
+    converted.clear();
+    Zantrel::Text::AppendUtf8Unchecked(text, converted);
+    WriteLeaf(tag, std::string_view(converted));
+    m_converted = std::move(converted);
 }
 
 void ISAXWriter::WriteIntegerLeaf(PreparedTag const& tag, std::int64_t value) {

@@ -14,7 +14,13 @@ IPersistentProperty* Find(PersistentProperties const& bag, std::wstring const& n
 }
 
 IPersistentProperty* FindReserved(PersistentProperties const& bag, std::wstring const& name) noexcept {
-    return BagInside::Shaped(bag) != nullptr ? bag.FindProperty(name) : Find(bag, name);
+    ShapedBlock* const block = BagInside::Shaped(bag);
+    if (block == nullptr) {
+        return Find(bag, name);
+    }
+    ShapedForm const form{block};
+    EntryPlace const place = form.FindFixed(name);
+    return place != nullptr ? form.At(place).property : nullptr;
 }
 
 IPersistentProperty* FindSole(PersistentProperties const& bag) noexcept {

@@ -18,7 +18,7 @@ namespace Zantrel::BagAccess {
 /// As PersistentProperties::FindProperty, but quicker where the entry's name is this very text: the name of
 /// the layout's node that the bag was formatted from, or one of Reserved().
 IPersistentProperty* Find(PersistentProperties const& bag, std::wstring const& name) noexcept;
-/// The same for one of Reserved(), which no layout's node lends a bag.
+/// The same for one of Reserved() alone, and quicker where most bags haven't got it.
 IPersistentProperty* FindReserved(PersistentProperties const& bag, std::wstring const& name) noexcept;
 /// The property of a bag that holds "Value" alone, as nearly every leaf does; otherwise null, and also for
 /// some bags that do.

@@ -74,7 +74,7 @@ std::vector<std::uint32_t> BagShape::Complete() {
     }
     m_index.assign(capacity, 0);
     for (std::size_t slot = 0; slot < Size(); ++slot) {
-        if (Find(m_names[slot].View()) == Size()) {
+        if (FindFixed(m_names[slot].View()) == Size()) {
             std::size_t at = HashOf(m_names[slot].View()) & (capacity - 1);
             while (m_index[at] != 0) {
                 at = (at + 1) & (capacity - 1);
@@ -97,7 +97,7 @@ std::size_t BagShape::HashOf(std::wstring_view name) noexcept {
     return hash ^ (hash >> 15) ^ (hash >> 7);
 }
 
-std::size_t BagShape::Find(std::wstring_view name) const noexcept {
+std::size_t BagShape::FindFixed(std::wstring_view name) const noexcept {
     std::size_t const mask = m_index.size() - 1;
     for (std::size_t at = HashOf(name) & mask; m_index[at] != 0; at = (at + 1) & mask) {
         if (m_names[m_index[at] - 1].View() == name) {
@@ -107,9 +107,19 @@ std::size_t BagShape::Find(std::wstring_view name) const noexcept {
     return Size();
 }
 
-std::size_t BagShape::FindBorrowed(std::wstring const& name) const noexcept {
-    std::size_t const slot = Find(name);
+std::size_t BagShape::Find(std::wstring_view name) const noexcept {
+    std::size_t const slot = FindFixed(name);
     if (slot != Size() || Size() > FewEntries) {
+        return slot;
+    }
+    auto const at = std::find_if(m_names.begin(), m_names.end(),
+                                 [name](EntryName const& own) { return own.View() == name; });
+    return static_cast<std::size_t>(at - m_names.begin());
+}
+
+std::size_t BagShape::FindBorrowed(std::wstring const& name) const noexcept {
+    std::size_t const slot = FindFixed(name);
+    if (slot != Size()) {
         return slot;
     }
     auto const at = std::find_if(m_names.begin(), m_names.end(),

@@ -52,8 +52,11 @@ public:
     /// How long a block is.
     std::size_t Bytes() const noexcept { return m_bytes; }
 
-    /// The first slot of this name, or Size().
+    /// The first slot of this name, or Size(). A name that its owner has changed since is found in a bag of
+    /// few entries.
     std::size_t Find(std::wstring_view name) const noexcept;
+    /// The same for a name that nobody can have changed.
+    std::size_t FindFixed(std::wstring_view name) const noexcept;
     /// The same for a text that an entry may have borrowed, which is so found also when it has changed since.
     std::size_t FindBorrowed(std::wstring const& name) const noexcept;
 

@@ -3,6 +3,8 @@
 #include "tests/support/comma_locale.h"
 #include "tests/support/generated_database.h"
 
+#include <zantrel/database/walk.h>
+
 #include <gtest/gtest.h>
 
 #include <functional>
@@ -64,6 +66,29 @@ TEST(Shapes, GoWithTheLayoutWhenItChanges) {
         ParameterDatabase expected(&after);
         EXPECT_EQ(Additions(database), Additions(expected));
         EXPECT_TRUE(ParameterDatabase(untouched).IsEqual(untouched));
+    }
+}
+
+TEST(Shapes, AnswerByTheNamesThatNodesHaveNow) {
+    for (int other = 1; other < 20; ++other) {
+        ParameterLayout layout;
+        LayoutNode& group = *layout.m_profileEditor->AddNode(L"Group");
+        for (int child = 0; child < 20; ++child) {
+            group.AddNode((L"Child" + std::to_wstring(child)).c_str(), Int, std::to_wstring(child).c_str());
+        }
+        ParameterDatabase database(&layout);
+        ParameterNode const values = database.GetProfileEditor().Get(L"Group");
+        std::swap(group.At(0).m_name, group.At(static_cast<std::size_t>(other)).m_name);
+        EXPECT_EQ(values.Get(L"Child0").m_pNode, &group.At(0)) << "as it was appended";
+        EXPECT_EQ(values.Get(L"Child0").GetValue<std::int32_t>(), 0);
+        EXPECT_THROW(values.Get(L"New"), ParameterMisuse);
+        group.At(0).m_name = L"New";
+        EXPECT_TRUE(values.m_pProperties->HasValue<Bag>(L"New"));
+        group.At(2).m_name = group.At(1).m_name; // so that a look-up finds the first of them
+        for (Walk<ParameterNode> walk(values); walk.Next();) {
+            EXPECT_EQ(walk.Node().m_pProperties,
+                      walk.Depth() == 0 ? values.m_pProperties : values.Get(&walk.Layout()).m_pProperties);
+        }
     }
 }
 

@@ -108,6 +108,11 @@ TEST(Writing, TakesPreparedTagsAsItTakesTheirParts) {
     }
     auto lone = tag(L"\x00E4");
     lone.AddAttribute("a", L"\xD800");
+    auto own = tag("a_name_that_is_longer_than_a_short_string");
+    own.AddAttribute(own.Name(), own.Name());
+    own.AddAttribute("b", own.Attributes().front().value);
+    EXPECT_EQ(own.Start(), "<" + std::string(own.Name()) + " " + std::string(own.Name()) + "=\"" +
+                               std::string(own.Name()) + "\" b=\"" + std::string(own.Name()) + "\"");
     // What the two ways write into so many elements: as one text, or why they can't.
     auto const outcome = [](bool asParts, KelSAX::PreparedTag const& prepared, std::string const& text,
                             int depth) {

@@ -48,7 +48,7 @@ struct ZANTREL_EXPORT ContentList {
         friend ZANTREL_EXPORT bool operator<(std::wstring_view path, Node const& node) noexcept;
     };
 
-    /// An ordered set, unique by path, with all that std::set has. A path can be looked up as it stands:
+    /// An ordered set, unique by path, with the functions of std::set. A path can be looked up as it stands:
     /// `list.m_nodes.find(L"Laser_Power")`. The set that ParameterNode::Query keeps finds paths in constant
     /// time, until something is taken out of it; all others, and what is added later, by their order.
     class Nodes : private std::set<Node, std::less<>> {

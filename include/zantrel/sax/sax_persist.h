@@ -63,7 +63,8 @@ public:
     /// A piece of the text of an element that HandleTag will be called with; only a text longer than
     /// 64 KiB comes so, from its beginning on and before anything else is known of the element. True takes
     /// the piece: the reader forgets it, and HandleTag finds the text that follows. False, as the inherited
-    /// one gives, leaves it to HandleTag; then the same text comes again, grown.
+    /// one gives, leaves it to HandleTag; then the same text comes again, grown. White space before a first
+    /// child, which HandleTag wouldn't find, may be among it. Not every long text comes in pieces.
     virtual bool HandleTextPiece(std::string const& tag, std::string_view piece);
 
 protected:

@@ -37,7 +37,7 @@ struct NamedProperty {
 class ZANTREL_EXPORT PersistentProperties : public IMergeablePropertyValue {
 public:
     /// Walks the entries in order, giving pairs of name and property. Good until an entry of the bag is added
-    /// or removed.
+    /// or removed, or the bag's sequence exchanged (IndexedProperties::Swap).
     class ZANTREL_EXPORT Iterator {
     public:
         using iterator_category = std::input_iterator_tag;
