@@ -38,8 +38,8 @@ public:
     }
     std::vector<Attribute> const& Attributes() const noexcept { return m_attributes; }
 
-    /// Whether XML can carry all of it, and it has no more than 16 attributes: of more the writer writes one by
-    /// one. Start and End are empty where it can't.
+    /// Whether XML can carry all of it and it has 16 attributes at most: more are written one by one.
+    /// Start and End are empty where it can't.
     bool IsReady() const noexcept { return m_endSize != 0; }
     /// The bytes of the start tag without the `>` at its end, as in `<name key="value"`. Good until the tag
     /// is changed, as is End.
