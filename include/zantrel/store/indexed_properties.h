@@ -43,8 +43,8 @@ public:
     void Clear() noexcept;
     /// Exchanges the bags, which stay where they are. Where they had names of a layout or of the tree that
     /// they leave, they get names of their own; std::bad_alloc passes through before anything is exchanged.
-    /// Nothing happens when one lies within the other. Pointers to properties stay good; iterators of the bags
-    /// end.
+    /// Nothing happens when one lies within the other. Pointers to properties stay good; iterators of the
+    /// bags end.
     void Swap(IndexedProperties& other);
 
     /// The binary form. Read replaces the content; it throws std::runtime_error on bytes that are no such
