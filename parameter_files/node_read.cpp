@@ -135,7 +135,8 @@ NodeShape::Child const* NodeRead::NextByShape(std::string_view tag, KelSAX::ISAX
 }
 
 bool NodeRead::ReadByShape(NodeShape::Child const& child, KelSAX::ISAXReader& reader) {
-    if (!m_grammar.parameterFlags.empty() && reader.HasAttributes()) {
+    bool const hasFlags = !m_grammar.parameterFlags.empty() && reader.HasAttributes();
+    if (hasFlags || NodeShapeOf(*m_node.m_pProperties) != m_shape) { // a host may have changed the bag
         return false;
     }
     bool const isContainer = child.isList || child.isProfileList;

@@ -4,12 +4,18 @@
 #include "tests/support/generated_database.h"
 
 #include <zantrel/database/walk.h>
+#include <zantrel/parameter_files/generic_parameter_file.h>
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <functional>
+#include <istream>
 #include <memory>
 #include <random>
+#include <streambuf>
+#include <string>
+#include <utility>
 
 // Bags of a database share what their layout says once. None of that may show.
 
@@ -172,6 +178,42 @@ TEST(Shapes, LetAHostTakeABagApartAndPutItTogether) {
         EXPECT_TRUE(assigned.IsEqual(database)) << seed;
         EXPECT_EQ(Dump(assigned), Dump(database)) << seed;
     }
+}
+
+/// Gives one text, and another one after something was done.
+struct InterruptedText : std::streambuf {
+    InterruptedText(std::string before, std::function<void()> what, std::string after)
+        : texts{std::move(before), std::move(after)}, between(std::move(what)) {}
+
+    int underflow() override {
+        if (given == texts.size()) {
+            return traits_type::eof();
+        }
+        if (given == 1) {
+            between();
+        }
+        std::string& text = texts[given++];
+        setg(text.data(), text.data(), text.data() + text.size());
+        return traits_type::to_int_type(text.front());
+    }
+
+    std::array<std::string, 2> texts;
+    std::function<void()> between;
+    std::size_t given = 0;
+};
+
+TEST(Shapes, MayBeLeftWhileABagIsRead) {
+    DeeperLayout layout;
+    ParameterDatabase database(&layout);
+    ParameterNode const machines = database.GetProfileEditor().Get(L"Machines");
+    std::string const far(200'000, ' '); // beyond what is read ahead
+    InterruptedText text(
+        "<R><Machines><Machine Name='p'><Speed>7</Speed>" + far,
+        [&] { machines.GetProfile(L"p").m_pProperties->RemoveProperty(L"Names", true); },
+        "<Axes><X>8</X></Axes></Machine></Machines></R>");
+    std::istream in(&text);
+    EXPECT_TRUE(ReadStream(database, in));
+    EXPECT_EQ(machines.GetProfile(L"p").Get(L"Axes").Get(L"X").GetValue<double>(), 8);
 }
 
 TEST(Shapes, OutliveTheLayoutsLaterOnesAndTheDatabaseThatMadeThem) {
