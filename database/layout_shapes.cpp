@@ -29,8 +29,8 @@ BagShape::Model ModelOf(LayoutNode const& node, DefaultValues const& defaults) {
 
 bool IsAsBefore(NodeShape::Child const& child, LayoutNode const& node) {
     return child.node == &node && child.type == node.m_type && child.isList == node.m_isList &&
-           child.isProfileList == node.m_isProfileList && child.name == node.m_name &&
-           child.defaultText == DefaultText(node) && (child.body != nullptr) == HasBody(node);
+           child.isProfileList == node.m_isProfileList && Text::IsSame(child.name, node.m_name) &&
+           Text::IsSame(child.defaultText, DefaultText(node)) && (child.body != nullptr) == HasBody(node);
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 
 #include "database/default_values.h"
 #include "store/bag_access.h"
+#include "text/same_text.h"
 
 #include <zantrel/layout/parameter_layout.h>
 
@@ -64,8 +65,10 @@ public:
         std::size_t const slot = isUnchanged ? Find(name) : Size();
         bool const isChild = slot != Size() && At(slot).flagBit == 0;
         Child const* const child = isChild ? &m_children[m_childOfSlot[slot]] : nullptr;
-        bool const isAsBefore = child != nullptr && !child->utf8Name.empty() && child->name == name;
-        return isAsBefore && child->IsFoundAs(*child->node) ? child : nullptr;
+        // Found by the name that the child has now; so that is also the one that it had.
+        bool const isAsBefore =
+            child != nullptr && !child->utf8Name.empty() && Text::IsSame(child->name, name);
+        return isAsBefore && child->isFirst ? child : nullptr;
     }
 
     /// Whether `node` is the one that this was made from, and its children are still as they were then.

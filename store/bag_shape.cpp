@@ -3,6 +3,7 @@
 
 #include "store/record_room.h"
 #include "store/shaped_block.h"
+#include "text/same_text.h"
 
 #include <zantrel/store/persistent_properties.h>
 
@@ -100,7 +101,7 @@ std::size_t BagShape::HashOf(std::wstring_view name) noexcept {
 std::size_t BagShape::FindFixed(std::wstring_view name) const noexcept {
     std::size_t const mask = m_index.size() - 1;
     for (std::size_t at = HashOf(name) & mask; m_index[at] != 0; at = (at + 1) & mask) {
-        if (m_names[m_index[at] - 1].View() == name) {
+        if (Text::IsSame(m_names[m_index[at] - 1].View(), name)) {
             return m_index[at] - 1;
         }
     }

@@ -5,6 +5,7 @@
 #include "store/entry_tree.h"
 #include "store/reserved_names.h"
 #include "store/shaped_block.h"
+#include "text/same_text.h"
 
 #include <zantrel/store/persistent_properties.h>
 
@@ -125,8 +126,9 @@ struct BlockForm {
     EntryPlace First() const noexcept { return PlaceOf(block->begin()); }
     EntryPlace Next(EntryPlace place) const noexcept { return PlaceOf(static_cast<Entry const*>(place) + 1); }
     EntryPlace Find(std::wstring_view name) const noexcept {
-        return PlaceOf(std::find_if(block->begin(), block->end(),
-                                    [name](Entry const& entry) { return entry.name.View() == name; }));
+        return PlaceOf(std::find_if(block->begin(), block->end(), [name](Entry const& entry) {
+            return Text::IsSame(entry.name.View(), name);
+        }));
     }
     EntryPlace FindBorrowed(std::wstring const& name) const noexcept {
         for (Entry *at = block->begin(), *end = block->end(); at != end; ++at) {

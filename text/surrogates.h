@@ -6,12 +6,14 @@
 /// of wchar_t.
 namespace Zantrel::Text {
 
-constexpr bool IsHighSurrogate(char32_t unit) noexcept { return unit >= 0xD800 && unit < 0xDC00; }
+inline constexpr char32_t FirstSurrogate = 0xD800;
+
+constexpr bool IsHighSurrogate(char32_t unit) noexcept { return unit >= FirstSurrogate && unit < 0xDC00; }
 constexpr bool IsLowSurrogate(char32_t unit) noexcept { return unit >= 0xDC00 && unit < 0xE000; }
 
 /// Whether a value stands for a character by itself.
 constexpr bool IsCodePoint(char32_t unit) noexcept {
-    return unit < 0xD800 || (unit >= 0xE000 && unit <= 0x10FFFF);
+    return unit < FirstSurrogate || (unit >= 0xE000 && unit <= 0x10FFFF);
 }
 
 constexpr char32_t JoinSurrogates(char32_t high, char32_t low) noexcept {

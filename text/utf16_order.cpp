@@ -72,6 +72,13 @@ std::size_t CommonSize(std::wstring_view left, std::wstring_view right) noexcept
 // high surrogate that is alike on both sides decides nothing.
 int Compare(std::wstring_view left, std::wstring_view right) noexcept {
     std::size_t const same = CommonSize(left, right);
+    if (same < std::min(left.size(), right.size())) {
+        auto const leftUnit = static_cast<char32_t>(left[same]);
+        auto const rightUnit = static_cast<char32_t>(right[same]);
+        if (std::max(leftUnit, rightUnit) < FirstSurrogate) { // each is one unit in both forms
+            return leftUnit < rightUnit ? -1 : 1;
+        }
+    }
     Units leftUnits(left.substr(same));
     Units rightUnits(right.substr(same));
     for (;;) {
