@@ -44,6 +44,9 @@ std::wstring ExternalPropertyID::FormatGuid(bool braces, bool upperCase) const {
     return braces ? L"{" + text + L"}" : text;
 }
 
+ExternalProperties::ExternalProperties(ExternalProperties const& other)
+    : PersistentProperties(other), m_objectKind(other.m_objectKind), m_id(other.m_id) {}
+
 ExternalProperties& ExternalProperties::operator=(ExternalProperties const& other) {
     Zantrel::NameCopier names(Zantrel::NameCopier::Borrowed::Own);
     Zantrel::Assign(*this, other, names);
@@ -51,9 +54,22 @@ ExternalProperties& ExternalProperties::operator=(ExternalProperties const& othe
 }
 
 ExternalProperties::~ExternalProperties() = default;
+
+// The names stay behind: a copy is another tree, which may go to another thread.
+DatabaseExternalProperties::DatabaseExternalProperties(DatabaseExternalProperties const& other)
+    : PersistentProperties(other) {}
+
+DatabaseExternalProperties& DatabaseExternalProperties::operator=(DatabaseExternalProperties const& other) {
+    PersistentProperties::operator=(other);
+    return *this;
+}
+
 DatabaseExternalProperties::~DatabaseExternalProperties() = default;
 
 namespace {
+
+/// A host may give each property a name of its own; these would be kept after their entries.
+constexpr std::size_t MaxSharedNames = 1024;
 
 /// The first entry of the key that holds the properties of an object: a host may have put others there.
 PersistentProperty<ExternalProperties>* FindStore(PersistentProperties const& stores,
@@ -72,6 +88,9 @@ PersistentProperty<ExternalProperties>* FindStore(PersistentProperties const& st
 // put under the same key.
 ExternalProperties* DatabaseExternalProperties::GetProperties(ExternalPropertyID const& id, bool create) {
     std::wstring const key = id.FormatGuid(false, false);
+    if (create && m_names == nullptr) {
+        m_names = std::make_shared<Zantrel::NameCopier>(Zantrel::NameCopier::Borrowed::Own, MaxSharedNames);
+    }
     auto* store = FindStore(*this, key);
     if (store == nullptr && create) {
         auto made = std::make_unique<PersistentProperty<ExternalProperties>>();
@@ -82,6 +101,7 @@ ExternalProperties* DatabaseExternalProperties::GetProperties(ExternalPropertyID
     if (store == nullptr || (store->IsDeleted() && !create)) {
         return nullptr;
     }
+    store->m_value.m_names = m_names.get();
     store->SetDeleted(false);
     return &store->m_value;
 }

@@ -181,7 +181,8 @@ void PersistentProperties::RemoveProperty(std::wstring const& name, bool firstOn
 void PersistentProperties::AppendOwned(std::wstring_view name, IPersistentProperty* property) {
     // Owned while the name is made, which may fail; Insert owns it from its first moment.
     std::unique_ptr<IPersistentProperty> owned(property);
-    EntryName ownName = EntryName::Own(name);
+    NameCopier* const names = _SharedNames();
+    EntryName ownName = names != nullptr ? names->Of(name) : EntryName::Own(name);
     EntryTable(m_entries).Insert(std::move(ownName), PropertyHandle::Heap(owned.release()));
 }
 

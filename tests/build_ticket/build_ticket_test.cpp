@@ -106,6 +106,20 @@ TEST(TicketFilter, KeepsWhatTheObjectTypeAndTheLayoutSay) {
     }
 }
 
+TEST(Ticket, SharesNamesWithinADatabaseOfStoresAlone) {
+    auto const addTo = [](KelAM::DatabaseExternalProperties& stores, wchar_t const* id) {
+        auto& store = *stores.GetProperties(KelAM::ExternalPropertyID(id), true);
+        store.SetValue(L"Name", std::int32_t(1));
+        return (*store.begin()).name.data();
+    };
+    BuildTicket ticket(nullptr);
+    wchar_t const* const name = addTo(ticket.GetPartOverrides(), L"1");
+    EXPECT_EQ(addTo(ticket.GetPartOverrides(), L"2"), name);
+    BuildTicket copy(ticket);
+    EXPECT_NE(addTo(copy.GetPartOverrides(), L"1"), name);
+    EXPECT_NE(addTo(copy.GetPartOverrides(), L"3"), name);
+}
+
 TEST(Ticket, CleansUpAllStores) {
     TicketLayout const layout;
     BuildTicket ticket(&layout);

@@ -6,6 +6,7 @@
 #include <zantrel/store/persistent_properties.h>
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -39,7 +40,7 @@ public:
     /// No kind, the empty identifier and no entries.
     ExternalProperties() = default;
     /// Copies kind, identifier and entries. `other` may stand within the bag that it is assigned to.
-    ExternalProperties(ExternalProperties const&) = default;
+    ExternalProperties(ExternalProperties const& other);
     ExternalProperties& operator=(ExternalProperties const& other);
     ~ExternalProperties() override;
 
@@ -47,6 +48,12 @@ public:
         0; ///< 1 build, 2 build item, 3 object, 4 component; any other value is no kind
     /// Whose properties these are. The key in a database doesn't follow when a host changes it.
     ExternalPropertyID m_id;
+
+private:
+    friend class DatabaseExternalProperties;
+    Zantrel::NameCopier* _SharedNames() const noexcept override { return m_names; }
+
+    Zantrel::NameCopier* m_names = nullptr; ///< of the database that this stands in; no copy has it
 };
 
 /// The properties of many objects: a bag of PersistentProperty<ExternalProperties>, keyed by
@@ -55,8 +62,8 @@ public:
 class ZANTREL_EXPORT DatabaseExternalProperties : public PersistentProperties {
 public:
     DatabaseExternalProperties() = default;
-    DatabaseExternalProperties(DatabaseExternalProperties const&) = default;
-    DatabaseExternalProperties& operator=(DatabaseExternalProperties const&) = default;
+    DatabaseExternalProperties(DatabaseExternalProperties const& other);
+    DatabaseExternalProperties& operator=(DatabaseExternalProperties const& other);
     ~DatabaseExternalProperties() override;
 
     /// The properties of `id`; null when there are none and `create` is false. A new entry gets `id` as its
@@ -69,6 +76,10 @@ public:
     /// Replaces `names` by the keys, in their order.
     /// Those of entries marked deleted are among them, and a key stands as often as it has entries.
     void GetAllProperties(std::vector<std::wstring>& names) const;
+
+private:
+    /// What stores add by names that others have, too, shares their texts. Made with the first store.
+    std::shared_ptr<Zantrel::NameCopier> m_names;
 };
 
 /// Reads "Instance" elements, each with the attribute "uuid" and the properties of one object, into a

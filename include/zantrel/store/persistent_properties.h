@@ -14,6 +14,7 @@
 namespace Zantrel {
 
 struct BagInside;
+class NameCopier;
 
 /// One entry of a bag, as an iterator gives it. Both members live as long as the entry.
 struct NamedProperty {
@@ -137,6 +138,9 @@ public:
 
 private:
     friend struct Zantrel::BagInside;
+
+    /// Makes names for what a host adds, where the bag stands in a tree that shares them; otherwise null.
+    virtual Zantrel::NameCopier* _SharedNames() const noexcept { return nullptr; }
 
     /// The first property of `name`, where it has this class and isn't deleted; otherwise null.
     template <class T> PersistentProperty<T>* FindLive(std::wstring_view name) const;
