@@ -74,7 +74,7 @@ void BuildTicketRead::ReadKind(KelAM::ExternalProperties& store, KelSAX::ISAXRea
 }
 
 void BuildTicketRead::ReadStore(KelAM::ExternalProperties& store, KelSAX::ISAXReader& reader) {
-    reader.PushHandler(new PropertySetRead(&store, &m_names, m_room));
+    reader.PushHandler(new PropertySetRead(&store, &m_names, m_expected));
 }
 
 } // namespace Zantrel

@@ -27,8 +27,8 @@ private:
     void ReadStore(KelAM::ExternalProperties& store, KelSAX::ISAXReader& reader);
 
     BuildTicket* m_ticket;
-    SharedNames m_names; ///< for all three stores: they belong to one thread, as their ticket does
-    ExpectedRoom m_room; ///< of one store after another
+    SharedNames m_names;           ///< for all three stores: they belong to one thread, as their ticket does
+    ExpectedProperties m_expected; ///< of one store after another
 };
 
 } // namespace Zantrel

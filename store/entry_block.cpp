@@ -35,10 +35,11 @@ void EntryBlock::FreeChain(std::uintptr_t word) noexcept {
     }
 }
 
-void EntryBlock::Insert(EntryName name, PropertyHandle property) noexcept {
+void EntryBlock::Insert(EntryName name, PropertyHandle property, EntryName const* before) noexcept {
     // From the end, since what is formatted and read comes in the layout's order, which is often the names'.
     Entry* at = end();
-    while (at != begin() && EntryNameLess()(name.View(), (at - 1)->name.View())) {
+    bool const isLast = before != nullptr && size != 0 && (at - 1)->name.IsSame(*before);
+    while (!isLast && at != begin() && EntryNameLess()(name.View(), (at - 1)->name.View())) {
         --at;
     }
     ::new (end()) Entry{std::move(name), property};

@@ -86,8 +86,8 @@ struct EntryBlock {
 
     /// Adds an entry behind those that aren't greater. There must be a place left.
     /// Entries of one name so stay in the order of insertion. Moves entries, so places are lost; properties
-    /// stay.
-    void Insert(EntryName name, PropertyHandle property) noexcept;
+    /// stay. `before`, where it isn't null, isn't greater than `name`.
+    void Insert(EntryName name, PropertyHandle property, EntryName const* before = nullptr) noexcept;
     /// Takes an entry out and gives its property, which the caller ends.
     /// The order of the others stays; places behind it are lost.
     PropertyHandle Take(Entry* at) noexcept;

@@ -43,6 +43,8 @@ public:
     bool Borrows(std::wstring const& text) const noexcept {
         return m_word == reinterpret_cast<std::uintptr_t>(&text);
     }
+    /// Whether both name one text, told without looking at it; two texts may be equal all the same.
+    bool IsSame(EntryName const& other) const noexcept { return m_word == other.m_word; }
     /// Whether the text goes with the last entry that bears it; otherwise it was borrowed.
     bool IsCounted() const noexcept { return (m_word & CountedBit) != 0; }
 

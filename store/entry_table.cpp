@@ -52,6 +52,12 @@ EntryPlace EntryReader::Find(std::wstring_view name) const noexcept {
     return VisitForm(m_word, [name](auto form) { return form.Find(name); });
 }
 
+bool EntryReader::EndsBefore(std::wstring_view name) const noexcept {
+    return VisitForm(m_word,
+                     ByForm{[name](TreeForm form) { return form.Size() != 0 && form.tree->EndsBefore(name); },
+                            [](auto) { return false; }});
+}
+
 EntryPlace EntryReader::FindBorrowed(std::wstring const& name) const noexcept {
     return VisitForm(m_word, [&name](auto form) { return form.FindBorrowed(name); });
 }
@@ -179,7 +185,7 @@ void EntryTable::Insert(EntryName name, PropertyHandle property) {
                        std::size_t const wanted = std::max(2 * size, FirstCapacity);
                        Grow(std::min(wanted, std::size_t(BlockLimit)), 0)->Insert(std::move(name), property);
                    } else {
-                       form.block->Insert(std::move(name), property);
+                       form.block->Insert(std::move(name), property, m_before);
                    }
                },
                [&](TreeForm form) { form.tree->Insert(std::move(name), property); }});

@@ -23,7 +23,9 @@ public:
     EntryPlace Next(EntryPlace place) const noexcept;
     /// The first entry of `name`, or null; the entries of that name follow each other.
     EntryPlace Find(std::wstring_view name) const noexcept;
-    /// The same for a text that the entry may have borrowed as its name; then no text is compared.
+    /// Whether it can be told at once that `name` is greater than all there are, however many.
+    bool EndsBefore(std::wstring_view name) const noexcept;
+    /// As Find, for a text that the entry may have borrowed as its name; then no text is compared.
     EntryPlace FindBorrowed(std::wstring const& name) const noexcept;
 
     /// `place` is one of this table. A view of the name is good while the entry lives.
@@ -52,6 +54,12 @@ public:
 
     EntryReader Reader() const noexcept { return EntryReader(m_word); }
 
+    /// For the next insertion: its name isn't less than `name`, which may be null. Where that is the last
+    /// entry's, no text is looked at.
+    EntryTable& Behind(EntryName const* name) noexcept {
+        m_before = name;
+        return *this;
+    }
     /// Adds a property behind the entries of its name. Owns it, also when this throws.
     void Insert(EntryName name, PropertyHandle property);
     /// Ends and removes the first entry of `name`. Whether there was one.
@@ -95,6 +103,7 @@ private:
 
     /// The bag's own word.
     std::uintptr_t& m_word;
+    EntryName const* m_before = nullptr;
 };
 
 } // namespace Zantrel

@@ -50,6 +50,10 @@ public:
     TreeEntry const* First() const noexcept { return AddressOf(m_entries.begin()); }
     /// The first entry of `name`, or null.
     TreeEntry const* Find(std::wstring_view name) const noexcept;
+    /// Whether `name` is greater than all there are. There must be one.
+    bool EndsBefore(std::wstring_view name) const noexcept {
+        return TreeEntryLess()(*m_entries.rbegin(), name);
+    }
 
     /// Behind its equals. When this throws std::bad_alloc, the property is still the caller's.
     void Insert(EntryName name, PropertyHandle property);

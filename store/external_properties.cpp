@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <zantrel/store/external_properties.h>
 
+#include "store/bag_inside.h"
 #include "store/copying.h"
 #include "store/property_set_sax.h"
 #include "store/property_set_words.h"
@@ -91,7 +92,9 @@ ExternalProperties* DatabaseExternalProperties::GetProperties(ExternalPropertyID
     if (create && m_names == nullptr) {
         m_names = std::make_shared<Zantrel::NameCopier>(Zantrel::NameCopier::Borrowed::Own, MaxSharedNames);
     }
-    auto* store = FindStore(*this, key);
+    // Stores come from a file in the order of their keys.
+    bool const isNew = create && Zantrel::BagInside::Reader(*this).EndsBefore(key);
+    auto* store = isNew ? nullptr : FindStore(*this, key);
     if (store == nullptr && create) {
         auto made = std::make_unique<PersistentProperty<ExternalProperties>>();
         made->m_value.m_id = id;

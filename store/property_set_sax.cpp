@@ -44,18 +44,21 @@ bool PropertySetRead::HandleTag(std::string const& tag, KelSAX::ISAXReader& read
 }
 
 bool PropertySetRead::ReadProperty(KelSAX::ISAXReader& reader) {
-    if (!reader.ReadAttribute(m_type, Word::Type) || !reader.ReadAttribute(m_name, Word::Name)) {
+    auto const type = reader.FindAttribute(Word::Type);
+    auto const name = reader.FindAttribute(Word::Name);
+    if (!type || !name) {
         reader.NoteDropped(L"A property without a type or without a name was passed over.");
         return true; // its children come to this handler
     }
-    if (m_type == Word::Complex) {
+    m_name = *name;
+    if (*type == Word::Complex) {
         ReadContainer<PersistentProperties, PropertySetRead>(reader);
-    } else if (m_type == Word::Complex2) {
+    } else if (*type == Word::Complex2) {
         ReadContainer<KelAM::SubProperties, PropertySetRead>(reader);
-    } else if (m_type == Word::ComplexArray) {
+    } else if (*type == Word::ComplexArray) {
         ReadContainer<Sequence, PropertySequenceRead>(reader);
     } else {
-        return ReadValue(reader);
+        return ReadValue(*type, reader);
     }
     return true;
 }
@@ -67,14 +70,14 @@ template <class Value, class Handler> void PropertySetRead::ReadContainer(KelSAX
     reader.PushHandler(new Handler(&property.m_value, m_names));
 }
 
-bool PropertySetRead::ReadValue(KelSAX::ISAXReader& reader) {
-    if (m_type == Word::ProfileName) {
-        m_type = TypeName<std::wstring>;
-    } else if (m_type == Word::Number) {
-        m_type = TypeName<double>;
+bool PropertySetRead::ReadValue(std::string_view type, KelSAX::ISAXReader& reader) {
+    if (type == Word::ProfileName) {
+        type = TypeName<std::wstring>;
+    } else if (type == Word::Number) {
+        type = TypeName<double>;
     }
     bool isRead = false;
-    VisitClassNamed(m_type, AllPropertyClasses(), [&]<class T>(PropertyClasses<T>) {
+    VisitClassNamed(type, AllPropertyClasses(), [&]<class T>(PropertyClasses<T>) {
         PersistentProperty<T>& property = Add<T>();
         ReadDeleted(property, reader);
         isRead = property.HandleValue(reader); // it stays in the bag whatever the answer
@@ -83,19 +86,45 @@ bool PropertySetRead::ReadValue(KelSAX::ISAXReader& reader) {
 }
 
 template <class Value> PersistentProperty<Value>& PropertySetRead::Add() {
-    EntryName name =
-        m_names != nullptr ? (*m_names)(m_name) : EntryName::Own(StringConversion::Utf8ToNative(m_name));
+    auto [name, before] = NextName();
     if (m_expected != nullptr) {
         m_expected->Count(RecordRoom::SizeOf<PersistentProperty<Value>>());
     }
-    return BagInside::Table(*m_target).Emplace<PersistentProperty<Value>>(std::move(name), m_room);
+    return BagInside::Table(*m_target).Behind(before).Emplace<PersistentProperty<Value>>(std::move(name),
+                                                                                         m_room);
 }
 
-RecordRoom ExpectedRoom::Begin(PersistentProperties& bag) {
+std::pair<EntryName, EntryName const*> PropertySetRead::NextName() {
+    if (m_expected != nullptr) {
+        return m_expected->Next(m_name, *m_names);
+    }
+    return {m_names != nullptr ? (*m_names)(m_name) : EntryName::Own(StringConversion::Utf8ToNative(m_name)),
+            nullptr};
+}
+
+RecordRoom ExpectedProperties::Begin(PersistentProperties& bag) {
     bool const isTold = m_now.count == m_before.count && m_now.bytes == m_before.bytes;
     m_before = std::exchange(m_now, Extent());
+    m_next = 0;
     return isTold && bag.IsEmpty() ? BagInside::Table(bag).Reserve(m_before.count, m_before.bytes)
                                    : RecordRoom();
+}
+
+// What was told of the places behind one that changes depends on it, and is told anew.
+std::pair<EntryName, EntryName const*> ExpectedProperties::Next(std::string_view utf8, SharedNames& names) {
+    if (m_next == MaxPlaces) {
+        return {names(utf8), nullptr};
+    }
+    EntryName const* const before = m_next != 0 ? &m_places[m_next - 1].name : nullptr;
+    if (m_next == m_places.size() || m_places[m_next].utf8 != utf8) {
+        m_places.erase(m_places.begin() + static_cast<std::ptrdiff_t>(m_next), m_places.end());
+        m_places.reserve(MaxPlaces); // so that `before` stays
+        EntryName name = names(utf8);
+        bool const isBehind = before != nullptr && !EntryNameLess()(name.View(), before->View());
+        m_places.push_back({std::string(utf8), std::move(name), isBehind});
+    }
+    Place const& place = m_places[m_next++];
+    return {place.name, place.isBehind ? before : nullptr};
 }
 
 /// All spellings of a component's identifier lead to one nested set, under the spelling that hosts look for.

@@ -2,7 +2,8 @@
 #pragma once
 
 #include "sax/prepared_tags.h"
-#include "store/record_room.h"
+#include "store/entry_table.h"
+#include "store/shared_names.h"
 
 #include <zantrel/sax/sax_persist.h>
 #include <zantrel/store/indexed_properties.h>
@@ -11,35 +12,49 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 /// A bag in a document: "Property" elements, each with "Name" and "Type", and "Component" elements, each with
 /// "uuid".
 
 namespace Zantrel {
 
-class SharedNames;
-
-/// How much room the bags of one kind have taken, as those of a ticket's instances, which mostly have the
-/// same properties: when two had the same, the next gets as much in one allocation. At worst every third bag
-/// then has room that it doesn't use.
-class ExpectedRoom {
+/// What the bags of one kind have held so far, as those of a ticket's instances, which mostly have the same
+/// properties in the same order: a property that stands where it stood in the bag before finds its name and
+/// its place at once. When two bags took the same room, the next gets as much in one allocation; at worst
+/// every third bag then has room that it doesn't use.
+class ExpectedProperties {
 public:
     /// For a bag that is read from here on. No room where none can be told, or where something stands in the
     /// bag. Throws std::bad_alloc.
     RecordRoom Begin(PersistentProperties& bag);
-    /// A property of so many bytes was added to that bag.
+    /// Comes to the next property of that bag and gives its name, with that of the one before where it isn't
+    /// greater, else null. Good until the next call.
+    std::pair<EntryName, EntryName const*> Next(std::string_view utf8, SharedNames& names);
+    /// That property was added, of so many bytes.
     void Count(std::size_t bytes) noexcept {
         ++m_now.count;
         m_now.bytes += bytes;
     }
 
 private:
+    /// Larger bags aren't blocks, which is what all this is for.
+    static constexpr std::size_t MaxPlaces = EntryTable::BlockLimit;
+
+    struct Place {
+        std::string utf8;
+        EntryName name;
+        bool isBehind; ///< its name isn't less than that of the place before
+    };
     struct Extent {
         std::size_t count = 0;
         std::size_t bytes = 0;
     };
     Extent m_now;    ///< of the bag begun last
     Extent m_before; ///< of the one before that
+    std::vector<Place> m_places;
+    std::size_t m_next = 0;
 };
 
 /// Fills a bag from the children of one element. The bag outlives the handler, and so does `names`, which a
@@ -50,7 +65,7 @@ public:
     explicit PropertySetRead(PersistentProperties* target, SharedNames* names = nullptr)
         : m_target(target), m_names(names) {}
     /// For one of several bags with the same properties. `expected` is borrowed while elements are handled.
-    PropertySetRead(PersistentProperties* target, SharedNames* names, ExpectedRoom& expected)
+    PropertySetRead(PersistentProperties* target, SharedNames* names, ExpectedProperties& expected)
         : m_target(target), m_names(names), m_expected(&expected), m_room(expected.Begin(*target)) {}
     bool HandleTag(std::string const& tag, KelSAX::ISAXReader& reader) override;
 
@@ -60,19 +75,18 @@ private:
     /// A bag or a sequence, whose children go to a handler of its own.
     template <class Value, class Handler> void ReadContainer(KelSAX::ISAXReader& reader);
     /// Any other type by its name. False when no class has it, or its text doesn't parse.
-    bool ReadValue(KelSAX::ISAXReader& reader);
+    bool ReadValue(std::string_view type, KelSAX::ISAXReader& reader);
     /// A "Component": the nested set of that identifier, which more than one element may add to.
     bool ReadComponent(KelSAX::ISAXReader& reader);
     /// Adds a property without a value, under the name that was read.
     template <class Value> PersistentProperty<Value>& Add();
+    std::pair<EntryName, EntryName const*> NextName();
 
     PersistentProperties* m_target;
     SharedNames* m_names;
-    ExpectedRoom* m_expected = nullptr;
+    ExpectedProperties* m_expected = nullptr;
     RecordRoom m_room;
-    // The attributes of the property being read; kept for their room.
-    std::string m_type;
-    std::string m_name;
+    std::string_view m_name; ///< of the property being read
 };
 
 /// Appends a bag to a sequence for each "Property" child of one element. The sequence outlives the handler.

@@ -74,6 +74,30 @@ TEST(LoadedTicket, HoldsWhatTheDocumentSays) {
     }
 }
 
+// "{" is a component; whatever was expected of a store by those before it, its names are in order.
+TEST(LoadedTicket, HasPropertiesInTheOrderOfNames) {
+    using KelAM::ExternalPropertyID;
+    BuildTicket loaded(nullptr), built(nullptr);
+    std::string content;
+    for (std::string const order : {"bac", "abc", "abc", "abdc", "ab{ac", "ab{ac", "aab", "abc"}) {
+        std::string const id(1, static_cast<char>('a' + built.GetPartOverrides().GetNumProperties()));
+        auto& store = *built.GetPartOverrides().GetProperties(
+            ExternalPropertyID(StringConversion::Utf8ToNative(id)), true);
+        content += "<I " + id + ">";
+        for (char const name : order) {
+            content += name == '{' ? "<C @/>" : std::string("<P ") + name + " integer>1</P>";
+            name == '{'
+                ? store.AddProperty(
+                      ExternalPropertyID(StringConversion::Utf8ToNative(Expand("@"))).FormatGuid(true, true),
+                      new PersistentProperty<KelAM::SubProperties>)
+                : store.AddProperty(std::wstring(1, name), new PersistentProperty<std::int32_t>(1));
+        }
+        content += "</I>";
+    }
+    ASSERT_TRUE(LoadContent(loaded, "<PO>" + content + "</PO>"));
+    EXPECT_TRUE(loaded.GetPartOverrides() == built.GetPartOverrides()) << Dump(loaded);
+}
+
 TEST(LoadedTicket, IsAddedToWhateverTheRoot) {
     ParameterLayout const layout;
     BuildTicket with(&layout), without(nullptr);

@@ -32,6 +32,9 @@ public:
     /// The same for "true", "false", "True", "False", "1", "0", with white space at the ends. An attribute
     /// with any other text counts as absent and goes to the read's report.
     bool ReadAttribute(bool& value, std::string_view name);
+    /// The attribute `name` without a copy; good until HandleTag returns. Nothing when there is none, and
+    /// outside of HandleTag.
+    virtual std::optional<std::string_view> FindAttribute(std::string_view name) const = 0;
 
     /// The element's text: its character data up to the first child element. Exact for an element without
     /// children; empty when it is white space only and children follow.
@@ -81,9 +84,8 @@ public:
     virtual bool HasAttributes() const;
 
 protected:
-    /// The data behind the functions above; nothing while no element is being handled.
+    /// The text behind the functions above; nothing while no element is being handled.
     virtual std::optional<std::string_view> FindText() const = 0;
-    virtual std::optional<std::string_view> FindAttribute(std::string_view name) const = 0;
 
     /// What the report is to hear of; `expected` is a word such as "number". The inherited ones do nothing.
     virtual void ReportUnparsedText(std::wstring_view expected);
