@@ -4,11 +4,11 @@
 #include "database/add_entry.h"
 #include "database/find_bag.h"
 #include "parameter_files/node_value_sax.h"
+#include "text/numbers.h"
+#include "text/same_bytes.h"
 #include "text/unicode.h"
 
 #include <zantrel/text/string_conversion.h>
-
-#include <cstring>
 
 // The document is read beside the layout. A handler stands on one place of it and takes each of its elements
 // in two steps: Recognise says what the element is there, by the grammar of the format and without touching
@@ -43,6 +43,28 @@ bool ReadPlainValue(eTypeLayoutNode type, IPersistentProperty& value, KelSAX::IS
     });
 }
 
+void TakeText(std::string_view text, std::int32_t& value) {
+    value = Text::ParseInteger(text).value_or(value);
+}
+void TakeText(std::string_view text, double& value) { value = Text::ParseDouble(text).value_or(value); }
+void TakeText(std::string_view text, bool& value) { value = Text::ParseBool(text).value_or(value); }
+void TakeText(std::string_view text, std::wstring& value) {
+    value.clear();
+    Text::AppendWide(text, value);
+}
+
+/// As ReadPlainValue, in a read without a report.
+bool TakePlainValue(eTypeLayoutNode type, IPersistentProperty& value, std::string_view text) {
+    return VisitValueType(type, [&]<class T>(TypeTag<T>) {
+        if constexpr (std::is_same_v<T, NoValue> || std::is_same_v<T, KelAM::FileContent>) {
+            return false;
+        } else {
+            TakeText(text, static_cast<PersistentProperty<T>&>(value).m_value);
+            return true;
+        }
+    });
+}
+
 void ReadFlags(std::span<FlagAttribute const> flags, ParameterNode& node, KelSAX::ISAXReader& reader) {
     if (flags.empty() || !reader.HasAttributes()) { // as nearly all elements have none
         return;
@@ -72,18 +94,31 @@ NodeShape const* FittingShape(ParameterNode const& node, FittingShapes& fitting)
 
 NodeRead::NodeRead(ParameterNode const& node, ParameterFileGrammar const& grammar,
                    ParameterFileValidity* validity)
-    : m_node(node), m_grammar(grammar), m_fitting(std::make_shared<FittingShapes>()),
-      m_shape(validity == nullptr ? FittingShape(node, *m_fitting) : nullptr),
-      m_watch(validity != nullptr ? std::make_unique<ElementWatch>(*validity, node.m_pNode) : nullptr) {}
+    : m_place{node, nullptr}, m_grammar(grammar), m_fitting(std::make_shared<FittingShapes>()),
+      m_watch(validity != nullptr ? std::make_unique<ElementWatch>(*validity, node.m_pNode) : nullptr) {
+    FindShape();
+}
 
 NodeRead::NodeRead(ParameterNode const& node, NodeRead const& parent)
-    : m_node(node), m_grammar(parent.m_grammar), m_fitting(parent.m_fitting),
-      m_shape(parent.m_watch == nullptr ? FittingShape(node, *m_fitting) : nullptr),
-      m_watch(parent.m_watch != nullptr ? parent.m_watch->Below(*node.m_pNode) : nullptr) {}
+    : m_place{node, nullptr}, m_grammar(parent.m_grammar), m_fitting(parent.m_fitting),
+      m_watch(parent.m_watch != nullptr ? parent.m_watch->Below(*node.m_pNode) : nullptr) {
+    FindShape();
+}
+
+void NodeRead::FindShape() {
+    m_place.shape = m_watch == nullptr ? FittingShape(m_place.node, *m_fitting) : nullptr;
+}
+
+void NodeRead::SetDefaults() {
+    if (!m_around.empty()) {
+        m_place = m_around.front();
+        m_around.clear();
+    }
+}
 
 bool NodeRead::HandleTag(std::string const& tag, KelSAX::ISAXReader& reader) {
     if (NodeShape::Child const* const child = NextByShape(tag, reader)) {
-        ++m_nextChild;
+        ++m_place.nextChild;
         if (ReadByShape(*child, reader)) {
             return true;
         }
@@ -119,8 +154,88 @@ bool NodeRead::HandleTag(std::string const& tag, KelSAX::ISAXReader& reader) {
 
 // By shape
 
+bool NodeRead::HandleLeaf(std::string_view tag, std::string_view text) {
+    bool const isNamedByTag = !m_grammar.NamesParametersByAttribute();
+    NodeShape::Child const* const child = isNamedByTag ? NextCalled(tag) : nullptr;
+    bool const isLeaf = child != nullptr && !child->isList && !child->isProfileList && child->body == nullptr;
+    auto* const value =
+        isLeaf ? BagAccess::PlainValueAt(*m_place.node.m_pProperties, *m_place.shape, child->slot) : nullptr;
+    bool const isTaken = value != nullptr && TakePlainValue(child->type, *value, text);
+    m_place.nextChild += isTaken;
+    return isTaken;
+}
+
+bool NodeRead::HandleGroup(std::string_view tag) {
+    bool const mayTake = m_watch == nullptr && !m_grammar.NamesParametersByAttribute();
+    m_around.push_back(m_place);
+    ParameterNode node;
+    bool const isTaken = mayTake && FindGroup(tag, node);
+    if (isTaken) {
+        m_around.back().nextChild = m_place.nextChild;
+        m_place = {std::move(node), nullptr};
+        FindShape();
+    } else {
+        m_around.pop_back();
+    }
+    return isTaken;
+}
+
+void NodeRead::HandleGroupEnd() {
+    m_place = std::move(m_around.back());
+    m_around.pop_back();
+}
+
+bool NodeRead::FindGroup(std::string_view tag, ParameterNode& node) {
+    if (NodeShape::Child const* const child = NextCalled(tag)) {
+        return FindGroupByShape(*child, node);
+    }
+    if (m_place.node.m_pNode == nullptr || !m_place.node.IsValid()) {
+        return false;
+    }
+    if (IsOnProfileList()) {
+        if (tag != Word::Default) {
+            return false;
+        }
+        node = m_place.node.GetDefault();
+        node.m_pNode = m_place.node.m_pNode;
+        return true;
+    }
+    bool const isItem = IsOnList() && m_place.node.m_pNode->m_type == eTypeLayoutNode::Group &&
+                        Text::EqualsUtf8(m_place.node.m_pNode->m_nodeName, tag);
+    if (isItem) {
+        node = AddItem(m_place.node, *m_fitting);
+    }
+    return isItem;
+}
+
+bool NodeRead::FindGroupByShape(NodeShape::Child const& child, ParameterNode& node) {
+    bool const isContainer = child.isList || child.isProfileList;
+    bool const isGroup = isContainer || child.body != nullptr;
+    if (!isGroup || NodeShapeOf(*m_place.node.m_pProperties) != m_place.shape) {
+        return false;
+    }
+    auto& bag = BagAccess::BagAt(*m_place.node.m_pProperties, child.slot);
+    if (bag.m_deleted) {
+        return false;
+    }
+    ++m_place.nextChild;
+    node = CursorOn(*child.node, &bag.m_value);
+    if (isContainer) {
+        node.Clear();
+    }
+    return true;
+}
+
+NodeShape::Child const* NodeRead::NextCalled(std::string_view name) const {
+    if (m_place.shape == nullptr || m_place.nextChild >= m_place.shape->Children().size()) {
+        return nullptr;
+    }
+    NodeShape::Child const& child = m_place.shape->Children()[m_place.nextChild];
+    return !name.empty() && Text::SameBytes(name, child.utf8Name) ? &child : nullptr;
+}
+
 NodeShape::Child const* NodeRead::NextByShape(std::string_view tag, KelSAX::ISAXReader& reader) {
-    if (m_shape == nullptr || m_nextChild >= m_shape->Children().size()) {
+    if (m_place.shape == nullptr) {
         return nullptr;
     }
     std::string_view name = tag;
@@ -128,23 +243,21 @@ NodeShape::Child const* NodeRead::NextByShape(std::string_view tag, KelSAX::ISAX
         bool const isParameter = tag == m_grammar.parameterTag && reader.ReadAttribute(m_name, Word::Name);
         name = isParameter ? m_name : std::string_view();
     }
-    NodeShape::Child const& child = m_shape->Children()[m_nextChild];
-    bool const isIt = name.size() == child.utf8Name.size() && !name.empty() &&
-                      std::memcmp(name.data(), child.utf8Name.data(), name.size()) == 0;
-    return isIt ? &child : nullptr;
+    return NextCalled(name);
 }
 
 bool NodeRead::ReadByShape(NodeShape::Child const& child, KelSAX::ISAXReader& reader) {
     bool const hasFlags = !m_grammar.parameterFlags.empty() && reader.HasAttributes();
-    if (hasFlags || NodeShapeOf(*m_node.m_pProperties) != m_shape) { // a host may have changed the bag
+    if (hasFlags ||
+        NodeShapeOf(*m_place.node.m_pProperties) != m_place.shape) { // a host may have changed the bag
         return false;
     }
     bool const isContainer = child.isList || child.isProfileList;
     if (!isContainer && child.body == nullptr) {
-        auto* const value = BagAccess::PlainValueAt(*m_node.m_pProperties, *m_shape, child.slot);
+        auto* const value = BagAccess::PlainValueAt(*m_place.node.m_pProperties, *m_place.shape, child.slot);
         return value != nullptr && ReadPlainValue(child.type, *value, reader);
     }
-    auto& bag = BagAccess::BagAt(*m_node.m_pProperties, child.slot);
+    auto& bag = BagAccess::BagAt(*m_place.node.m_pProperties, child.slot);
     if (bag.m_deleted) {
         return false;
     }
@@ -156,13 +269,13 @@ bool NodeRead::ReadByShape(NodeShape::Child const& child, KelSAX::ISAXReader& re
 // What an element is
 
 FileElement NodeRead::Recognise(std::string const& tag, KelSAX::ISAXReader& reader) {
-    if (m_node.m_pNode == nullptr) { // a database without a layout of its own
+    if (m_place.node.m_pNode == nullptr) { // a database without a layout of its own
         return {Kind::Unhandled};
     }
     if (IsOnProfileList() && tag == Word::Default) {
         return {Kind::Default};
     }
-    if ((IsOnProfileList() || IsOnList()) && Text::EqualsUtf8(m_node.m_pNode->m_nodeName, tag)) {
+    if ((IsOnProfileList() || IsOnList()) && Text::EqualsUtf8(m_place.node.m_pNode->m_nodeName, tag)) {
         return {Kind::Entry};
     }
     return RecogniseParameter(tag, reader);
@@ -181,10 +294,10 @@ FileElement NodeRead::RecogniseParameter(std::string const& tag, KelSAX::ISAXRea
     }
     // Fast where documents keep the layout's order.
     LayoutNode const* const child =
-        m_node.m_pNode->FindChildUtf8(isNamedByAttribute ? m_name : tag, m_childHint);
+        m_place.node.m_pNode->FindChildUtf8(isNamedByAttribute ? m_name : tag, m_place.childHint);
     if (NodeShape::Child const* const met =
-            child != nullptr && m_shape != nullptr ? m_shape->FindChild(*child) : nullptr) {
-        m_nextChild = static_cast<std::size_t>(met - m_shape->Children().data()) + 1;
+            child != nullptr && m_place.shape != nullptr ? m_place.shape->FindChild(*child) : nullptr) {
+        m_place.nextChild = static_cast<std::size_t>(met - m_place.shape->Children().data()) + 1;
     }
     return {child != nullptr ? Kind::Parameter : Kind::Unknown, child};
 }
@@ -200,22 +313,22 @@ void NodeRead::NoteUnknown(KelSAX::ISAXReader& reader) const {
 // Reading it
 
 void NodeRead::ReadDefault(KelSAX::ISAXReader& reader) {
-    ParameterNode profile = m_node.GetDefault();
-    profile.m_pNode = m_node.m_pNode;
+    ParameterNode profile = m_place.node.GetDefault();
+    profile.m_pNode = m_place.node.m_pNode;
     ReadChildren(profile, reader);
 }
 
 void NodeRead::ReadEntry(KelSAX::ISAXReader& reader) {
-    if (!m_node.IsValid()) {
+    if (!m_place.node.IsValid()) {
         reader.NoteDropped(NoPlace);
     } else if (IsOnProfileList()) {
         std::wstring name;
         reader.ReadAttribute(name, Word::Name);
-        ParameterNode profile = AddProfile(m_node, name, *m_fitting);
+        ParameterNode profile = AddProfile(m_place.node, name, *m_fitting);
         ReadFlags(m_grammar.profileFlags, profile, reader);
         ReadChildren(profile, reader);
     } else {
-        ParameterNode item = AddItem(m_node, *m_fitting);
+        ParameterNode item = AddItem(m_place.node, *m_fitting);
         ReadFlags(m_grammar.itemFlags, item, reader);
         ReadValue(item, reader);
     }
@@ -223,7 +336,7 @@ void NodeRead::ReadEntry(KelSAX::ISAXReader& reader) {
 
 void NodeRead::ReadParameter(LayoutNode const& child, KelSAX::ISAXReader& reader) {
     bool const isContainer = child.m_isList || child.m_isProfileList;
-    ParameterNode node = m_node.Get(&child);
+    ParameterNode node = m_place.node.Get(&child);
     if (node.m_pNode == nullptr) { // below a cursor without a bag
         node.m_pNode = &child;
         node.m_isContainer = isContainer;

@@ -4,13 +4,15 @@
 #include "database/layout_shapes.h"
 #include "parameter_files/element_watch.h"
 #include "parameter_files/grammar.h"
+#include "sax/plain_handler.h"
 
 #include <zantrel/database/parameter_node.h>
-#include <zantrel/sax/sax_persist.h>
 
 #include <cstddef>
 #include <memory>
 #include <string>
+#include <string_view>
+#include <vector>
 
 namespace Zantrel {
 
@@ -20,9 +22,13 @@ namespace Zantrel {
 ///
 /// The grammar and the validity are borrowed. With a validity, what doesn't fit the layout is reported, and
 /// what stands deeper than the check goes isn't read.
-class NodeRead : public ISAXPersistHelper {
+class NodeRead : public Sax::PlainHandler {
 public:
+    void SetDefaults() override; ///< begins anew, also after a read that failed
     bool HandleTag(std::string const& tag, KelSAX::ISAXReader& reader) override;
+    bool HandleLeaf(std::string_view tag, std::string_view text) override;
+    bool HandleGroup(std::string_view tag) override;
+    void HandleGroupEnd() override;
 
 protected:
     /// For the root, with a watch that reports to `validity` where one is given.
@@ -35,12 +41,20 @@ private:
     // What the element is, by its tag, its name and the cursor's node. Both touch no bag.
     FileElement Recognise(std::string const& tag, KelSAX::ISAXReader& reader);
     FileElement RecogniseParameter(std::string const& tag, KelSAX::ISAXReader& reader);
-    bool IsOnProfileList() const { return m_node.m_isContainer && m_node.m_pNode->m_isProfileList; }
-    bool IsOnList() const { return m_node.m_isContainer && m_node.m_pNode->m_isList; }
+    bool IsOnProfileList() const {
+        return m_place.node.m_isContainer && m_place.node.m_pNode->m_isProfileList;
+    }
+    bool IsOnList() const { return m_place.node.m_isContainer && m_place.node.m_pNode->m_isList; }
 
     /// The child that the element stands for, where it is the one behind that met last; null: to be looked
     /// up.
     NodeShape::Child const* NextByShape(std::string_view tag, KelSAX::ISAXReader& reader);
+    /// The place of a group's children; an item is added. False where HandleTag has to look.
+    bool FindGroup(std::string_view tag, ParameterNode& node);
+    bool FindGroupByShape(NodeShape::Child const& child, ParameterNode& node);
+    void FindShape(); ///< of m_place
+    /// The same, but for its name, where parameters are named by their tags.
+    NodeShape::Child const* NextCalled(std::string_view name) const;
     /// Reads the element of that child without a look-up. False where that can't be done, and nothing was.
     bool ReadByShape(NodeShape::Child const& child, KelSAX::ISAXReader& reader);
 
@@ -54,13 +68,19 @@ private:
     void ReadChildren(ParameterNode const& node, KelSAX::ISAXReader& reader);
     void NoteUnknown(KelSAX::ISAXReader& reader) const;
 
-    ParameterNode m_node;
+    /// Where the children of an element go.
+    struct Place {
+        ParameterNode node;
+        NodeShape const* shape = nullptr; ///< of the bag, where it fits the layout; or null
+        std::size_t nextChild = 0;        ///< of the shape, where documents keep the layout's order
+        std::size_t childHint = 0;        ///< for FindChildUtf8
+    };
+
+    Place m_place;               ///< of the handler's own element, or of the innermost group
+    std::vector<Place> m_around; ///< the places that groups have left, from the handler's own on
     ParameterFileGrammar const& m_grammar;
     std::shared_ptr<FittingShapes> m_fitting; ///< of the whole read
-    NodeShape const* m_shape;                 ///< of the bag, where it fits the layout; or null
-    std::size_t m_nextChild = 0;              ///< of the shape, where documents keep the layout's order
     std::unique_ptr<ElementWatch> m_watch;    ///< null in a plain read
-    std::size_t m_childHint = 0;              ///< for FindChildUtf8
     std::string m_name;                       ///< of the parameter met last, where an attribute has it
 };
 

@@ -13,6 +13,10 @@ public:
 
     bool HandleTag(std::string const& tag, KelSAX::ISAXReader& reader) override;
 
+    /// Takes none: HandleTag is to see them all.
+    bool HandleLeaf(std::string_view, std::string_view) override { return false; }
+    bool HandleGroup(std::string_view) override { return false; }
+
     /// Whether "GenericParameters" came where this handler reads: in the root, or in an element there that
     /// was not taken.
     bool HasMetGenericParameters() const { return m_hasMetGenericParameters; }

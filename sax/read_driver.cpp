@@ -38,6 +38,8 @@ constexpr KindText KindTexts[] = {
 
 static_assert(InEnumOrder(KindTexts, &KindText::kind, Kind::DroppedValue));
 
+PlainHandler* PlainOf(ISAXPersist* handler) { return dynamic_cast<PlainHandler*>(handler); }
+
 } // namespace
 
 ReadDriver::ReadDriver(DocumentSource& source, ISAXPersist& root, ReadReport* report)
@@ -56,7 +58,7 @@ bool ReadDriver::Run() {
     for (;;) {
         switch (m_stage == Stage::Held ? m_tokeniser.Next() : m_tokeniser.NextTag()) {
         case Xml::Token::StartTag:
-            if (!Deliver(true) || !Begin()) {
+            if (!Deliver(true) || !Begin() || !DeliverPlain()) {
                 return false;
             }
             break;
@@ -68,6 +70,9 @@ bool ReadDriver::Run() {
                 return false;
             }
             End();
+            if (!DeliverPlain()) {
+                return false;
+            }
             break;
         case Xml::Token::End:
             m_root.ResolveReferences(*this);
@@ -80,7 +85,61 @@ bool ReadDriver::Run() {
     }
 }
 
+// A report knows the place of each tag, for which the tokeniser would have to stop at it.
+bool ReadDriver::DeliverPlain() {
+    bool isGoingOn = true;
+    while (isGoingOn && m_report == nullptr) {
+        switch (m_tokeniser.NextPlain()) {
+        case Xml::Plain::Leaf:
+            isGoingOn = Deliver(true) && DeliverLeaf();
+            break;
+        case Xml::Plain::Group:
+            isGoingOn = Deliver(true);
+            Open();
+            Hold();
+            break;
+        case Xml::Plain::End:
+            End();
+            break;
+        case Xml::Plain::None:
+            return true;
+        }
+    }
+    return isGoingOn;
+}
+
+bool ReadDriver::DeliverLeaf() {
+    PlainHandler* const receiver = Innermost().plainReceiver;
+    if (receiver != nullptr && receiver->HandleLeaf(m_tokeniser.Name(), m_tokeniser.Text())) {
+        return true;
+    }
+    Open();
+    return DeliverWhole();
+}
+
+bool ReadDriver::DeliverGroup() {
+    Element const& parent = *m_open[m_depth - 1];
+    Element& element = Innermost();
+    element.isGroup = parent.plainReceiver != nullptr && parent.plainReceiver->HandleGroup(element.tag);
+    if (element.isGroup) {
+        element.receiver = element.receiverOfChildren = parent.receiverOfChildren;
+        element.plainReceiver = parent.plainReceiver;
+        element.pushedBefore = m_pushed.size();
+        m_stage = Stage::None;
+    }
+    return element.isGroup;
+}
+
 bool ReadDriver::Begin() {
+    Open();
+    if (m_tokeniser.TakeLeaf()) {
+        return DeliverWhole();
+    }
+    Hold();
+    return true;
+}
+
+void ReadDriver::Open() {
     // Elements that were open before are used again, for the memory of their names.
     if (m_open.size() == m_depth + 1) {
         m_open.push_back(std::make_unique<Element>());
@@ -95,10 +154,9 @@ bool ReadDriver::Begin() {
         m_place = m_tokeniser.Where();
         m_isReported = false;
     }
-    if (!m_tokeniser.TakeLeaf()) {
-        Hold();
-        return true;
-    }
+}
+
+bool ReadDriver::DeliverWhole() {
     m_text = m_tokeniser.Text();
     m_attributes = m_tokeniser.Attributes();
     bool const isGoingOn = Handle();
@@ -145,6 +203,10 @@ bool ReadDriver::Deliver(bool hasChildren) {
     if (m_stage != Stage::Held) {
         return true;
     }
+    bool const isPlain = hasChildren && m_report == nullptr && m_heldText.empty() && m_heldAttributes.empty();
+    if (isPlain && DeliverGroup()) {
+        return true;
+    }
     m_text = m_heldText;
     m_attributes = m_heldAttributes;
     if (hasChildren && Text::Trim(m_text).empty()) {
@@ -159,6 +221,9 @@ bool ReadDriver::Handle() {
     Element& element = Innermost();
     element.receiver = m_open[m_depth - 1]->receiverOfChildren;
     element.receiverOfChildren = element.receiver;
+    // The root comes by HandleTag always, and so the document has no such receiver.
+    element.plainReceiver = m_depth == 1 ? PlainOf(&m_root) : m_open[m_depth - 1]->plainReceiver;
+    element.isGroup = false;
     // What is pushed from here on goes when this element ends.
     element.pushedBefore = m_pushed.size();
     // The root may go untaken: a format whose handler reads children only says nothing of it.
@@ -173,7 +238,9 @@ bool ReadDriver::Handle() {
 // Handlers that the element pushed end after the call: the receiver may use them in it.
 void ReadDriver::End() {
     Element& element = Innermost();
-    if (element.receiver != nullptr) {
+    if (element.isGroup) {
+        element.plainReceiver->HandleGroupEnd();
+    } else if (element.receiver != nullptr) {
         element.receiver->HandleEndTag(element.tag);
     }
     DestroyPushed(element.pushedBefore);
@@ -200,6 +267,7 @@ void ReadDriver::PushHandler(ISAXPersist* handler) {
         m_pushed.push_back(std::move(pushed));
     }
     Innermost().receiverOfChildren = handler;
+    Innermost().plainReceiver = PlainOf(handler);
 }
 
 // Most handlers ask for attributes by name; the map is made for those that want all, once an element.

@@ -5,6 +5,7 @@
 #include <zantrel/sax/sax_persist.h>
 #include <zantrel/sax/sax_reader.h>
 
+#include "sax/plain_handler.h"
 #include "xml/tokeniser.h"
 
 #include <initializer_list>
@@ -77,7 +78,9 @@ private:
         std::string tag;
         ISAXPersist* receiver = nullptr; ///< got its start and gets its end; null when nobody does
         ISAXPersist* receiverOfChildren = nullptr;
-        std::size_t pushedBefore = 0; ///< how many of m_pushed belong to elements further out
+        PlainHandler* plainReceiver = nullptr; ///< receiverOfChildren, if it is one
+        bool isGroup = false;                  ///< taken by HandleGroup
+        std::size_t pushedBefore = 0;          ///< how many of m_pushed belong to elements further out
     };
 
     enum class Stage { None, Held, Handled }; ///< of the element whose start tag came last
@@ -86,6 +89,17 @@ private:
     /// Opens the element of the tokeniser's start tag, and delivers and ends it where the tokeniser has all
     /// of it. False when its handler refused the document.
     bool Begin();
+    /// Opens the element of the tokeniser's start tag.
+    void Open();
+    /// Delivers what comes next, as far as it is plain and nobody asks for places. False when a handler
+    /// refused the document.
+    bool DeliverPlain();
+    /// The element of the tokeniser, of which it has all and which isn't opened yet.
+    bool DeliverLeaf();
+    /// Whether the handler takes the innermost element, held back without text and attributes, as a group.
+    bool DeliverGroup();
+    /// Delivers and ends the element that was opened last, of which the tokeniser has all.
+    bool DeliverWhole();
     /// Keeps what the tokeniser will forget of the start tag.
     void Hold();
     /// Keeps a piece of its text, unless its handler takes it.

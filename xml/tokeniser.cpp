@@ -94,6 +94,51 @@ bool Tokeniser::TakeLeaf() noexcept {
     return true;
 }
 
+// As in TakeLeaf(), nothing is read here, and what doesn't fit is left as it was.
+Plain Tokeniser::NextPlain() {
+    bool const isFirst = m_stage == Stage::Opened;
+    if (isFirst) {
+        m_open.Push(m_name);
+        m_stage = Stage::Content;
+    }
+    if (m_stage != Stage::Content)
+        return Plain::None;
+    char const* const skipped = m_indentation.Skip(m_at);
+    char const* const tag = skipped != nullptr ? skipped : m_at;
+    if (*tag != '<')
+        return Plain::None;
+    if (tag[1] == '/') {
+        char const* const next = isFirst ? nullptr : BehindUsualEndTag(m_open.Innermost(), tag);
+        if (next == nullptr)
+            return Plain::None;
+        m_at = tag;
+        DeliverEnd(next);
+        return Plain::End;
+    }
+    return StartPlain(tag);
+}
+
+inline Plain Tokeniser::StartPlain(char const* tag) noexcept {
+    char const* const text = m_open.Depth() < m_maxDepth ? m_tag.ScanPlain(tag) : nullptr;
+    char const* const stop = text != nullptr ? FindEndOfPlainText(text) : nullptr;
+    if (stop == nullptr)
+        return Plain::None;
+    bool const isLeaf = stop[1] == '/';
+    char const* next = stop;
+    if (isLeaf)
+        next = BehindUsualEndTag(m_tag.Name(), stop);
+    else if ((text != stop && m_indentation.Skip(text) != stop) || !MayBeginName(stop[1]))
+        next = nullptr;
+    if (next == nullptr)
+        return Plain::None;
+    m_name = m_tag.Name();
+    m_text = {text, stop};
+    m_token = isLeaf ? stop : tag;
+    m_at = next;
+    m_stage = isLeaf ? Stage::Content : Stage::Opened;
+    return isLeaf ? Plain::Leaf : Plain::Group;
+}
+
 // Nearly all of a document is decided here; what is seldom has functions of its own, so that this one stays
 // small.
 inline Token Tokeniser::StepInContent() {

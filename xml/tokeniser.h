@@ -26,6 +26,14 @@ enum class Token : int {
     Error, ///< ErrorText(), Where(); every further Next() gives Error again
 };
 
+/// What NextPlain() has met, each without attributes.
+enum class Plain : int {
+    None,  ///< something else
+    Leaf,  ///< a whole element without children, as after TakeLeaf()
+    Group, ///< a StartTag with nothing but white space before a child, which is passed over
+    End,   ///< an EndTag
+};
+
 /// A pull tokeniser for XML 1.0 (fifth edition) without document types. Delivers narrow UTF-8 views that stay
 /// valid until the next Next(). Comments and processing instructions are checked and passed over.
 ///
@@ -58,6 +66,11 @@ public:
     /// Name() and Attributes() stay good, and Where() is that of the end tag. Otherwise Next() gives what
     /// follows, without white space that stands right before a child.
     bool TakeLeaf() noexcept;
+
+    /// The next start or end tag in one step, where nothing but white space stands before it and it is as
+    /// most are. Only right behind a StartTag, and then there is no End, or where texts are nobody's. With
+    /// None the token before is gone, and Next() gives what it would have given without this.
+    Plain NextPlain();
 
     /// Of the start or end tag; an end tag that empty-element syntax stands for has the same. Good until the
     /// next Next().
@@ -94,6 +107,8 @@ private:
     // to the rest.
     Token StepInContent();
     [[gnu::noinline]] Token StepElsewhere();
+    /// NextPlain() for the start tag at `tag`.
+    Plain StartPlain(char const* tag) noexcept;
     Token StepOutsideRoot();
     [[gnu::noinline]] Token StepAtMarkup();
     Token Begin();
