@@ -79,6 +79,7 @@ private:
         return m_borrows ? EntryName::Borrow(node.m_name) : NameFrom(modelOfParent, node.m_name, m_names);
     }
     static PersistentProperties* ModelBelow(PersistentProperties* modelOfParent, LayoutNode const& node);
+    static PersistentProperties* ModelBelow(Model const& model, NodeShape::Child const& child);
     void AddChildren(OpenGroup const& group);
     void AddByShape(OpenGroup const& group);
     void Fill(LayoutNode const& node, PersistentProperties& bag, RecordRoom& room, Model model);
@@ -127,7 +128,7 @@ void Formatter::AddByShape(OpenGroup const& group) {
         if (child.body != nullptr || child.isList || child.isProfileList) {
             RecordRoom none;
             Fill(*child.node, BagAt(*group.bag, child.slot).m_value, none,
-                 {ModelBelow(group.model.bag, *child.node), child.body});
+                 {ModelBelow(group.model, child), child.body});
         }
     }
 }
@@ -180,6 +181,13 @@ PersistentProperties* Formatter::ModelBelow(PersistentProperties* modelOfParent,
     PersistentProperties* model = modelOfParent != nullptr ? FindBag(*modelOfParent, node.m_name) : nullptr;
     bool const isContainer = node.m_isProfileList || node.m_isList;
     return model != nullptr && isContainer ? FindBag(*model, Reserved().defaultProfile) : model;
+}
+
+/// The same by its place, where the model has the shape, too.
+PersistentProperties* Formatter::ModelBelow(Model const& model, NodeShape::Child const& child) {
+    bool const isByPlace = model.bag != nullptr && ShapeOf(*model.bag) == model.shape && child.isFirst &&
+                           !child.isList && !child.isProfileList;
+    return isByPlace ? LiveBag(&BagAt(*model.bag, child.slot)) : ModelBelow(model.bag, *child.node);
 }
 
 void Formatter::Fill(LayoutNode const& node, PersistentProperties& bag, RecordRoom& room, Model model) {

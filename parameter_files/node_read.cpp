@@ -53,18 +53,6 @@ void TakeText(std::string_view text, std::wstring& value) {
     Text::AppendWide(text, value);
 }
 
-/// As ReadPlainValue, in a read without a report.
-bool TakePlainValue(eTypeLayoutNode type, IPersistentProperty& value, std::string_view text) {
-    return VisitValueType(type, [&]<class T>(TypeTag<T>) {
-        if constexpr (std::is_same_v<T, NoValue> || std::is_same_v<T, KelAM::FileContent>) {
-            return false;
-        } else {
-            TakeText(text, static_cast<PersistentProperty<T>&>(value).m_value);
-            return true;
-        }
-    });
-}
-
 void ReadFlags(std::span<FlagAttribute const> flags, ParameterNode& node, KelSAX::ISAXReader& reader) {
     if (flags.empty() || !reader.HasAttributes()) { // as nearly all elements have none
         return;
@@ -154,15 +142,33 @@ bool NodeRead::HandleTag(std::string const& tag, KelSAX::ISAXReader& reader) {
 
 // By shape
 
+inline NodeShape::Child const* NodeRead::NextCalled(std::string_view name) const {
+    if (m_place.shape == nullptr || m_place.nextChild >= m_place.shape->Children().size()) {
+        return nullptr;
+    }
+    NodeShape::Child const& child = m_place.shape->Children()[m_place.nextChild];
+    return !name.empty() && Text::SameBytes(name, child.utf8Name) ? &child : nullptr;
+}
+
 bool NodeRead::HandleLeaf(std::string_view tag, std::string_view text) {
     bool const isNamedByTag = !m_grammar.NamesParametersByAttribute();
     NodeShape::Child const* const child = isNamedByTag ? NextCalled(tag) : nullptr;
-    bool const isLeaf = child != nullptr && !child->isList && !child->isProfileList && child->body == nullptr;
-    auto* const value =
-        isLeaf ? BagAccess::PlainValueAt(*m_place.node.m_pProperties, *m_place.shape, child->slot) : nullptr;
-    bool const isTaken = value != nullptr && TakePlainValue(child->type, *value, text);
-    m_place.nextChild += isTaken;
-    return isTaken;
+    if (child == nullptr || child->isList || child->isProfileList) {
+        return false;
+    }
+    return VisitValueType(child->type, [&]<class T>(TypeTag<T>) {
+        if constexpr (std::is_same_v<T, NoValue> || std::is_same_v<T, KelAM::FileContent>) {
+            return false;
+        } else {
+            T* const value =
+                BagAccess::PlainValueAt<T>(*m_place.node.m_pProperties, *m_place.shape, child->slot);
+            if (value != nullptr) {
+                TakeText(text, *value);
+                ++m_place.nextChild;
+            }
+            return value != nullptr;
+        }
+    });
 }
 
 bool NodeRead::HandleGroup(std::string_view tag) {
@@ -224,14 +230,6 @@ bool NodeRead::FindGroupByShape(NodeShape::Child const& child, ParameterNode& no
         node.Clear();
     }
     return true;
-}
-
-NodeShape::Child const* NodeRead::NextCalled(std::string_view name) const {
-    if (m_place.shape == nullptr || m_place.nextChild >= m_place.shape->Children().size()) {
-        return nullptr;
-    }
-    NodeShape::Child const& child = m_place.shape->Children()[m_place.nextChild];
-    return !name.empty() && Text::SameBytes(name, child.utf8Name) ? &child : nullptr;
 }
 
 NodeShape::Child const* NodeRead::NextByShape(std::string_view tag, KelSAX::ISAXReader& reader) {

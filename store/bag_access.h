@@ -54,6 +54,16 @@ PersistentProperty<PersistentProperties>& BagAt(PersistentProperties& bag, std::
 /// so where the bag or the value is marked deleted, or `bag` has not the entries of `shape` any more.
 IPersistentProperty* PlainValueAt(PersistentProperties const& bag, BagShape const& shape,
                                   std::size_t slot) noexcept;
+/// The same where the slot's model is a T.
+template <class T>
+T* PlainValueAt(PersistentProperties const& bag, BagShape const& shape, std::size_t slot) noexcept {
+    ShapedBlock const* const block = BagInside::Shaped(bag);
+    if (block == nullptr || block->shape != &shape || block->BagAt(slot).m_deleted) {
+        return nullptr;
+    }
+    auto* const value = static_cast<PersistentProperty<T>*>(block->PlainValueAt(slot));
+    return value != nullptr && !value->m_deleted ? &value->m_value : nullptr;
+}
 
 // Formatting without a shape. A bag is built in one allocation: Reserve its room, then add properties by
 // Emplace, which takes the heap where the room is used up; the values of leaves may be placed in the room of

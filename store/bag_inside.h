@@ -52,4 +52,12 @@ struct BagInside {
     }
 };
 
+// Here, behind the words of bags, and inline, as readers and writers ask for each leaf.
+inline IPersistentProperty* ShapedBlock::PlainValueAt(std::size_t slot) const noexcept {
+    auto* const value = static_cast<IPersistentProperty*>(ValuePlaceOf(slot));
+    bool const isPlain =
+        BagInside::Word(BagAt(slot).m_value) == WordOf(SingleForm{PropertyHandle::Placed(value)});
+    return isPlain ? value : nullptr;
+}
+
 } // namespace Zantrel

@@ -2,7 +2,6 @@
 #include "store/shaped_block.h"
 
 #include "store/bag_inside.h"
-#include "store/record_room.h"
 
 #include <new>
 #include <type_traits>
@@ -10,11 +9,7 @@
 
 namespace Zantrel {
 
-namespace {
-
-constexpr std::size_t ValueOffset = RecordRoom::SizeOf<ShapedBlock::Bag>();
-
-} // namespace
+namespace {} // namespace
 
 ShapedBlock* ShapedBlock::MakeEmpty(BagShape const& shape) {
     return ::new (::operator new(shape.Bytes())) ShapedBlock{&shape};
@@ -37,17 +32,6 @@ ShapedBlock* ShapedBlock::Make(BagShape const& shape) {
 }
 
 void ShapedBlock::Free(ShapedBlock* block) noexcept { ::operator delete(block); }
-
-void* ShapedBlock::ValuePlaceOf(std::size_t slot) const noexcept {
-    return static_cast<std::byte*>(PlaceOf(slot)) + ValueOffset;
-}
-
-IPersistentProperty* ShapedBlock::PlainValueAt(std::size_t slot) const noexcept {
-    auto* const value = static_cast<IPersistentProperty*>(ValuePlaceOf(slot));
-    bool const isPlain =
-        BagInside::Word(BagAt(slot).m_value) == WordOf(SingleForm{PropertyHandle::Placed(value)});
-    return isPlain ? value : nullptr;
-}
 
 ShapedBlock::Bag& ShapedBlock::AddBag(BagShape::Model const& model) {
     auto* const bag = ::new (PlaceOf(made)) Bag;

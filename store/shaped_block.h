@@ -2,6 +2,7 @@
 #pragma once
 
 #include "store/bag_shape.h"
+#include "store/record_room.h"
 
 #include <zantrel/store/persistent_properties.h>
 
@@ -47,7 +48,7 @@ struct ShapedBlock {
         return *static_cast<PersistentProperty<bool>*>(PlaceOf(slot));
     }
     /// The value of a leaf, where its bag holds what was placed with it and nothing else; otherwise null.
-    IPersistentProperty* PlainValueAt(std::size_t slot) const noexcept;
+    inline IPersistentProperty* PlainValueAt(std::size_t slot) const noexcept;
 
     /// Gives the next slot a bag, and its value where the slot has one.
     Bag& AddBag(BagShape::Model const& model);
@@ -71,8 +72,10 @@ struct ShapedBlock {
         return reinterpret_cast<std::byte*>(const_cast<ShapedBlock*>(this)) + shape->At(slot).place;
     }
 
-private:
-    void* ValuePlaceOf(std::size_t slot) const noexcept;
+    /// Right behind its bag.
+    void* ValuePlaceOf(std::size_t slot) const noexcept {
+        return static_cast<std::byte*>(PlaceOf(slot)) + RecordRoom::SizeOf<Bag>();
+    }
 };
 
 } // namespace Zantrel

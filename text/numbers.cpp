@@ -13,10 +13,6 @@ namespace Zantrel::Text {
 
 namespace {
 
-bool IsSpace(char character) noexcept {
-    return character == ' ' || character == '\t' || character == '\n' || character == '\r';
-}
-
 bool IsDigit(char character) noexcept { return character >= '0' && character <= '9'; }
 
 bool EqualsInAnyCase(std::string_view text, std::string_view lowerCase) noexcept {
@@ -79,6 +75,92 @@ std::uint64_t Scale(std::uint64_t fraction, int power, int exponent) noexcept {
     Unsigned128 const rest = product & (one - 1);
     auto const whole = static_cast<std::uint64_t>(product >> -exponent);
     return whole + (rest > one / 2 || (rest == one / 2 && whole % 2 != 0));
+}
+
+// Back from digits: the number is a whole one of 64 bits divided by 10^places. Where that one fits the 53
+// bits of a double, so does the power, and the processor's division rounds once. Otherwise both are scaled to
+// 64 bits for a quotient of 62 or 63, in whose lowest bit, far behind the last that counts, is kept whether
+// there is a remainder; the conversion then rounds as the exact quotient would be.
+
+constexpr std::size_t MostPlainDigits = 19; // the most that always fit 64 bits
+
+double Quotient(std::uint64_t digits, std::size_t places) noexcept {
+    auto const power = static_cast<std::uint64_t>(PowersOfTen[places]);
+    if (digits >> 53 == 0 && power >> 53 == 0) {
+        return static_cast<double>(digits) / static_cast<double>(power);
+    }
+    int const up = std::countl_zero(digits);
+    int const powerUp = std::countl_zero(power);
+    Unsigned128 const dividend = Unsigned128{digits << up} << 62;
+    std::uint64_t const divisor = power << powerUp;
+    auto const quotient = static_cast<std::uint64_t>(dividend / divisor);
+    bool const hasRest = Unsigned128{quotient} * divisor != dividend;
+    auto const scale = static_cast<std::uint64_t>(1023 - 62 - up + powerUp) << 52;
+    return static_cast<double>(static_cast<std::int64_t>(quotient | hasRest)) * std::bit_cast<double>(scale);
+}
+
+/// Whether the eight bytes are digits.
+bool AreDigits(std::uint64_t bytes) noexcept {
+    constexpr std::uint64_t high = 0xF0F0F0F0F0F0F0F0u;
+    return ((bytes & high) | ((bytes + 0x0606060606060606u) & high) >> 4) == 0x3333333333333333u;
+}
+
+/// The number that they are; the first one stands in the lowest byte.
+// Neighbours are joined: ones to tens, tens to hundreds, hundreds to ten thousands.
+std::uint64_t EightDigits(std::uint64_t bytes) noexcept {
+    bytes = (bytes & 0x0F0F0F0F0F0F0F0Fu) * (10 * 256 + 1) >> 8;
+    bytes = (bytes & 0x00FF00FF00FF00FFu) * (100 * 65536 + 1) >> 16;
+    return (bytes & 0x0000FFFF0000FFFFu) * ((std::uint64_t{10'000} << 32) + 1) >> 32;
+}
+
+/// Appends the digits of [at, end) to `value`. False where something else stands there. The bytes from
+/// `begin` on, in front of them, may be read, too: the last few digits are taken from the eight bytes that
+/// they end.
+bool AppendDigits(char const* begin, char const* at, char const* end, std::uint64_t& value) noexcept {
+    constexpr std::uint64_t zeros = 0x3030303030303030u;
+    std::uint64_t bytes = 0;
+    for (; end - at >= 8; at += 8) {
+        std::memcpy(&bytes, at, 8);
+        if (!AreDigits(bytes)) {
+            return false;
+        }
+        value = value * 100'000'000 + EightDigits(bytes);
+    }
+    if (at != end && end - begin >= 8) {
+        std::memcpy(&bytes, end - 8, 8);
+        std::uint64_t const others = ~std::uint64_t{0} >> 8 * (end - at);
+        bytes = (bytes & ~others) | (zeros & others);
+        value = value * static_cast<std::uint64_t>(PowersOfTen[static_cast<std::size_t>(end - at)]) +
+                EightDigits(bytes);
+        return AreDigits(bytes);
+    }
+    for (; at != end && IsDigit(*at); ++at) {
+        value = value * 10 + static_cast<std::uint64_t>(*at - '0');
+    }
+    return at == end;
+}
+
+/// A number as most are: digits with a point or without one, and not too many.
+bool ParsePlainNumber(std::string_view text, double& value) noexcept {
+    char const* const begin = text.data();
+    char const* const end = begin + text.size();
+    if (text.size() > MostPlainDigits + 1 || std::endian::native != std::endian::little) {
+        return false;
+    }
+    char const* at = begin;
+    std::uint64_t digits = 0;
+    for (; at != end && IsDigit(*at); ++at) {
+        digits = digits * 10 + static_cast<std::uint64_t>(*at - '0');
+    }
+    bool const hasPoint = at != end && *at == '.';
+    at += hasPoint;
+    auto const places = static_cast<std::size_t>(end - at);
+    std::size_t const count = text.size() - hasPoint;
+    if (count == 0 || count > MostPlainDigits || !AppendDigits(begin, at, end, digits)) {
+        return false;
+    }
+    value = Quotient(digits, places);
+    return true;
 }
 
 constexpr std::array<char, 200> MakePairs() {
@@ -155,20 +237,11 @@ char* PrintSeventeenDigits(char* into, double value) noexcept {
 
 } // namespace
 
-std::string_view Trim(std::string_view text) noexcept {
-    while (!text.empty() && IsSpace(text.front())) {
-        text.remove_prefix(1);
-    }
-    while (!text.empty() && IsSpace(text.back())) {
-        text.remove_suffix(1);
-    }
-    return text;
-}
+namespace {
 
 // std::from_chars does the work, exactly and whatever the locale. What it takes and documents don't have, and
 // what documents have and it doesn't take, is decided before it: signs, and the words for what is not finite.
-std::optional<double> ParseDouble(std::string_view text) noexcept {
-    text = Trim(text);
+std::optional<double> ParseAnyDouble(std::string_view text) noexcept {
     if (EqualsInAnyCase(text, "nan")) {
         return std::numeric_limits<double>::quiet_NaN();
     }
@@ -186,6 +259,21 @@ std::optional<double> ParseDouble(std::string_view text) noexcept {
         }
     }
     return negative ? -value : value;
+}
+
+} // namespace
+
+std::optional<double> ParseDouble(std::string_view text) noexcept {
+    text = Trim(text);
+#ifdef __SIZEOF_INT128__
+    std::string_view number = text;
+    bool const negative = TakeSign(number);
+    double value = 0;
+    if (ParsePlainNumber(number, value)) {
+        return negative ? -value : value;
+    }
+#endif
+    return ParseAnyDouble(text);
 }
 
 std::optional<std::int32_t> ParseInteger(std::string_view text) noexcept {

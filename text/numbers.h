@@ -11,7 +11,22 @@ namespace Zantrel::Text {
 /// Numbers and flags as documents have them. Nothing here depends on a locale, allocates or throws.
 
 /// The text without XML white space (blank, TAB, LF, CR) at its ends. A view into it.
-std::string_view Trim(std::string_view text) noexcept;
+inline std::string_view Trim(std::string_view text) noexcept {
+    constexpr auto isNone = [](char character) { return static_cast<unsigned char>(character) > ' '; };
+    if (!text.empty() && isNone(text.front()) && isNone(text.back())) {
+        return text; // as nearly always
+    }
+    constexpr auto isSpace = [](char character) {
+        return character == ' ' || character == '\t' || character == '\n' || character == '\r';
+    };
+    while (!text.empty() && isSpace(text.front())) {
+        text.remove_prefix(1);
+    }
+    while (!text.empty() && isSpace(text.back())) {
+        text.remove_suffix(1);
+    }
+    return text;
+}
 
 /// The whole trimmed text as one value; nothing when it is no such value or out of range. A leading "+" is
 /// taken, and for a double a point without digits on one of its sides, an exponent, and "INF", "+INF", "-INF"
