@@ -54,7 +54,9 @@ public:
     enum class Names { OfTheLayout, OfTheBag };
 
     Formatter(Names names, FittingShapes& fitting)
-        : m_borrows(names == Names::OfTheLayout), m_fitting(fitting), m_names(NameCopier::Borrowed::Own) {}
+        : m_borrows(names == Names::OfTheLayout), m_fitting(fitting), m_names(NameCopier::Borrowed::Own) {
+        m_open.reserve(16); // as many as most profiles have, and seldom more
+    }
 
     /// What formatting goes by beside the layout. Both may be null.
     struct Model {

@@ -97,13 +97,6 @@ void NodeRead::FindShape() {
     m_place.shape = m_watch == nullptr ? FittingShape(m_place.node, *m_fitting) : nullptr;
 }
 
-void NodeRead::SetDefaults() {
-    if (!m_around.empty()) {
-        m_place = m_around.front();
-        m_around.clear();
-    }
-}
-
 bool NodeRead::HandleTag(std::string const& tag, KelSAX::ISAXReader& reader) {
     if (NodeShape::Child const* const child = NextByShape(tag, reader)) {
         ++m_place.nextChild;
@@ -172,16 +165,13 @@ bool NodeRead::HandleLeaf(std::string_view tag, std::string_view text) {
 }
 
 bool NodeRead::HandleGroup(std::string_view tag) {
-    bool const mayTake = m_watch == nullptr && !m_grammar.NamesParametersByAttribute();
-    m_around.push_back(m_place);
-    ParameterNode node;
-    bool const isTaken = mayTake && FindGroup(tag, node);
+    Place inner;
+    bool const isTaken =
+        m_watch == nullptr && !m_grammar.NamesParametersByAttribute() && FindGroup(tag, inner.node);
     if (isTaken) {
-        m_around.back().nextChild = m_place.nextChild;
-        m_place = {std::move(node), nullptr};
-        FindShape();
-    } else {
-        m_around.pop_back();
+        inner.shape = FittingShape(inner.node, *m_fitting);
+        m_around.push_back(std::move(m_place));
+        m_place = std::move(inner);
     }
     return isTaken;
 }

@@ -24,7 +24,6 @@ namespace Zantrel {
 /// what stands deeper than the check goes isn't read.
 class NodeRead : public Sax::PlainHandler {
 public:
-    void SetDefaults() override; ///< begins anew, also after a read that failed
     bool HandleTag(std::string const& tag, KelSAX::ISAXReader& reader) override;
     bool HandleLeaf(std::string_view tag, std::string_view text) override;
     bool HandleGroup(std::string_view tag) override;

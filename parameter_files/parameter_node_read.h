@@ -13,7 +13,7 @@ public:
 
     bool HandleTag(std::string const& tag, KelSAX::ISAXReader& reader) override;
 
-    /// Takes none: HandleTag is to see them all.
+    /// Neither takes any: HandleTag is to see them all. So no group of a read that failed is left open here.
     bool HandleLeaf(std::string_view, std::string_view) override { return false; }
     bool HandleGroup(std::string_view) override { return false; }
 

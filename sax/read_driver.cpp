@@ -96,7 +96,8 @@ bool ReadDriver::DeliverPlain() {
         case Xml::Plain::Group:
             isGoingOn = Deliver(true);
             Open();
-            Hold();
+            m_heldText.clear();
+            m_heldAttributes.clear();
             break;
         case Xml::Plain::End:
             End();

@@ -41,6 +41,9 @@ TEST(GenericParameterFile, ReadsValuesAsTheirTypesSay) {
          "text@2:15:Root/G/I"},
         {"<G><I>1</I><I>2</I></G>", "G/I=2"},
         {"<G><I>5<D>2</D></I></G>", "G/I=5 G/D=2"},
+        {"<M>\n <Item>\n  <Q> <I>5</I></Q>\n  <N>\n<Item>3</Item>x<Item>4</Item></N></Item> "
+         "<Item><N><!-- --><Item>6</Item></N><I>7</I></Item></M><G>\n<D>2.5</D><B>0</B></G>",
+         "G/D=2.5 M[{I=1 N[=0;]}; {I=5 N[=0; =3 =4]} {I=7 N[=0; =6]}]", "untaken@3:3:Root/M/Item/Q"},
         {"<G><X/></G>", ""},
         {"<G><X> </X><X/></G>", "G/X=''"},
         {"<G><A><Data>AQ==</Data><Name>n</Name><S>s</S></A><S>t</S></G>", "G/S='t' G/A='n':01",

@@ -31,13 +31,15 @@ TEST(Numbers, AreParsedWhereTheyAreTheWholeText) {
          {Double{"0", 0.0}, Double{"-1.5", -1.5}, Double{"+2", 2.0}, Double{" \t\r\n7 ", 7.0},
           Double{"1e3", 1000.0}, Double{"1E-2", 0.01}, Double{".5", 0.5}, Double{"5.", 5.0},
           Double{"INF", Infinity}, Double{"-inf", -Infinity}, Double{"+Inf", Infinity},
+          Double{"9007199254740993", 0x1p53}, Double{"900719925474099.3001", 900719925474099.3001},
           Double{"5e-324", 5e-324}, Double{"1.7976931348623157e308", std::numeric_limits<double>::max()}}) {
         EXPECT_EQ(ParseDouble(text), value) << text;
     }
     EXPECT_TRUE(std::isnan(ParseDouble(" nAn ").value_or(0)));
     for (char const* text :
-         {"",   " ",  "x",    "1x",       "1 2",    "1,5",  "+-1",   "--1",    "+",      "-",        ".",
-          "e5", "1e", "0x10", "infinity", "nan(1)", "-nan", "1e999", "-1e999", "1e-999", "\xC2\xA0", "1\v"}) {
+         {"",     " ",     "x",      "1x",     "1 2",      "1,5",  "+-1",        "--1",
+          "+",    "-",     ".",      "e5",     "1e",       "0x10", "infinity",   "nan(1)",
+          "-nan", "1e999", "-1e999", "1e-999", "\xC2\xA0", "1\v",  "1.2345678:", "1234567.123x567"}) {
         EXPECT_FALSE(ParseDouble(text)) << text;
     }
     using Integer = std::pair<char const*, std::optional<std::int32_t>>;
