@@ -18,7 +18,8 @@ namespace Zantrel {
 
 /// Reads the children of one element of a parameter file into the place of the database that the element
 /// stands for: the content of a group, of a list or profile list as a whole, or of one item or profile. An
-/// element with children of its own gets a handler of its own, which ends with it.
+/// element with children of its own gets a handler of its own, which ends with it, unless it is plain: then
+/// this one goes on in its place and comes back behind it.
 ///
 /// The grammar and the validity are borrowed. With a validity, what doesn't fit the layout is reported, and
 /// what stands deeper than the check goes isn't read.
