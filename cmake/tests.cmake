@@ -2,6 +2,7 @@
 include(GoogleTest)
 
 file(GLOB_RECURSE test_sources CONFIGURE_DEPENDS tests/*_test.cpp)
+list(FILTER test_sources EXCLUDE REGEX "/tests/(editing|shared_library)/") # which use what the libraries export
 if(CMAKE_CROSSCOMPILING)
   include(cmake/googletest_from_source.cmake)
   # What needs the libraries or the tools of the system that builds.
@@ -33,6 +34,15 @@ target_include_directories(zantrel_border_tests PRIVATE ${PROJECT_SOURCE_DIR})
 target_link_libraries(zantrel_border_tests PRIVATE Zantrel::Zantrel zantrel_warnings GTest::gmock_main)
 set_target_properties(zantrel_border_tests PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/examples)
 gtest_discover_tests(zantrel_border_tests TEST_PREFIX Shared. DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60)
+
+file(GLOB editing_test_sources CONFIGURE_DEPENDS tests/editing/*_test.cpp)
+add_executable(zantrel_editing_tests ${editing_test_sources})
+target_include_directories(zantrel_editing_tests PRIVATE ${PROJECT_SOURCE_DIR})
+target_link_libraries(zantrel_editing_tests PRIVATE Zantrel::Editing zantrel_warnings GTest::gmock_main)
+target_compile_features(zantrel_editing_tests PRIVATE cxx_std_20)
+target_compile_definitions(zantrel_editing_tests PRIVATE "ZANTREL_TESTS=\"${PROJECT_SOURCE_DIR}/tests\"")
+set_target_properties(zantrel_editing_tests PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/examples)
+gtest_discover_tests(zantrel_editing_tests TEST_PREFIX Editing. DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60)
 
 # What uses threads, alone: the part of the tests that is worth a build under ThreadSanitizer.
 file(GLOB_RECURSE thread_test_sources CONFIGURE_DEPENDS tests/*thread*_test.cpp)
@@ -78,7 +88,9 @@ endif()
 
 # Names and weak symbols are those of one compiler; sanitisers add their own.
 if(BUILD_SHARED_LIBS AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND NOT CMAKE_CXX_FLAGS MATCHES "-fsanitize")
-  add_test(NAME Exports COMMAND ${PROJECT_SOURCE_DIR}/tests/exports/run $<TARGET_FILE:zantrel>
-    ${PROJECT_SOURCE_DIR}/tests/exports/$<IF:$<PLATFORM_ID:Windows>,zantrel.dll,libzantrel.so>.txt)
-  set_tests_properties(Exports PROPERTIES ENVIRONMENT "OBJDUMP=${CMAKE_OBJDUMP}")
+  foreach(library zantrel zantrel_editing)
+    add_test(NAME Exports.${library} COMMAND ${PROJECT_SOURCE_DIR}/tests/exports/run $<TARGET_FILE:${library}>
+      ${PROJECT_SOURCE_DIR}/tests/exports/$<IF:$<PLATFORM_ID:Windows>,${library}.dll,lib${library}.so>.txt)
+    set_tests_properties(Exports.${library} PROPERTIES ENVIRONMENT "OBJDUMP=${CMAKE_OBJDUMP}")
+  endforeach()
 endif()

@@ -1,0 +1,8 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+/// What a host does with values and layouts beyond keeping them: all headers of the editing library.
+
+#include <zantrel/editing/finding.h>
+#include <zantrel/editing/place.h>
+#include <zantrel/editing/value_text.h>
