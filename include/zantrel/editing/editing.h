@@ -4,6 +4,7 @@
 /// What a host does with values and layouts beyond keeping them: all headers of the editing library.
 
 #include <zantrel/editing/differences.h>
+#include <zantrel/editing/effective_values.h>
 #include <zantrel/editing/finding.h>
 #include <zantrel/editing/layout_differences.h>
 #include <zantrel/editing/migration.h>
