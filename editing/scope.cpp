@@ -1,55 +1,72 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "editing/scope.h"
 
+#include <iterator>
 #include <vector>
 
 namespace Zantrel::Editing {
 
 namespace {
 
-/// The nodes from just below `top` down to `node`; empty when they don't lead there.
+/// The entry of a container that counts for who isn't in it; a cursor that isn't valid where none does.
+ParameterView EntryFromOutside(ParameterView const& container) {
+    return container.GetLayoutNode()->m_isProfileList ? container.GetDefault() : ParameterView();
+}
+ParameterNode EntryFromOutside(ParameterNode const& container) {
+    return container.m_pNode->m_isProfileList ? container.GetDefault() : ParameterNode();
+}
+
+bool IsContainer(ParameterNode const& cursor) { return cursor.m_isContainer; }
+bool IsContainer(ParameterView const& cursor) { return cursor.IsContainer(); }
+
+/// The nodes from `node` up to just below `top`; empty when they don't lead there.
 std::vector<LayoutNode const*> NodesBetween(LayoutNode const& top, LayoutNode const& node) {
     std::vector<LayoutNode const*> nodes;
+    nodes.reserve(16); // as deep as most layouts are
     for (LayoutNode const* at = &node; at != &top; at = at->GetOwner()) {
         if (at == nullptr) {
             return {};
         }
-        nodes.insert(nodes.begin(), at);
+        nodes.push_back(at);
     }
     return nodes;
 }
 
 } // namespace
 
-ParameterView Scope::Find(PlaceView const& from, LayoutNode const& node) {
+template <class Cursor>
+Cursor Scope::Find(BasicPlace<Cursor> const& from, std::size_t depth, LayoutNode const& node) {
     LayoutNode const* const editor = from.m_steps.front().layout;
     if (editor == nullptr) {
         return {};
     }
     std::vector<LayoutNode const*> const nodes = NodesBetween(*editor, node);
     // As far as `from` stands on the way, each container together with the entry that `from` is in.
-    std::size_t shared = 0, step = 0;
+    auto next = nodes.rbegin();
+    std::size_t step = 0;
     auto const stands = [&](LayoutNode const* layout) {
-        return step + 1 < from.m_steps.size() && from.m_steps[step + 1].layout == layout;
+        return step < depth && from.m_steps[step + 1].layout == layout;
     };
-    while (shared < nodes.size() && stands(nodes[shared])) {
+    while (next != nodes.rend() && stands(*next)) {
         ++step;
-        ++shared;
-        if (shared < nodes.size() && stands(nodes[shared - 1])) {
+        if (std::next(next) != nodes.rend() && stands(*next)) {
             ++step; // the entry
         }
+        ++next;
     }
-    ParameterView cursor = from.m_steps[step].cursor;
-    for (; shared < nodes.size() && cursor.IsValid(); ++shared) {
-        if (cursor.IsContainer()) {
-            bool const isProfileList = cursor.GetLayoutNode()->m_isProfileList;
-            cursor = isProfileList ? cursor.GetDefault() : ParameterView();
+    Cursor cursor = from.m_steps[step].cursor;
+    for (; next != nodes.rend() && cursor.IsValid(); ++next) {
+        if (IsContainer(cursor)) {
+            cursor = EntryFromOutside(cursor);
         }
         if (cursor.IsValid()) {
-            cursor = cursor.Get(nodes[shared]);
+            cursor = cursor.Get(*next);
         }
     }
-    return nodes.empty() ? ParameterView() : cursor;
+    return nodes.empty() ? Cursor() : cursor;
 }
+
+template ParameterNode Scope::Find(Place const& from, std::size_t depth, LayoutNode const& node);
+template ParameterView Scope::Find(PlaceView const& from, std::size_t depth, LayoutNode const& node);
 
 } // namespace Zantrel::Editing

@@ -7,6 +7,7 @@
 #include <zantrel/editing/effective_values.h>
 #include <zantrel/editing/finding.h>
 #include <zantrel/editing/layout_differences.h>
+#include <zantrel/editing/look.h>
 #include <zantrel/editing/migration.h>
 #include <zantrel/editing/place.h>
 #include <zantrel/editing/value_text.h>

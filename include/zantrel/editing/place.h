@@ -85,6 +85,7 @@ private:
     template <class> friend class BasicPlace;
     template <class> friend class PlaceWalk;
     friend class Scope;
+    friend class StepLook;
 
     struct Step {
         Step(Cursor const& at, LayoutNode const* ofLayout, PlaceKind ofKind)

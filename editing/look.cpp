@@ -1,0 +1,186 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <zantrel/editing/look.h>
+
+#include "editing/findings.h"
+#include "editing/formatted_text.h"
+#include "editing/scope.h"
+
+#include <algorithm>
+#include <optional>
+#include <unordered_map>
+#include <utility>
+
+namespace Zantrel::Editing {
+
+/// Adds to a look what one step of a place's way has against it. The reasons for a place are those for the
+/// place around it, and then its own; so a walk keeps them as a stack.
+class StepLook {
+public:
+    static void AddTo(Look& look, PlaceView const& place, std::size_t depth) {
+        StepLook(look, place, depth).Add();
+    }
+
+private:
+    using Kind = LookReason::Kind;
+    StepLook(Look& look, PlaceView const& place, std::size_t depth)
+        : m_look(look), m_place(place), m_depth(depth), m_layout(place.m_steps[depth].layout) {}
+
+    void Add();
+    LookReason& AddReason(Kind kind, bool isAboutVisibility);
+    void AddConditions(std::vector<LayoutNodeSource> const& conditions, bool isAboutVisibility);
+    std::wstring Subject() const;
+
+    Look& m_look;
+    PlaceView const& m_place;
+    std::size_t m_depth;
+    LayoutNode const* m_layout;
+};
+
+namespace {
+
+std::wstring NameOf(LayoutNode const& node) {
+    return Quoted(node.m_displayName.empty() ? node.m_name : node.m_displayName);
+}
+
+std::wstring SentenceOf(LookReason const& reason, std::wstring const& subject) {
+    using Kind = LookReason::Kind;
+    bool const isAboutVisibility = reason.isAboutVisibility;
+    if (reason.kind == Kind::Layout) {
+        return isAboutVisibility ? L"The layout doesn't show " + subject + L'.'
+                                 : L"The layout makes " + subject + L" read-only.";
+    }
+    if (reason.kind == Kind::Flag) {
+        return subject + (isAboutVisibility ? L" is hidden." : L" is read-only.");
+    }
+    constexpr std::size_t most = 5;
+    std::wstring values;
+    for (std::size_t i = 0; i < std::min(reason.wanted.size(), most); ++i) {
+        values += (i == 0 ? L"" : L" or ") + Quoted(reason.wanted[i]);
+    }
+    values += reason.wanted.size() > most ? L" or one of others" : L"";
+    return subject + (isAboutVisibility ? L" is shown only where " : L" can be changed only where ") +
+           NameOf(*reason.source) + L" is " + values + L"; it is " + Quoted(reason.actual) + L'.';
+}
+
+bool IsEntry(PlaceKind kind) {
+    return kind == PlaceKind::Item || kind == PlaceKind::Profile || kind == PlaceKind::DefaultProfile;
+}
+
+} // namespace
+
+// An entry of a container shares the container's layout node, which has counted there.
+void StepLook::Add() {
+    auto const& step = m_place.m_steps[m_depth];
+    bool const isOfLayout = m_layout != nullptr && !IsEntry(step.kind);
+    std::size_t const before = m_look.reasons.size();
+    if (isOfLayout && !m_layout->m_visible) {
+        AddReason(Kind::Layout, true);
+    }
+    if (isOfLayout && m_layout->m_readOnly) {
+        AddReason(Kind::Layout, false);
+    }
+    if (step.cursor.GetHidden()) {
+        AddReason(Kind::Flag, true);
+    }
+    if (step.cursor.GetReadOnly()) {
+        AddReason(Kind::Flag, false);
+    }
+    if (isOfLayout) {
+        AddConditions(m_layout->m_visibilitySources, true);
+        AddConditions(m_layout->m_editabilitySources, false);
+    }
+    for (std::size_t i = before; i < m_look.reasons.size(); ++i) {
+        m_look.reasons[i].sentence = SentenceOf(m_look.reasons[i], Subject());
+    }
+}
+
+LookReason& StepLook::AddReason(Kind kind, bool isAboutVisibility) {
+    (isAboutVisibility ? m_look.isVisible : m_look.isEditable) = false;
+    LookReason& reason = m_look.reasons.emplace_back();
+    reason.kind = kind;
+    reason.isAboutVisibility = isAboutVisibility;
+    reason.depth = m_depth;
+    reason.node = m_layout;
+    return reason;
+}
+
+// Conditions are gathered by their source, whose value is formatted once: linear in their number, in
+// whatever order they stand.
+void StepLook::AddConditions(std::vector<LayoutNodeSource> const& conditions, bool isAboutVisibility) {
+    struct Source {
+        std::optional<std::wstring> text;
+        bool holds = false;
+        std::optional<std::size_t> reason; ///< its index in the look
+    };
+    std::unordered_map<LayoutNode const*, Source> sources;
+    for (LayoutNodeSource const& condition : conditions) {
+        auto const [at, isNew] = sources.try_emplace(condition.m_source);
+        Source& source = at->second;
+        if (isNew && condition.m_source != nullptr) {
+            source.text = FormattedText(Scope::Find(m_place, m_depth, *condition.m_source));
+        }
+        source.holds = source.holds || !source.text || *source.text == condition.m_value;
+    }
+    for (LayoutNodeSource const& condition : conditions) {
+        Source& source = sources[condition.m_source];
+        if (source.holds) {
+            continue;
+        }
+        if (!source.reason) {
+            LookReason& reason = AddReason(Kind::Condition, isAboutVisibility);
+            reason.source = condition.m_source;
+            reason.actual = *source.text;
+            source.reason = m_look.reasons.size() - 1;
+        }
+        m_look.reasons[*source.reason].wanted.push_back(condition.m_value);
+    }
+}
+
+/// As a sentence names the place.
+std::wstring StepLook::Subject() const {
+    auto const& step = m_place.m_steps[m_depth];
+    std::wstring const name = m_layout != nullptr ? NameOf(*m_layout) : std::wstring();
+    switch (step.kind) {
+    case PlaceKind::Item:
+        return L"Item " + std::to_wstring(step.index) + L" of " + name;
+    case PlaceKind::Profile:
+        return L"Profile " + Quoted(step.profile) + L" of " + name;
+    case PlaceKind::DefaultProfile:
+        return L"The default profile of " + name;
+    default:
+        return name;
+    }
+}
+
+Look LookOf(PlaceView const& place) {
+    Look look;
+    for (std::size_t depth = 0; depth <= place.GetDepth(); ++depth) {
+        StepLook::AddTo(look, place, depth);
+    }
+    return look;
+}
+
+LookWalk::LookWalk(ParameterDatabase const& database) : LookWalk(PlaceView(database)) {}
+
+LookWalk::LookWalk(PlaceView top) : m_walk(std::move(top)) {}
+
+bool LookWalk::Next() {
+    bool const isFirst = m_outer.empty();
+    if (!m_walk.Next()) {
+        return false;
+    }
+    PlaceView const& place = GetPlace();
+    // All that is around the top is looked at with it; afterwards each place adds itself.
+    for (std::size_t depth = isFirst ? 0 : place.GetDepth(); depth <= place.GetDepth(); ++depth) {
+        m_outer.resize(depth + 1);
+        Outer const around = depth == 0 ? Outer() : m_outer[depth - 1];
+        m_look.reasons.resize(around.reasons);
+        m_look.isVisible = around.isVisible;
+        m_look.isEditable = around.isEditable;
+        StepLook::AddTo(m_look, place, depth);
+        m_outer[depth] = {m_look.reasons.size(), m_look.isVisible, m_look.isEditable};
+    }
+    return true;
+}
+
+} // namespace Zantrel::Editing
