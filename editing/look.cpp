@@ -6,8 +6,9 @@
 #include "editing/scope.h"
 
 #include <algorithm>
+#include <functional>
+#include <iterator>
 #include <optional>
-#include <unordered_map>
 #include <utility>
 
 namespace Zantrel::Editing {
@@ -24,6 +25,12 @@ private:
     using Kind = LookReason::Kind;
     StepLook(Look& look, PlaceView const& place, std::size_t depth)
         : m_look(look), m_place(place), m_depth(depth), m_layout(place.m_steps[depth].layout) {}
+
+    /// Conditions of one node on one source.
+    struct Alternatives {
+        std::vector<LayoutNodeSource const*>::const_iterator first, last;
+        std::wstring actual;
+    };
 
     void Add();
     LookReason& AddReason(Kind kind, bool isAboutVisibility);
@@ -104,35 +111,36 @@ LookReason& StepLook::AddReason(Kind kind, bool isAboutVisibility) {
     return reason;
 }
 
-// Conditions are gathered by their source, whose value is formatted once: linear in their number, in
-// whatever order they stand.
+// Conditions are sorted by their source, whose value is formatted once: no worse than sorting, in whatever
+// order they stand. Those that don't hold are told in the order of the layout.
 void StepLook::AddConditions(std::vector<LayoutNodeSource> const& conditions, bool isAboutVisibility) {
-    struct Source {
-        std::optional<std::wstring> text;
-        bool holds = false;
-        std::optional<std::size_t> reason; ///< its index in the look
-    };
-    std::unordered_map<LayoutNode const*, Source> sources;
+    std::vector<LayoutNodeSource const*> sorted;
+    sorted.reserve(conditions.size());
     for (LayoutNodeSource const& condition : conditions) {
-        auto const [at, isNew] = sources.try_emplace(condition.m_source);
-        Source& source = at->second;
-        if (isNew && condition.m_source != nullptr) {
-            source.text = FormattedText(Scope::Find(m_place, m_depth, *condition.m_source));
-        }
-        source.holds = source.holds || !source.text || *source.text == condition.m_value;
+        sorted.push_back(&condition);
     }
-    for (LayoutNodeSource const& condition : conditions) {
-        Source& source = sources[condition.m_source];
-        if (source.holds) {
-            continue;
+    std::sort(sorted.begin(), sorted.end(), [](auto const* left, auto const* right) {
+        return left->m_source != right->m_source ? std::less<>()(left->m_source, right->m_source)
+                                                 : left < right;
+    });
+    std::vector<Alternatives> unmet;
+    for (auto first = sorted.begin(), last = first; first != sorted.end(); first = last) {
+        LayoutNode const* const source = (*first)->m_source;
+        last =
+            std::find_if(first, sorted.end(), [&](auto const* other) { return other->m_source != source; });
+        auto text = source != nullptr ? FormattedText(Scope::Find(m_place, m_depth, *source)) : std::nullopt;
+        if (text && std::none_of(first, last, [&](auto const* one) { return one->m_value == *text; })) {
+            unmet.push_back({first, last, std::move(*text)});
         }
-        if (!source.reason) {
-            LookReason& reason = AddReason(Kind::Condition, isAboutVisibility);
-            reason.source = condition.m_source;
-            reason.actual = *source.text;
-            source.reason = m_look.reasons.size() - 1;
-        }
-        m_look.reasons[*source.reason].wanted.push_back(condition.m_value);
+    }
+    std::sort(unmet.begin(), unmet.end(),
+              [](Alternatives const& left, Alternatives const& right) { return *left.first < *right.first; });
+    for (Alternatives& alternatives : unmet) {
+        LookReason& reason = AddReason(Kind::Condition, isAboutVisibility);
+        reason.source = (*alternatives.first)->m_source;
+        reason.actual = std::move(alternatives.actual);
+        std::transform(alternatives.first, alternatives.last, std::back_inserter(reason.wanted),
+                       [](auto const* one) { return one->m_value; });
     }
 }
 

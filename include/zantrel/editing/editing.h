@@ -6,8 +6,10 @@
 #include <zantrel/editing/differences.h>
 #include <zantrel/editing/effective_values.h>
 #include <zantrel/editing/finding.h>
+#include <zantrel/editing/items.h>
 #include <zantrel/editing/layout_differences.h>
 #include <zantrel/editing/look.h>
 #include <zantrel/editing/migration.h>
 #include <zantrel/editing/place.h>
+#include <zantrel/editing/profiles.h>
 #include <zantrel/editing/value_text.h>

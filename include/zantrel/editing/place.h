@@ -84,6 +84,7 @@ public:
 private:
     template <class> friend class BasicPlace;
     template <class> friend class PlaceWalk;
+    friend class EntryPlace;
     friend class Scope;
     friend class StepLook;
 

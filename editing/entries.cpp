@@ -1,0 +1,125 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "editing/entries.h"
+
+#include "editing/findings.h"
+
+#include <zantrel/editing/look.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <utility>
+
+namespace Zantrel::Editing {
+
+namespace {
+
+std::size_t CountEntries(Place const& container) {
+    if (container.GetKind() == PlaceKind::List) {
+        ItemSequence const* const items = ItemsOf(container);
+        return items != nullptr ? static_cast<std::size_t>(items->GetNumProperties()) : 0;
+    }
+    PersistentProperties const& bag = *container.GetCursor().m_pProperties;
+    auto const isProfile = [](NamedProperty const& entry) {
+        return PropertyCast<PersistentProperties>(entry.property) != nullptr &&
+               entry.name != std::wstring_view(L"::DefaultProfile::");
+    };
+    return static_cast<std::size_t>(std::count_if(bag.begin(), bag.end(), isProfile));
+}
+
+/// Counts profiles only where their number is near the limit: the bag, which holds a few flags beside them,
+/// knows its size.
+bool HasMoreThan(std::uint64_t limit, Place const& container) {
+    return container.GetCursor().m_pProperties->GetNumProperties() > limit && CountEntries(container) > limit;
+}
+
+/// For a container and the number of entries that there would be.
+Finding AgainstNumber(FindingKind kind, PlaceView const& container, std::size_t count, std::uint64_t limit,
+                      std::wstring const& message) {
+    Finding finding = MakeFinding(kind, container, std::to_wstring(count), std::to_wstring(limit));
+    bool const isTooMany = kind == FindingKind::TooManyItems;
+    finding.sentence = !message.empty() ? message
+                                        : L"There would be " + finding.value + L" entries; at " +
+                                              (isTooMany ? L"most " : L"least ") + finding.limit +
+                                              (isTooMany ? L" are allowed." : L" are needed.");
+    return finding;
+}
+
+std::optional<Finding> AgainstAddingAndRemoving(Place const& container) {
+    if (auto finding = AgainstChanging(container)) {
+        return finding;
+    }
+    if (!container.GetLayoutNode()->m_userCanAddRemove) {
+        return NotAllowed(container, L"a user can't add or remove entries.");
+    }
+    if (container.GetCursor().GetDisableAddRemove()) {
+        return NotAllowed(container, L"adding and removing entries is disabled.");
+    }
+    return std::nullopt;
+}
+
+} // namespace
+
+ItemSequence* ItemsOf(Place const& list) {
+    auto* const property = PropertyCast<ItemSequence>(list.GetCursor().m_pProperties->FindProperty(L"Value"));
+    return property != nullptr ? &property->m_value : nullptr;
+}
+
+std::optional<Finding> AgainstChanging(PlaceView const& place) {
+    Look const look = LookOf(place);
+    if (look.isEditable) {
+        return std::nullopt;
+    }
+    Finding finding = MakeFinding(FindingKind::ReadOnly, place);
+    for (LookReason const& reason : look.reasons) {
+        if (!reason.isAboutVisibility) {
+            finding.sentence = reason.sentence;
+            break;
+        }
+    }
+    return finding;
+}
+
+std::optional<Finding> AgainstAdding(Place const& container) {
+    std::uint64_t const most = container.GetLayoutNode()->m_multiplicityMax;
+    auto finding = AgainstAddingAndRemoving(container);
+    if (!finding && most != 0 && HasMoreThan(most - 1, container)) {
+        finding = AgainstNumber(FindingKind::TooManyItems, container, CountEntries(container) + 1, most,
+                                container.GetLayoutNode()->m_multiplicityMaxMessage);
+    }
+    return finding;
+}
+
+std::optional<Finding> AgainstRemoving(Place const& container) {
+    std::uint64_t const least = container.GetLayoutNode()->m_multiplicityMin;
+    auto finding = AgainstAddingAndRemoving(container);
+    if (!finding && least != 0 && !HasMoreThan(least, container)) {
+        finding = AgainstNumber(FindingKind::TooFewItems, container, CountEntries(container) - 1, least,
+                                container.GetLayoutNode()->m_multiplicityMinMessage);
+    }
+    return finding;
+}
+
+Finding NotAllowed(PlaceView const& place, std::wstring reason) {
+    return MakeFinding(FindingKind::NotAllowed, place, {}, std::move(reason));
+}
+
+Place EntryPlace::In(Place const& container, PlaceKind kind) {
+    ParameterNode cursor;
+    cursor.m_pNode = container.GetCursor().m_pNode;
+    cursor.m_pParentProperties = container.GetCursor().m_pProperties;
+    return container.With(cursor, container.GetLayoutNode(), kind);
+}
+
+Place EntryPlace::OfItem(Place const& list, std::size_t index) {
+    Place place = In(list, PlaceKind::Item);
+    place.m_steps.back().index = index;
+    return place;
+}
+
+Place EntryPlace::OfProfile(Place const& list, std::wstring name) {
+    Place place = In(list, PlaceKind::Profile);
+    place.m_steps.back().profile = std::move(name);
+    return place;
+}
+
+} // namespace Zantrel::Editing

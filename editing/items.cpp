@@ -1,0 +1,101 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <zantrel/editing/items.h>
+
+#include "editing/entries.h"
+#include "editing/findings.h"
+
+#include <cstdint>
+
+// A sequence of bags can only grow. So a list that changes otherwise is built anew beside the old one, and
+// both are exchanged when nothing can fail any more.
+
+namespace Zantrel::Editing {
+
+namespace {
+
+std::optional<Finding> AgainstList(PlaceView const& list) {
+    return list.IsValid() && list.GetKind() == PlaceKind::List
+               ? std::nullopt
+               : std::optional(NotAllowed(list, L"it is no list."));
+}
+
+std::size_t SizeOf(Place const& list) {
+    ItemSequence const* const items = ItemsOf(list);
+    return items != nullptr ? static_cast<std::size_t>(items->GetNumProperties()) : 0;
+}
+
+std::optional<Finding> AgainstIndex(Place const& list, std::size_t index) {
+    return index < SizeOf(list)
+               ? std::nullopt
+               : std::optional(MakeFinding(FindingKind::OutOfRange, list, std::to_wstring(index),
+                                           std::to_wstring(SizeOf(list))));
+}
+
+PersistentProperties& BagAt(ItemSequence& items, std::size_t index) {
+    return items.GetProperty(static_cast<std::int32_t>(index));
+}
+
+std::optional<Finding> AgainstRemovingItem(Place const& list, std::size_t index) {
+    bool const onlyLast = !list.GetLayoutNode()->m_userCanRemoveAnyElement;
+    if (onlyLast && index + 1 != SizeOf(list)) {
+        return NotAllowed(list, L"a user can remove the last item only.");
+    }
+    return AgainstChanging(list.GetItem(index));
+}
+
+std::optional<Finding> AgainstSorting(Place const& list) {
+    return list.GetLayoutNode()->m_userCanSort
+               ? std::nullopt
+               : std::optional(NotAllowed(list, L"a user can't reorder the items."));
+}
+
+} // namespace
+
+EntryChange AddItem(Place const& list) {
+    EntryChange change;
+    change.finding = FirstOf([&] { return AgainstList(list); }, [&] { return AgainstAdding(list); });
+    if (change) {
+        change.entry = EntryPlace::OfItem(list, SizeOf(list));
+        EntryPlace::SetBag(*change.entry, *list.GetCursor().AddListNode(true).m_pProperties);
+    }
+    return change;
+}
+
+EntryChange MoveItem(Place const& list, std::size_t from, std::size_t to) {
+    EntryChange change;
+    change.finding = FirstOf([&] { return AgainstList(list); }, [&] { return AgainstChanging(list); },
+                             [&] { return AgainstSorting(list); }, [&] { return AgainstIndex(list, from); },
+                             [&] { return AgainstIndex(list, to); });
+    if (change) {
+        change.entry = EntryPlace::OfItem(list, to);
+        ItemSequence& items = *ItemsOf(list);
+        ItemSequence moved;
+        for (std::size_t i = 0, next = 0; i < SizeOf(list); ++i) {
+            next += next == from; // which comes at its new place alone
+            moved.AddProperty() = BagAt(items, i == to ? from : next++);
+        }
+        items.Swap(moved);
+        EntryPlace::SetBag(*change.entry, BagAt(items, to));
+    }
+    return change;
+}
+
+EntryChange RemoveItem(Place const& list, std::size_t index) {
+    EntryChange change;
+    change.finding =
+        FirstOf([&] { return AgainstList(list); }, [&] { return AgainstIndex(list, index); },
+                [&] { return AgainstRemoving(list); }, [&] { return AgainstRemovingItem(list, index); });
+    if (change) {
+        ItemSequence& items = *ItemsOf(list);
+        ItemSequence rest;
+        for (std::size_t i = 0; i < SizeOf(list); ++i) {
+            if (i != index) {
+                rest.AddProperty() = BagAt(items, i);
+            }
+        }
+        items.Swap(rest);
+    }
+    return change;
+}
+
+} // namespace Zantrel::Editing
