@@ -36,7 +36,7 @@ set_target_properties(zantrel_border_tests PROPERTIES RUNTIME_OUTPUT_DIRECTORY $
 gtest_discover_tests(zantrel_border_tests TEST_PREFIX Shared. DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60)
 
 file(GLOB editing_test_sources CONFIGURE_DEPENDS tests/editing/*_test.cpp)
-add_executable(zantrel_editing_tests ${editing_test_sources})
+add_executable(zantrel_editing_tests ${editing_test_sources} tests/support/failing_allocator.cpp)
 target_include_directories(zantrel_editing_tests PRIVATE ${PROJECT_SOURCE_DIR})
 target_link_libraries(zantrel_editing_tests PRIVATE Zantrel::Editing zantrel_warnings GTest::gmock_main)
 target_compile_features(zantrel_editing_tests PRIVATE cxx_std_20)
