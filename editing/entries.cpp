@@ -15,8 +15,8 @@ namespace {
 
 std::size_t CountEntries(Place const& container) {
     if (container.GetKind() == PlaceKind::List) {
-        ItemSequence const* const items = ItemsOf(container);
-        return items != nullptr ? static_cast<std::size_t>(items->GetNumProperties()) : 0;
+        ItemProperty const* const items = FindItems(container);
+        return items != nullptr ? static_cast<std::size_t>(items->m_value.GetNumProperties()) : 0;
     }
     PersistentProperties const& bag = *container.GetCursor().m_pProperties;
     auto const isProfile = [](NamedProperty const& entry) {
@@ -59,9 +59,9 @@ std::optional<Finding> AgainstAddingAndRemoving(Place const& container) {
 
 } // namespace
 
-ItemSequence* ItemsOf(Place const& list) {
-    auto* const property = PropertyCast<ItemSequence>(list.GetCursor().m_pProperties->FindProperty(L"Value"));
-    return property != nullptr ? &property->m_value : nullptr;
+ItemProperty* FindItems(Place const& list) {
+    return PropertyCast<IndexedProperties<PersistentProperties>>(
+        list.GetCursor().m_pProperties->FindProperty(L"Value"));
 }
 
 std::optional<Finding> AgainstChanging(PlaceView const& place) {

@@ -12,10 +12,10 @@
 /// What the operations on profiles and on items have in common.
 namespace Zantrel::Editing {
 
-using ItemSequence = IndexedProperties<PersistentProperties>;
+using ItemProperty = PersistentProperty<IndexedProperties<PersistentProperties>>;
 
-/// The sequence of a list's items; null where there is none yet.
-ItemSequence* ItemsOf(Place const& list);
+/// What holds a list's items; null where there are none yet.
+ItemProperty* FindItems(Place const& list);
 
 /// What doesn't let a user change what stands at a place or in it.
 std::optional<Finding> AgainstChanging(PlaceView const& place);

@@ -5,9 +5,11 @@
 #include "editing/findings.h"
 
 #include <cstdint>
+#include <memory>
+#include <utility>
 
-// A sequence of bags can only grow. So a list that changes otherwise is built anew beside the old one, and
-// both are exchanged when nothing can fail any more.
+// A sequence of bags can only grow. So a list that changes otherwise is built anew beside the old one, which
+// then goes as a whole, when nothing can fail any more.
 
 namespace Zantrel::Editing {
 
@@ -20,8 +22,8 @@ std::optional<Finding> AgainstList(PlaceView const& list) {
 }
 
 std::size_t SizeOf(Place const& list) {
-    ItemSequence const* const items = ItemsOf(list);
-    return items != nullptr ? static_cast<std::size_t>(items->GetNumProperties()) : 0;
+    ItemProperty const* const items = FindItems(list);
+    return items != nullptr ? static_cast<std::size_t>(items->m_value.GetNumProperties()) : 0;
 }
 
 std::optional<Finding> AgainstIndex(Place const& list, std::size_t index) {
@@ -31,8 +33,16 @@ std::optional<Finding> AgainstIndex(Place const& list, std::size_t index) {
                                            std::to_wstring(SizeOf(list))));
 }
 
-PersistentProperties& BagAt(ItemSequence& items, std::size_t index) {
-    return items.GetProperty(static_cast<std::int32_t>(index));
+PersistentProperties const& BagAt(ItemProperty const& items, std::size_t index) {
+    return items.m_value.GetProperty(static_cast<std::int32_t>(index));
+}
+
+/// Puts other items in the place of a list's.
+void Replace(Place const& list, std::unique_ptr<ItemProperty> items) {
+    PersistentProperties& bag = *list.GetCursor().m_pProperties;
+    std::wstring const name = L"Value";
+    bag.AddProperty(name, items.release()); // behind the old ones
+    bag.RemoveProperty(name, true);         // allocates nothing
 }
 
 std::optional<Finding> AgainstRemovingItem(Place const& list, std::size_t index) {
@@ -68,14 +78,15 @@ EntryChange MoveItem(Place const& list, std::size_t from, std::size_t to) {
                              [&] { return AgainstIndex(list, to); });
     if (change) {
         change.entry = EntryPlace::OfItem(list, to);
-        ItemSequence& items = *ItemsOf(list);
-        ItemSequence moved;
+        ItemProperty const& old = *FindItems(list);
+        auto moved = std::make_unique<ItemProperty>();
         for (std::size_t i = 0, next = 0; i < SizeOf(list); ++i) {
             next += next == from; // which comes at its new place alone
-            moved.AddProperty() = BagAt(items, i == to ? from : next++);
+            moved->m_value.AddProperty() = BagAt(old, i == to ? from : next++);
         }
-        items.Swap(moved);
-        EntryPlace::SetBag(*change.entry, BagAt(items, to));
+        Replace(list, std::move(moved));
+        EntryPlace::SetBag(*change.entry,
+                           FindItems(list)->m_value.GetProperty(static_cast<std::int32_t>(to)));
     }
     return change;
 }
@@ -86,14 +97,14 @@ EntryChange RemoveItem(Place const& list, std::size_t index) {
         FirstOf([&] { return AgainstList(list); }, [&] { return AgainstIndex(list, index); },
                 [&] { return AgainstRemoving(list); }, [&] { return AgainstRemovingItem(list, index); });
     if (change) {
-        ItemSequence& items = *ItemsOf(list);
-        ItemSequence rest;
+        ItemProperty const& old = *FindItems(list);
+        auto rest = std::make_unique<ItemProperty>();
         for (std::size_t i = 0; i < SizeOf(list); ++i) {
             if (i != index) {
-                rest.AddProperty() = BagAt(items, i);
+                rest->m_value.AddProperty() = BagAt(old, i);
             }
         }
-        items.Swap(rest);
+        Replace(list, std::move(rest));
     }
     return change;
 }
