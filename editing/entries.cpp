@@ -21,7 +21,7 @@ std::size_t CountEntries(Place const& container) {
     PersistentProperties const& bag = *container.GetCursor().m_pProperties;
     auto const isProfile = [](NamedProperty const& entry) {
         return PropertyCast<PersistentProperties>(entry.property) != nullptr &&
-               entry.name != std::wstring_view(L"::DefaultProfile::");
+               entry.name != DefaultProfileName;
     };
     return static_cast<std::size_t>(std::count_if(bag.begin(), bag.end(), isProfile));
 }
@@ -59,9 +59,24 @@ std::optional<Finding> AgainstAddingAndRemoving(Place const& container) {
 
 } // namespace
 
+ParameterNode CursorOn(Place const& container, PersistentProperties* entry) {
+    ParameterNode cursor;
+    cursor.m_pNode = container.GetCursor().m_pNode;
+    cursor.m_pProperties = entry;
+    cursor.m_pParentProperties = container.GetCursor().m_pProperties;
+    return cursor;
+}
+
 ItemProperty* FindItems(Place const& list) {
     return PropertyCast<IndexedProperties<PersistentProperties>>(
         list.GetCursor().m_pProperties->FindProperty(L"Value"));
+}
+
+std::optional<Finding> AgainstKind(PlaceView const& place, PlaceKind kind) {
+    if (place.IsValid() && place.GetKind() == kind) {
+        return std::nullopt;
+    }
+    return NotAllowed(place, kind == PlaceKind::List ? L"it is no list." : L"it is no list of profiles.");
 }
 
 std::optional<Finding> AgainstChanging(PlaceView const& place) {
@@ -104,10 +119,7 @@ Finding NotAllowed(PlaceView const& place, std::wstring reason) {
 }
 
 Place EntryPlace::In(Place const& container, PlaceKind kind) {
-    ParameterNode cursor;
-    cursor.m_pNode = container.GetCursor().m_pNode;
-    cursor.m_pParentProperties = container.GetCursor().m_pProperties;
-    return container.With(cursor, container.GetLayoutNode(), kind);
+    return container.With(CursorOn(container, nullptr), container.GetLayoutNode(), kind);
 }
 
 Place EntryPlace::OfItem(Place const& list, std::size_t index) {

@@ -8,15 +8,24 @@
 #include <cstddef>
 #include <optional>
 #include <string>
+#include <string_view>
 
 /// What the operations on profiles and on items have in common.
 namespace Zantrel::Editing {
 
 using ItemProperty = PersistentProperty<IndexedProperties<PersistentProperties>>;
 
+/// The name under which a profile list's bag has the default profile.
+inline constexpr std::wstring_view DefaultProfileName = L"::DefaultProfile::";
+
+/// The cursor on an entry of a container, as GetListNode and GetProfile give it.
+ParameterNode CursorOn(Place const& container, PersistentProperties* entry);
+
 /// What holds a list's items; null where there are none yet.
 ItemProperty* FindItems(Place const& list);
 
+/// That a place isn't a list, or a profile list, as a whole.
+std::optional<Finding> AgainstKind(PlaceView const& place, PlaceKind kind);
 /// What doesn't let a user change what stands at a place or in it.
 std::optional<Finding> AgainstChanging(PlaceView const& place);
 /// What doesn't let a user add one more entry to a container, or take one away: read-only, the layout's

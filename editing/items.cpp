@@ -15,12 +15,6 @@ namespace Zantrel::Editing {
 
 namespace {
 
-std::optional<Finding> AgainstList(PlaceView const& list) {
-    return list.IsValid() && list.GetKind() == PlaceKind::List
-               ? std::nullopt
-               : std::optional(NotAllowed(list, L"it is no list."));
-}
-
 std::size_t SizeOf(Place const& list) {
     ItemProperty const* const items = FindItems(list);
     return items != nullptr ? static_cast<std::size_t>(items->m_value.GetNumProperties()) : 0;
@@ -63,7 +57,8 @@ std::optional<Finding> AgainstSorting(Place const& list) {
 
 EntryChange AddItem(Place const& list) {
     EntryChange change;
-    change.finding = FirstOf([&] { return AgainstList(list); }, [&] { return AgainstAdding(list); });
+    change.finding =
+        FirstOf([&] { return AgainstKind(list, PlaceKind::List); }, [&] { return AgainstAdding(list); });
     if (change) {
         change.entry = EntryPlace::OfItem(list, SizeOf(list));
         EntryPlace::SetBag(*change.entry, *list.GetCursor().AddListNode(true).m_pProperties);
@@ -73,9 +68,10 @@ EntryChange AddItem(Place const& list) {
 
 EntryChange MoveItem(Place const& list, std::size_t from, std::size_t to) {
     EntryChange change;
-    change.finding = FirstOf([&] { return AgainstList(list); }, [&] { return AgainstChanging(list); },
-                             [&] { return AgainstSorting(list); }, [&] { return AgainstIndex(list, from); },
-                             [&] { return AgainstIndex(list, to); });
+    change.finding =
+        FirstOf([&] { return AgainstKind(list, PlaceKind::List); }, [&] { return AgainstChanging(list); },
+                [&] { return AgainstSorting(list); }, [&] { return AgainstIndex(list, from); },
+                [&] { return AgainstIndex(list, to); });
     if (change) {
         change.entry = EntryPlace::OfItem(list, to);
         ItemProperty const& old = *FindItems(list);
@@ -94,7 +90,7 @@ EntryChange MoveItem(Place const& list, std::size_t from, std::size_t to) {
 EntryChange RemoveItem(Place const& list, std::size_t index) {
     EntryChange change;
     change.finding =
-        FirstOf([&] { return AgainstList(list); }, [&] { return AgainstIndex(list, index); },
+        FirstOf([&] { return AgainstKind(list, PlaceKind::List); }, [&] { return AgainstIndex(list, index); },
                 [&] { return AgainstRemoving(list); }, [&] { return AgainstRemovingItem(list, index); });
     if (change) {
         ItemProperty const& old = *FindItems(list);

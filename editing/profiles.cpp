@@ -19,7 +19,7 @@ using BagProperty = PersistentProperty<PersistentProperties>;
 /// By which bags keep something else than profiles and nodes, and by which choices mean the default profile.
 constexpr std::array<std::wstring_view, 9> KeptNames = {
     L"Value",        L"ReadOnly",           L"Hidden",           L"NameReadOnly",
-    L"CanBeDeleted", L"UserDefaultProfile", L"DisableAddRemove", L"::DefaultProfile::",
+    L"CanBeDeleted", L"UserDefaultProfile", L"DisableAddRemove", DefaultProfileName,
     L"Default"};
 
 bool CanBeCarried(wchar_t character) {
@@ -33,23 +33,8 @@ PersistentProperties& BagOf(Place const& place) { return *place.GetCursor().m_pP
 /// The first profile of a name, or null.
 BagProperty* FindProfile(Place const& list, std::wstring_view name) {
     auto* const property = PropertyCast<PersistentProperties>(BagOf(list).FindProperty(name));
-    bool const isProfile =
-        property != nullptr && !property->IsDeleted() && name != std::wstring_view(L"::DefaultProfile::");
+    bool const isProfile = property != nullptr && !property->IsDeleted() && name != DefaultProfileName;
     return isProfile ? property : nullptr;
-}
-
-ParameterNode CursorOn(Place const& list, BagProperty& profile) {
-    ParameterNode cursor;
-    cursor.m_pNode = list.GetCursor().m_pNode;
-    cursor.m_pProperties = &profile.m_value;
-    cursor.m_pParentProperties = &BagOf(list);
-    return cursor;
-}
-
-std::optional<Finding> AgainstList(PlaceView const& list) {
-    return list.IsValid() && list.GetKind() == PlaceKind::ProfileList
-               ? std::nullopt
-               : std::optional(NotAllowed(list, L"it is no list of profiles."));
 }
 
 std::optional<Finding> AgainstProfile(Place const& list, std::wstring const& name) {
@@ -68,20 +53,20 @@ std::optional<Finding> AgainstNewName(Place const& list, std::wstring const& nam
     }
     return BagOf(list).FindProperty(name) == nullptr
                ? std::nullopt
-               : std::optional(MakeFinding(FindingKind::NameInUse, list, name, PlaceView(list).GetPath()));
+               : std::optional(MakeFinding(FindingKind::NameInUse, list, name, list.GetPath()));
 }
 
 /// Where a flag of the profile forbids it to a user.
 std::optional<Finding> AgainstRenaming(Place const& list, std::wstring const& name) {
     auto finding = AgainstChanging(list);
-    if (!finding && CursorOn(list, *FindProfile(list, name)).GetNameReadOnly()) {
+    if (!finding && CursorOn(list, &FindProfile(list, name)->m_value).GetNameReadOnly()) {
         finding = NotAllowed(list.GetProfile(name), L"the profile's name is read-only.");
     }
     return finding;
 }
 
 std::optional<Finding> AgainstRemovingProfile(Place const& list, std::wstring const& name) {
-    return CursorOn(list, *FindProfile(list, name)).GetCanBeDeleted()
+    return CursorOn(list, &FindProfile(list, name)->m_value).GetCanBeDeleted()
                ? std::nullopt
                : std::optional(NotAllowed(list.GetProfile(name), L"the profile can't be deleted."));
 }
@@ -134,8 +119,8 @@ private:
 
 EntryChange AddProfile(Place const& list, std::wstring const& name) {
     EntryChange change;
-    change.finding = FirstOf([&] { return AgainstList(list); }, [&] { return AgainstAdding(list); },
-                             [&] { return AgainstNewName(list, name); });
+    change.finding = FirstOf([&] { return AgainstKind(list, PlaceKind::ProfileList); },
+                             [&] { return AgainstAdding(list); }, [&] { return AgainstNewName(list, name); });
     if (change) {
         change.entry = EntryPlace::OfProfile(list, name);
         ParameterNode cursor = list.GetCursor();
@@ -150,7 +135,8 @@ EntryChange AddProfile(Place const& list, std::wstring const& name) {
 
 EntryChange DuplicateProfile(Place const& list, std::wstring const& source, std::wstring const& name) {
     EntryChange change;
-    change.finding = FirstOf([&] { return AgainstList(list); }, [&] { return AgainstProfile(list, source); },
+    change.finding = FirstOf([&] { return AgainstKind(list, PlaceKind::ProfileList); },
+                             [&] { return AgainstProfile(list, source); },
                              [&] { return AgainstAdding(list); }, [&] { return AgainstNewName(list, name); });
     if (change) {
         change.entry = EntryPlace::OfProfile(list, name);
@@ -169,8 +155,8 @@ EntryChange RenameProfile(Place const& list, std::wstring const& name, std::wstr
     std::wstring const oldName = name, laterName = newName;
     EntryChange change;
     change.finding =
-        FirstOf([&] { return AgainstList(list); }, [&] { return AgainstProfile(list, oldName); },
-                [&] { return AgainstRenaming(list, oldName); },
+        FirstOf([&] { return AgainstKind(list, PlaceKind::ProfileList); },
+                [&] { return AgainstProfile(list, oldName); }, [&] { return AgainstRenaming(list, oldName); },
                 [&] { return laterName == oldName ? std::nullopt : AgainstNewName(list, laterName); });
     if (!change) {
         return change;
@@ -200,9 +186,10 @@ EntryChange RenameProfile(Place const& list, std::wstring const& name, std::wstr
 EntryChange RemoveProfile(Place const& list, std::wstring const& name) {
     std::wstring const goneName = name; // which may end with the profile
     EntryChange change;
-    change.finding = FirstOf(
-        [&] { return AgainstList(list); }, [&] { return AgainstProfile(list, goneName); },
-        [&] { return AgainstRemoving(list); }, [&] { return AgainstRemovingProfile(list, goneName); });
+    change.finding =
+        FirstOf([&] { return AgainstKind(list, PlaceKind::ProfileList); },
+                [&] { return AgainstProfile(list, goneName); }, [&] { return AgainstRemoving(list); },
+                [&] { return AgainstRemovingProfile(list, goneName); });
     if (change) {
         BagProperty const& profile = *FindProfile(list, goneName);
         change.references = ReferencesTo(list, goneName, &profile.m_value).findings;
