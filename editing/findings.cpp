@@ -82,7 +82,9 @@ bool IsPlain(FindingKind kind) {
 std::wstring Quoted(std::wstring_view text) {
     constexpr std::size_t longest = 80;
     bool const isLong = text.size() > longest;
-    return L'"' + std::wstring(text.substr(0, longest)) + (isLong ? L"...\"" : L"\"");
+    std::wstring quoted;
+    quoted.reserve(isLong ? longest + 5 : text.size() + 2);
+    return quoted.append(L"\"").append(text.substr(0, longest)).append(isLong ? L"...\"" : L"\"");
 }
 
 Finding MakeFinding(FindingKind kind, PlaceView const& place, std::wstring value, std::wstring limit) {

@@ -60,13 +60,16 @@ std::wstring SentenceOf(LookReason const& reason, std::wstring const& subject) {
         return subject + (isAboutVisibility ? L" is hidden." : L" is read-only.");
     }
     constexpr std::size_t most = 5;
-    std::wstring values;
+    std::wstring sentence;
+    sentence.reserve(160);
+    sentence.append(subject)
+        .append(isAboutVisibility ? L" is shown only where " : L" can be changed only where ")
+        .append(NameOf(*reason.source));
     for (std::size_t i = 0; i < std::min(reason.wanted.size(), most); ++i) {
-        values += (i == 0 ? L"" : L" or ") + Quoted(reason.wanted[i]);
+        sentence.append(i == 0 ? L" is " : L" or ").append(Quoted(reason.wanted[i]));
     }
-    values += reason.wanted.size() > most ? L" or one of others" : L"";
-    return subject + (isAboutVisibility ? L" is shown only where " : L" can be changed only where ") +
-           NameOf(*reason.source) + L" is " + values + L"; it is " + Quoted(reason.actual) + L'.';
+    sentence.append(reason.wanted.size() > most ? L" or one of others; it is " : L"; it is ");
+    return sentence.append(Quoted(reason.actual)).append(L".");
 }
 
 bool IsEntry(PlaceKind kind) {
