@@ -87,7 +87,7 @@ std::optional<Finding> AgainstChanging(PlaceView const& place) {
     Finding finding = MakeFinding(FindingKind::ReadOnly, place);
     for (LookReason const& reason : look.reasons) {
         if (!reason.isAboutVisibility) {
-            finding.sentence = reason.sentence;
+            finding.sentence = SentenceOf(reason, place);
             break;
         }
     }

@@ -20,6 +20,8 @@ public:
     static void AddTo(Look& look, PlaceView const& place, std::size_t depth) {
         StepLook(look, place, depth).Add();
     }
+    /// As a sentence names the place that stands so deep.
+    static std::wstring Subject(PlaceView const& place, std::size_t depth);
 
 private:
     using Kind = LookReason::Kind;
@@ -35,7 +37,6 @@ private:
     void Add();
     LookReason& AddReason(Kind kind, bool isAboutVisibility);
     void AddConditions(std::vector<LayoutNodeSource> const& conditions, bool isAboutVisibility);
-    std::wstring Subject() const;
 
     Look& m_look;
     PlaceView const& m_place;
@@ -49,7 +50,7 @@ std::wstring NameOf(LayoutNode const& node) {
     return Quoted(node.m_displayName.empty() ? node.m_name : node.m_displayName);
 }
 
-std::wstring SentenceOf(LookReason const& reason, std::wstring const& subject) {
+std::wstring Say(LookReason const& reason, std::wstring const& subject) {
     using Kind = LookReason::Kind;
     bool const isAboutVisibility = reason.isAboutVisibility;
     if (reason.kind == Kind::Layout) {
@@ -78,11 +79,25 @@ bool IsEntry(PlaceKind kind) {
 
 } // namespace
 
+std::wstring StepLook::Subject(PlaceView const& place, std::size_t depth) {
+    auto const& step = place.m_steps[depth];
+    std::wstring const name = step.layout != nullptr ? NameOf(*step.layout) : std::wstring();
+    switch (step.kind) {
+    case PlaceKind::Item:
+        return L"Item " + std::to_wstring(step.index) + L" of " + name;
+    case PlaceKind::Profile:
+        return L"Profile " + Quoted(step.profile) + L" of " + name;
+    case PlaceKind::DefaultProfile:
+        return L"The default profile of " + name;
+    default:
+        return name;
+    }
+}
+
 // An entry of a container shares the container's layout node, which has counted there.
 void StepLook::Add() {
     auto const& step = m_place.m_steps[m_depth];
     bool const isOfLayout = m_layout != nullptr && !IsEntry(step.kind);
-    std::size_t const before = m_look.reasons.size();
     if (isOfLayout && !m_layout->m_visible) {
         AddReason(Kind::Layout, true);
     }
@@ -98,9 +113,6 @@ void StepLook::Add() {
     if (isOfLayout) {
         AddConditions(m_layout->m_visibilitySources, true);
         AddConditions(m_layout->m_editabilitySources, false);
-    }
-    for (std::size_t i = before; i < m_look.reasons.size(); ++i) {
-        m_look.reasons[i].sentence = SentenceOf(m_look.reasons[i], Subject());
     }
 }
 
@@ -147,20 +159,8 @@ void StepLook::AddConditions(std::vector<LayoutNodeSource> const& conditions, bo
     }
 }
 
-/// As a sentence names the place.
-std::wstring StepLook::Subject() const {
-    auto const& step = m_place.m_steps[m_depth];
-    std::wstring const name = m_layout != nullptr ? NameOf(*m_layout) : std::wstring();
-    switch (step.kind) {
-    case PlaceKind::Item:
-        return L"Item " + std::to_wstring(step.index) + L" of " + name;
-    case PlaceKind::Profile:
-        return L"Profile " + Quoted(step.profile) + L" of " + name;
-    case PlaceKind::DefaultProfile:
-        return L"The default profile of " + name;
-    default:
-        return name;
-    }
+std::wstring SentenceOf(LookReason const& reason, PlaceView const& place) {
+    return Say(reason, StepLook::Subject(place, reason.depth));
 }
 
 Look LookOf(PlaceView const& place) {

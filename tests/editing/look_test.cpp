@@ -189,9 +189,8 @@ TEST(LookTest, IsThatOfASearchThroughAllPlaces) {
             EXPECT_EQ(walk.GetLook().isVisible, isVisible);
             EXPECT_EQ(walk.GetLook().isEditable, isEditable);
             EXPECT_TRUE(std::equal(look.reasons.begin(), look.reasons.end(), walk.GetLook().reasons.begin(),
-                                   walk.GetLook().reasons.end(),
-                                   [](LookReason const& left, LookReason const& right) {
-                                       return left.sentence == right.sentence;
+                                   walk.GetLook().reasons.end(), [&](auto const& left, auto const& right) {
+                                       return SentenceOf(left, place) == SentenceOf(right, place);
                                    }));
         }
         EXPECT_FALSE(walk.Next());
@@ -215,7 +214,7 @@ TEST(LookTest, TellsWhatIsMissing) {
 
     std::vector<std::wstring> sentences;
     for (LookReason const& reason : LookOf(place).reasons) {
-        sentences.push_back(reason.sentence);
+        sentences.push_back(SentenceOf(reason, place));
     }
     EXPECT_EQ(
         sentences,

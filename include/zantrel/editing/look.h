@@ -28,7 +28,6 @@ struct LookReason {
     LayoutNode const* source = nullptr; ///< of a condition
     std::vector<std::wstring> wanted;   ///< of a condition: the values, one of which would do
     std::wstring actual;                ///< of a condition: what the source is, as its node formats it
-    std::wstring sentence;              ///< English, for a person
 };
 
 /// How a place is to be shown.
@@ -37,6 +36,10 @@ struct Look {
     bool isEditable = true;          ///< a place that isn't visible may still be
     std::vector<LookReason> reasons; ///< why not, from the outside inwards; empty where both are true
 };
+
+/// What a reason says, when `place` is the one whose look has it: English, for a person. Put together when it
+/// is asked for, since a walk meets many more reasons than a user.
+ZANTREL_EDITING_EXPORT std::wstring SentenceOf(LookReason const& reason, PlaceView const& place);
 
 /// Whether a place is visible and editable: by the layout's flags, the cursor's, the conditions, and what is
 /// around it, which must all be visible for a place to be visible, and editable for it to be editable.
