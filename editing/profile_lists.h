@@ -4,10 +4,10 @@
 #include <zantrel/editing/place.h>
 #include <zantrel/layout/layout_node.h>
 
-#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 
 namespace Zantrel::Editing {
 
@@ -32,8 +32,12 @@ public:
     static std::wstring const& NameOf(LayoutNode const& choice);
 
 private:
+    void LookThrough();
+
     LayoutNode const* m_editor;
-    std::optional<std::unordered_map<std::wstring_view, LayoutNode const*>> m_lists;
+    bool m_wasLookedThrough = false;
+    std::unordered_map<std::wstring_view, LayoutNode const*> m_byName;
+    std::unordered_set<LayoutNode const*> m_all;
 };
 
 } // namespace Zantrel::Editing

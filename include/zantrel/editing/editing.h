@@ -3,6 +3,7 @@
 
 /// What a host does with values and layouts beyond keeping them: all headers of the editing library.
 
+#include <zantrel/editing/choices.h>
 #include <zantrel/editing/differences.h>
 #include <zantrel/editing/effective_values.h>
 #include <zantrel/editing/finding.h>
@@ -12,4 +13,5 @@
 #include <zantrel/editing/migration.h>
 #include <zantrel/editing/place.h>
 #include <zantrel/editing/profiles.h>
+#include <zantrel/editing/validation.h>
 #include <zantrel/editing/value_text.h>

@@ -1,0 +1,114 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "editing/unique_values.h"
+
+#include "editing/findings.h"
+
+#include <zantrel/database/visit_value.h>
+#include <zantrel/editing/value_text.h>
+
+#include <functional>
+
+namespace Zantrel::Editing {
+
+namespace {
+
+/// The step to an entry as a path has it.
+std::wstring StepOf(PlaceView const& entry) {
+    std::wstring const name = entry.GetKind() == PlaceKind::Item ? std::to_wstring(entry.GetIndex())
+                                                                 : std::wstring(entry.GetName());
+    return entry.GetLayoutNode()->m_nodeName + L"[" + name + L"]";
+}
+
+/// The depth of the innermost entry that `place` is or stands in; 0 where there is none.
+std::size_t DepthOfEntry(PlaceView const& place) {
+    std::size_t depth = place.GetDepth();
+    while (depth != 0 && !place.GetOuter(depth).IsEntry()) {
+        --depth;
+    }
+    return depth;
+}
+
+/// The same for two zeros.
+std::wstring KeyOf(std::wstring text) { return text == L"-0" ? L"0" : std::move(text); }
+
+/// Whether both are one place.
+bool IsSame(ParameterView const& left, ParameterView const& right) {
+    void const* values[2] = {nullptr, nullptr};
+    VisitValue(left, [&](auto const& value) { values[0] = &value; });
+    VisitValue(right, [&](auto const& value) { values[1] = &value; });
+    return values[0] != nullptr && values[0] == values[1];
+}
+
+/// The path of what stands in the entry `step` as `place` does in its own, at `depth`.
+std::wstring PathInEntry(PlaceView const& place, std::size_t depth, std::wstring const& step) {
+    std::wstring const container = place.GetOuter(depth - 1).GetPath();
+    std::size_t const ownStep = place.GetOuter(depth).GetPath().size();
+    return container + (container.empty() ? L"" : L"_") + step + place.GetPath().substr(ownStep);
+}
+
+} // namespace
+
+std::wstring FindSameValue(PlaceView const& place, std::wstring const& text) {
+    std::size_t const depth = DepthOfEntry(place);
+    if (depth == 0 || text.empty() || place.GetOuter(depth).GetKind() == PlaceKind::DefaultProfile) {
+        return {};
+    }
+    for (PlaceWalk walk(place.GetOuter(depth - 1)); walk.Next();) {
+        PlaceView const& entry = walk.GetPlace();
+        if (entry.GetDepth() < depth) {
+            continue; // the container
+        }
+        walk.SkipContent();
+        bool const isEntry = depth == place.GetDepth();
+        ParameterView const cursor =
+            isEntry ? entry.GetCursor() : entry.GetCursor().Get(place.GetLayoutNode());
+        if (entry.GetKind() != PlaceKind::DefaultProfile && KeyOf(TextOf(cursor)) == KeyOf(text) &&
+            !IsSame(cursor, place.GetCursor())) {
+            return PathInEntry(place, depth, StepOf(entry));
+        }
+    }
+    return {};
+}
+
+std::size_t UniqueValues::KeyHash::operator()(Key const& key) const noexcept {
+    return std::hash<std::wstring>()(key.second) ^ std::hash<LayoutNode const*>()(key.first);
+}
+
+void UniqueValues::Enter(PlaceView const& place) {
+    while (!m_containers.empty() && place.GetDepth() <= m_containers.back().depth) {
+        m_containers.pop_back();
+    }
+    if (place.IsEntry() && !m_containers.empty()) {
+        m_containers.back().isInDefaultProfile = place.GetKind() == PlaceKind::DefaultProfile;
+        m_containers.back().entry.clear();
+    } else if (place.GetKind() == PlaceKind::List || place.GetKind() == PlaceKind::ProfileList) {
+        m_containers.push_back({place.GetDepth()});
+    }
+}
+
+void UniqueValues::Add(PlaceView const& place, std::wstring text, std::vector<Finding>& findings) {
+    Container& container = m_containers.back();
+    if (container.isInDefaultProfile || text.empty()) {
+        return;
+    }
+    std::size_t const depth = container.depth + 1;
+    if (container.entry.empty()) {
+        container.entry = StepOf(place.GetOuter(depth));
+    }
+    auto const [at, isNew] = container.values.try_emplace(
+        {place.GetLayoutNode(), KeyOf(text)}, First{place.GetCursor(), container.entry, findings.size()});
+    First& first = at->second;
+    if (isNew) {
+        return;
+    }
+    std::wstring const path = PathInEntry(place, depth, first.entry);
+    findings.push_back(MakeFinding(FindingKind::NotUnique, place, text, path));
+    if (!std::exchange(first.isTold, true)) {
+        Finding finding = MakeFinding(FindingKind::NotUnique, place, std::move(text), place.GetPath());
+        finding.path = path;
+        finding.cursor = first.cursor;
+        m_late.emplace_back(first.index, std::move(finding));
+    }
+}
+
+} // namespace Zantrel::Editing

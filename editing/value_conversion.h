@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "editing/number_text.h"
+
+#include <zantrel/database/value_type.h>
+#include <zantrel/editing/finding.h>
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+
+namespace Zantrel::Editing {
+
+/// A value as an exact text; see TextOf of a cursor.
+inline std::wstring TextOf(std::int32_t value) { return std::to_wstring(value); }
+inline std::wstring TextOf(bool value) { return value ? L"true" : L"false"; }
+inline std::wstring TextOf(std::wstring const& value) { return value; }
+inline std::wstring TextOf(KelAM::FileContent const& value) { return value.m_name; }
+
+/// The value that a text says, if all of it says one.
+inline std::optional<double> ParseValue(std::wstring_view text, TypeTag<double>) { return ParseDouble(text); }
+inline std::optional<std::int32_t> ParseValue(std::wstring_view text, TypeTag<std::int32_t>) {
+    return ParseInteger(text);
+}
+inline std::optional<bool> ParseValue(std::wstring_view text, TypeTag<bool>) { return ParseBool(text); }
+inline std::optional<std::wstring> ParseValue(std::wstring_view text, TypeTag<std::wstring>) {
+    return std::wstring(text);
+}
+/// Of the file at that path.
+inline std::optional<KelAM::FileContent> ParseValue(std::wstring_view text, TypeTag<KelAM::FileContent>) {
+    KelAM::FileContent content;
+    return content.LoadFile(std::wstring(text)) ? std::optional(std::move(content)) : std::nullopt;
+}
+
+/// What a text is that says no value of a type.
+template <class T> inline constexpr FindingKind NoSuchValue = FindingKind::NoNumber;
+template <> inline constexpr FindingKind NoSuchValue<std::int32_t> = FindingKind::NoWholeNumber;
+template <> inline constexpr FindingKind NoSuchValue<bool> = FindingKind::NoFlag;
+template <> inline constexpr FindingKind NoSuchValue<KelAM::FileContent> = FindingKind::NoFile;
+
+} // namespace Zantrel::Editing

@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <zantrel/editing/export.h>
+#include <zantrel/editing/place.h>
+
+#include <string>
+#include <vector>
+
+namespace Zantrel::Editing {
+
+struct Choice {
+    std::wstring value;            ///< what SetText takes
+    std::wstring displayName;      ///< of the layout; the value where it has none
+    bool isDefaultProfile = false; ///< the default profile of the list, which has no name of its own
+};
+
+/// What can be chosen at a place: the options of an Options node in their order, or for a choice from
+/// profiles the default profile, as "Default", and then the names of the list, as ParameterNode::GetProfiles
+/// has them. Which list of that name counts is found as the source of a condition is (see LookOf). Empty for
+/// every other node, for StandardOptions, whose choices the driver knows, and where the list is missing.
+ZANTREL_EDITING_EXPORT std::vector<Choice> ChoicesOf(PlaceView const& place);
+
+} // namespace Zantrel::Editing

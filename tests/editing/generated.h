@@ -1,0 +1,168 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <zantrel/database/parameter_database.h>
+#include <zantrel/database/walk.h>
+#include <zantrel/editing/place.h>
+#include <zantrel/editing/value_text.h>
+#include <zantrel/layout/parameter_layout.h>
+
+#include <cmath>
+#include <iterator>
+#include <limits>
+#include <memory>
+#include <random>
+#include <string>
+#include <vector>
+
+namespace EditingTests {
+
+using namespace Zantrel;
+
+/// Layouts whose attributes mean something, and values of which many are allowed and some are not: small
+/// numbers and few words, so that they meet. Looks the same everywhere for each seed.
+class Generated {
+public:
+    explicit Generated(unsigned seed) : m_random(seed) {}
+
+    /// With some fifty nodes, containers in containers, conditions, and at times siblings of one name.
+    std::unique_ptr<ParameterLayout> MakeLayout() {
+        auto layout = std::make_unique<ParameterLayout>();
+        layout->SetName(L"Generated");
+        m_groups = {layout->m_profileEditor};
+        m_nodes.clear();
+        m_lists.clear();
+        while (m_nodes.size() < 50) {
+            AddNode();
+        }
+        for (LayoutNode* node : m_nodes) {
+            SetChoice(*node);
+            SetConditions(*node);
+        }
+        layout->AddCategoryNodeIfNeeded();
+        return layout;
+    }
+
+    /// Sets values and flags, and adds items and profiles, at times two of a name.
+    void Fill(ParameterDatabase& database) {
+        for (Editing::PlaceWalk walk(database); walk.Next();) {
+            ParameterNode node = walk.GetPlace().GetCursor();
+            node.SetReadOnly(OneIn(8));
+            node.SetHidden(OneIn(8));
+            if (walk.GetPlace().GetKind() == PlaceKind::List) {
+                AddSome([&] { node.AddListNode(OneIn(2)); });
+            } else if (walk.GetPlace().GetKind() == PlaceKind::ProfileList) {
+                AddSome([&] { node.AddProfile(Word().c_str(), OneIn(2)).SetCanBeDeleted(OneIn(2)); });
+                node.SetDisableAddRemove(OneIn(4));
+            } else if (!OneIn(3)) {
+                Editing::SetText(walk.GetPlace(), Text(*node.m_pNode));
+            }
+        }
+    }
+
+    /// A text for a value of that node, as a rule one that it can take.
+    std::wstring Text(LayoutNode const& node) {
+        switch (OneIn(9) ? eTypeLayoutNode::StandardOptions : node.m_type) {
+        case eTypeLayoutNode::Int:
+            return std::to_wstring(Below(12)) + (OneIn(9) ? L"000000000" : L"");
+        case eTypeLayoutNode::Double:
+        case eTypeLayoutNode::Distance:
+            return OneIn(9)   ? AnyOf({L"INF", L"-INF", L"NaN", L"-0", L"1e300"})
+                   : OneIn(3) ? L"-" + std::to_wstring(Below(3)) + L".5"
+                              : std::to_wstring(Below(12));
+        case eTypeLayoutNode::Bool:
+            return AnyOf({L"true", L"false"});
+        default:
+            return Word();
+        }
+    }
+
+    std::wstring Word() {
+        return AnyOf({L"", L"a", L"b", L"ab", L"aab", L"Default", L"\x00E4", L"\U0001F600", L"a_b", L"7"});
+    }
+    unsigned Below(unsigned end) { return static_cast<unsigned>(m_random() % end); }
+    bool OneIn(unsigned count) { return Below(count) == 0; }
+
+private:
+    std::wstring AnyOf(std::initializer_list<wchar_t const*> texts) {
+        return std::data(texts)[Below(static_cast<unsigned>(texts.size()))];
+    }
+    template <class Add> void AddSome(Add add) {
+        for (unsigned count = Below(4); count != 0; --count) {
+            add();
+        }
+    }
+
+    void AddNode() {
+        auto const type = static_cast<eTypeLayoutNode>(OneIn(3) ? 0 : Below(11));
+        std::wstring const name = L"n" + std::to_wstring(OneIn(12) ? Below(3) : 10 + m_nodes.size());
+        LayoutNode* const parent = m_groups[Below(static_cast<unsigned>(m_groups.size()))];
+        LayoutNode* const node = parent->AddNode(name.c_str(), type, L"");
+        m_nodes.push_back(node);
+        SetAttributes(*node);
+        if (OneIn(4)) {
+            node->SetList(true, L"Item", std::wstring());
+        } else if (OneIn(4)) {
+            OneIn(4) ? node->SetCategoryList(true, L"Category") : node->SetProfile(true, L"Profile");
+            m_lists.push_back(node);
+        }
+        if (type == Group) {
+            m_groups.push_back(node);
+        }
+    }
+
+    void SetAttributes(LayoutNode& node) {
+        node.m_defaultValue = OneIn(2) ? Text(node) : L"";
+        node.m_min = OneIn(3) ? AnyOf({L"2", L"-1.5", L"many", L" 3 ", L"NaN"}) : L"";
+        node.m_max = OneIn(3) ? AnyOf({L"5", L"7.25", L"12abc", L"INF"}) : L"";
+        node.m_maxLength = OneIn(3) ? 1 + Below(2) : 0;
+        node.m_regex = OneIn(3) ? AnyOf({L"a+b?", L"^[a-z_]+$", L".", L"(", L"(a|b|ab)*"}) : L"";
+        node.m_regexUserFriendly = OneIn(2) ? L"In words" : L"";
+        node.m_isValueUnique = OneIn(3);
+        node.m_allowEmpty = OneIn(2);
+        node.m_visible = !OneIn(6);
+        node.m_readOnly = OneIn(6);
+        node.m_multiplicity = Below(3);
+        node.m_multiplicityMin = OneIn(3) ? Below(4) : 0;
+        node.m_multiplicityMax = OneIn(3) ? Below(4) : 0;
+        node.m_multiplicityMaxMessage = OneIn(2) ? L"No more" : L"";
+        node.m_userCanAddRemove = !OneIn(4);
+        node.m_userCanSort = OneIn(2);
+        node.m_userCanRemoveAnyElement = !OneIn(3);
+        node.m_displayName = OneIn(2) ? L"Shown" : L"";
+        node.m_precision = static_cast<std::int32_t>(Below(5));
+        if (node.m_type == Options) {
+            AddSome([&] { node.AddOption(Word(), Word()); });
+        }
+    }
+
+    void SetChoice(LayoutNode& node) {
+        if (node.m_type != OptionsFromProfiles || m_lists.empty()) {
+            return;
+        }
+        LayoutNode const* const list = m_lists[Below(static_cast<unsigned>(m_lists.size()))];
+        switch (Below(3)) {
+        case 0:
+            node.SetProfileNode(list);
+            break;
+        case 1:
+            node.SetProfileName(OneIn(4) ? L"Missing" : list->m_name);
+            break;
+        default:
+            node.SetTypeFromProfiles(list);
+        }
+    }
+
+    void SetConditions(LayoutNode& node) {
+        while (OneIn(3)) {
+            LayoutNode* const source = m_nodes[Below(static_cast<unsigned>(m_nodes.size()))];
+            std::wstring const value = source->m_type == Bool ? L"True" : Text(*source);
+            OneIn(2) ? node.AddVisibilitySource(source, value) : node.AddEditabilitySource(source, value);
+        }
+    }
+
+    std::mt19937 m_random;
+    std::vector<LayoutNode*> m_groups, m_nodes, m_lists;
+};
+
+} // namespace EditingTests
