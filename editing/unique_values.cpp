@@ -95,8 +95,9 @@ void UniqueValues::Add(PlaceView const& place, std::wstring text, std::vector<Fi
     if (container.entry.empty()) {
         container.entry = StepOf(place.GetOuter(depth));
     }
-    auto const [at, isNew] = container.values.try_emplace(
-        {place.GetLayoutNode(), KeyOf(text)}, First{place.GetCursor(), container.entry, findings.size()});
+    auto const [at, isNew] =
+        container.values.try_emplace({place.GetLayoutNode(), KeyOf(text)},
+                                     First{place.GetCursor(), container.entry, findings.size(), m_added++});
     First& first = at->second;
     if (isNew) {
         return;
@@ -107,7 +108,7 @@ void UniqueValues::Add(PlaceView const& place, std::wstring text, std::vector<Fi
         Finding finding = MakeFinding(FindingKind::NotUnique, place, std::move(text), place.GetPath());
         finding.path = path;
         finding.cursor = first.cursor;
-        m_late.emplace_back(first.index, std::move(finding));
+        m_late.push_back({first.index, first.turn, std::move(finding)});
     }
 }
 

@@ -27,8 +27,13 @@ public:
     /// place of a value gets its finding only when there is a second; then it goes to GetLate().
     void Add(PlaceView const& place, std::wstring text, std::vector<Finding>& findings);
 
-    /// Findings that belong in front of the one of that index, in order of finding.
-    std::vector<std::pair<std::size_t, Finding>>& GetLate() noexcept { return m_late; }
+    /// A finding that belongs in front of the one of that index, and among all late ones where its turn is.
+    struct Late {
+        std::size_t index;
+        std::size_t turn;
+        Finding finding;
+    };
+    std::vector<Late>& GetLate() noexcept { return m_late; }
 
 private:
     using Key = std::pair<LayoutNode const*, std::wstring>;
@@ -40,6 +45,7 @@ private:
         ParameterView cursor;
         std::wstring entry; ///< the step to its entry
         std::size_t index;  ///< among the findings
+        std::size_t turn;   ///< among all that were added
         bool isTold = false;
     };
     /// A container that the walk is in, the innermost last.
@@ -51,7 +57,8 @@ private:
     };
 
     std::vector<Container> m_containers;
-    std::vector<std::pair<std::size_t, Finding>> m_late;
+    std::vector<Late> m_late;
+    std::size_t m_added = 0;
 };
 
 } // namespace Zantrel::Editing

@@ -53,7 +53,7 @@ public:
             using T = typename decltype(tag)::Type;
             if constexpr (std::is_same_v<T, NoValue>) {
                 add(FindingKind::NoValue);
-            } else if (!std::is_same_v<T, std::wstring> && m_top.GetCursor().FindValue<T>() == nullptr) {
+            } else if (!CanTake<T>(m_top.GetCursor())) {
                 add(FindingKind::NoValue);
             } else if (auto const value = ParseValue(text, tag)) {
                 CheckValue(m_top, *value);
@@ -116,14 +116,14 @@ private:
     /// The findings with those that were found late where they belong.
     std::vector<Finding> WithLate() {
         auto& late = m_unique.GetLate();
-        std::stable_sort(late.begin(), late.end(),
-                         [](auto const& left, auto const& right) { return left.first < right.first; });
+        std::sort(late.begin(), late.end(),
+                  [](auto const& left, auto const& right) { return left.turn < right.turn; });
         std::vector<Finding> findings;
         findings.reserve(m_findings.size() + late.size());
         auto next = late.begin();
         for (std::size_t i = 0; i <= m_findings.size(); ++i) {
-            for (; next != late.end() && next->first == i; ++next) {
-                findings.push_back(std::move(next->second));
+            for (; next != late.end() && next->index == i; ++next) {
+                findings.push_back(std::move(next->finding));
             }
             if (i != m_findings.size()) {
                 findings.push_back(std::move(m_findings[i]));

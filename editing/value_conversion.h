@@ -3,8 +3,10 @@
 
 #include "editing/number_text.h"
 
+#include <zantrel/database/parameter_view.h>
 #include <zantrel/database/value_type.h>
 #include <zantrel/editing/finding.h>
+#include <zantrel/layout/layout_node.h>
 
 #include <cstdint>
 #include <optional>
@@ -33,6 +35,13 @@ inline std::optional<std::wstring> ParseValue(std::wstring_view text, TypeTag<st
 inline std::optional<KelAM::FileContent> ParseValue(std::wstring_view text, TypeTag<KelAM::FileContent>) {
     KelAM::FileContent content;
     return content.LoadFile(std::wstring(text)) ? std::optional(std::move(content)) : std::nullopt;
+}
+
+/// Whether a value can be set: it is there, or would be made. Of siblings that share a name the first has the
+/// place, and its type.
+template <class T> bool CanTake(ParameterView const& cursor) {
+    return cursor.FindValue<T>() != nullptr ||
+           cursor.GetLayoutNode()->m_type == eTypeLayoutNode::StandardOptions;
 }
 
 /// What a text is that says no value of a type.

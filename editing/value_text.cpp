@@ -11,6 +11,14 @@
 
 namespace Zantrel::Editing {
 
+namespace {
+
+template <class T> void Set(ParameterNode& cursor, T const& value) { cursor.SetValue(value); }
+/// Makes the value where there is none.
+void Set(ParameterNode& cursor, std::wstring const& value) { cursor.SetValueFromText(value); }
+
+} // namespace
+
 std::wstring TextOf(ParameterView const& cursor) {
     std::wstring text;
     VisitValue(cursor, [&](auto const& value) { text = TextOf(value); });
@@ -24,19 +32,17 @@ std::optional<Finding> SetText(Place const& place, std::wstring_view text) {
     }
     return VisitValueType(cursor.m_pNode->m_type, [&](auto tag) -> std::optional<Finding> {
         using T = typename decltype(tag)::Type;
-        if constexpr (std::is_same_v<T, NoValue>) {
-            return MakeFinding(FindingKind::NoValue, place, std::wstring(text));
-        } else if constexpr (std::is_same_v<T, std::wstring>) {
-            cursor.SetValueFromText(std::wstring(text)); // which makes the value where there is none
-            return std::nullopt;
-        } else {
-            auto const value = ParseValue(text, tag);
-            if (!value || cursor.FindValue<T>() == nullptr) {
-                return MakeFinding(value ? FindingKind::NoValue : NoSuchValue<T>, place, std::wstring(text));
+        if constexpr (!std::is_same_v<T, NoValue>) {
+            if (CanTake<T>(cursor)) {
+                auto const value = ParseValue(text, tag);
+                if (!value) {
+                    return MakeFinding(NoSuchValue<T>, place, std::wstring(text));
+                }
+                Set(cursor, *value);
+                return std::nullopt;
             }
-            cursor.SetValue(*value);
-            return std::nullopt;
         }
+        return MakeFinding(FindingKind::NoValue, place, std::wstring(text));
     });
 }
 

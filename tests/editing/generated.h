@@ -52,7 +52,10 @@ public:
             if (walk.GetPlace().GetKind() == PlaceKind::List) {
                 AddSome([&] { node.AddListNode(OneIn(2)); });
             } else if (walk.GetPlace().GetKind() == PlaceKind::ProfileList) {
-                AddSome([&] { node.AddProfile(Word().c_str(), OneIn(2)).SetCanBeDeleted(OneIn(2)); });
+                AddSome([&] {
+                    std::wstring const name = Word();
+                    node.AddProfile(name.c_str(), true).SetCanBeDeleted(OneIn(2));
+                });
                 node.SetDisableAddRemove(OneIn(4));
             } else if (!OneIn(3)) {
                 Editing::SetText(walk.GetPlace(), Text(*node.m_pNode));
@@ -78,7 +81,7 @@ public:
     }
 
     std::wstring Word() {
-        return AnyOf({L"", L"a", L"b", L"ab", L"aab", L"Default", L"\x00E4", L"\U0001F600", L"a_b", L"7"});
+        return AnyOf({L"", L"a", L"b", L"ab", L"aab", L"Default", L"\x00E4", L"\x6F22", L"a_b", L"7"});
     }
     unsigned Below(unsigned end) { return static_cast<unsigned>(m_random() % end); }
     bool OneIn(unsigned count) { return Below(count) == 0; }
@@ -132,7 +135,10 @@ private:
         node.m_displayName = OneIn(2) ? L"Shown" : L"";
         node.m_precision = static_cast<std::int32_t>(Below(5));
         if (node.m_type == Options) {
-            AddSome([&] { node.AddOption(Word(), Word()); });
+            AddSome([&] {
+                std::wstring const value = Word();
+                node.AddOption(value, Word());
+            });
         }
     }
 
