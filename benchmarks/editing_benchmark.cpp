@@ -1,0 +1,97 @@
+// SPDX-License-Identifier: Apache-2.0
+//
+// What goes over a whole database of the editing library, beside the flat index of the same database. The
+// counter is the ratio of the times, the median over rounds in which both run in turn.
+
+#include <zantrel/database/content_list.h>
+#include <zantrel/editing/editing.h>
+#include <zantrel/zantrel.h>
+
+#include <benchmark/benchmark.h>
+
+#include <algorithm>
+#include <chrono>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace {
+
+using namespace Zantrel;
+using namespace Zantrel::Editing;
+
+/// Ten parameters of which each has something to be held against, and some of which have to be unique.
+void AddParameters(LayoutNode& group) {
+    group.AddNode(L"Name", String, L"")->SetIsValueUnique(true)->SetAllowEmpty(true)->m_maxLength = 40;
+    group.AddNode(L"Code", String, L"AB-12")->m_regex = L"[A-Z]{2}-[0-9]+";
+    group.AddNode(L"Mode", Options, L"fine")->AddOption(L"fast", L"Fast")->AddOption(L"fine", L"Fine");
+    for (wchar_t const* name : {L"Power", L"Speed", L"Focus", L"Hatch", L"Begin", L"End"}) {
+        group.AddNode(name, Double, 2.5)->SetRange(0.0, 1e6)->SetDisplayName(name);
+    }
+    group.AddNode(L"Active", Bool, true);
+}
+
+/// 100,000 leaves in the items of lists, in profiles, or each on a node of its own.
+struct Job {
+    ParameterLayout layout;
+    std::unique_ptr<ParameterDatabase> database;
+
+    enum Shape { Items, Profiles, Nodes };
+    explicit Job(Shape shape) {
+        LayoutNode* const editor = layout.m_profileEditor;
+        if (shape == Nodes) {
+            for (int i = 0; i != 10000; ++i) {
+                AddParameters(*editor->AddNode((L"Group" + std::to_wstring(i)).c_str()));
+            }
+        } else {
+            LayoutNode* const entries = editor->AddNode(L"Entries");
+            AddParameters(*entries);
+            entries->SetNodeName(L"Entry")->SetIsList(shape == Items)->SetIsProfileList(shape == Profiles);
+            entries->SetMultiplicity(shape == Items ? 10000 : 0);
+        }
+        database = std::make_unique<ParameterDatabase>(&layout);
+        ParameterNode list = database->GetProfileEditor().Get(layout.m_profileEditor->Back());
+        for (int i = 0; shape != Nodes && i != 10000; ++i) {
+            std::wstring const name = L"Entry" + std::to_wstring(i);
+            ParameterNode entry = shape == Items ? list.GetListNode(static_cast<unsigned long long>(i))
+                                                 : list.AddProfile(name.c_str(), true);
+            entry.Get(L"Name").SetValue(name);
+        }
+    }
+};
+
+double TimeOf(void (*run)(ParameterDatabase const&), ParameterDatabase const& database) {
+    auto const begin = std::chrono::steady_clock::now();
+    run(database);
+    return std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
+}
+
+void Index(ParameterDatabase const& database) {
+    ContentList list;
+    const_cast<ParameterDatabase&>(database).GetProfileEditor().CreateContentList(list);
+}
+void ValidateAll(ParameterDatabase const& database) { benchmark::DoNotOptimize(Validate(database).size()); }
+void WalkAll(ParameterDatabase const& database) {
+    std::size_t places = 0;
+    for (PlaceWalk walk(database); walk.Next();) {
+        ++places;
+    }
+    benchmark::DoNotOptimize(places);
+}
+
+void BesideIndex(benchmark::State& state, void (*run)(ParameterDatabase const&)) {
+    Job const job(static_cast<Job::Shape>(state.range(0)));
+    std::vector<double> ratios;
+    for ([[maybe_unused]] auto _ : state) {
+        double const index = TimeOf(Index, *job.database);
+        ratios.push_back(TimeOf(run, *job.database) / index);
+    }
+    std::nth_element(ratios.begin(), ratios.begin() + static_cast<std::ptrdiff_t>(ratios.size() / 2),
+                     ratios.end());
+    state.counters["ratio"] = ratios[ratios.size() / 2];
+}
+
+BENCHMARK_CAPTURE(BesideIndex, Walk, WalkAll)->DenseRange(Job::Items, Job::Nodes)->Iterations(15);
+BENCHMARK_CAPTURE(BesideIndex, Validate, ValidateAll)->DenseRange(Job::Items, Job::Nodes)->Iterations(15);
+
+} // namespace
