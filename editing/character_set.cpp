@@ -77,8 +77,10 @@ CharacterSet::CharacterSet(std::vector<CharacterRange> ranges, bool isNegated)
     if (isNegated) {
         m_ranges = Negated(m_ranges);
     }
-    for (char32_t character = 0; character < 0x80; ++character) {
-        m_ascii[character >> 6] |= std::uint64_t{HasBeyondAscii(character)} << (character & 63);
+    for (CharacterRange const range : m_ranges) {
+        for (char32_t character = range.first; character < 0x80 && character <= range.last; ++character) {
+            m_ascii[character >> 6] |= std::uint64_t{1} << (character & 63);
+        }
     }
 }
 

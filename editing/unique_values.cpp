@@ -12,11 +12,11 @@ namespace Zantrel::Editing {
 
 namespace {
 
-/// The step to an entry as a path has it.
-std::wstring StepOf(PlaceView const& entry) {
-    std::wstring const name = entry.GetKind() == PlaceKind::Item ? std::to_wstring(entry.GetIndex())
-                                                                 : std::wstring(entry.GetName());
-    return entry.GetLayoutNode()->m_nodeName + L"[" + name + L"]";
+/// The step to an entry of a container as a path has it.
+std::wstring StepOf(PlaceView const& container, std::size_t item, std::wstring_view profile) {
+    bool const isList = container.GetKind() == PlaceKind::List;
+    std::wstring const name = isList ? std::to_wstring(item) : std::wstring(profile);
+    return container.GetLayoutNode()->m_nodeName + L"[" + name + L"]";
 }
 
 /// The depth of the innermost entry that `place` is or stands in; 0 where there is none.
@@ -28,9 +28,6 @@ std::size_t DepthOfEntry(PlaceView const& place) {
     return depth;
 }
 
-/// The same for two zeros.
-std::wstring KeyOf(std::wstring text) { return text == L"-0" ? L"0" : std::move(text); }
-
 /// Whether both are one place.
 bool IsSame(ParameterView const& left, ParameterView const& right) {
     void const* values[2] = {nullptr, nullptr};
@@ -39,14 +36,19 @@ bool IsSame(ParameterView const& left, ParameterView const& right) {
     return values[0] != nullptr && values[0] == values[1];
 }
 
-/// The path of what stands in the entry `step` as `place` does in its own, at `depth`.
-std::wstring PathInEntry(PlaceView const& place, std::size_t depth, std::wstring const& step) {
-    std::wstring const container = place.GetOuter(depth - 1).GetPath();
+/// The path of what stands in another entry as `place` does in its own, at `depth`.
+std::wstring PathInEntry(PlaceView const& place, std::size_t depth, std::size_t item,
+                         std::wstring_view profile) {
+    PlaceView const container = place.GetOuter(depth - 1);
+    std::wstring const path = container.GetPath();
     std::size_t const ownStep = place.GetOuter(depth).GetPath().size();
-    return container + (container.empty() ? L"" : L"_") + step + place.GetPath().substr(ownStep);
+    return path + (path.empty() ? L"" : L"_") + StepOf(container, item, profile) +
+           place.GetPath().substr(ownStep);
 }
 
 } // namespace
+
+std::wstring OfOneZero(std::wstring text) { return text == L"-0" ? L"0" : text; }
 
 std::wstring FindSameValue(PlaceView const& place, std::wstring const& text) {
     std::size_t const depth = DepthOfEntry(place);
@@ -62,9 +64,9 @@ std::wstring FindSameValue(PlaceView const& place, std::wstring const& text) {
         bool const isEntry = depth == place.GetDepth();
         ParameterView const cursor =
             isEntry ? entry.GetCursor() : entry.GetCursor().Get(place.GetLayoutNode());
-        if (entry.GetKind() != PlaceKind::DefaultProfile && KeyOf(TextOf(cursor)) == KeyOf(text) &&
+        if (entry.GetKind() != PlaceKind::DefaultProfile && OfOneZero(TextOf(cursor)) == text &&
             !IsSame(cursor, place.GetCursor())) {
-            return PathInEntry(place, depth, StepOf(entry));
+            return PathInEntry(place, depth, entry.GetIndex(), entry.GetName());
         }
     }
     return {};
@@ -79,8 +81,10 @@ void UniqueValues::Enter(PlaceView const& place) {
         m_containers.pop_back();
     }
     if (place.IsEntry() && !m_containers.empty()) {
-        m_containers.back().isInDefaultProfile = place.GetKind() == PlaceKind::DefaultProfile;
-        m_containers.back().entry.clear();
+        Container& container = m_containers.back();
+        container.isInDefaultProfile = place.GetKind() == PlaceKind::DefaultProfile;
+        container.item = place.GetIndex();
+        container.profile = place.GetName();
     } else if (place.GetKind() == PlaceKind::List || place.GetKind() == PlaceKind::ProfileList) {
         m_containers.push_back({place.GetDepth()});
     }
@@ -91,21 +95,18 @@ void UniqueValues::Add(PlaceView const& place, std::wstring text, std::vector<Fi
     if (container.isInDefaultProfile || text.empty()) {
         return;
     }
-    std::size_t const depth = container.depth + 1;
-    if (container.entry.empty()) {
-        container.entry = StepOf(place.GetOuter(depth));
-    }
-    auto const [at, isNew] =
-        container.values.try_emplace({place.GetLayoutNode(), KeyOf(text)},
-                                     First{place.GetCursor(), container.entry, findings.size(), m_added++});
-    First& first = at->second;
+    auto const [at, isNew] = container.values.try_emplace(
+        Key(place.GetLayoutNode(), std::move(text)),
+        First{place.GetCursor(), container.item, container.profile, findings.size(), m_added++});
     if (isNew) {
         return;
     }
-    std::wstring const path = PathInEntry(place, depth, first.entry);
-    findings.push_back(MakeFinding(FindingKind::NotUnique, place, text, path));
+    First& first = at->second;
+    std::wstring const& value = at->first.second;
+    std::wstring const path = PathInEntry(place, container.depth + 1, first.item, first.profile);
+    findings.push_back(MakeFinding(FindingKind::NotUnique, place, value, path));
     if (!std::exchange(first.isTold, true)) {
-        Finding finding = MakeFinding(FindingKind::NotUnique, place, std::move(text), place.GetPath());
+        Finding finding = MakeFinding(FindingKind::NotUnique, place, value, findings.back().path);
         finding.path = path;
         finding.cursor = first.cursor;
         m_late.push_back({first.index, first.turn, std::move(finding)});

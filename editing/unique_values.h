@@ -12,8 +12,12 @@
 
 namespace Zantrel::Editing {
 
-/// The path of the first other place that has this text as its value among the entries of the innermost
-/// container around `place`, in the order of a walk; empty when there is none, or for an empty text.
+/// The text of a value as it is compared: of both zeros the same.
+std::wstring OfOneZero(std::wstring text);
+
+/// The path of the first other place that has this text, as OfOneZero gives it, as its value among the
+/// entries of the innermost container around `place`, in the order of a walk; empty when there is none, or
+/// for an empty text.
 std::wstring FindSameValue(PlaceView const& place, std::wstring const& text);
 
 /// Values that have to be unique, as a walk comes to them.
@@ -21,8 +25,8 @@ class UniqueValues {
 public:
     /// To be told of each place of the walk, before anything is added there.
     void Enter(PlaceView const& place);
-    /// Whether the walk has come to the container that the place stands in; otherwise nothing is known here.
-    bool Knows() const noexcept { return !m_containers.empty(); }
+    /// Whether the walk has come to a container that the place stands in; otherwise nothing is known here.
+    bool IsInContainer() const noexcept { return !m_containers.empty(); }
     /// Notes the value at the place entered last, and adds a finding where another one has it. The first
     /// place of a value gets its finding only when there is a second; then it goes to GetLate().
     void Add(PlaceView const& place, std::wstring text, std::vector<Finding>& findings);
@@ -43,16 +47,18 @@ private:
     /// A place that has a value before all others.
     struct First {
         ParameterView cursor;
-        std::wstring entry; ///< the step to its entry
-        std::size_t index;  ///< among the findings
-        std::size_t turn;   ///< among all that were added
+        std::size_t item; ///< its entry's, by number or name
+        std::wstring profile;
+        std::size_t index; ///< among the findings
+        std::size_t turn;  ///< among all that were added
         bool isTold = false;
     };
     /// A container that the walk is in, the innermost last.
     struct Container {
         std::size_t depth;
         bool isInDefaultProfile = false;
-        std::wstring entry{}; ///< the step to the entry that the walk is in
+        std::size_t item = 0; ///< that the walk is in, by number or name
+        std::wstring profile{};
         std::unordered_map<Key, First, KeyHash> values{};
     };
 

@@ -75,14 +75,18 @@ private:
 
     template <class T> void CheckValue(PlaceView const& place, T const& value) {
         LayoutNode const& layout = *place.GetLayoutNode();
-        m_rules.try_emplace(&layout, layout, m_lists).first->second.Check(place, value, m_findings);
+        if (m_unique.IsInContainer()) {
+            m_rules.try_emplace(&layout, layout, m_lists).first->second.Check(place, value, m_findings);
+        } else {
+            ValueRules(layout, m_lists).Check(place, value, m_findings); // the node doesn't come again
+        }
         if (layout.m_isValueUnique) {
-            CheckUnique(place, TextOf(value));
+            CheckUnique(place, OfOneZero(TextOf(value)));
         }
     }
 
     void CheckUnique(PlaceView const& place, std::wstring text) {
-        if (m_unique.Knows()) {
+        if (m_unique.IsInContainer()) {
             m_unique.Add(place, std::move(text), m_findings);
         } else if (std::wstring other = FindSameValue(place, text); !other.empty()) {
             m_findings.push_back(
