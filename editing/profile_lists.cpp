@@ -40,8 +40,11 @@ LayoutNode const* ProfileLists::Find(std::wstring_view name) {
 LayoutNode const* ProfileLists::ListOf(LayoutNode const& choice) {
     LookThrough();
     // Compared by its address only: in a copied layout it may be a node of a source that has ended.
-    bool const isHere = m_all.count(choice.m_profileNode) != 0;
-    return isHere ? choice.m_profileNode : Find(NameOf(choice));
+    if (m_all.count(choice.m_profileNode) != 0) {
+        return choice.m_profileNode;
+    }
+    LayoutNode const* const named = choice.m_profileName.empty() ? nullptr : Find(choice.m_profileName);
+    return named != nullptr ? named : Find(choice.m_nodeName);
 }
 
 std::wstring const& ProfileLists::NameOf(LayoutNode const& choice) {

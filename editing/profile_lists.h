@@ -25,8 +25,8 @@ public:
     /// there is none. Looks through the layout at the first call only.
     LayoutNode const* Find(std::wstring_view name);
     /// The list whose profiles can be chosen at a node of type OptionsFromProfiles: its m_profileNode where
-    /// that is a profile list of this layout, else by its m_profileName, else, where that is empty, by its
-    /// m_nodeName. Null when there is none.
+    /// that is a profile list of this layout, else the one of its m_profileName, else of its m_nodeName. Null
+    /// when there is none.
     LayoutNode const* ListOf(LayoutNode const& choice);
     /// By what `choice` names its list, for a person.
     static std::wstring const& NameOf(LayoutNode const& choice);

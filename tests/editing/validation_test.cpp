@@ -99,7 +99,8 @@ public:
             bool const isChoice = layout.m_type == Options && !options.empty() && !text.empty();
             add(isChoice && std::count(options.begin(), options.end(), text) == 0, FindingKind::NoOption,
                 Listed(options));
-            add(!text.empty() && IsUnknownProfile(at, text), FindingKind::NoSuchProfile, ListName(layout));
+            add(!text.empty() && IsUnknownProfile(at, text), FindingKind::NoSuchProfile,
+                ListOf(layout) != nullptr ? ListOf(layout)->m_name : L"");
             if (layout.m_type != FileAttachment && !text.empty()) {
                 add(layout.m_maxLength != 0 && text.size() > layout.m_maxLength, FindingKind::TooLong,
                     std::to_wstring(layout.m_maxLength));
@@ -164,15 +165,14 @@ private:
         return list;
     }
 
-    static std::wstring ListName(LayoutNode const& layout) {
-        return layout.m_profileNode != nullptr ? layout.m_profileNode->m_name
-               : !layout.m_profileName.empty() ? layout.m_profileName
-                                               : layout.m_nodeName;
+    LayoutNode const* ListOf(LayoutNode const& choice) const {
+        LayoutNode const* const named = m_editor.FindProfileList(choice.m_profileName, true);
+        return choice.m_profileNode != nullptr ? choice.m_profileNode
+               : named != nullptr              ? named
+                                               : m_editor.FindProfileList(choice.m_nodeName, true);
     }
     bool IsUnknownProfile(At const& at, std::wstring const& name) const {
-        LayoutNode const* const list = at.layout->m_profileNode != nullptr
-                                           ? at.layout->m_profileNode
-                                           : m_editor.FindProfileList(ListName(*at.layout), true);
+        LayoutNode const* const list = ListOf(*at.layout);
         if (at.layout->m_type != OptionsFromProfiles || list == nullptr || name == L"Default") {
             return false;
         }
@@ -334,6 +334,45 @@ TEST_F(ValidationTest, TellsEachPlaceOfAValueThatMustBeUnique) {
                     Short(FindingKind::NotUnique, L"Beams_Beam[1]_Spot_Name", L"Beams_Beam[0]_Spot_Name"),
                     Short(FindingKind::NotUnique, L"Beams_Beam[2]_Spot_Name", L"Beams_Beam[0]_Spot_Name")));
     EXPECT_EQ(SentenceOf(Validate(database)), L"Two beams at most");
+}
+
+TEST_F(ValidationTest, MatchesPatternsAsTheStandardLibraryDoes) {
+    static wchar_t const* const pieces[] = {L"a", L"b",   L".",   L"[ab]", L"[^a]", L"(",    L"(?:", L")",
+                                            L"|", L"*",   L"+?",  L"?",    L"{2}",  L"{1,}", L"^",   L"$",
+                                            L"-", L"\\b", L"\\B", L"\\d",  L"\\W",  L"\\.",  L"[b-]"};
+    LayoutNode* const node = Add(L"Text", String)->SetAllowEmpty(true);
+    ParameterDatabase database(&m_layout);
+    Generated generated(1);
+    std::size_t compared = 0;
+    for (int i = 0; i != 8000; ++i) {
+        node->m_regex.clear();
+        bool wasRepeated = false;
+        for (unsigned count = generated.Below(7); count != 0; --count) {
+            std::wstring const piece = pieces[generated.Below(std::size(pieces))];
+            bool const isRepeated = piece.find_first_of(L"*+?{") == 0;
+            node->m_regex += isRepeated && wasRepeated ? L"" : piece; // that needs a group here
+            wasRepeated = isRepeated;
+        }
+        std::wregex regex;
+        try {
+            regex = node->m_regex;
+        } catch (std::regex_error const&) {
+            continue;
+        }
+        std::wstring text(1, L'a');
+        for (unsigned count = generated.Below(5); count != 0; --count) {
+            text += L"ab-. 1"[generated.Below(6)];
+        }
+        bool const isAgainst = !Objections(PlaceView(database).Get(L"Text"), text).empty();
+        bool const isMatch = node->m_regex.empty() || std::regex_match(text, regex);
+        ASSERT_EQ(isAgainst, !isMatch) << node->m_regex << L" " << text;
+        compared += isAgainst;
+    }
+    EXPECT_GT(compared, 1500u);
+    for (wchar_t const* hard : {L"(a*)*b", L"(a|a?)+$b", L"((a{1,9}){1,9}){1,9}b"}) {
+        node->m_regex = hard;
+        EXPECT_FALSE(Objections(PlaceView(database).Get(L"Text"), std::wstring(500, L'a')).empty()) << hard;
+    }
 }
 
 TEST_F(ValidationTest, OffersWhatItTakes) {

@@ -23,13 +23,13 @@ enum class FindingKind {
     NoValue,        ///< the place holds no value that could be set
     BelowMinimum,   ///< `limit` is the least value
     AboveMaximum,   ///< `limit` is the greatest value
-    NoOption,       ///< none of the layout's options, which `limit` lists
+    NoOption,       ///< none of the layout's options, the first of which `limit` lists
     NoSuchProfile,  ///< `limit` is the name of the profile list
     TooLong,        ///< `limit` is the greatest number of characters
     AgainstPattern, ///< `limit` is the rule in the layout's words, else the pattern
     TooFewItems,    ///< `limit` is the least number
     TooManyItems,   ///< `limit` is the greatest number
-    NotUnique,      ///< `limit` is the path of the first that has the value
+    NotUnique,      ///< `limit` is the path of the first other place that has it
     Empty,          ///< nothing allows it to be
     ReadOnly,       ///< by the layout or by a flag
     NotAllowed,     ///< the layout or a flag doesn't let a user do it
