@@ -8,6 +8,7 @@
 
 #include <array>
 #include <cstdlib>
+#include <filesystem>
 #include <map>
 #include <sstream>
 #include <string>
@@ -20,7 +21,8 @@ using Documents = std::vector<std::string>;
 
 inline std::string Quoted(std::string const& text) { return '"' + text + '"'; }
 
-/// What xmllint says about each document: "validates", "fails to validate", or nothing where it is no XML.
+/// What xmllint says about each document: "validates", "fails to validate", or nothing where it is no XML, or
+/// the schema none. The schema is one of the library's, or a whole path.
 inline std::vector<std::string> VerdictsOn(Documents const& documents, std::string const& schema) {
     TemporaryFolder const folder;
     for (std::size_t i = 0; i < documents.size(); ++i) {
@@ -29,7 +31,7 @@ inline std::vector<std::string> VerdictsOn(Documents const& documents, std::stri
     static_cast<void>(
         std::system(("cd " + Quoted((folder / "").string()) + " && " ZANTREL_XMLLINT " --noout --nonet --" +
                      (schema.ends_with(".rng") ? "relaxng " : "schema ") +
-                     Quoted(ZANTREL_SCHEMAS "/" + schema) + " *.xml 2>said.txt")
+                     Quoted((std::filesystem::path(ZANTREL_SCHEMAS) / schema).string()) + " *.xml 2>said.txt")
                         .c_str()));
     std::vector<std::string> verdicts(documents.size());
     std::istringstream lines(ContentOf(folder / "said.txt"));

@@ -13,5 +13,6 @@
 #include <zantrel/editing/migration.h>
 #include <zantrel/editing/place.h>
 #include <zantrel/editing/profiles.h>
+#include <zantrel/editing/schema.h>
 #include <zantrel/editing/validation.h>
 #include <zantrel/editing/value_text.h>
