@@ -9,6 +9,7 @@
 #include <zantrel/editing/finding.h>
 #include <zantrel/editing/items.h>
 #include <zantrel/editing/layout_differences.h>
+#include <zantrel/editing/lint.h>
 #include <zantrel/editing/look.h>
 #include <zantrel/editing/migration.h>
 #include <zantrel/editing/place.h>

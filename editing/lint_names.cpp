@@ -1,0 +1,113 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "editing/findings.h"
+#include "editing/lint_report.h"
+#include "editing/xml_text.h"
+
+#include <string_view>
+
+namespace Zantrel::Editing {
+
+namespace {
+
+using Test = bool (*)(LayoutNode const& node, LintPlace const& place);
+
+bool IsAnywhere(LayoutNode const&, LintPlace const&) { return true; }
+bool IsBelowRoot(LayoutNode const&, LintPlace const& place) { return place.parent == place.layout; }
+bool IsBelowEditor(LayoutNode const&, LintPlace const& place) {
+    return place.isInEditor && place.parent == place.layout->m_profileEditor.GetNode();
+}
+bool IsDeepInEditor(LayoutNode const& node, LintPlace const& place) {
+    return place.isInEditor && !IsBelowEditor(node, place);
+}
+bool IsInJob(LayoutNode const&, LintPlace const& place) {
+    return place.parent != nullptr && place.parent == place.layout->m_jobConfigurator.GetNode();
+}
+bool IsInEditor(LayoutNode const&, LintPlace const& place) { return place.isInEditor; }
+bool IsInProfile(LayoutNode const&, LintPlace const& place) {
+    return place.isInEditor && place.parent->m_isProfileList;
+}
+
+/// A name that means something else where it stands.
+struct Word {
+    std::wstring_view name;
+    Test stands;
+    Severity severity;
+    std::wstring_view sentence;
+};
+
+constexpr std::wstring_view Dissolves = L"reading a layout file passes the element through: what it holds "
+                                        L"goes to the node around it";
+constexpr std::wstring_view IsSection = L"reading a layout file takes the element for another section";
+constexpr std::wstring_view IsFlag = L"a flag of that name, of what is around it, can't be kept beside it";
+
+constexpr Word NodeWords[] = {
+    {L"InheritOverrides", IsAnywhere, Severity::Error, Dissolves},
+    {L"OverrideEntry", IsAnywhere, Severity::Error, Dissolves},
+    {L"ParameterStructure", IsBelowEditor, Severity::Error, Dissolves},
+    {L"AdditionalConfiguration", IsBelowEditor, Severity::Error, Dissolves},
+    {L"Entry", IsBelowRoot, Severity::Error, Dissolves},
+    {L"ResourceDictionary", IsBelowRoot, Severity::Error, IsSection},
+    {L"Minor", IsBelowRoot, Severity::Error, IsSection},
+    {L"PlatformConfigurator", IsInJob, Severity::Error, IsSection},
+    {L"PartConfigurator", IsInJob, Severity::Error, IsSection},
+    {L"GenericParameters", IsDeepInEditor, Severity::Warning,
+     L"parameter files leave it out where it is hidden or filtered, and then it comes back with defaults"},
+    {L"ReadOnly", IsInEditor, Severity::Warning, IsFlag},
+    {L"Hidden", IsInEditor, Severity::Warning, IsFlag},
+    {L"NameReadOnly", IsInProfile, Severity::Warning, IsFlag},
+    {L"CanBeDeleted", IsInProfile, Severity::Warning, IsFlag},
+    {L"UserDefaultProfile", IsInProfile, Severity::Warning, IsFlag},
+};
+
+bool IsOfProfiles(LayoutNode const& node, LintPlace const&) { return node.m_isProfileList; }
+bool IsBesideJobs(LayoutNode const&, LintPlace const& place) {
+    return place.layout->m_jobConfigurator.GetNode() != nullptr;
+}
+
+constexpr std::wstring_view LeadsOut = L"reading a layout file takes the entry's end for that of a section";
+
+constexpr Word EntryWords[] = {
+    {L"Default", IsOfProfiles, Severity::Error,
+     L"parameter files hold the default profile under that name, and profiles are read as it"},
+    {L"InheritOverrides", IsAnywhere, Severity::Error, Dissolves},
+    {L"OverrideEntry", IsAnywhere, Severity::Error, Dissolves},
+    {L"ProfileEditor", IsAnywhere, Severity::Error, LeadsOut},
+    {L"PartConfigurator", IsAnywhere, Severity::Error, LeadsOut},
+    {L"PlatformConfigurator", IsAnywhere, Severity::Error, LeadsOut},
+    {L"PlatformOptions", IsAnywhere, Severity::Error, LeadsOut},
+    {L"PartOptions", IsAnywhere, Severity::Error, LeadsOut},
+    {L"JobConfigurator", IsBesideJobs, Severity::Error, LeadsOut},
+};
+
+template <std::size_t Count>
+void LintName(std::wstring const& name, Word const (&words)[Count], std::wstring const& subject,
+              LayoutNode const& node, LintPlace const& place, LintReport& report) {
+    if (!IsElementName(name)) {
+        report.Add(LintKind::BadName, &node, name,
+                   subject + L" is called " + Quoted(name) +
+                       L", which isn't a name that every reader takes for an element.");
+    }
+    for (Word const& word : words) {
+        if (name == word.name && word.stands(node, place)) {
+            report.Add(LintKind::FormatWord, &node, name,
+                       subject + L" is called " + Quoted(name) + L": " + std::wstring(word.sentence) + L'.',
+                       nullptr, word.severity);
+        }
+    }
+}
+
+} // namespace
+
+void LintNames(LayoutNode const& node, LintPlace const& place, LintReport& report) {
+    LintName(node.m_name, NodeWords, L"A node", node, place, report);
+    if (IsBelowEditor(node, place) && node.m_name == place.layout->m_name) {
+        report.Add(LintKind::FormatWord, &node, node.m_name,
+                   L"A node is called " + Quoted(node.m_name) +
+                       L" like the layout: the root of a parameter file is taken for this node.");
+    }
+    if (node.m_isList || node.m_isProfileList || node.m_isCategoryList) {
+        LintName(node.m_nodeName, EntryWords, L"An entry", node, place, report);
+    }
+}
+
+} // namespace Zantrel::Editing

@@ -1,0 +1,379 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <zantrel/editing/lint.h>
+#include <zantrel/sample/sample_layout.h>
+#include <zantrel/zantrel.h>
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <memory>
+#include <set>
+#include <sstream>
+#include <string>
+#include <utility>
+#include <vector>
+
+using namespace Zantrel;
+using namespace Zantrel::Editing;
+
+namespace {
+
+using Found = std::vector<std::pair<LintKind, std::wstring>>;
+
+Found KindsAndPaths(ParameterLayout const& layout) {
+    Found found;
+    for (LintFinding const& finding : Lint(layout)) {
+        found.emplace_back(finding.kind, finding.path);
+        EXPECT_TRUE(finding.sentence.size() > 20 && finding.sentence.back() == L'.');
+        EXPECT_EQ(finding.node == nullptr, finding.kind == LintKind::ForeignAnchor);
+    }
+    return found;
+}
+
+/// A layout with one fault, and what is to be found.
+struct Case {
+    char const* what;
+    std::function<void(ParameterLayout& layout, LayoutNode& editor)> make;
+    Found found;
+};
+
+LayoutNode* Number(LayoutNode& parent, wchar_t const* text, eTypeLayoutNode type = Double) {
+    LayoutNode* const node = parent.AddNode(L"N", type, text);
+    return node;
+}
+
+constexpr wchar_t const* N = L"ProfileEditor/N";
+
+Case const Cases[] = {
+    {"nothing",
+     [](auto&, auto& e) {
+         Number(e, L" 2.5 ")->m_max = L"200.5000";
+         e.AddNode(L"I", Int, L"+7")->SetRange(0.0, 10.0);
+         e.AddNode(L"G")->SetList(true, L"Default", L"")->SetMultiplicity(1)->SetMultiplicityMin(1);
+         e.AddNode(L"GenericParameters");
+     },
+     {}},
+    {"two", [](auto&, auto& e) { e.AppendNode(L"N")->AppendNode(L"N"); }, {{LintKind::SameName, N}}},
+    {"one twice", [](auto&, auto& e) { e.AppendNode(e.AddNode(L"N")); }, {{LintKind::SameName, N}}},
+    {"no name", [](auto&, auto& e) { e.AddNode(L"1"); }, {{LintKind::BadName, L"ProfileEditor/1"}}},
+    {"prefix", [](auto&, auto& e) { e.AddNode(L"a:b"); }, {{LintKind::BadName, L"ProfileEditor/a:b"}}},
+    {"root", [](auto& l, auto&) { l.SetName(L""); }, {{LintKind::BadName, L""}}},
+    {"entry", [](auto&, auto& e) { e.AddNode(L"N")->SetList(true, L"a b", L""); }, {{LintKind::BadName, N}}},
+    {"profiles called Default",
+     [](auto&, auto& e) { e.AddNode(L"N")->SetProfile(true, L"Default"); },
+     {{LintKind::FormatWord, N}}},
+    {"entries that end a section",
+     [](auto&, auto& e) { e.AddNode(L"N")->SetList(true, L"PartOptions", L""); },
+     {{LintKind::FormatWord, N}}},
+    {"like the root",
+     [](auto& l, auto& e) { e.AddNode(L"N"), l.SetName(L"N"); },
+     {{LintKind::FormatWord, N}}},
+    {"words of sections",
+     [](auto& l, auto& e) {
+         e.AddNode(L"ParameterStructure");
+         e.AddNode(L"G")->AddNode(L"ParameterStructure");
+         l.m_partOptions->AddNode(L"OverrideEntry");
+     },
+     {{LintKind::FormatWord, L"ProfileEditor/ParameterStructure"},
+      {LintKind::FormatWord, L"PlatformConfigurator/PartOptions/OverrideEntry"}}},
+    {"words beside and in the job",
+     [](auto& l, auto& e) {
+         e.AddNode(L"N")->SetList(true, L"JobConfigurator", L"");
+         l.m_jobConfigurator = l.AddNode(L"JobConfigurator");
+         l.m_jobConfigurator->AddNode(L"PartConfigurator");
+     },
+     {{LintKind::FormatWord, N}, {LintKind::FormatWord, L"JobConfigurator/PartConfigurator"}}},
+    {"words of files and bags",
+     [](auto& l, auto& e) {
+         LayoutNode* const group = e.AddNode(L"G");
+         group->AppendNode(L"GenericParameters")->AppendNode(L"Hidden")->AppendNode(L"NameReadOnly");
+         e.AddNode(L"P")->SetProfile(true, L"E")->AppendNode(L"NameReadOnly")->AppendNode(L"Value");
+         l.m_partOptions->AddNode(L"Hidden");
+     },
+     {{LintKind::FormatWord, L"ProfileEditor/G/GenericParameters"},
+      {LintKind::FormatWord, L"ProfileEditor/G/Hidden"},
+      {LintKind::FormatWord, L"ProfileEditor/P/NameReadOnly"}}},
+    {"German limits",
+     [](auto&, auto& e) { Number(e, L"1.0")->m_max = L"200,5000"; },
+     {{LintKind::BadLimit, N}}},
+    {"half a limit", [](auto&, auto& e) { Number(e, L"1", Int)->m_max = L"2.5"; }, {{LintKind::BadLimit, N}}},
+    {"default with a unit", [](auto&, auto& e) { Number(e, L"1 mm"); }, {{LintKind::BadDefault, N}}},
+    {"default that is cut off", [](auto&, auto& e) { Number(e, L"1.0", Int); }, {{LintKind::BadDefault, N}}},
+    {"endless default", [](auto&, auto& e) { Number(e, L"INF"); }, {{LintKind::BadDefault, N}}},
+    {"flag", [](auto&, auto& e) { Number(e, L"true", Bool); }, {{LintKind::BadDefault, N}}},
+    {"below", [](auto&, auto& e) { Number(e, L"")->SetRange(0.5, 2.0); }, {{LintKind::DefaultOutOfRange, N}}},
+    {"empty range",
+     [](auto&, auto& e) { Number(e, L"1.0")->SetRange(5.0, 2.0); },
+     {{LintKind::EmptyRange, N}}},
+    {"cut", [](auto&, auto& e) { Number(e, L"0.00004"); }, {{LintKind::DefaultCut, N}}},
+    {"not cut", [](auto&, auto& e) { Number(e, L"0.00004")->SetPrecision(5); }, {}},
+    {"sizes",
+     [](auto&, auto& e) { e.AddNode(L"N")->SetIsList(true)->SetMultiplicityMin(3)->SetMultiplicityMax(2); },
+     {{LintKind::EmptyRange, N}}},
+    {"first items",
+     [](auto&, auto& e) { e.AddNode(L"N")->SetIsList(true)->SetMultiplicity(3)->SetMultiplicityMax(2); },
+     {{LintKind::DefaultOutOfRange, N}}},
+    {"no options", [](auto&, auto& e) { Number(e, L"", Options); }, {{LintKind::NoOptions, N}}},
+    {"twice",
+     [](auto&, auto& e) { Number(e, L"a", Options)->AddOption(L"a", L"")->AddOption(L"a", L""); },
+     {{LintKind::NoOptions, N}}},
+    {"no option",
+     [](auto&, auto& e) { Number(e, L"b", Options)->AddOption(L"a", L""); },
+     {{LintKind::DefaultNoOption, N}}},
+    {"too long",
+     [](auto&, auto& e) { Number(e, L"abc", String)->m_maxLength = 2; },
+     {{LintKind::DefaultOutOfRange, N}}},
+    {"pattern", [](auto&, auto& e) { Number(e, L"", String)->m_regex = L"(a"; }, {{LintKind::BadPattern, N}}},
+    {"against it",
+     [](auto&, auto& e) { Number(e, L"b", String)->m_regex = L"a"; },
+     {{LintKind::DefaultOutOfRange, N}}},
+    {"no list",
+     [](auto&, auto& e) { Number(e, L"", OptionsFromProfiles)->SetProfileName(L"P"); },
+     {{LintKind::MissingProfileList, N}}},
+    {"list",
+     [](auto& l, auto& e) {
+         e.AddNode(L"P")->SetProfile(true, L"E");
+         l.m_partOptions->AddNode(L"N", OptionsFromProfiles, L"")->SetProfileName(L"P");
+     },
+     {}},
+    {"below a leaf",
+     [](auto&, auto& e) { Number(e, L"1", Int)->AddNode(L"G")->AddNode(L"L", Double, L"x"); },
+     {{LintKind::Unreached, L"ProfileEditor/N/G"}}},
+    {"profiles of values",
+     [](auto&, auto& e) { Number(e, L"1", Int)->SetProfile(true, L"E"); },
+     {{LintKind::Unreached, N}}},
+    {"beside", [](auto& l, auto&) { l.AddNode(L"G")->AddNode(L"L", Int, 1); }, {{LintKind::Unreached, L"G"}}},
+    {"a second version", [](auto& l, auto&) { l.AddNode(L"Version"); }, {}},
+    {"two containers",
+     [](auto&, auto& e) { e.AddNode(L"N")->SetIsList(true)->SetIsProfileList(true); },
+     {{LintKind::TwoContainers, N}}},
+    {"identifiers",
+     [](auto& l, auto& e) { Number(e, L"1")->SetIdentifier(L"x"), l.m_partOptions->SetIdentifier(L"x"); },
+     {{LintKind::SameIdentifier, L"PlatformConfigurator/PartOptions"}}},
+    {"property names",
+     [](auto& l, auto& e) {
+         Number(e, L"1")->SetPropName(L"x");
+         l.m_partConfigurator->AddNode(L"A")->SetPropName(L"x");
+         l.m_platformOptions->AddNode(L"A")->SetPropName(L"x");
+         l.m_partOptions->AddNode(L"A")->SetPropName(L"x");
+     },
+     {{LintKind::SamePropertyName, L"PlatformConfigurator/PartOptions/A"}}},
+    {"no editor", [](auto& l, auto&) { l.m_profileEditor = nullptr; }, {{LintKind::ForeignAnchor, L""}}},
+};
+
+} // namespace
+
+TEST(Lint, FindsEachFaultWhereItIs) {
+    for (Case const& one : Cases) {
+        ParameterLayout layout;
+        one.make(layout, *layout.m_profileEditor);
+        EXPECT_EQ(KindsAndPaths(layout), one.found) << one.what;
+    }
+}
+
+TEST(Lint, KnowsWhatAConditionCanDependOn) {
+    auto const gone = std::make_unique<LayoutNode>(L"Gone", Bool, L"True");
+    ParameterLayout layout;
+    LayoutNode& editor = *layout.m_profileEditor;
+    LayoutNode* const flag = editor.AddNode(L"Flag", Bool, true);
+    LayoutNode* const number = editor.AddNode(L"Number", Double, 2.0)->SetRange(0.0, 5.0);
+    LayoutNode* const count = editor.AddNode(L"Count", Int, std::int32_t{2});
+    LayoutNode* const mode =
+        editor.AddNode(L"Mode", Options, L"a")->AddOption(L"a", L"")->AddOption(L"b", L"");
+    LayoutNode* const list = editor.AddNode(L"List")->SetList(true, L"Item", L"");
+    LayoutNode* const inItem = list->AddNode(L"InItem", Bool, true);
+    LayoutNode* const inProfile =
+        editor.AddNode(L"Profiles")->SetProfile(true, L"Profile")->AddNode(L"InProfile", Bool, true);
+    LayoutNode* const ofTicket = layout.m_partOptions->AddNode(L"OfTicket", Bool, true);
+    struct Row {
+        LayoutNode *node, *source;
+        wchar_t const* value;
+        int kind; ///< -1: nothing is wrong
+    };
+    auto const kind = [](LintKind of) { return static_cast<int>(of); };
+    for (Row const& row : {
+             Row{number, nullptr, L"True", kind(LintKind::MissingSource)},
+             {number, gone.get(), L"True", kind(LintKind::MissingSource)},
+             {number, number, L"2.0000", kind(LintKind::OwnSource)},
+             {list, inItem, L"True", kind(LintKind::OwnSource)},
+             {number, inItem, L"True", kind(LintKind::UnreachedSource)},
+             {number, list, L"True", kind(LintKind::UnreachedSource)},
+             {number, ofTicket, L"True", kind(LintKind::UnreachedSource)},
+             {number, flag, L"true", kind(LintKind::BadConditionValue)},
+             {number, mode, L"c", kind(LintKind::BadConditionValue)},
+             {flag, number, L"2", kind(LintKind::BadConditionValue)},
+             {flag, number, L"5.5000", kind(LintKind::BadConditionValue)},
+             {flag, count, L"02", kind(LintKind::BadConditionValue)},
+             {flag, number, L"2.5000", -1},
+             {flag, count, L"-2", -1},
+             {flag, mode, L"b", -1},
+             {list->AddNode(L"Beside", Bool, true), inItem, L"False", -1},
+             {flag, inProfile, L"True", -1},
+             {ofTicket, flag, L"True", -1},
+         }) {
+        auto& sources = row.source == mode ? row.node->m_editabilitySources : row.node->m_visibilitySources;
+        sources.push_back({row.source, row.value});
+        std::vector<LintFinding> const found = Lint(layout);
+        ASSERT_EQ(found.size(), row.kind < 0 ? 0u : 1u) << row.value;
+        if (row.kind >= 0) {
+            EXPECT_EQ(static_cast<int>(found[0].kind), row.kind) << row.value;
+            EXPECT_EQ(found[0].node, row.node);
+        }
+        sources.pop_back();
+    }
+}
+
+TEST(Lint, SaysOfCopiesThatNothingIsFoundInThem) {
+    Sample::ParameterLayout source(2);
+    source.AddCategoryNodeIfNeeded();
+    EXPECT_EQ(KindsAndPaths(source), Found());
+    ParameterLayout const copy(source);
+    for (auto const& [kind, path] : KindsAndPaths(copy)) {
+        EXPECT_EQ(kind, LintKind::ForeignAnchor);
+    }
+    ParameterLayout layout;
+    layout.m_profileEditor->AddNode(*source.m_slicing.GetNode());
+    Found const found = KindsAndPaths(layout);
+    EXPECT_EQ(found.size(), source.m_slicing->Size());
+    EXPECT_EQ(found.front(),
+              std::pair(LintKind::Unreached, std::wstring(L"ProfileEditor/Slicing/SliceThickness")));
+}
+
+namespace {
+
+constexpr wchar_t const* Words[] = {L"Plain",
+                                    L"InheritOverrides",
+                                    L"OverrideEntry",
+                                    L"ParameterStructure",
+                                    L"AdditionalConfiguration",
+                                    L"Entry",
+                                    L"ResourceDictionary",
+                                    L"JobConfigurator",
+                                    L"Minor",
+                                    L"Version",
+                                    L"ProfileEditor",
+                                    L"PlatformConfigurator",
+                                    L"PartConfigurator",
+                                    L"PlatformOptions",
+                                    L"PartOptions",
+                                    L"Translation",
+                                    L"Options",
+                                    L"Option",
+                                    L"Default",
+                                    L"Value",
+                                    L"ReadOnly",
+                                    L"Hidden",
+                                    L"NameReadOnly",
+                                    L"CanBeDeleted",
+                                    L"UserDefaultProfile",
+                                    L"DisableAddRemove",
+                                    L"GenericParameters",
+                                    L"Property",
+                                    L"Profile",
+                                    L"Instance"};
+
+/// A node of that name, or with entries of that name, in one of several places, with a leaf in it and one
+/// behind it.
+LayoutNode* AddNamed(ParameterLayout& layout, std::wstring const& name, int place) {
+    LayoutNode* const parents[] = {&layout, layout.m_profileEditor, layout.m_profileEditor->AddNode(L"G"),
+                                   layout.m_partOptions, layout.m_profileEditor->AddNode(L"P")};
+    parents[4]->SetProfile(true, L"Profile");
+    bool const isEntry = place > 4;
+    LayoutNode* const parent = parents[isEntry ? 2 : place];
+    LayoutNode* const node = parent->AddNode(isEntry ? L"C" : name.c_str());
+    place == 5   ? node->SetList(true, name.c_str(), L"")
+    : place == 6 ? node->SetProfile(true, name.c_str())
+                 : node;
+    node->AddNode(L"In", Double, 1.0);
+    parent->AddNode(L"Behind", Double, 1.0);
+    layout.AddCategoryNodeIfNeeded(); // as a read does
+    return node;
+}
+
+std::multiset<std::wstring> PathsIn(LayoutNode const& node) {
+    std::multiset<std::wstring> paths;
+    for (LayoutNode const* const child : node.m_children) {
+        paths.insert(child->m_name);
+        for (std::wstring const& path : PathsIn(*child)) {
+            paths.insert(child->m_name + L'/' + path);
+        }
+    }
+    return paths;
+}
+
+bool SurvivesItsFile(ParameterLayout const& layout) {
+    std::stringstream file;
+    ParameterLayout back;
+    EXPECT_TRUE(WriteStream(layout, file));
+    EXPECT_TRUE(ReadStream(back, file));
+    std::multiset<std::wstring> read = PathsIn(back);
+    for (wchar_t const* const second : {L"Version", L"Version/Major", L"Version/Minor"}) {
+        read.erase(read.find(second)); // which every file adds
+    }
+    return read == PathsIn(layout);
+}
+
+/// Whether the value in the node comes back, and then whether the flags of what is around it do.
+std::pair<bool, bool> SurviveTheirFile(ParameterLayout const& layout, LayoutNode const& node) {
+    ParameterDatabase database(&layout), back(&layout);
+    auto const entryOf = [](ParameterNode at, bool isNew) {
+        LayoutNode const& of = *at.m_pNode;
+        return of.m_isProfileList  ? isNew ? at.AddProfile(L"x", true) : at.GetProfile(L"x")
+                : !of.m_isList ? at
+               : isNew             ? at.AddListNode(true)
+               : at.GetSize() != 0 ? at.GetListNode(0)
+                                   : ParameterNode();
+    };
+    auto const find = [&](ParameterDatabase& in, bool isNew) {
+        LayoutNode const* const parent = node.Parent();
+        ParameterNode const editor = in.GetProfileEditor();
+        ParameterNode const around = parent == editor.m_pNode ? editor : entryOf(editor.Get(parent), isNew);
+        return std::pair(around, around.Get(&node));
+    };
+    auto [around, at] = find(database, true);
+    bool const isProfile = around.m_pNode->m_isProfileList;
+    auto const flags = [isProfile](ParameterNode const& of) {
+        return of.GetReadOnly() + of.GetHidden() +
+               (isProfile ? of.GetNameReadOnly() + of.GetCanBeDeleted() + of.GetUserDefaultProfile() : 0);
+    };
+    entryOf(at, true).Get(L"In").SetValue(5.0);
+    around.SetReadOnly(true);
+    around.SetHidden(true);
+    if (isProfile) {
+        around.SetNameReadOnly(true);
+        around.SetCanBeDeleted(true);
+        around.SetUserDefaultProfile(true);
+    }
+    int const set = flags(around);
+    std::stringstream file;
+    EXPECT_TRUE(WriteStream(database, file));
+    EXPECT_TRUE(ReadStream(back, file));
+    ParameterNode const entry = entryOf(find(back, false).second, false);
+    double const* const value = entry.IsValid() ? entry.Get(L"In").FindValue<double>() : nullptr;
+    return {value != nullptr && *value == 5.0, set == (isProfile ? 5 : 2)};
+}
+
+} // namespace
+
+/// The words are the readers' and writers': each in each place, where Lint has it and where not.
+TEST(Lint, KnowsTheWordsThatBreakFiles) {
+    for (wchar_t const* const word : Words) {
+        for (int place = 0; place < 7; ++place) {
+            ParameterLayout layout;
+            LayoutNode const& node = *AddNamed(layout, word, place);
+            bool isError = false, isFlag = false;
+            for (LintFinding const& finding : Lint(layout)) {
+                bool const isOfNames =
+                    finding.kind == LintKind::FormatWord || finding.kind == LintKind::SameName;
+                isError = isError || (isOfNames && finding.severity == Severity::Error);
+                isFlag = isFlag || finding.sentence.find(L" a flag ") != std::wstring::npos;
+            }
+            bool const isKept = SurvivesItsFile(layout);
+            auto const [isValueKept, areFlagsKept] = node.Parent() == &layout || place == 3
+                                                         ? std::pair(true, true)
+                                                         : SurviveTheirFile(layout, node);
+            EXPECT_EQ(isError, !isKept || !isValueKept) << word << place << isKept << isValueKept;
+            EXPECT_EQ(isFlag, !areFlagsKept) << word << place;
+        }
+    }
+}
