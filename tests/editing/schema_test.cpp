@@ -59,7 +59,7 @@ void AddRules(LayoutNode& node, LayoutNode const* copied, Generator& random) {
         node.m_maxLength = random.Chance(2) ? 4 : 0;
     }
     if (random.Chance(12)) {
-        node.SetNodeName(L"Default");
+        node.SetNodeName(L"Default")->AppendNode(L"GenericParameters"); // which a filter leaves out
     }
     if (random.Chance(12)) {
         node.AddNode(*copied);
