@@ -32,7 +32,6 @@ struct Level {
     LayoutNode const* layout;
     PersistentProperties* bag;                     ///< null: children that stand on nothing
     std::size_t given = 0;                         ///< how many children, items or named profiles
-    NodeShape const* shape = nullptr;              ///< of the bag, when the walk went in
     LayoutNodes::const_iterator child{}, behind{}; ///< the next child, and the end of the row
     std::size_t pathEnd = 0;                       ///< behind the step to the place that was given last
 
@@ -94,8 +93,8 @@ public:
         : m_place(place), m_at(place.at.m_node), m_sameNames(sameNames), m_twofold(twofold) {}
 
     bool Next();
-    AnyWalk::PlainLeaf PeekPlainLeaf();
-    void PassPlainLeaf() noexcept;
+    AnyWalk::Row PeekRow();
+    void PassTo(std::size_t position) noexcept;
     std::wstring_view Path();
 
 private:
@@ -191,7 +190,6 @@ void WalkState::GoIn() {
         level.areLeaves = level.layout->Size() == 0;
         level.entry = level.bag->begin();
     } else {
-        level.shape = level.bag != nullptr ? NodeShapeOf(*level.bag) : nullptr;
         level.child = level.layout->m_children.begin();
         level.behind = level.layout->m_children.end();
     }
@@ -248,29 +246,20 @@ bool WalkState::NextChild(Level& level) {
     return true;
 }
 
-// Of the layout nothing is taken for granted that its node itself doesn't say.
-AnyWalk::PlainLeaf WalkState::PeekPlainLeaf() {
+AnyWalk::Row WalkState::PeekRow() {
     if (m_place.goesIn) {
         GoIn();
     }
     Level const* const level = m_levels.empty() ? nullptr : &m_levels.back();
-    if (level == nullptr || level->shape == nullptr || level->child == level->behind ||
-        level->given >= level->shape->Children().size()) {
-        return {};
-    }
-    LayoutNode const& node = **level->child;
-    NodeShape::Child const& own = level->shape->Children()[level->given];
-    bool const isLeaf = own.IsFoundAs(node) && own.type == node.m_type && node.Parent() == level->layout &&
-                        !node.m_isList && !node.m_isProfileList && node.Size() == 0;
-    IPersistentProperty const* const value =
-        isLeaf ? BagAccess::PlainValueAt(*level->bag, *level->shape, own.slot) : nullptr;
-    return value != nullptr ? AnyWalk::PlainLeaf{&node, value, m_levels.size()} : AnyWalk::PlainLeaf{};
+    bool const isRow =
+        level != nullptr && level->content == Level::Content::Children && level->bag != nullptr;
+    return isRow ? AnyWalk::Row{level->layout, level->bag, level->given, m_levels.size()} : AnyWalk::Row{};
 }
 
-void WalkState::PassPlainLeaf() noexcept {
+void WalkState::PassTo(std::size_t position) noexcept {
     Level& level = m_levels.back();
-    ++level.given;
-    ++level.child;
+    level.child += static_cast<std::ptrdiff_t>(position - level.given);
+    level.given = position;
 }
 
 bool WalkState::NextItem(Level& level) {
@@ -331,9 +320,9 @@ AnyWalk::~AnyWalk() = default;
 
 bool AnyWalk::Next() { return m_state->Next(); }
 
-AnyWalk::PlainLeaf AnyWalk::PeekPlainLeaf() { return m_state->PeekPlainLeaf(); }
+AnyWalk::Row AnyWalk::PeekRow() { return m_state->PeekRow(); }
 
-void AnyWalk::PassPlainLeaf() noexcept { m_state->PassPlainLeaf(); }
+void AnyWalk::PassTo(std::size_t position) noexcept { m_state->PassTo(position); }
 
 std::wstring_view AnyWalk::Path() const { return m_state->Path(); }
 

@@ -42,8 +42,8 @@ public:
         return TagOf(walk.Layout());
     }
 
-    KelSAX::PreparedTag const* TagOfPlainLeaf(LayoutNode const& leaf) {
-        return m_options.m_profileListsOnly ? nullptr : &TagOf(leaf);
+    KelSAX::PreparedTag const* TagOfPlain(LayoutNode const& child) {
+        return m_options.m_profileListsOnly ? nullptr : &TagOf(child);
     }
 
     static bool MayHaveAttributes(FileWalk const& walk) { return walk.Kind() == PlaceKind::Profile; }

@@ -95,13 +95,17 @@ void WriteLeafElement(KelSAX::PreparedTag const& tag, ParameterNode const& leaf,
     TakeLeafValue(leaf, [&](auto const& value) { WriteElement(tag, value, writer); });
 }
 
-void WritePlainElement(KelSAX::PreparedTag const& tag, eTypeLayoutNode type, IPersistentProperty const& value,
+bool WritePlainElement(KelSAX::PreparedTag const& tag, eTypeLayoutNode type, IPersistentProperty const& value,
                        KelSAX::ISAXWriter& writer) {
-    VisitValueType(type, [&]<class T>(TypeTag<T>) {
+    return VisitValueType(type, [&]<class T>(TypeTag<T>) {
         if constexpr (std::is_same_v<T, NoValue>) {
-            WriteElement(tag, NoValue(), writer);
+            return false;
         } else {
-            WriteElement(tag, static_cast<PersistentProperty<T> const&>(value).m_value, writer);
+            auto const& property = static_cast<PersistentProperty<T> const&>(value);
+            if (!property.m_deleted) {
+                WriteElement(tag, property.m_value, writer);
+            }
+            return !property.m_deleted;
         }
     });
 }

@@ -30,8 +30,9 @@ void WriteLeafValue(ParameterNode const& leaf, KelSAX::ISAXWriter& writer);
 /// is a plain one.
 void WriteLeafElement(KelSAX::PreparedTag const& tag, ParameterNode const& leaf, KelSAX::ISAXWriter& writer);
 
-/// The same for a property of the class that the type of a leaf's node has.
-void WritePlainElement(KelSAX::PreparedTag const& tag, eTypeLayoutNode type, IPersistentProperty const& value,
+/// The same for a property of the class that the type of a leaf's node has. False, and nothing is written,
+/// where it is marked deleted.
+bool WritePlainElement(KelSAX::PreparedTag const& tag, eTypeLayoutNode type, IPersistentProperty const& value,
                        KelSAX::ISAXWriter& writer);
 
 /// Notes the text of an element that should hold elements only.

@@ -56,8 +56,8 @@ public:
                           m_tags);
     }
 
-    KelSAX::PreparedTag const* TagOfPlainLeaf(LayoutNode const& leaf) {
-        std::wstring_view const name = leaf.m_name;
+    KelSAX::PreparedTag const* TagOfPlain(LayoutNode const& child) {
+        std::wstring_view const name = child.m_name;
         return name != Word::GenericParameters ? &Sax::TagOf(name, m_tags) : nullptr;
     }
 

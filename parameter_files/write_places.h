@@ -2,17 +2,23 @@
 #pragma once
 
 #include "parameter_files/node_value_sax.h"
+#include "parameter_files/plain_rows.h"
 
 #include <zantrel/database/walk.h>
 #include <zantrel/sax/prepared_tag.h>
 #include <zantrel/sax/sax_writer.h>
 
+#include <array>
 #include <cstddef>
 
 // Both parameter files are written by one loop over a walk. Each place but the top is an element, so the
 // elements that are open are always as many as the steps to the place last written, and an element is closed
 // when the walk comes to a place that isn't within. No depth of a layout takes stack; beyond what XML is
 // written to, the writer fails and the loop ends.
+//
+// Nearly everything is plain, though: a group or value that stands where formatting put it. This needs no
+// place and no question, so PlainWriter takes it straight from the bags' blocks whenever the walk is about to
+// go through a row of children, and gives back to the walk where it meets something else.
 
 namespace Zantrel {
 
@@ -54,32 +60,129 @@ public:
     /// until Next.
     ParameterNode const& Node() const noexcept { return AsNode(); }
 
-    using AnyWalk::PassPlainLeaf;
-    using AnyWalk::PeekPlainLeaf;
+    using AnyWalk::PassTo;
+    using AnyWalk::PeekRow;
+    using AnyWalk::Row;
 };
 
-/// Writes the leaves without attributes that come next, in one go each.
-template <class Format>
-void WritePlainLeaves(FileWalk& walk, Format& format, OpenElements& elements, KelSAX::ISAXWriter& writer) {
-    for (auto leaf = walk.PeekPlainLeaf(); leaf.layout != nullptr; leaf = walk.PeekPlainLeaf()) {
-        KelSAX::PreparedTag const* const tag = format.TagOfPlainLeaf(*leaf.layout);
-        if (tag == nullptr || writer.HasFailed()) {
+/// Writes what is plain, straight from the blocks of bags.
+///
+/// It stands in a stack of groups of its own, the outermost being the one whose row the walk is in, and never
+/// leaves that one: so whatever the format keeps of the places around stays true, and nothing that it is
+/// asked about has been passed over. What is open is always counted in `elements`.
+template <class Format> class PlainWriter {
+public:
+    PlainWriter(Format& format, OpenElements& elements, KelSAX::ISAXWriter& writer)
+        : m_format(format), m_elements(elements), m_writer(writer) {}
+
+    /// Writes on from where the walk stands, up to the end of its row or to what isn't plain, and leaves the
+    /// walk before that.
+    void WriteOn(FileWalk& walk) {
+        FileWalk::Row const from = walk.PeekRow();
+        PlainRow* const row = from.layout != nullptr ? RowOf(from) : nullptr;
+        if (row == nullptr) {
             return;
         }
-        elements.CloseTo(leaf.depth - 1);
-        WritePlainElement(*tag, leaf.layout->m_type, *leaf.value, writer);
-        walk.PassPlainLeaf();
+        m_elements.CloseTo(from.depth - 1);
+        Enter(*row, *from.bag, from.next);
+        bool isGoingOn = true;
+        while (isGoingOn) {
+            Group& group = m_groups[m_depth - 1];
+            WriteValues(group);
+            bool const isAtEnd = group.next == group.row->children.size();
+            if (isAtEnd && m_depth != 1) {
+                --m_depth;
+                m_elements.CloseTo(from.depth + m_depth - 2);
+            } else {
+                isGoingOn = !isAtEnd && GoIn(group);
+            }
+        }
+        TakeAlong(walk);
     }
-}
+
+private:
+    struct Group {
+        PlainRow* row;
+        ShapedBlock const* block;
+        std::size_t next;
+    };
+    /// Groups in each other beyond these are left to the walk.
+    static constexpr std::size_t MostGroups = 32;
+
+    /// Null where the bag hasn't the entries that formatting gives a bag of this group.
+    PlainRow* RowOf(FileWalk::Row const& from) {
+        NodeShape const* const shape = NodeShapeOf(*from.bag);
+        return shape != nullptr && &shape->Node() == from.layout ? &m_rows.Of(*shape, m_format) : nullptr;
+    }
+
+    void Enter(PlainRow& row, PersistentProperties const& bag, std::size_t next) {
+        m_groups[m_depth++] = {&row, BagAccess::BlockOf(bag), next};
+    }
+
+    /// The values that come next, up to a group or to what isn't plain.
+    void WriteValues(Group& group) {
+        for (; group.next != group.row->children.size(); ++group.next) {
+            PlainRow::Child const& child = group.row->children[group.next];
+            if (child.tag == nullptr || child.body != nullptr) {
+                return;
+            }
+            auto const& bag = BagAccess::BagIn(*group.block, child.place);
+            IPersistentProperty const* const value = BagAccess::PlainValueOf(bag);
+            if (value == nullptr || bag.m_deleted ||
+                !WritePlainElement(*child.tag, child.type, *value, m_writer)) {
+                return;
+            }
+        }
+    }
+
+    /// Opens the group that comes next; false where it isn't a plain one.
+    bool GoIn(Group& group) {
+        PlainRow::Child& child = group.row->children[group.next];
+        if (child.tag == nullptr || child.body == nullptr || m_depth == MostGroups || m_writer.HasFailed()) {
+            return false;
+        }
+        auto const& bag = BagAccess::BagIn(*group.block, child.place);
+        if (bag.m_deleted || NodeShapeOf(bag.m_value) != child.body ||
+            !BagAccess::HoldsBagsOnly(bag.m_value)) {
+            return false;
+        }
+        if (child.row == nullptr) {
+            child.row = &m_rows.Of(*child.body, m_format);
+        }
+        m_elements.Open(*child.tag);
+        ++group.next;
+        Enter(*child.row, bag.m_value, 0);
+        return true;
+    }
+
+    /// Lets the walk go into the groups that are open, and pass over what was written of each.
+    void TakeAlong(FileWalk& walk) {
+        for (std::size_t outer = 0; outer + 1 < m_depth; ++outer) {
+            walk.PassTo(m_groups[outer].next - 1);
+            walk.Next();
+            walk.PeekRow(); // goes in
+        }
+        walk.PassTo(m_groups[m_depth - 1].next);
+        m_depth = 0;
+    }
+
+    Format& m_format;
+    OpenElements& m_elements;
+    KelSAX::ISAXWriter& m_writer;
+    PlainRows m_rows;
+    std::array<Group, MostGroups> m_groups;
+    std::size_t m_depth = 0;
+};
 
 /// Writes what stands at and below `top` as content of the element that is open. The format has these
 /// operations: IsLeftOut(walk), which is asked for each place in order, and passes over all below it, too;
 /// TagOf(walk), the tag of a place's element, which the top doesn't have; MayHaveAttributes(walk), of leaves
 /// only; and WriteAttributes(walk, writer), what the element of this very place has beyond its tag. Beside
-/// these TagOfPlainLeaf(node), of a leaf that holds its value alone: null where the others are to be asked.
+/// these TagOfPlain(node), of a plain child: null where the others are to be asked.
 template <class Format>
 void WritePlaces(ParameterView const& top, Format& format, KelSAX::ISAXWriter& writer) {
     OpenElements elements(writer);
+    PlainWriter plain(format, elements, writer);
     for (FileWalk walk(top); !writer.HasFailed() && walk.Next();) {
         if (format.IsLeftOut(walk)) {
             walk.SkipContent();
@@ -89,7 +192,7 @@ void WritePlaces(ParameterView const& top, Format& format, KelSAX::ISAXWriter& w
             elements.CloseTo(walk.Depth() - 1);
             if (walk.IsLeaf() && !format.MayHaveAttributes(walk)) {
                 WriteLeafElement(format.TagOf(walk), walk.Node(), writer);
-                WritePlainLeaves(walk, format, elements, writer);
+                plain.WriteOn(walk);
                 continue;
             }
             elements.Open(format.TagOf(walk));
@@ -98,7 +201,7 @@ void WritePlaces(ParameterView const& top, Format& format, KelSAX::ISAXWriter& w
         if (walk.IsLeaf()) {
             WriteLeafValue(walk.Node(), writer);
         }
-        WritePlainLeaves(walk, format, elements, writer);
+        plain.WriteOn(walk);
     }
 }
 

@@ -24,7 +24,8 @@ public:
     PreparedTags(PreparedTags const&) = delete;
     PreparedTags& operator=(PreparedTags const&) = delete;
 
-    /// The tag that `make()` gave, or now gives, for a key like this one. Good until the next call.
+    /// The tag that `make()` gave, or now gives, for a key like this one. Good until the next call, and where
+    /// nothing is ever forgotten as long as these tags.
     template <class Like, class Make> KelSAX::PreparedTag const& Of(Like const& key, Make const& make) {
         Entry* const next = m_last->second.next;
         if (next != nullptr && Equal()(next->first, key)) {

@@ -9,6 +9,7 @@
 #include <zantrel/store/persistent_properties.h>
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 
 /// What other floors do with bags beyond the public operations. Nothing else of how a bag is kept leaves the
@@ -63,6 +64,22 @@ T* PlainValueAt(PersistentProperties const& bag, BagShape const& shape, std::siz
     }
     auto* const value = static_cast<PersistentProperty<T>*>(block->PlainValueAt(slot));
     return value != nullptr && !value->m_deleted ? &value->m_value : nullptr;
+}
+
+// The same by place, for who goes through many bags of one shape and keeps what it says of each slot.
+
+/// The block of a bag that has a shape; null where it has other entries.
+inline ShapedBlock const* BlockOf(PersistentProperties const& bag) noexcept { return BagInside::Shaped(bag); }
+/// The bag of a slot that isn't a flag's, by the slot's place. It may be marked deleted.
+inline PersistentProperty<PersistentProperties> const& BagIn(ShapedBlock const& block,
+                                                             std::uint32_t place) noexcept {
+    auto const* const at = reinterpret_cast<std::byte const*>(&block) + place;
+    return *reinterpret_cast<PersistentProperty<PersistentProperties> const*>(at);
+}
+/// The value that was formatted with such a bag, where it holds this one and nothing else; otherwise null.
+/// The value may be marked deleted.
+inline IPersistentProperty const* PlainValueOf(PersistentProperty<PersistentProperties> const& bag) noexcept {
+    return BagInside::PlainValueOf(bag);
 }
 
 // Formatting without a shape. A bag is built in one allocation: Reserve its room, then add properties by

@@ -7,7 +7,9 @@
 #include <zantrel/store/indexed_properties.h>
 #include <zantrel/store/persistent_properties.h>
 
+#include <cstddef>
 #include <cstdint>
+#include <utility>
 
 namespace Zantrel {
 
@@ -22,6 +24,14 @@ struct BagInside {
     static ShapedBlock* Shaped(PersistentProperties const& bag) noexcept {
         return VisitForm(bag.m_entries, ByForm{[](ShapedForm form) { return form.block; },
                                                [](auto) -> ShapedBlock* { return nullptr; }});
+    }
+    /// The value that was placed behind a bag in its block, where the bag holds this one and nothing else;
+    /// otherwise null.
+    static IPersistentProperty* PlainValueOf(ShapedBlock::Bag const& bag) noexcept {
+        auto* const behind = reinterpret_cast<std::byte*>(const_cast<ShapedBlock::Bag*>(&bag));
+        auto* const value = reinterpret_cast<IPersistentProperty*>(behind + ShapedBlock::ValueOffset);
+        bool const isPlain = Word(bag.m_value) == WordOf(SingleForm{PropertyHandle::Placed(value)});
+        return isPlain ? value : nullptr;
     }
     /// Of an empty bag, which owns what the word stands for from then on.
     static void SetWord(PersistentProperties& bag, std::uintptr_t word) noexcept { bag.m_entries = word; }
@@ -54,10 +64,7 @@ struct BagInside {
 
 // Here, behind the words of bags, and inline, as readers and writers ask for each leaf.
 inline IPersistentProperty* ShapedBlock::PlainValueAt(std::size_t slot) const noexcept {
-    auto* const value = static_cast<IPersistentProperty*>(ValuePlaceOf(slot));
-    bool const isPlain =
-        BagInside::Word(BagAt(slot).m_value) == WordOf(SingleForm{PropertyHandle::Placed(value)});
-    return isPlain ? value : nullptr;
+    return BagInside::PlainValueOf(BagAt(slot));
 }
 
 } // namespace Zantrel

@@ -9,8 +9,6 @@
 
 namespace Zantrel {
 
-namespace {} // namespace
-
 ShapedBlock* ShapedBlock::MakeEmpty(BagShape const& shape) {
     return ::new (::operator new(shape.Bytes())) ShapedBlock{&shape};
 }

@@ -19,6 +19,9 @@ namespace Zantrel {
 struct ShapedBlock {
     using Bag = PersistentProperty<PersistentProperties>;
 
+    /// Of a leaf's value from the leaf's bag on.
+    static constexpr std::size_t ValueOffset = RecordRoom::SizeOf<Bag>();
+
     BagShape const* shape;
     std::uint32_t flags = 0; ///< the bits of those that are there
     std::uint32_t made = 0;
@@ -74,7 +77,7 @@ struct ShapedBlock {
 
     /// Right behind its bag.
     void* ValuePlaceOf(std::size_t slot) const noexcept {
-        return static_cast<std::byte*>(PlaceOf(slot)) + RecordRoom::SizeOf<Bag>();
+        return static_cast<std::byte*>(PlaceOf(slot)) + ValueOffset;
     }
 };
 

@@ -68,16 +68,19 @@ protected:
     AnyWalk(ParameterView const& top, SameNames sameNames, TwofoldContainers twofold);
     ~AnyWalk();
 
-    /// A leaf whose bag holds its value as formatting placed it, and nothing else.
-    struct PlainLeaf {
-        LayoutNode const* layout = nullptr;         ///< null: there is none
-        IPersistentProperty const* value = nullptr; ///< of the class that the layout's type has
-        std::size_t depth = 0;
+    /// Children of a group of which some are still to come.
+    struct Row {
+        LayoutNode const* layout = nullptr;  ///< the group; null: there is no such row
+        PersistentProperties* bag = nullptr; ///< the group's
+        std::size_t next = 0;  ///< the position in the layout of the child that Next would come to
+        std::size_t depth = 0; ///< of the children
     };
-    /// Such a leaf, if that is what Next would come to; for who has many, as all else about it is left out.
-    PlainLeaf PeekPlainLeaf();
-    /// Passes over it. Afterwards Next is called, or one of these two; nothing else.
-    void PassPlainLeaf() noexcept;
+    /// The row that Next would go on in; for who goes through many bags that are known by their shape, and
+    /// needs no place for each of the children.
+    Row PeekRow();
+    /// Passes over what stands in that row before a position, which may be its end. Afterwards Next is
+    /// called, or one of these two; nothing else.
+    void PassTo(std::size_t position) noexcept;
 
     ParameterView const& AsView() const noexcept { return m_place.at; }
     ParameterNode const& AsNode() const noexcept { return m_place.at.m_node; }

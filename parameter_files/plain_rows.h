@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "database/layout_shapes.h"
+
+#include <zantrel/layout/layout_node.h>
+#include <zantrel/layout/node_type.h>
+#include <zantrel/sax/prepared_tag.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <unordered_map>
+#include <vector>
+
+namespace Zantrel {
+
+/// What a file has for the children in the bags of one shape, in the layout's order.
+struct PlainRow {
+    struct Child {
+        KelSAX::PreparedTag const* tag = nullptr; ///< null: no child to be written from the block
+        NodeShape const* body = nullptr;          ///< that a group's bag has; null: a value
+        PlainRow* row = nullptr;                  ///< of that, once somebody asked for it
+        std::uint32_t place = 0;                  ///< of its bag
+        eTypeLayoutNode type = eTypeLayoutNode::Group;
+    };
+
+    std::vector<Child> children;
+};
+
+/// The rows of all shapes that one write meets, each made when it is first asked for: so what a shape says is
+/// compared with the layout once, and the layout mustn't change meanwhile.
+class PlainRows {
+public:
+    /// The format's TagOfPlain gives the tag of a child, which must live as long as the rows; null where the
+    /// child isn't to be written from the block. Of a shape whose node is known to be there.
+    template <class Format> PlainRow& Of(NodeShape const& shape, Format& format) {
+        auto const [row, isNew] = m_rows.try_emplace(&shape);
+        if (isNew) {
+            Fill(row->second, shape, format);
+        }
+        return row->second;
+    }
+
+private:
+    /// Whether a walk on the layout as it is now would give this child as a group or a leaf, with the bag
+    /// that the shape has for it.
+    static bool IsAsFormatted(NodeShape::Child const& own, LayoutNode const& node, LayoutNode const& parent) {
+        return own.IsFoundAs(node) && own.type == node.m_type && node.Parent() == &parent && !node.m_isList &&
+               !node.m_isProfileList && (own.body != nullptr) == (node.Size() != 0);
+    }
+
+    template <class Format> static void Fill(PlainRow& row, NodeShape const& shape, Format& format) {
+        std::size_t const known = shape.Children().size();
+        for (LayoutNode const* const node : shape.Node().m_children) {
+            std::size_t const position = row.children.size();
+            PlainRow::Child& child = row.children.emplace_back();
+            if (position < known && IsAsFormatted(shape.Children()[position], *node, shape.Node())) {
+                NodeShape::Child const& own = shape.Children()[position];
+                child = {format.TagOfPlain(*node), own.body, nullptr, shape.At(own.slot).place, own.type};
+            }
+        }
+    }
+
+    std::unordered_map<NodeShape const*, PlainRow> m_rows;
+};
+
+} // namespace Zantrel
