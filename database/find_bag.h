@@ -52,8 +52,8 @@ inline ParameterNode CursorOn(LayoutNode const& child, PersistentProperties* bag
 
 /// A flag in the bag; one that was never set is false.
 inline bool FindFlag(PersistentProperties& bag, std::wstring const& name) {
-    auto const* flag = PropertyCast<bool>(BagAccess::FindReserved(bag, name));
-    return flag != nullptr && !flag->IsDeleted() && flag->m_value;
+    PersistentProperty<bool> const* const flag = BagAccess::FindFlag(bag, name);
+    return flag != nullptr && !flag->m_deleted && flag->m_value;
 }
 
 /// Whether an entry of a profile list's bag is a profile that users see.

@@ -150,7 +150,10 @@ private:
             child.row = &m_rows.Of(*child.body, m_format);
         }
         m_elements.Open(*child.tag);
-        ++group.next;
+        if (++group.next != group.row->children.size() && group.row->children[group.next].body != nullptr) {
+            BagAccess::Announce(
+                BagAccess::BagIn(*group.block, group.row->children[group.next].place).m_value);
+        }
         Enter(*child.row, bag.m_value, 0);
         return true;
     }

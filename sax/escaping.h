@@ -44,6 +44,13 @@ inline constexpr Escape Escapes[] = {
     {'\r', "&#13;", "&#13;"}, {'\t', "\t", "&#9;"},  {'\n', "\n", "&#10;"},
 };
 
+/// What one of these becomes in a place that isn't a comment.
+inline std::string_view EscapeOf(char character, TextPlace place) noexcept {
+    auto const* const escape = std::find_if(std::begin(Escapes), std::end(Escapes),
+                                            [=](Escape const& row) { return row.character == character; });
+    return place == TextPlace::Content ? escape->inContent : escape->inAttribute;
+}
+
 /// What a text can't be written for.
 struct TextFault {
     enum class Kind { None, NoUtf8, NoXmlCharacter };
@@ -72,9 +79,7 @@ template <class Put> TextFault PutEscaped(std::string_view text, TextPlace place
         if (character.code >= 0x80 || place == TextPlace::Comment) {
             put(std::string_view(at, character.size));
         } else {
-            auto const* const escape = std::find_if(std::begin(Escapes), std::end(Escapes),
-                                                    [at](Escape const& row) { return row.character == *at; });
-            put(place == TextPlace::Content ? escape->inContent : escape->inAttribute);
+            put(EscapeOf(*at, place));
         }
         at += character.size;
     }

@@ -52,18 +52,7 @@ void ISAXWriter::OpenElement(std::wstring_view tag) {
 
 void ISAXWriter::WriteIntegerValue(std::int64_t value) { WriteValue(PrintedInteger(value).View()); }
 
-void ISAXWriter::WriteLeaf(PreparedTag const& tag, std::wstring_view text) {
-    // Out of the way of what a writer of the host's converts while it opens the element.
-    std::string converted = std::move(m_converted);
-    converted.clear();
-    Zantrel::Text::AppendUtf8Unchecked(text, converted);
-    WriteLeaf(tag, std::string_view(converted));
-    m_converted = std::move(converted);
-}
-
-void ISAXWriter::WriteIntegerLeaf(PreparedTag const& tag, std::int64_t value) {
-    WriteLeaf(tag, PrintedInteger(value).View());
-}
+void ISAXWriter::WriteLeaf(PreparedTag const& tag, std::wstring_view text) { WriteWideLeaf(tag, text); }
 
 // What follows is all that a writer of a host's own needs to take prepared tags, and it is how the driver
 // takes what has no ready bytes.
@@ -88,6 +77,19 @@ void ISAXWriter::WriteLeaf(PreparedTag const& tag, std::string_view text) {
 void ISAXWriter::WriteDoubleLeaf(PreparedTag const& tag, double value, int precision) {
     MSAXTagWriter const element(*this, tag);
     WriteDoubleValue(value, precision, 0);
+}
+
+void ISAXWriter::WriteWideLeaf(PreparedTag const& tag, std::wstring_view text) {
+    // Out of the way of what a writer of the host's converts while it opens the element.
+    std::string converted = std::move(m_converted);
+    converted.clear();
+    Zantrel::Text::AppendUtf8Unchecked(text, converted);
+    WriteLeaf(tag, std::string_view(converted));
+    m_converted = std::move(converted);
+}
+
+void ISAXWriter::WriteIntegerLeaf(PreparedTag const& tag, std::int64_t value) {
+    WriteLeaf(tag, PrintedInteger(value).View());
 }
 
 } // namespace KelSAX

@@ -26,7 +26,7 @@ inline void WriteLeaf(KelSAX::PreparedTag const& tag, bool value, KelSAX::ISAXWr
     writer.WriteLeaf(tag, BoolWord(value));
 }
 inline void WriteLeaf(KelSAX::PreparedTag const& tag, std::wstring const& value, KelSAX::ISAXWriter& writer) {
-    writer.WriteLeaf(tag, std::wstring_view(value));
+    writer.WriteWideLeaf(tag, value);
 }
 
 } // namespace Zantrel::Sax

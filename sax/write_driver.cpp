@@ -5,6 +5,7 @@
 #include "text/enum_order.h"
 #include "text/numbers.h"
 #include "text/sentences.h"
+#include "text/surrogates.h"
 #include "text/unicode.h"
 #include "text/utf8.h"
 #include "xml/blocks.h"
@@ -45,11 +46,14 @@ constexpr FaultPattern FaultPatterns[] = {
 
 static_assert(InEnumOrder(FaultPatterns, &FaultPattern::fault, WriteFault::HandlerRefused));
 
+/// Of a text in content, by escaping.
+constexpr std::size_t MostGrowth = 5;
+
 /// A line that is broken and indented for a tag at the depth that most keep within: two blanks a level.
 constexpr std::string_view Line = "\n                                                                ";
 
 /// One of a prepared tag's two, of which most are as short as is Readable.
-char* CopyTag(std::string_view bytes, char* into) noexcept {
+inline char* CopyTag(std::string_view bytes, char* into) noexcept {
     constexpr std::size_t First = KelSAX::PreparedTag::Readable;
     std::memcpy(into, bytes.data(), First);
     if (bytes.size() > First) {
@@ -63,10 +67,54 @@ char* Copy(std::string_view bytes, char* into) noexcept {
     return into + bytes.size();
 }
 
+/// Copies all of Line in any case, since a known size is copied fastest.
+char* BreakLine(char* into, std::size_t depth) noexcept {
+    std::size_t const size = 1 + 2 * depth;
+    std::memcpy(into, Line.data(), Line.size());
+    if (size > Line.size()) {
+        std::memset(into + Line.size(), ' ', size - Line.size());
+    }
+    return into + size;
+}
+
+/// Gives the end; null where XML can't carry the text.
+char* CopyEscaped(std::string_view text, char* into) noexcept {
+    auto const fault =
+        PutEscaped(text, TextPlace::Content, [&into](std::string_view piece) { into = Copy(piece, into); });
+    return fault.kind == TextFault::Kind::None ? into : nullptr;
+}
+
+/// The same for a wide text, character by character.
+char* CopyEscaped(std::wstring_view text, char* into) noexcept {
+    while (!text.empty()) {
+        char32_t const code = Text::TakeCodePoint(text);
+        if (!Xml::IsXmlCharacter(code)) {
+            return nullptr;
+        }
+        bool const isEscaped = code < 0x80 && NeedsCare(Xml::Byte(static_cast<unsigned char>(code))).Any();
+        into = isEscaped ? Copy(EscapeOf(static_cast<char>(code), TextPlace::Content), into)
+                         : Text::EncodeUtf8(code, into);
+    }
+    return into;
+}
+
+/// Gives the end; null where the text isn't the same in a document. A block behind it is written, too: it
+/// ends the search.
+char* CopyPlain(std::wstring_view text, char* into) noexcept {
+    if (Text::NarrowAscii(text, into) != text.size()) {
+        return nullptr;
+    }
+    char* const end = into + text.size();
+    std::memset(end, 0, Xml::Block::Size);
+    return Xml::Find(into, NeedsCare) == end ? end : nullptr;
+}
+
 } // namespace
 
 WriteDriver::WriteDriver(Io::ByteSink& sink)
-    : m_sink(sink), m_buffer(std::make_unique_for_overwrite<char[]>(BufferSize)) {}
+    : m_sink(sink), m_buffer(std::make_unique_for_overwrite<char[]>(BufferSize)) {
+    m_levels.reserve(Xml::MaxDepth);
+}
 
 // The root is written as any element; the declaration and the comments before it stand in no element. Whether
 // the handler has failed the write is asked before what it has left open, and both before the root is closed.
@@ -207,7 +255,8 @@ void WriteDriver::OpenElement(std::string_view tag) {
     if (!Xml::IsPortableXmlName(tag)) {
         return Fail(WriteFault::NoName, tag);
     }
-    if (BeginElement(tag, {})) {
+    if (char* const end = BeginElement(tag.size() + 3, {})) {
+        *Copy(tag, Copy("</", end)) = '>';
         Put('<');
         Put(tag);
     }
@@ -215,21 +264,23 @@ void WriteDriver::OpenElement(std::string_view tag) {
 
 void WriteDriver::OpenPrepared(KelSAX::PreparedTag const& tag) {
     if (!tag.IsReady()) {
-        ISAXWriter::OpenPrepared(tag);
-    } else if (!HasFailed() && BeginElement(tag.Name(), tag.Attributes())) {
-        Put(tag.Start());
+        return ISAXWriter::OpenPrepared(tag);
+    }
+    char* const end = HasFailed() ? nullptr : BeginElement(tag.End().size(), tag.Attributes());
+    if (end != nullptr) {
+        CopyTag(tag.End(), end);
+        PutTag(tag.Start());
     }
 }
 
 // All that can throw comes before the element counts as open, so that a tag that wasn't opened needs no
 // closing. The tag before takes no attribute from then on, for its own are forgotten; those of a few go by
 // their count.
-bool WriteDriver::BeginElement(std::string_view name,
-                               std::vector<KelSAX::PreparedTag::Attribute> const& attributes) {
-    std::size_t const depth = m_levels.size();
-    if (depth == Xml::MaxDepth) {
+char* WriteDriver::BeginElement(std::size_t endSize,
+                                std::vector<KelSAX::PreparedTag::Attribute> const& attributes) {
+    if (m_levels.size() == Xml::MaxDepth) {
         Fail(WriteFault::TooDeep);
-        return false;
+        return nullptr;
     }
     if (m_startTag == StartTag::TakesAttributes) {
         m_startTag = StartTag::TakesContent;
@@ -241,31 +292,60 @@ bool WriteDriver::BeginElement(std::string_view name,
     for (KelSAX::PreparedTag::Attribute const& attribute : attributes) {
         static_cast<void>(IsNewAttribute(attribute.name)); // they are: the tag is ready
     }
-    m_names.reserve(m_names.size() + name.size());
-    m_levels.push_back({m_names.size()});
-    m_names.append(name);
-    BeginTag(depth);
+    if (m_ends.size() < m_endsUsed + endSize + KelSAX::PreparedTag::Readable) {
+        m_ends.resize(2 * m_ends.size() + endSize + KelSAX::PreparedTag::Readable);
+    }
+    WrittenTo(BeginTag(0));
+    if (!m_levels.empty()) {
+        m_levels.back().hasChildren = true;
+    }
+    m_levels.push_back({m_endsUsed}); // there is room for all that may be open
     m_startTag = StartTag::TakesAttributes;
-    return true;
+    char* const end = m_ends.data() + m_endsUsed;
+    m_endsUsed += endSize;
+    return end;
 }
 
-void WriteDriver::BeginTag(std::size_t depth) noexcept {
-    CompleteStartTag();
-    if (depth == 0 || !m_levels[depth - 1].hasText) {
-        BreakLine(depth);
+inline char* WriteDriver::BeginTag(std::size_t size) noexcept {
+    char* at = MakeRoom(TagRoom + size);
+    if (m_startTag != StartTag::Complete) {
+        *at++ = '>';
     }
-    if (depth != 0) {
-        m_levels[depth - 1].hasChildren = true;
-    }
+    bool const isInText = !m_levels.empty() && m_levels.back().hasText;
+    return isInText ? at : BreakLine(at, m_levels.size());
 }
 
 // Whatever is out of the ordinary goes the long way, which also says what is wrong with it.
 void WriteDriver::WriteLeaf(KelSAX::PreparedTag const& tag, std::string_view text) {
-    char* const at = !text.empty() && IsPlain(text) ? BeginLeaf(tag, text.size()) : nullptr;
-    if (at != nullptr) {
-        EndLeaf(tag, Copy(text, at));
+    bool const isShort = !text.empty() && text.size() < BufferSize / (2 * MostGrowth);
+    char* const at = isShort ? BeginLeaf(tag, MostGrowth * text.size()) : nullptr;
+    char* const end = at != nullptr ? CopyEscaped(text, at) : nullptr;
+    if (end != nullptr) {
+        EndLeaf(tag, end);
     } else {
         ISAXWriter::WriteLeaf(tag, text);
+    }
+}
+
+void WriteDriver::WriteWideLeaf(KelSAX::PreparedTag const& tag, std::wstring_view text) {
+    bool const isShort = !text.empty() && text.size() < BufferSize / (2 * MostGrowth);
+    char* const at = isShort ? BeginLeaf(tag, MostGrowth * text.size() + Xml::Block::Size) : nullptr;
+    char* end = at != nullptr ? CopyPlain(text, at) : nullptr;
+    if (at != nullptr && end == nullptr) {
+        end = CopyEscaped(text, at);
+    }
+    if (end != nullptr) {
+        EndLeaf(tag, end);
+    } else {
+        ISAXWriter::WriteWideLeaf(tag, text);
+    }
+}
+
+void WriteDriver::WriteIntegerLeaf(KelSAX::PreparedTag const& tag, std::int64_t value) {
+    if (char* const at = BeginLeaf(tag, Text::NumberRoom)) {
+        EndLeaf(tag, Text::PrintInteger(at, value));
+    } else {
+        ISAXWriter::WriteIntegerLeaf(tag, value);
     }
 }
 
@@ -278,28 +358,20 @@ void WriteDriver::WriteDoubleLeaf(KelSAX::PreparedTag const& tag, double value, 
 }
 
 char* WriteDriver::BeginLeaf(KelSAX::PreparedTag const& tag, std::size_t textSize) noexcept {
-    std::size_t const depth = m_levels.size();
-    std::size_t const size =
-        Line.size() + tag.Start().size() + 1 + textSize + tag.End().size() + KelSAX::PreparedTag::Readable;
-    bool const fits = depth < Line.size() / 2 && size < BufferSize;
-    if (!fits || depth == 0 || !tag.IsReady() || HasFailed()) {
+    std::size_t const size = tag.Start().size() + 1 + textSize + tag.End().size();
+    bool const fits = size < BufferSize - TagRoom && m_levels.size() < Xml::MaxDepth;
+    if (!fits || m_levels.empty() || !tag.IsReady() || HasFailed()) {
         return nullptr;
     }
-    CompleteStartTag();
-    char* at = MakeRoom(size);
-    Level& parent = m_levels.back();
-    parent.hasChildren = true;
-    if (!parent.hasText) {
-        std::memcpy(at, Line.data(), Line.size()); // all of it, since a known size is copied fastest
-        at += 1 + 2 * depth;
-    }
-    at = CopyTag(tag.Start(), at);
+    char* const at = CopyTag(tag.Start(), BeginTag(size));
     *at = '>';
     return at + 1;
 }
 
 void WriteDriver::EndLeaf(KelSAX::PreparedTag const& tag, char* at) noexcept {
-    m_used = static_cast<std::size_t>(CopyTag(tag.End(), at) - m_buffer.get());
+    WrittenTo(CopyTag(tag.End(), at));
+    m_startTag = StartTag::Complete;
+    m_levels.back().hasChildren = true;
 }
 
 // The root was not opened by the handler.
@@ -317,21 +389,19 @@ void WriteDriver::EndElement() noexcept {
     if (HasFailed()) {
         return;
     }
-    Level const& level = m_levels.back();
+    Level const level = m_levels.back();
+    std::string_view const end = EndTagOf(m_levels.size() - 1);
+    m_levels.pop_back();
     if (m_startTag != StartTag::Complete) {
         Put("/>");
     } else {
         if (level.hasChildren && !level.hasText) {
-            BreakLine(m_levels.size() - 1);
+            WrittenTo(BreakLine(MakeRoom(TagRoom), m_levels.size()));
         }
-        Put('<');
-        Put('/');
-        Put(NameOf(m_levels.size() - 1));
-        Put('>');
+        PutTag(end);
     }
     m_startTag = StartTag::Complete;
-    m_names.resize(level.nameBegin);
-    m_levels.pop_back();
+    m_endsUsed = level.endBegin;
 }
 
 /// Whether text can follow.
@@ -354,16 +424,6 @@ void WriteDriver::CompleteStartTag() noexcept {
     }
 }
 
-void WriteDriver::BreakLine(std::size_t depth) noexcept {
-    std::size_t blanks = 2 * depth;
-    std::size_t const first = std::min(blanks, Line.size() - 1);
-    Put(Line.substr(0, 1 + first));
-    // Deeper than the line is long, which hardly any document is.
-    for (blanks -= first; blanks != 0; blanks -= 2) {
-        Put("  ");
-    }
-}
-
 // A fault may leave a part of the text in the buffer: the document is lost anyway.
 void WriteDriver::PutChecked(std::string_view text, TextPlace place) {
     TextFault const fault = PutEscaped(text, place, [this](std::string_view piece) { Put(piece); });
@@ -374,10 +434,23 @@ void WriteDriver::PutChecked(std::string_view text, TextPlace place) {
     }
 }
 
+std::string_view WriteDriver::EndTagOf(std::size_t level) const noexcept {
+    std::size_t const begin = m_levels[level].endBegin;
+    std::size_t const end = level + 1 < m_levels.size() ? m_levels[level + 1].endBegin : m_endsUsed;
+    return std::string_view(m_ends).substr(begin, end - begin);
+}
+
 std::string_view WriteDriver::NameOf(std::size_t level) const noexcept {
-    std::size_t const begin = m_levels[level].nameBegin;
-    std::size_t const end = level + 1 < m_levels.size() ? m_levels[level + 1].nameBegin : m_names.size();
-    return std::string_view(m_names).substr(begin, end - begin);
+    std::string_view const end = EndTagOf(level);
+    return end.substr(2, end.size() - 3);
+}
+
+void WriteDriver::PutTag(std::string_view bytes) noexcept {
+    if (bytes.size() < BufferSize - TagRoom) {
+        WrittenTo(CopyTag(bytes, MakeRoom(bytes.size() + KelSAX::PreparedTag::Readable)));
+    } else {
+        Put(bytes);
+    }
 }
 
 // What is larger than the buffer goes past it.

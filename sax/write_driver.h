@@ -8,9 +8,11 @@
 
 #include "io/byte_sink.h"
 #include "sax/escaping.h"
+#include "xml/depth_limit.h"
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <set>
@@ -40,10 +42,11 @@ enum class WriteFault {
 /// Turns the calls of handlers into one document.
 ///
 /// All that is written goes through one buffer to the sink. The first fault is kept, and everything after it
-/// does nothing. Names of open elements stand in one string: once warm, an element costs no allocation.
+/// does nothing. End tags of open elements stand in one string: once warm, an element costs no allocation.
 ///
 /// What holds between two calls:
-/// - m_levels are the open elements from the root inwards, m_names their names one behind the other. After a
+/// - m_levels are the open elements from the root inwards, m_ends their end tags one behind the other. After
+/// a
 ///   fault both stay as they were, for they are the path that the report shows.
 /// - m_startTag says what the start tag that was written last still takes. Its ">" is left out until
 ///   something follows, since nothing may, and then it becomes "/>".
@@ -84,17 +87,21 @@ public:
     void OpenPrepared(KelSAX::PreparedTag const& tag) override;
     void WriteLeaf(KelSAX::PreparedTag const& tag, std::string_view text) override;
     void WriteDoubleLeaf(KelSAX::PreparedTag const& tag, double value, int precision) override;
+    void WriteIntegerLeaf(KelSAX::PreparedTag const& tag, std::int64_t value) override;
+    void WriteWideLeaf(KelSAX::PreparedTag const& tag, std::wstring_view text) override;
 
 private:
     /// Large, so that the sink is called seldom, but no more than a heap gives again and again and a
     /// processor keeps near.
     static constexpr std::size_t BufferSize = 64 * 1024;
+    /// What stands before a tag at most, or is copied with one and overwritten by what follows.
+    static constexpr std::size_t TagRoom = 128 + 2 * Xml::MaxDepth;
     /// Up to so many names are compared one by one, which is faster than any set.
     static constexpr std::size_t FewAttributes = 16;
 
     /// An element that is open.
     struct Level {
-        std::size_t nameBegin = 0; ///< in m_names; the name goes on to where the next level's begins
+        std::size_t endBegin = 0; ///< in m_ends; the end tag goes on to where the next level's begins
         bool hasText = false;
         bool hasChildren = false;
     };
@@ -113,12 +120,14 @@ private:
     void ReferToSchema(KelAM::SaxUtilities::WriteOptions const& options);
     /// Closes the innermost element, be it the root.
     void EndElement() noexcept;
-    /// Opens an element up to the bytes of its tag. False when it is too deep.
-    bool BeginElement(std::string_view name, std::vector<KelSAX::PreparedTag::Attribute> const& attributes);
-    /// Puts what comes before a tag at the depth, and notes it at the element around it.
-    void BeginTag(std::size_t depth) noexcept;
+    /// Opens an element up to the bytes of its tag. Gives the place of its end tag of `endSize` bytes, where
+    /// PreparedTag::Readable bytes may be written in any case; null when the element is too deep.
+    char* BeginElement(std::size_t endSize, std::vector<KelSAX::PreparedTag::Attribute> const& attributes);
+    /// The place of a tag and of what follows it, `size` bytes in all, behind what comes before any tag. That
+    /// stands in the buffer from then on, but nothing counts as written before m_used says so.
+    char* BeginTag(std::size_t size) noexcept;
     /// The place for the text of a leaf, of at most `textSize` bytes, with its start tag before it; null when
-    /// it can't go out in one go, and then nothing has happened. EndLeaf takes the end of the text.
+    /// it can't go out in one go. Nothing has happened before EndLeaf, which takes the end of the text.
     char* BeginLeaf(KelSAX::PreparedTag const& tag, std::size_t textSize) noexcept;
     void EndLeaf(KelSAX::PreparedTag const& tag, char* at) noexcept;
     /// Keeps the name; false when the start tag has it.
@@ -127,14 +136,15 @@ private:
     bool BeginText() noexcept;
     /// Writes the ">" that is still due, if one is.
     void CompleteStartTag() noexcept;
-    /// And indents for a tag at that depth, two blanks a level.
-    void BreakLine(std::size_t depth) noexcept;
     /// Escapes what XML asks for in that place, or fails.
     void PutChecked(std::string_view text, TextPlace place);
+    std::string_view EndTagOf(std::size_t level) const noexcept;
     std::string_view NameOf(std::size_t level) const noexcept;
 
     // Into the buffer, unchecked. After a failed sink they write nowhere, without harm.
     void Put(std::string_view bytes) noexcept;
+    /// Of these bytes PreparedTag::Readable may be read in any case.
+    void PutTag(std::string_view bytes) noexcept;
     void Put(char byte) noexcept {
         *MakeRoom(1) = byte;
         ++m_used;
@@ -146,13 +156,15 @@ private:
         }
         return m_buffer.get() + m_used;
     }
+    void WrittenTo(char const* at) noexcept { m_used = static_cast<std::size_t>(at - m_buffer.get()); }
     void Flush() noexcept;
 
     Io::ByteSink& m_sink;
     std::unique_ptr<char[]> m_buffer;
     std::size_t m_used = 0;
 
-    std::string m_names;
+    std::string m_ends; ///< longer by PreparedTag::Readable at least than what stands in it
+    std::size_t m_endsUsed = 0;
     std::vector<Level> m_levels;
     StartTag m_startTag = StartTag::Complete;
     std::array<std::string, FewAttributes> m_attributes; ///< names in the start tag

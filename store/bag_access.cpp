@@ -13,14 +13,17 @@ IPersistentProperty* Find(PersistentProperties const& bag, std::wstring const& n
     return reader.PropertyAt(reader.FindBorrowed(name));
 }
 
-IPersistentProperty* FindReserved(PersistentProperties const& bag, std::wstring const& name) noexcept {
-    ShapedBlock* const block = BagInside::Shaped(bag);
+PersistentProperty<bool> const* FindFlag(PersistentProperties const& bag, std::wstring const& name) noexcept {
+    ShapedBlock const* const block = BagInside::Shaped(bag);
     if (block == nullptr) {
-        return Find(bag, name);
+        return PropertyCast<bool>(Find(bag, name));
     }
-    ShapedForm const form{block};
-    EntryPlace const place = form.FindFixed(name);
-    return place != nullptr ? form.At(place).property : nullptr;
+    for (std::size_t const slot : block->shape->FlagSlots()) {
+        if (block->Has(slot) && block->shape->NameAt(slot).Borrows(name)) {
+            return &block->FlagAt(slot);
+        }
+    }
+    return nullptr;
 }
 
 IPersistentProperty* FindSole(PersistentProperties const& bag) noexcept {

@@ -81,6 +81,9 @@ std::vector<std::uint32_t> BagShape::Complete() {
                 at = (at + 1) & (capacity - 1);
             }
             m_index[at] = static_cast<std::uint32_t>(slot + 1);
+            if (m_slots[slot].flagBit != 0) {
+                m_flagSlots.push_back(slot);
+            }
         }
     }
     return slots;

@@ -49,6 +49,8 @@ public:
     EntryName const& NameAt(std::size_t slot) const noexcept { return m_names[slot]; }
     EntryName const* Names() const noexcept { return m_names.data(); }
     std::uint32_t FlagBits() const noexcept { return m_flagBits; } ///< of all flags
+    /// Of the flags that a look-up by name finds: no bag has the name of one.
+    std::vector<std::size_t> const& FlagSlots() const noexcept { return m_flagSlots; }
     /// How long a block is.
     std::size_t Bytes() const noexcept { return m_bytes; }
 
@@ -67,6 +69,7 @@ private:
     std::vector<Slot> m_slots;
     std::vector<std::uint32_t> m_index; ///< by hash: slot + 1 of each name's first entry; 0: none
     std::uint32_t m_flagBits = 0;
+    std::vector<std::size_t> m_flagSlots;
     std::size_t m_bytes = 0;
 };
 

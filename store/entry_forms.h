@@ -89,9 +89,6 @@ struct ShapedForm {
     EntryPlace FindBorrowed(std::wstring const& name) const noexcept {
         return Present(block->shape->FindBorrowed(name), name);
     }
-    EntryPlace FindFixed(std::wstring_view name) const noexcept {
-        return Present(block->shape->FindFixed(name), name);
-    }
     static EntryName NameAt(EntryPlace place) noexcept { return *static_cast<EntryName const*>(place); }
     NamedProperty At(EntryPlace place) const noexcept {
         return {static_cast<EntryName const*>(place)->View(), block->At(SlotAt(place))};

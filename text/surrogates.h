@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <string_view>
+
 /// The arithmetic of UTF-16: characters from U+10000 on are a pair of a high and a low surrogate, and a
 /// surrogate that is alone is no character. Wide texts may hold pairs on every platform, whatever the width
 /// of wchar_t.
@@ -23,5 +25,20 @@ constexpr char32_t JoinSurrogates(char32_t high, char32_t low) noexcept {
 /// The two halves of a character from U+10000 on.
 constexpr char32_t HighSurrogateOf(char32_t character) noexcept { return 0xD7C0 + (character >> 10); }
 constexpr char32_t LowSurrogateOf(char32_t character) noexcept { return 0xDC00 + (character & 0x3FF); }
+
+/// Takes one code point from the front of `text`, which is not empty; what can't be joined comes as it
+/// stands.
+inline char32_t TakeCodePoint(std::wstring_view& text) noexcept {
+    auto const first = static_cast<char32_t>(text.front());
+    text.remove_prefix(1);
+    if (IsHighSurrogate(first) && !text.empty()) {
+        auto const second = static_cast<char32_t>(text.front());
+        if (IsLowSurrogate(second)) {
+            text.remove_prefix(1);
+            return JoinSurrogates(first, second);
+        }
+    }
+    return first;
+}
 
 } // namespace Zantrel::Text

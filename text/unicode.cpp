@@ -34,25 +34,6 @@ bool NarrowBlock(wchar_t const* text, char* into) noexcept {
     return all < 0x80;
 }
 
-/// Converts the ASCII characters that `text` begins with and gives their number. `into` has room for all of
-/// `text`. What is left behind the last block is the end of one more, which begins in the one before.
-std::size_t NarrowAscii(std::wstring_view text, char* into) noexcept {
-    std::size_t done = 0;
-    while (text.size() - done >= NarrowBlockSize && NarrowBlock(text.data() + done, into + done)) {
-        done += NarrowBlockSize;
-    }
-    if (done != 0 && text.size() - done < NarrowBlockSize) {
-        std::size_t const last = text.size() - NarrowBlockSize;
-        if (NarrowBlock(text.data() + last, into + last)) {
-            return text.size();
-        }
-    }
-    for (; done < text.size() && static_cast<std::uint32_t>(text[done]) < 0x80; ++done) {
-        into[done] = static_cast<char>(text[done]);
-    }
-    return done;
-}
-
 std::size_t WidenAscii(std::string_view utf8, wchar_t* into) noexcept {
     std::size_t done = 0;
     for (; utf8.size() - done >= Block; done += Block) {
@@ -70,21 +51,6 @@ std::size_t WidenAscii(std::string_view utf8, wchar_t* into) noexcept {
         into[done] = static_cast<wchar_t>(utf8[done]);
     }
     return done;
-}
-
-/// Takes one code point from the front of `text`, which is not empty; what can't be joined comes as it
-/// stands.
-char32_t TakeCodePoint(std::wstring_view& text) noexcept {
-    auto const first = static_cast<char32_t>(text.front());
-    text.remove_prefix(1);
-    if (IsHighSurrogate(first) && !text.empty()) {
-        auto const second = static_cast<char32_t>(text.front());
-        if (IsLowSurrogate(second)) {
-            text.remove_prefix(1);
-            return JoinSurrogates(first, second);
-        }
-    }
-    return first;
 }
 
 /// What one unit becomes: UTF-8, or for what is no code point the bytes that AppendUtf8Unchecked promises.
@@ -141,6 +107,24 @@ void AppendCodePoint(char32_t code, std::wstring& text) {
 }
 
 } // namespace
+
+// What is left behind the last block is the end of one more, which begins in the one before.
+std::size_t NarrowAscii(std::wstring_view text, char* into) noexcept {
+    std::size_t done = 0;
+    while (text.size() - done >= NarrowBlockSize && NarrowBlock(text.data() + done, into + done)) {
+        done += NarrowBlockSize;
+    }
+    if (done != 0 && text.size() - done < NarrowBlockSize) {
+        std::size_t const last = text.size() - NarrowBlockSize;
+        if (NarrowBlock(text.data() + last, into + last)) {
+            return text.size();
+        }
+    }
+    for (; done < text.size() && static_cast<std::uint32_t>(text[done]) < 0x80; ++done) {
+        into[done] = static_cast<char>(text[done]);
+    }
+    return done;
+}
 
 bool AppendUtf8(std::wstring_view text, std::string& utf8) { return Append(text, utf8, false); }
 

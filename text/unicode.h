@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -16,6 +17,10 @@ bool AppendUtf8(std::wstring_view text, std::string& utf8);
 /// As AppendUtf8, but goes on: a lone surrogate becomes the three bytes of its code point, a value above
 /// U+10FFFF the byte FF. Neither is UTF-8, so whoever checks the result refuses it.
 void AppendUtf8Unchecked(std::wstring_view text, std::string& utf8);
+
+/// Converts the ASCII characters that `text` begins with and gives their number. `into` has room for as many
+/// bytes as `text` has units.
+std::size_t NarrowAscii(std::wstring_view text, char* into) noexcept;
 
 /// Appends well-formed UTF-8 as wide text; each ill-formed byte becomes U+FFFD.
 void AppendWide(std::string_view utf8, std::wstring& text);

@@ -45,6 +45,10 @@ public:
     virtual void WriteLeaf(PreparedTag const& tag, std::string_view text);
     /// The same with WriteDoubleValue.
     virtual void WriteDoubleLeaf(PreparedTag const& tag, double value, int precision);
+    /// The same with WriteIntegerValue, and WriteLeaf with a wide text; these give WriteLeaf the text in
+    /// UTF-8.
+    virtual void WriteIntegerLeaf(PreparedTag const& tag, std::int64_t value);
+    virtual void WriteWideLeaf(PreparedTag const& tag, std::wstring_view text);
 
     void WriteAttribute(std::string_view name, std::wstring_view value);
     void WriteValue(std::wstring_view value);
@@ -52,7 +56,6 @@ public:
     /// In plain decimal.
     void WriteIntegerValue(std::int64_t value);
     void WriteLeaf(PreparedTag const& tag, std::wstring_view text);
-    void WriteIntegerLeaf(PreparedTag const& tag, std::int64_t value);
 
 private:
     std::string m_converted;
