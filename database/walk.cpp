@@ -82,6 +82,13 @@ PlaceKind KindOf(ParameterNode const& at, LayoutNode const& layout, TwofoldConta
     return layout.Size() == 0 ? PlaceKind::Leaf : PlaceKind::Group;
 }
 
+/// Profiles stand in the order of names and not in that of memory.
+void Announce(NamedProperty const& next) {
+    if (auto const* const profile = PropertyCast<PersistentProperties>(next.property)) {
+        BagAccess::Announce(profile->m_value);
+    }
+}
+
 bool IsWholeContainer(PlaceKind kind) { return kind == PlaceKind::List || kind == PlaceKind::ProfileList; }
 
 } // namespace
@@ -291,7 +298,9 @@ bool WalkState::NextProfile(Level& level) {
             continue;
         }
         level.profile = entry.name;
-        ++level.entry;
+        if (++level.entry != level.bag->end()) {
+            Announce(*level.entry);
+        }
         PersistentProperties* const bag = m_sameNames == SameNames::Each
                                               ? &PropertyCast<PersistentProperties>(entry.property)->m_value
                                               : LiveBag(level.first.property);

@@ -25,6 +25,7 @@ struct PlainRow {
     };
 
     std::vector<Child> children;
+    std::vector<std::uint32_t> bodies; ///< the places of the bags that hold more than a value
 };
 
 /// The rows of all shapes that one write meets, each made when it is first asked for: so what a shape says is
@@ -51,6 +52,11 @@ private:
 
     template <class Format> static void Fill(PlainRow& row, NodeShape const& shape, Format& format) {
         std::size_t const known = shape.Children().size();
+        for (NodeShape::Child const& own : shape.Children()) {
+            if (own.body != nullptr || own.isList || own.isProfileList) {
+                row.bodies.push_back(shape.At(own.slot).place);
+            }
+        }
         for (LayoutNode const* const node : shape.Node().m_children) {
             std::size_t const position = row.children.size();
             PlainRow::Child& child = row.children.emplace_back();

@@ -10,6 +10,7 @@
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
 
 // Both parameter files are written by one loop over a walk. Each place but the top is an element, so the
 // elements that are open are always as many as the steps to the place last written, and an element is closed
@@ -115,8 +116,13 @@ private:
         return shape != nullptr && &shape->Node() == from.layout ? &m_rows.Of(*shape, m_format) : nullptr;
     }
 
+    /// What hangs below the block lies elsewhere and is fetched while the values in front of it are written.
     void Enter(PlainRow& row, PersistentProperties const& bag, std::size_t next) {
-        m_groups[m_depth++] = {&row, BagAccess::BlockOf(bag), next};
+        ShapedBlock const* const block = BagAccess::BlockOf(bag);
+        for (std::uint32_t const place : row.bodies) {
+            BagAccess::Announce(BagAccess::BagIn(*block, place).m_value);
+        }
+        m_groups[m_depth++] = {&row, block, next};
     }
 
     /// The values that come next, up to a group or to what isn't plain.
@@ -150,10 +156,7 @@ private:
             child.row = &m_rows.Of(*child.body, m_format);
         }
         m_elements.Open(*child.tag);
-        if (++group.next != group.row->children.size() && group.row->children[group.next].body != nullptr) {
-            BagAccess::Announce(
-                BagAccess::BagIn(*group.block, group.row->children[group.next].place).m_value);
-        }
+        ++group.next;
         Enter(*child.row, bag.m_value, 0);
         return true;
     }

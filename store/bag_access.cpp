@@ -13,10 +13,12 @@ IPersistentProperty* Find(PersistentProperties const& bag, std::wstring const& n
     return reader.PropertyAt(reader.FindBorrowed(name));
 }
 
+// In a block of entries the properties are looked at and not the names, which lie elsewhere, each by itself:
+// a profile list has as many as profiles, and no flag.
 PersistentProperty<bool> const* FindFlag(PersistentProperties const& bag, std::wstring const& name) noexcept {
     ShapedBlock const* const block = BagInside::Shaped(bag);
     if (block == nullptr) {
-        return PropertyCast<bool>(Find(bag, name));
+        return BagInside::IsFew(bag) && HoldsBagsOnly(bag) ? nullptr : PropertyCast<bool>(Find(bag, name));
     }
     for (std::size_t const slot : block->shape->FlagSlots()) {
         if (block->Has(slot) && block->shape->NameAt(slot).Borrows(name)) {

@@ -83,13 +83,13 @@ inline IPersistentProperty const* PlainValueOf(PersistentProperty<PersistentProp
     return BagInside::PlainValueOf(bag);
 }
 
-/// Says that the entries of a bag are soon read, which then wait less for memory.
-inline void Announce(PersistentProperties const& bag) noexcept {
+/// Says that the entries of a bag are soon read, which then wait less for memory. Nothing is looked at now.
+inline void Announce([[maybe_unused]] PersistentProperties const& bag) noexcept {
 #if defined(__GNUC__)
-    constexpr std::uintptr_t FormBits = 7;
-    auto const* const entries = reinterpret_cast<char const*>(BagInside::Word(bag) & ~FormBits);
-    for (std::size_t line = 0; line < 4; ++line) {
-        __builtin_prefetch(entries + 64 * line);
+    constexpr std::uintptr_t FormBits = 7, LineSize = 64, Lines = 4;
+    std::uintptr_t const entries = BagInside::Word(bag) & ~FormBits;
+    for (std::uintptr_t line = 0; line < Lines; ++line) {
+        __builtin_prefetch(reinterpret_cast<void const*>(entries + LineSize * line));
     }
 #endif
 }

@@ -25,6 +25,10 @@ struct BagInside {
         return VisitForm(bag.m_entries, ByForm{[](ShapedForm form) { return form.block; },
                                                [](auto) -> ShapedBlock* { return nullptr; }});
     }
+    /// Whether going through all entries is as quick as a look-up.
+    static bool IsFew(PersistentProperties const& bag) noexcept {
+        return VisitForm(bag.m_entries, ByForm{[](TreeForm) { return false; }, [](auto) { return true; }});
+    }
     /// The value that was placed behind a bag in its block, where the bag holds this one and nothing else;
     /// otherwise null.
     static IPersistentProperty* PlainValueOf(ShapedBlock::Bag const& bag) noexcept {

@@ -2,6 +2,8 @@
 #include "tests/parameter_files/reading_test.h"
 #include "tests/support/sax_test_support.h"
 
+#include <zantrel/parameter_files/machine_parameters_file.h>
+
 using namespace TestSupport;
 
 namespace {
@@ -143,6 +145,45 @@ TEST(GenericParameterFile, IsWrittenInTheOrderOfTheLayout) {
         R"(<Profile Name="p &amp; q" NameReadOnly="true"~ UserDefaultProfile="true"><I>6</I>)"
         R"(<N><Item>9</Item></N><C><Default~><S>s</S></Default><Profile Name="in"~><S/></Profile></C></Profile>)"
         R"(</C><Z><Default~><I>1</I></Default><Both Name="b"~><I>2</I></Both></Z></Root>)");
+}
+
+// The same places, once with all bags but the changed ones as they were formatted, once with none of them.
+TEST(GenericParameterFile, IsTheSameWhereverBagsAreNotAsTheyWereFormatted) {
+    constexpr int Depth = 40;
+    ParameterLayout layout;
+    LayoutNode* group = layout.m_profileEditor.GetNode();
+    for (int level = 0; level < Depth; ++level) {
+        group->AddNode(L"I", eTypeLayoutNode::Int, std::int32_t{5});
+        LayoutNode* const inner = group->AddNode(L"G");
+        group->AddNode(L"S", eTypeLayoutNode::String, L"a<\xE4");
+        group = inner;
+    }
+    using Change = void (*)(ParameterNode const&);
+    auto const written = [&](int changed, Change change, bool isFormatted) {
+        ParameterDatabase database(&layout);
+        ParameterNode at = database.GetProfileEditor();
+        for (int level = 0; level < Depth && at.IsValid(); ++level, at = at.Get(L"G")) {
+            if (!isFormatted) {
+                at.m_pProperties->AddProperty(L"x", new PersistentProperty<bool>());
+                at.m_pProperties->RemoveProperty(L"x", true);
+            }
+            if (level == changed) {
+                change(at);
+            }
+        }
+        std::ostringstream out;
+        EXPECT_TRUE(WriteStream(database, out, {}) && KlvrProperties::WriteStream(database, out, {}));
+        return out.str();
+    };
+    for (int const level : {0, 1, 30, 31, 32, 38}) {
+        for (Change const change : std::initializer_list<Change>{
+                 [](ParameterNode const& at) { at.Get(L"I").SetReadOnly(true); },
+                 [](ParameterNode const& at) { at.Get(L"G").SetHidden(true); },
+                 [](ParameterNode const& at) { at.m_pProperties->FindProperty(L"G")->SetDeleted(true); },
+                 [](ParameterNode const& at) { at.m_pProperties->FindProperty(L"S")->SetDeleted(true); }}) {
+            EXPECT_EQ(written(level, change, true), written(level, change, false)) << level;
+        }
+    }
 }
 
 TEST(GenericParameterFile, IsTheSameAsAFileOnAnyPathAndAsAStream) {
