@@ -341,15 +341,10 @@ void ReadDriver::ReportError() {
     }
 }
 
-// An entry that has no room costs no text, only the count.
-void ReadDriver::Report(Kind kind, std::initializer_list<std::wstring_view> parts) {
-    if (m_report == nullptr) {
-        return;
-    }
-    m_isReported = true;
+ReadReport::Entry ReadDriver::EntryOf(Kind kind) const {
     ReadReport::Entry entry;
     entry.kind = kind;
-    if (m_report->HasRoomFor(kind)) {
+    if (m_report != nullptr && m_report->HasRoomFor(kind)) {
         // While an element is handled, the tokeniser stands behind its text already.
         Xml::Position const place = m_stage == Stage::Handled ? m_place : m_tokeniser.Where();
         entry.line = place.line;
@@ -358,6 +353,18 @@ void ReadDriver::Report(Kind kind, std::initializer_list<std::wstring_view> part
             entry.path.append(level != 1 ? L"/" : L"");
             Text::AppendWide(m_open[level]->tag, entry.path);
         }
+    }
+    return entry;
+}
+
+// An entry that has no room costs no text, only the count.
+void ReadDriver::Report(Kind kind, std::initializer_list<std::wstring_view> parts) {
+    if (m_report == nullptr) {
+        return;
+    }
+    m_isReported = true;
+    ReadReport::Entry entry = EntryOf(kind);
+    if (m_report->HasRoomFor(kind)) {
         entry.sentence = Text::Fill(KindTexts[static_cast<std::size_t>(kind)].pattern, parts);
     }
     m_report->Add(std::move(entry));

@@ -63,6 +63,7 @@ public:
     std::size_t GetDepth() const override;
     bool HasReport() const override { return m_report != nullptr; }
     bool HasAttributes() const override { return m_stage == Stage::Handled && !m_attributes.empty(); }
+    ReadReport::Entry GetPlace() const override { return EntryOf(ReadReport::Kind::DroppedValue); }
 
 protected:
     std::optional<std::string_view> FindText() const override;
@@ -114,6 +115,8 @@ private:
     void DestroyPushed(std::size_t keep) noexcept;
     /// What stopped the tokeniser: the source's own words, where it was the source.
     void ReportError();
+    /// Without a sentence; without all else, too, where the report would not keep it.
+    ReadReport::Entry EntryOf(ReadReport::Kind kind) const;
     /// `parts` fill the sentence of that kind. Does nothing without a report.
     void Report(ReadReport::Kind kind, std::initializer_list<std::wstring_view> parts);
 

@@ -90,4 +90,6 @@ void ISAXReader::ReportDropped(std::wstring_view) {}
 
 void ISAXReader::RefuseDocument(std::wstring_view) {}
 
+Zantrel::ReadReport::Entry ISAXReader::GetPlace() const { return {}; }
+
 } // namespace KelSAX

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <zantrel/export.h>
+#include <zantrel/sax/read_report.h>
 
 #include <cstddef>
 #include <cstdint>
@@ -92,6 +93,12 @@ protected:
     virtual void ReportUnparsedAttribute(std::string_view name, std::wstring_view expected);
     virtual void ReportDropped(std::wstring_view sentence);
     virtual void RefuseDocument(std::wstring_view sentence);
+
+public:
+    /// The entry of a dropped value at the element being handled, without a sentence: for who can tell only
+    /// later whether something is to be said of it, and then adds it to the report. Empty where no report is
+    /// attached.
+    virtual Zantrel::ReadReport::Entry GetPlace() const;
 };
 
 } // namespace KelSAX
