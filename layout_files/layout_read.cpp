@@ -31,8 +31,11 @@ bool LayoutRead::HandleTag(std::string const& tag, KelSAX::ISAXReader& reader) {
     std::string_view localName;
     KelAM::SaxUtilities::XMLNamespaceHandler().ResolveTag(tag, localName, nullptr); // of any namespace
     m_layout.m_name = StringConversion::Utf8ToNative(localName);
+    ReadRoot(reader);
     return true;
 }
+
+void LayoutRead::ReadRoot(KelSAX::ISAXReader&) {}
 
 void LayoutRead::InitAfterLoading() { m_layout.AddCategoryNodeIfNeeded(); }
 
@@ -58,6 +61,11 @@ void LayoutRead::GoTo(Anchor anchor) {
     }
 }
 
+void LayoutRead::GoTo(Place place) {
+    m_currentNode = place.node;
+    m_level = place.level;
+}
+
 void LayoutRead::GoUp() {
     if (m_currentNode != &m_layout) {
         SetCurrent(m_currentNode->m_parent);
@@ -67,15 +75,16 @@ void LayoutRead::GoUp() {
 
 void LayoutRead::SetCurrent(LayoutNode* node) { m_currentNode = node != nullptr ? node : &m_layout; }
 
-void LayoutRead::Add(std::unique_ptr<LayoutNode> node, KelSAX::ISAXReader& reader) {
+bool LayoutRead::Add(std::unique_ptr<LayoutNode> node, KelSAX::ISAXReader& reader) {
     if (m_level >= MaxLevel) {
         reader.Refuse(L"The parameters are nested more than " + std::to_wstring(MaxLevel) +
                       L" levels deep; the layout is not taken.");
-        return;
+        return false;
     }
     m_currentNode->AppendNode(node.release());
     m_currentNode = m_currentNode->Back();
     ++m_level;
+    return true;
 }
 
 /// Some words are only written: a row says for each format whether its word is read.

@@ -40,15 +40,26 @@ protected:
     using Anchor = ParameterLayout::pNode ParameterLayout::*;
     static constexpr Anchor Root = nullptr;
 
+    /// Somewhere in the tree, to go back to.
+    struct Place {
+        LayoutNode* node;  ///< never null
+        std::size_t level; ///< below the root
+    };
+
+    /// Follows the naming of the layout. The inherited one does nothing.
+    virtual void ReadRoot(KelSAX::ISAXReader& reader);
     virtual bool ReadElement(std::string const& tag, KelSAX::ISAXReader& reader) = 0;
 
+    LayoutNode* NodeOf(Anchor anchor) const;
     bool IsAt(Anchor anchor) const;
     /// Whether the anchor's node, which may be missing, has this name. The root never has.
     bool IsNamed(Anchor anchor, std::string_view tag) const;
     void GoTo(Anchor anchor);
+    void GoTo(Place place);
     void GoUp();
-    /// Appends `node` to the current one and goes there, or refuses the document.
-    void Add(std::unique_ptr<LayoutNode> node, KelSAX::ISAXReader& reader);
+    Place Here() const { return {m_currentNode, m_level}; }
+    /// Appends `node` to the current one and goes there, or refuses the document and gives false.
+    bool Add(std::unique_ptr<LayoutNode> node, KelSAX::ISAXReader& reader);
 
     /// The type of a word in a file; a text for a word that the file doesn't know, which is noted.
     static eTypeLayoutNode TypeOf(LayoutWord::TypeWord LayoutWord::TypeRow::*file, std::string_view word,
@@ -58,7 +69,6 @@ protected:
     LayoutNode* m_currentNode; ///< never null
 
 private:
-    LayoutNode* NodeOf(Anchor anchor) const;
     void SetCurrent(LayoutNode* node);
 
     std::size_t m_level = 0; ///< of the current node, below the root

@@ -2,6 +2,7 @@
 #include <zantrel/layout_files/meta_file.h>
 
 #include "layout_files/meta_file_read.h"
+#include "layout_files/meta_file_whole_read.h"
 #include "layout_files/meta_file_write.h"
 #include "sax/document_options.h"
 
@@ -32,6 +33,16 @@ bool ReadStream(ParameterLayout& layout, std::basic_istream<char>& in, ReadRepor
     return KelAM::SaxUtilities::ReadStream(in, handler, report);
 }
 
+bool ReadWholeFile(ParameterLayout& layout, std::wstring const& path, ReadReport* report) {
+    MetaFileWholeRead handler(layout, report);
+    return KelAM::SaxUtilities::ReadFile(path, handler, report);
+}
+
+bool ReadWholeStream(ParameterLayout& layout, std::basic_istream<char>& in, ReadReport* report) {
+    MetaFileWholeRead handler(layout, report);
+    return KelAM::SaxUtilities::ReadStream(in, handler, report);
+}
+
 // Any well-formed document can be read, as elements that the format doesn't know become nodes. What tells a
 // layout from it is that something stands in the profile editor.
 bool IsValidFile(std::wstring const& path, ReadReport* report) {
@@ -46,6 +57,16 @@ bool WriteFile(ParameterLayout const& layout, std::wstring const& path, WriteRep
 
 bool WriteStream(ParameterLayout const& layout, std::basic_ostream<char>& out, WriteReport* report) {
     ParameterLayoutIOMetaFileWrite const handler(layout);
+    return KelAM::SaxUtilities::WriteStream(out, handler, DocumentOptions(layout), report);
+}
+
+bool WriteWholeFile(ParameterLayout const& layout, std::wstring const& path, WriteReport* report) {
+    ParameterLayoutIOMetaFileWrite const handler(layout, true);
+    return KelAM::SaxUtilities::WriteFile(path, handler, DocumentOptions(layout), report);
+}
+
+bool WriteWholeStream(ParameterLayout const& layout, std::basic_ostream<char>& out, WriteReport* report) {
+    ParameterLayoutIOMetaFileWrite const handler(layout, true);
     return KelAM::SaxUtilities::WriteStream(out, handler, DocumentOptions(layout), report);
 }
 

@@ -2,12 +2,18 @@
 #include "layout_files/meta_file_attributes.h"
 
 #include "layout_files/layout_write.h"
+#include "layout_files/meta_file_references.h"
+#include "layout_files/read_values.h"
 
 #include <zantrel/text/stream_text_out.h>
+#include <zantrel/text/string_conversion.h>
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <type_traits>
+#include <utility>
+#include <vector>
 
 namespace Zantrel {
 
@@ -15,16 +21,20 @@ namespace {
 
 // The attributes of both elements stand in one table, in the order in which they are written. A row names
 // the word, the elements that have it, and the form that it has there with the field that holds it, so that
-// all that is to be known of an attribute stands in one line.
+// all that is to be known of an attribute stands in one line. A form has two sides: what it writes is what it
+// reads. The reader goes down the same table, so a row that it has passed can decide about a later one.
 
 using Node = LayoutNode;
+using Element = MetaFileElement;
 using Writer = KelSAX::ISAXWriter;
 namespace Word = LayoutWord;
 
-/// One of the elements of a node.
-struct Element {
-    Node const& node;
-    bool isContainer; ///< the outer one of two
+/// The attributes of one element on their way into its node.
+struct Reading {
+    Node& node;
+    KelSAX::ISAXReader& reader;
+    MetaFileReferences& references;
+    std::optional<std::wstring> sources; ///< the half of the conditions that came last, until the other comes
 };
 
 // --- Which elements have an attribute ---
@@ -37,7 +47,6 @@ template <eTypeLayoutNode... Types> bool ValueOf(Element const& element) {
 bool Container(Element const& element) { return element.isContainer; }
 bool List(Element const& element) { return Container(element) && element.node.m_isList; }
 bool TransformList(Element const& element) { return List(element) && element.node.m_canBeTransformed; }
-bool GrowingList(Element const& element) { return List(element) && element.node.m_userCanAddRemove; }
 bool CategoryList(Element const& element) { return Container(element) && element.node.m_isCategoryList; }
 bool PlainProfileList(Element const& element) {
     return Container(element) && element.node.m_isProfileList && !element.node.m_isCategoryList;
@@ -45,9 +54,12 @@ bool PlainProfileList(Element const& element) {
 
 bool ValueOrList(Element const& element) { return Value(element) || List(element); }
 
-// --- How an attribute is written ---
+// --- How an attribute is written and read ---
 
-using Form = void (*)(std::string_view word, Element const& element, Writer& writer);
+struct Form {
+    void (*write)(std::string_view word, Element const& element, Writer& writer);
+    void (*read)(std::string_view word, Reading& reading);
+};
 
 void Write(std::string_view word, std::wstring_view text, Writer& writer) {
     writer.WriteAttribute(word, text);
@@ -65,56 +77,132 @@ template <class FieldType> void WriteField(std::string_view word, FieldType cons
     }
 }
 
-template <auto Field> void Always(std::string_view word, Element const& element, Writer& writer) {
-    WriteField(word, element.node.*Field, writer);
+template <auto Field> void Read(std::string_view word, Reading& reading) {
+    auto& field = reading.node.*Field;
+    using FieldType = std::decay_t<decltype(field)>;
+    if constexpr (std::is_same_v<FieldType, std::vector<std::wstring>>) {
+        std::wstring text;
+        if (reading.reader.ReadAttribute(text, word)) {
+            std::vector<std::wstring_view> const parts = Split(text);
+            field.assign(parts.begin(), parts.end());
+        }
+    } else if constexpr (std::is_integral_v<FieldType> && !std::is_same_v<FieldType, bool>) {
+        ReadNumber(field, word, reading.reader);
+    } else {
+        reading.reader.ReadAttribute(field, word);
+    }
 }
 
-/// Written where the field is true, isn't 0, holds something.
-template <auto Field> void IfSet(std::string_view word, Element const& element, Writer& writer) {
+template <auto Field> void WriteAlways(std::string_view word, Element const& element, Writer& writer) {
+    WriteField(word, element.node.*Field, writer);
+}
+template <auto Field> constexpr Form Always = {WriteAlways<Field>, Read<Field>};
+
+template <auto Field> void WriteIfSet(std::string_view word, Element const& element, Writer& writer) {
     if (element.node.*Field != std::decay_t<decltype(element.node.*Field)>()) {
         WriteField(word, element.node.*Field, writer);
     }
 }
+/// Written where the field is true, isn't 0, holds something.
+template <auto Field> constexpr Form IfSet = {WriteIfSet<Field>, Read<Field>};
 
-/// Of flags that are true by default.
-template <auto Field> void IfFalse(std::string_view word, Element const& element, Writer& writer) {
+template <auto Field> void WriteIfFalse(std::string_view word, Element const& element, Writer& writer) {
     if (!(element.node.*Field)) {
         WriteField(word, element.node.*Field, writer);
     }
 }
+/// Of flags that are true by default.
+template <auto Field> constexpr Form IfFalse = {WriteIfFalse<Field>, Read<Field>};
 
-/// Two flags have always been printed by a stream, in lower case, which their readers compare with.
-template <auto Field> void Streamed(std::string_view word, Element const& element, Writer& writer) {
+template <auto Field> void WriteStreamed(std::string_view word, Element const& element, Writer& writer) {
     if (element.node.*Field) {
         writer.WriteAttribute(word, (MStreamTextOut<char>() << element.node.*Field).str());
     }
 }
+/// Two flags have always been printed by a stream, in lower case, which their readers compare with.
+template <auto Field> constexpr Form Streamed = {WriteStreamed<Field>, Read<Field>};
 
-void Type(std::string_view, Element const& element, Writer& writer) {
+template <auto Field> void ReadLimit(std::string_view word, Reading& reading) {
+    if (reading.reader.ReadAttribute(reading.node.*Field, word)) {
+        NoteUnlessValue(reading.node.*Field, reading.node.m_type, word, reading.reader);
+    }
+}
+template <auto Field> constexpr Form Limit = {WriteIfSet<Field>, ReadLimit<Field>};
+
+/// What an element is, and so what its type is, is read before its attributes are.
+void ReadBefore(std::string_view, Reading&) {}
+
+void WriteTypeOf(std::string_view, Element const& element, Writer& writer) {
     WriteType(&Word::TypeRow::inMetaFile, element.node, writer);
 }
+constexpr Form Type = {WriteTypeOf, ReadBefore};
 
-void ListType(std::string_view word, Element const& element, Writer& writer) {
+void WriteListType(std::string_view word, Element const& element, Writer& writer) {
     writer.WriteAttribute(word, TransformList(element) ? Word::TransformListContainer : Word::ListContainer);
 }
+constexpr Form ListType = {WriteListType, ReadBefore};
 
-void Removing(std::string_view word, Element const& element, Writer& writer) {
-    writer.WriteAttribute(word,
-                          element.node.m_userCanRemoveAnyElement ? Word::RemoveAny : Word::RemoveOnlyLast);
+/// Where nothing can be removed, it is told only to who wants to know all.
+void WriteRemoving(std::string_view word, Element const& element, Writer& writer) {
+    bool const any = element.node.m_userCanRemoveAnyElement;
+    if (element.node.m_userCanAddRemove || (element.isWhole && !any)) {
+        writer.WriteAttribute(word, any ? Word::RemoveAny : Word::RemoveOnlyLast);
+    }
 }
+void ReadRemoving(std::string_view word, Reading& reading) {
+    std::string text;
+    if (!reading.reader.ReadAttribute(text, word)) {
+        return;
+    }
+    if (text == Word::RemoveAny || text == Word::RemoveOnlyLast) {
+        reading.node.m_userCanRemoveAnyElement = text == Word::RemoveAny;
+    } else {
+        NoteText(L"{0}=\"{1}\" is none of the words that it can be.", word, text, reading.reader);
+    }
+}
+constexpr Form Removing = {WriteRemoving, ReadRemoving};
 
-/// Inside a container the name of one item comes before the node's own.
-void DisplayName(std::string_view word, Element const& element, Writer& writer) {
+/// Inside a container the name of one item comes before the node's own. A list has it alone.
+void WriteDisplayName(std::string_view word, Element const& element, Writer& writer) {
     bool const isNamedItem = IsContainer(element.node) && !element.node.m_nodeDisplayName.empty();
     WriteText(word, isNamedItem ? element.node.m_nodeDisplayName : element.node.m_displayName, writer);
 }
+void ReadDisplayName(std::string_view word, Reading& reading) {
+    Node& node = reading.node;
+    reading.reader.ReadAttribute(node.m_isList ? node.m_nodeDisplayName : node.m_displayName, word);
+}
+constexpr Form DisplayName = {WriteDisplayName, ReadDisplayName};
 
-/// An image is of no use without the way to stretch it, nor that without an image.
-template <auto Field> void Image(std::string_view word, Element const& element, Writer& writer) {
-    if (!element.node.m_imageDescription.empty() && !element.node.m_imageStretch.empty()) {
-        Write(word, element.node.*Field, writer);
+/// A distance without a word on its unit is one in the unit that a new distance has.
+void WriteUnit(std::string_view word, Element const& element, Writer& writer) {
+    if (!element.node.m_postfix.empty() || (element.isWhole && element.node.m_type == Distance)) {
+        Write(word, element.node.m_postfix, writer);
     }
 }
+constexpr Form Unit = {WriteUnit, Read<&Node::m_postfix>};
+
+/// An image is of no use without the way to stretch it, nor that without an image.
+template <auto Field> void WriteImage(std::string_view word, Element const& element, Writer& writer) {
+    Node const& node = element.node;
+    bool const isOfUse = !node.m_imageDescription.empty() && !node.m_imageStretch.empty();
+    static LayoutNodeDisplaySettings const defaults;
+    if (isOfUse || (element.isWhole && node.*Field != defaults.*Field)) {
+        Write(word, node.*Field, writer);
+    }
+}
+template <auto Field> constexpr Form Image = {WriteImage<Field>, Read<Field>};
+
+/// A node has one identifier, which both kinds of conditions refer to; a file may give it two.
+void ReadIdentifier(std::string_view word, Reading& reading) {
+    std::wstring identifier;
+    if (reading.reader.ReadAttribute(identifier, word) && !identifier.empty()) {
+        reading.references.AddIdentifier(identifier, reading.node, reading.reader);
+        if (word == Word::VisibilityIdentifier || reading.node.m_identifier.empty()) {
+            reading.node.m_identifier = std::move(identifier);
+        }
+    }
+}
+constexpr Form Identifier = {WriteIfSet<&Node::m_identifier>, ReadIdentifier};
 
 std::wstring IdentifierOf(LayoutNodeSource const& source) {
     return source.m_source != nullptr ? source.m_source->m_identifier : std::wstring();
@@ -123,22 +211,37 @@ std::wstring const& ConditionOf(LayoutNodeSource const& source) { return source.
 
 /// One half of the conditions; the other half corresponds by position.
 template <auto Field, auto TextOf>
-void Sources(std::string_view word, Element const& element, Writer& writer) {
+void WriteSources(std::string_view word, Element const& element, Writer& writer) {
     if (!(element.node.*Field).empty()) {
         Write(word, Join(element.node.*Field, TextOf), writer);
     }
 }
+void ReadSources(std::string_view word, Reading& reading) {
+    std::wstring text;
+    bool const isThere = reading.reader.ReadAttribute(text, word);
+    reading.sources = isThere ? std::optional(std::move(text)) : std::nullopt;
+}
+template <auto Field> void ReadValues(std::string_view word, Reading& reading) {
+    std::wstring values;
+    bool const hasValues = reading.reader.ReadAttribute(values, word);
+    if (reading.sources) {
+        reading.references.AddConditions(reading.node, Field, *reading.sources, values, reading.reader);
+    } else if (hasValues) {
+        NoteText(L"{0}=\"{1}\" has no sources to belong to.", word, StringConversion::NativeToUtf8(values),
+                 reading.reader);
+    }
+}
 // A condition whose source a host has left null writes an empty identifier, so that positions still
 // correspond.
-template <auto Field> constexpr Form Identifiers = Sources<Field, IdentifierOf>;
-template <auto Field> constexpr Form Values = Sources<Field, ConditionOf>;
+template <auto Field> constexpr Form Identifiers = {WriteSources<Field, IdentifierOf>, ReadSources};
+template <auto Field> constexpr Form Values = {WriteSources<Field, ConditionOf>, ReadValues<Field>};
 
 // --- The catalogue ---
 
 struct Attribute {
     std::string_view word;
     bool (*isOf)(Element const& element);
-    Form write;
+    Form form;
 };
 
 constexpr Attribute Attributes[] = {
@@ -153,7 +256,7 @@ constexpr Attribute Attributes[] = {
     {Word::VisibilityRequest, Value, IfSet<&Node::m_visibilityRequest>},
 
     {Word::DisplayName, Value, DisplayName},
-    {Word::Postfix, Value, IfSet<&Node::m_postfix>},
+    {Word::Postfix, Value, Unit},
     {Word::Prefix, Value, IfSet<&Node::m_prefix>},
     {Word::Description, Value, IfSet<&Node::m_description>},
     {Word::Expanded, Value, IfSet<&Node::m_expanded>},
@@ -161,8 +264,8 @@ constexpr Attribute Attributes[] = {
     {Word::IsReadOnly, Value, IfSet<&Node::m_readOnly>},
     {Word::Visible, Value, IfFalse<&Node::m_visible>},
     {Word::AllowNull, Value, IfSet<&Node::m_allowEmpty>},
-    {Word::Max, Value, IfSet<&Node::m_max>},
-    {Word::Min, Value, IfSet<&Node::m_min>},
+    {Word::Max, Value, Limit<&Node::m_max>},
+    {Word::Min, Value, Limit<&Node::m_min>},
     {Word::ValueUnique, Value, IfSet<&Node::m_isValueUnique>},
     {Word::PropertyName, Value, IfSet<&Node::m_propName>},
     {Word::DisplayNameSharedSizeGroup, Value, IfSet<&Node::m_displayNameSharedSizeGroup>},
@@ -170,9 +273,8 @@ constexpr Attribute Attributes[] = {
     {Word::DescriptionImage, Value, Image<&Node::m_imageDescription>},
     {Word::DescriptionImageStretch, Value, Image<&Node::m_imageStretch>},
     {Word::LicenseForEditorPaneVisibility, Value, IfSet<&Node::m_editorLicenseChecks>},
-    // A node has one identifier, which both kinds of conditions refer to.
-    {Word::VisibilityIdentifier, Value, IfSet<&Node::m_identifier>},
-    {Word::EditabilityIdentifier, Value, IfSet<&Node::m_identifier>},
+    {Word::VisibilityIdentifier, Value, Identifier},
+    {Word::EditabilityIdentifier, Value, Identifier},
     {Word::DisableForParents, Value, Streamed<&Node::m_disableForParents>},
     {Word::DisableForSubParts, Value, Streamed<&Node::m_disableForSubParts>},
     {Word::ProfileEditingPolicy, Value, IfSet<&Node::m_profileEditingPolicy>},
@@ -203,16 +305,8 @@ constexpr Attribute Attributes[] = {
     {Word::MultiplicityLimitMessage, List, IfSet<&Node::m_multiplicityMaxMessage>},
     {Word::MultiplicityMinLimit, List, IfSet<&Node::m_multiplicityMin>},
     {Word::MultiplicityMinLimitMessage, List, IfSet<&Node::m_multiplicityMinMessage>},
-    {Word::RemovingType, GrowingList, Removing},
+    {Word::RemovingType, List, Removing},
 };
-
-void WriteAttributes(Element const& element, Writer& writer) {
-    for (Attribute const& attribute : Attributes) {
-        if (attribute.isOf(element)) {
-            attribute.write(attribute.word, element, writer);
-        }
-    }
-}
 
 } // namespace
 
@@ -220,10 +314,26 @@ bool IsContainer(LayoutNode const& node) {
     return node.m_isList || node.m_isProfileList || node.m_isCategoryList;
 }
 
-void WriteContainerAttributes(LayoutNode const& node, Writer& writer) {
-    WriteAttributes({node, true}, writer);
+void WriteAttributes(MetaFileElement const& element, Writer& writer) {
+    for (Attribute const& attribute : Attributes) {
+        if (attribute.isOf(element)) {
+            attribute.form.write(attribute.word, element, writer);
+        }
+    }
 }
 
-void WriteValueAttributes(LayoutNode const& node, Writer& writer) { WriteAttributes({node, false}, writer); }
+void ReadAttributes(LayoutNode& node, bool isContainer, MetaFileReferences& references,
+                    KelSAX::ISAXReader& reader) {
+    if (!reader.HasAttributes()) {
+        return;
+    }
+    MetaFileElement const element{node, isContainer};
+    Reading reading{node, reader, references, std::nullopt};
+    for (Attribute const& attribute : Attributes) {
+        if (attribute.isOf(element)) {
+            attribute.form.read(attribute.word, reading);
+        }
+    }
+}
 
 } // namespace Zantrel

@@ -2,17 +2,30 @@
 #pragma once
 
 #include <zantrel/layout/layout_node.h>
+#include <zantrel/sax/sax_reader.h>
 #include <zantrel/sax/sax_writer.h>
 
 namespace Zantrel {
 
+class MetaFileReferences;
+
+/// One of the elements of a node.
+struct MetaFileElement {
+    LayoutNode const& node;
+    bool isContainer;     ///< the outer one of two
+    bool isWhole = false; ///< also with what no other reader than that of whole layouts asks for
+};
+
 /// Whether a meta file has two elements for the node: the container, and in it the one for what it contains.
 bool IsContainer(LayoutNode const& node);
 
-/// The attributes of a container's element.
-void WriteContainerAttributes(LayoutNode const& node, KelSAX::ISAXWriter& writer);
+/// Writes the attributes of the element.
+void WriteAttributes(MetaFileElement const& element, KelSAX::ISAXWriter& writer);
 
-/// The attributes of any other node's element, and of the one inside a container.
-void WriteValueAttributes(LayoutNode const& node, KelSAX::ISAXWriter& writer);
+/// Takes those of the element being handled. What the node is, by its type and as a container, must be known;
+/// it decides which attributes the element can have, and no other is asked for. What isn't there leaves the
+/// node as it is. Identifiers and conditions go to `references`, which sees to them at the end.
+void ReadAttributes(LayoutNode& node, bool isContainer, MetaFileReferences& references,
+                    KelSAX::ISAXReader& reader);
 
 } // namespace Zantrel

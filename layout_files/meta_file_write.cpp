@@ -4,6 +4,7 @@
 #include "layout_files/layout_write.h"
 #include "layout_files/meta_file_attributes.h"
 
+#include <zantrel/layout/resource_dictionary.h>
 #include <zantrel/sax/tag_writer.h>
 
 using namespace Zantrel;
@@ -22,10 +23,39 @@ void WriteOptions(LayoutNode const& node, KelSAX::ISAXWriter& writer) {
     }
 }
 
+void WriteTranslations(PersistentProperties const& languages, KelSAX::ISAXWriter& writer) {
+    for (auto const& [language, property] : languages) {
+        auto const* const text = PropertyCast<std::wstring>(property);
+        if (text != nullptr && !text->IsDeleted()) {
+            MSAXTagWriter const translation(writer, Word::Translation);
+            writer.WriteAttribute(Word::Language, std::wstring_view(language));
+            writer.WriteValue(std::wstring_view(text->m_value));
+        }
+    }
+}
+
+void WriteDictionary(ResourceDictionary const& dictionary, KelSAX::ISAXWriter& writer) {
+    MSAXTagWriter const element(writer, Word::ResourceDictionary);
+    for (auto const& [key, property] : dictionary) {
+        auto const* const languages = PropertyCast<PersistentProperties>(property);
+        if (languages != nullptr && !languages->IsDeleted()) {
+            MSAXTagWriter const entry(writer, Word::Entry);
+            writer.WriteAttribute(Word::Key, std::wstring_view(key));
+            WriteTranslations(languages->m_value, writer);
+        }
+    }
+}
+
+bool IsBlank(std::wstring const& text) { return text.find_first_not_of(L" \t\r\n") == text.npos; }
+
 } // namespace
 
 bool ParameterLayoutIOMetaFileWrite::Write(KelSAX::ISAXWriter& writer) const {
     WriteNode(*m_layout, writer);
+    ResourceDictionary const* const dictionary = m_layout->GetResourceDictionary();
+    if (m_isWhole && dictionary != nullptr && dictionary->begin() != dictionary->end()) {
+        WriteDictionary(*dictionary, writer);
+    }
     return true;
 }
 
@@ -35,16 +65,17 @@ void ParameterLayoutIOMetaFileWrite::WriteNode(LayoutNode const& node, KelSAX::I
         WriteValueNode(node, writer);
         return;
     }
-    WriteContainerAttributes(node, writer);
+    WriteAttributes({node, true, m_isWhole}, writer);
     MSAXTagWriter const item(writer, std::wstring_view(node.m_nodeName));
     WriteValueNode(node, writer);
 }
 
 void ParameterLayoutIOMetaFileWrite::WriteValueNode(LayoutNode const& node,
                                                     KelSAX::ISAXWriter& writer) const {
-    WriteValueAttributes(node, writer);
-    // A default of a node with children stays behind: the element has no text beside them.
-    if (node.Size() == 0) {
+    WriteAttributes({node, false, m_isWhole}, writer);
+    // A default of a node with children is told only to who wants to know all, and of a group to nobody: it
+    // would come back as a number.
+    if (node.Size() == 0 || (m_isWhole && node.m_type != Group && !IsBlank(node.m_defaultValue))) {
         writer.WriteValue(std::wstring_view(node.m_defaultValue));
     }
     ForEachChild(node, writer, [&](LayoutNode const& child) {

@@ -23,11 +23,14 @@ inline constexpr Text AdditionalConfiguration = "AdditionalConfiguration"; ///< 
 inline constexpr Text InheritOverrides = "InheritOverrides";               ///< read only
 inline constexpr Text OverrideEntry = "OverrideEntry";                     ///< read only
 
-/// The dictionary, with its attributes, is read only.
+/// Below "ProfileEditor", where a layout may have them.
+inline constexpr Text GenericParameters = "GenericParameters", Categories = "Categories";
+
+/// The dictionary, with its attributes, is written only for who wants the whole layout.
 inline constexpr Text ResourceDictionary = "ResourceDictionary", Entry = "Entry", Key = "Key",
                       Translation = "Translation", Language = "Language";
 
-/// The meta file writes the choices of a node as elements and reads a choice by the attribute; the property
+/// The meta file writes the choices of a node as elements and has them also as an attribute; the property
 /// template writes them as the attribute.
 inline constexpr Text Options = "Options", Option = "Option";
 
@@ -44,7 +47,7 @@ inline constexpr Text Type = "Type";
 inline constexpr Text DisplayName = "DisplayName";
 inline constexpr Text PropertyName = "PropertyName";
 inline constexpr Text ProfileName = "ProfileName"; ///< in the template also a type
-inline constexpr Text Precision = "Precision";     ///< written only
+inline constexpr Text Precision = "Precision";     ///< read only with the whole layout
 
 // --- Attributes of the property template ---
 
@@ -53,7 +56,7 @@ inline constexpr Text Default = "Default";
 inline constexpr Text DisplayNameContainer = "DisplayNameContainer";
 inline constexpr Text ProfileList = "ProfileList", List = "List"; ///< their presence counts
 
-// --- Attributes of the meta file, all but the two names of containers written only ---
+// --- Attributes of the meta file, all but the two names of containers read only with the whole layout ---
 
 inline constexpr Text ProfilesXmlName = "ProfilesXMLName", CategoriesName = "CategoriesName";
 
@@ -102,7 +105,7 @@ inline constexpr Text ListContainer = "ListContainer", TransformListContainer = 
 // --- Types ---
 
 /// Words that stand for two types or in both files.
-inline constexpr Text MetaString = "String", Number = "number", String = "string";
+inline constexpr Text MetaString = "String", Number = "number", String = "string", Enum = "enum";
 inline constexpr Text FileAbsolute = "FileAbsolute", StandardOptions = "StandardOptions";
 
 /// The word of a node type in a file. One that isn't read is none of the reader's, or stands for another
@@ -125,7 +128,7 @@ inline constexpr TypeRow Types[] = {
     {eTypeLayoutNode::Distance, {"Distance"}, {Number, false}},
     {eTypeLayoutNode::Bool, {"Bool"}, {"bool"}},
     {eTypeLayoutNode::String, {MetaString}, {String}},
-    {eTypeLayoutNode::Options, {MetaString, false}, {"enum", false}},
+    {eTypeLayoutNode::Options, {MetaString, false}, {Enum, false}},
     {eTypeLayoutNode::OptionsFromProfiles, {"OptionsFromProfiles"}, {ProfileName}},
     {eTypeLayoutNode::FileAbsolute, {FileAbsolute}, {FileAbsolute}},
     {eTypeLayoutNode::FileAttachment, {"FileAttachment"}, {String, false}},

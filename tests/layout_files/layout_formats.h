@@ -29,6 +29,10 @@ using LayoutFormat = DocumentIo<ParameterLayout>;
 inline constexpr LayoutFormat MetaFile = {"MetaFile", Zantrel::ReadFile, Zantrel::WriteFile,
                                           Zantrel::ReadStream, Zantrel::WriteStream};
 
+inline constexpr LayoutFormat WholeMetaFile = {"WholeMetaFile", Zantrel::ReadWholeFile,
+                                               Zantrel::WriteWholeFile, Zantrel::ReadWholeStream,
+                                               Zantrel::WriteWholeStream};
+
 inline KlvrPropertyTemplate::WriteOptions TemplateOptions(bool profileListsOnly) {
     KlvrPropertyTemplate::WriteOptions options;
     options.m_profileListsOnly = profileListsOnly;

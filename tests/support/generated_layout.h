@@ -117,7 +117,9 @@ private:
         node.SetNodeName(Chance(2) ? Name() : node.m_nodeName);
         if (node.m_type == Group && Chance(4)) {
             Chance(4) ? node.SetCategoryList(true, L"Category") : node.SetProfile(true, L"Profile");
-            m_profileLists.push_back(&node);
+            if (node.m_name != L"Options") { // of which a name finds any
+                m_profileLists.push_back(&node);
+            }
         } else if (node.m_type == OptionsFromProfiles && !m_profileLists.empty()) {
             LayoutNode const* const list = AnyOf(m_profileLists);
             node.SetTypeFromProfiles(list)->SetProfileName(list->m_name);

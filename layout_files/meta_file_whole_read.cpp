@@ -1,0 +1,282 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "layout_files/meta_file_whole_read.h"
+
+#include "layout_files/meta_file_attributes.h"
+#include "layout_files/read_values.h"
+#include "layout_files/resource_dictionary_read.h"
+#include "text/numbers.h"
+#include "text/unicode.h"
+
+#include <zantrel/text/string_conversion.h>
+
+#include <algorithm>
+#include <memory>
+#include <utility>
+
+namespace Zantrel {
+
+namespace Word = LayoutWord;
+using Layout = ParameterLayout;
+
+MetaFileWholeRead::MetaFileWholeRead(ParameterLayout& layout, ReadReport* report)
+    : LayoutRead(layout), m_report(report), m_references(report) {
+    LayoutNode* const minor = NodeOf(&Layout::m_versionNode);
+    LayoutNode* const version = minor != nullptr ? minor->m_parent : nullptr;
+    if (version != nullptr && version->GetOwner() == &layout) {
+        m_version.assign(version->m_children.begin(), version->m_children.end());
+        m_version.push_back(version);
+    }
+}
+
+void MetaFileWholeRead::ReadRoot(KelSAX::ISAXReader& reader) { ReadNode(reader, false); }
+
+bool MetaFileWholeRead::ReadElement(std::string const& tag, KelSAX::ISAXReader& reader) {
+    Element& around = m_open.back();
+    GoTo(around.place);
+    if (tag == Word::ResourceDictionary && reader.GetDepth() == 1) {
+        return ReadDictionary(reader);
+    }
+    switch (around.kind) {
+    case Kind::Node:
+        return ReadInNode(tag, reader);
+    case Kind::Container:
+        around.kind = Kind::Filled;
+        return ReadItem(tag, reader);
+    case Kind::Filled:
+        reader.NoteDropped(L"A container holds one element; this one was passed over.");
+        return Skip(reader);
+    case Kind::Options:
+        return ReadInOptions(tag, reader);
+    case Kind::Choices:
+        return ReadChoice(tag, reader);
+    case Kind::Leaf:
+        Open(Kind::Skipped);
+        return false;
+    case Kind::Skipped:
+        break;
+    }
+    return Skip(reader);
+}
+
+void MetaFileWholeRead::HandleEndTag(std::string_view) {
+    Element const ended = m_open.back();
+    m_open.pop_back();
+    if (ended.kind == Kind::Options) {
+        ended.place.node->m_type = Options; // among none
+    } else if (ended.kind == Kind::Container && m_report != nullptr) {
+        m_containerPlace.sentence =
+            L"The container holds no element that would say what it is a container of.";
+        m_report->Add(m_containerPlace);
+    }
+}
+
+void MetaFileWholeRead::ResolveReferences(KelSAX::ISAXReader&) {
+    m_references.Resolve(m_layout);
+    FindCategoryLevel();
+}
+
+/// Nobody's, and said once: its attributes count as asked for.
+bool MetaFileWholeRead::Skip(KelSAX::ISAXReader& reader) {
+    Open(Kind::Skipped);
+    if (reader.HasReport()) {
+        reader.GetAttributes();
+    }
+    return true;
+}
+
+bool MetaFileWholeRead::ReadDictionary(KelSAX::ISAXReader& reader) {
+    Open(Kind::Skipped);
+    if (ResourceDictionary* const dictionary = m_layout.GetResourceDictionary()) {
+        reader.PushHandler(new ResourceDictionaryFileRead(dictionary));
+    } else {
+        reader.NoteDropped(L"The layout has no dictionary; the translations were passed over.");
+    }
+    return true;
+}
+
+bool MetaFileWholeRead::ReadInNode(std::string const& tag, KelSAX::ISAXReader& reader) {
+    if (IsPassedThrough(tag)) {
+        Open(Kind::Node);
+        return tag != Word::AdditionalConfiguration;
+    }
+    if (BeginsOptions(tag, reader)) {
+        Open(Kind::Options);
+        return true;
+    }
+    bool const isOwn = EnterOwnNode(tag);
+    if (isOwn || AddNode(tag, reader)) {
+        ReadNode(reader, !isOwn);
+    }
+    return true;
+}
+
+bool MetaFileWholeRead::ReadItem(std::string const& tag, KelSAX::ISAXReader& reader) {
+    m_currentNode->m_nodeName = StringConversion::Utf8ToNative(tag);
+    Open(Kind::Node);
+    ReadValue(reader, true);
+    return true;
+}
+
+/// The first element of an "Options".
+bool MetaFileWholeRead::ReadInOptions(std::string const& tag, KelSAX::ISAXReader& reader) {
+    if (tag == Word::Option && !reader.ReadAttribute(m_word, Word::Type)) {
+        m_open.back().kind = Kind::Choices;
+        SetOptions(*m_currentNode, {}); // they come in place of an attribute's, which have no names to show
+        return ReadChoice(tag, reader);
+    }
+    if (AddNode(std::string(Word::Options), reader)) {
+        m_open.back() = {Kind::Node, Here()};
+        return ReadInNode(tag, reader);
+    }
+    return true;
+}
+
+bool MetaFileWholeRead::ReadChoice(std::string const& tag, KelSAX::ISAXReader& reader) {
+    Open(Kind::Leaf);
+    if (tag != Word::Option) {
+        return false;
+    }
+    std::wstring value, displayName;
+    reader.ReadValue(value);
+    reader.ReadAttribute(displayName, Word::DisplayName);
+    m_currentNode->AddOption(value, displayName);
+    return true;
+}
+
+bool MetaFileWholeRead::IsPassedThrough(std::string_view tag) const {
+    bool const isStructure = tag == Word::ParameterStructure || tag == Word::AdditionalConfiguration;
+    bool const isOverride = tag == Word::InheritOverrides || tag == Word::OverrideEntry;
+    return isOverride || (isStructure && IsAt(&Layout::m_profileEditor));
+}
+
+/// A group can be called so, too: below a node that is no text, with attributes, or with a text.
+bool MetaFileWholeRead::BeginsOptions(std::string_view tag, KelSAX::ISAXReader& reader) const {
+    bool const isText = m_currentNode->m_type == String || m_currentNode->m_type == Options;
+    return isText && tag == Word::Options && !reader.HasAttributes() && Text::Trim(reader.GetText()).empty();
+}
+
+/// A node that the layout has from the start, wherever it stands; the configurators also in the element of a
+/// job, which doesn't hold them. Of its version each node is met once: who read a file that tells one in the
+/// other way has two of them, and wrote two.
+bool MetaFileWholeRead::EnterOwnNode(std::string_view tag) {
+    static constexpr Anchor anchors[] = {
+        &Layout::m_partConfigurator, &Layout::m_platformConfigurator, // those of a job first
+        &Layout::m_profileEditor,    &Layout::m_genericParameters,    &Layout::m_categories,
+        &Layout::m_platformOptions,  &Layout::m_partOptions,          &Layout::m_jobConfigurator,
+    };
+    for (Anchor const& anchor : anchors) {
+        LayoutNode const* const node = NodeOf(anchor);
+        bool const isInJob = &anchor - anchors < 2 && IsAt(&Layout::m_jobConfigurator);
+        if (node != nullptr && (node->GetOwner() == m_currentNode || isInJob) && IsNamed(anchor, tag)) {
+            GoTo(anchor);
+            return true;
+        }
+    }
+    auto const met = std::find_if(m_version.begin(), m_version.end(), [&](LayoutNode const* node) {
+        return node->GetOwner() == m_currentNode && Text::EqualsUtf8(node->m_name, tag);
+    });
+    if (met == m_version.end()) {
+        return false;
+    }
+    GoTo(Place{*met, Here().level + 1});
+    m_version.erase(met);
+    return true;
+}
+
+bool MetaFileWholeRead::AddNode(std::string const& tag, KelSAX::ISAXReader& reader) {
+    bool const isJob = m_currentNode == &m_layout && tag == Word::JobConfigurator;
+    auto node = std::make_unique<LayoutNode>(nullptr, Group, nullptr);
+    node->m_name = StringConversion::Utf8ToNative(tag);
+    bool const isAdded = Add(std::move(node), reader);
+    if (isAdded && isJob) {
+        m_layout.m_jobConfigurator = m_currentNode;
+    }
+    return isAdded;
+}
+
+void MetaFileWholeRead::ReadNode(KelSAX::ISAXReader& reader, bool isNew) {
+    if (!ReadMarks(reader)) {
+        Open(Kind::Node);
+        ReadValue(reader, isNew);
+        return;
+    }
+    Open(Kind::Container);
+    if (reader.HasReport()) {
+        m_containerPlace = reader.GetPlace();
+    }
+    ReadAttributes(*m_currentNode, true, m_references, reader);
+}
+
+/// What the node is a container of; it can be several at once.
+bool MetaFileWholeRead::ReadMarks(KelSAX::ISAXReader& reader) {
+    if (!reader.HasAttributes()) {
+        return false;
+    }
+    LayoutNode& node = *m_currentNode;
+    bool const hasType = reader.ReadAttribute(m_word, Word::Type);
+    bool const isTransformed = hasType && m_word == Word::TransformListContainer;
+    bool const isList = isTransformed || (hasType && m_word == Word::ListContainer);
+    bool const isCategoryList = reader.ReadAttribute(m_word, Word::CategoriesName);
+    bool const isProfileList = reader.ReadAttribute(m_word, Word::ProfilesXmlName) || isCategoryList;
+    node.m_isList = node.m_isList || isList;
+    node.m_canBeTransformed = node.m_canBeTransformed || isTransformed;
+    node.m_isCategoryList = node.m_isCategoryList || isCategoryList;
+    node.m_isProfileList = node.m_isProfileList || isProfileList;
+    return isList || isProfileList;
+}
+
+void MetaFileWholeRead::ReadValue(KelSAX::ISAXReader& reader, bool isNew) {
+    LayoutNode& node = *m_currentNode;
+    ReadType(reader, isNew);
+    if (node.m_type != Group || !Text::Trim(reader.GetText()).empty()) {
+        reader.ReadValue(node.m_defaultValue);
+        NoteUnlessValue(node.m_defaultValue, node.m_type, "The default", reader);
+    }
+    ReadAttributes(node, false, m_references, reader);
+    if (node.m_type == OptionsFromProfiles && !node.m_profileName.empty()) {
+        if (!IsContainer(node)) {
+            node.m_nodeName = node.m_profileName; // as SetTypeFromProfiles leaves it
+        }
+        m_references.AddChoice(node, reader);
+    }
+}
+
+/// Without a word a new node is what its text says, and one that the layout has stays what it is.
+void MetaFileWholeRead::ReadType(KelSAX::ISAXReader& reader, bool isNew) {
+    LayoutNode& node = *m_currentNode;
+    eTypeLayoutNode type = node.m_type;
+    bool const hasWord = reader.ReadAttribute(m_word, Word::Type);
+    if (hasWord) {
+        type = TypeOf(&Word::TypeRow::inMetaFile, m_word, reader);
+    } else if (isNew) {
+        type = Text::Trim(reader.GetText()).empty() ? Group : Double;
+    }
+    if (type == Distance && node.m_type != Distance) {
+        node.m_postfix = L"mm"; // as a node made for one has
+    }
+    node.m_type = type;
+    std::wstring options;
+    if ((!hasWord || type == String) && reader.ReadAttribute(options, Word::Options)) {
+        SetOptions(node, options);
+    }
+}
+
+/// A file can have the nodes that a layout with categories is made with.
+void MetaFileWholeRead::FindCategoryLevel() {
+    LayoutNode const* const editor = NodeOf(&Layout::m_profileEditor);
+    if (editor == nullptr || NodeOf(&Layout::m_categories) != nullptr) {
+        return;
+    }
+    auto const find = [&](std::string_view name) {
+        return editor->m_children.Find(StringConversion::Utf8ToNative(name));
+    };
+    LayoutNode* const categories = find(Word::Categories);
+    if (categories != nullptr && categories->m_isCategoryList) {
+        m_layout.m_categories = categories;
+        if (NodeOf(&Layout::m_genericParameters) == nullptr) {
+            m_layout.m_genericParameters = find(Word::GenericParameters);
+        }
+    }
+}
+
+} // namespace Zantrel
