@@ -33,6 +33,16 @@ bool ReadStream(ParameterLayout& layout, std::basic_istream<char>& in, ReadRepor
     return KelAM::SaxUtilities::ReadStream(in, handler, report);
 }
 
+bool ReadWholeFile(ParameterLayout& layout, std::wstring const& path, ReadReport* report) {
+    ParameterLayoutIOPropertyTemplateRead handler(layout, true);
+    return KelAM::SaxUtilities::ReadFile(path, handler, report);
+}
+
+bool ReadWholeStream(ParameterLayout& layout, std::basic_istream<char>& in, ReadReport* report) {
+    ParameterLayoutIOPropertyTemplateRead handler(layout, true);
+    return KelAM::SaxUtilities::ReadStream(in, handler, report);
+}
+
 bool IsValidFile(std::wstring const& path, ReadReport* report) {
     ParameterLayoutIOPropertyTemplateValidityCheck check;
     ReadReport failure; // alone: the check takes no element

@@ -2,6 +2,7 @@
 #include "layout_files/property_template_read.h"
 
 #include "layout_files/property_template_attributes.h"
+#include "layout_files/read_values.h"
 
 #include <algorithm>
 #include <iterator>
@@ -62,9 +63,7 @@ bool ParameterLayoutIOPropertyTemplateRead::ReadPropertyNode(KelSAX::ISAXReader&
             L"A node without a name was passed over; what it holds and what follows moves up.");
         return false;
     }
-    std::string word;
-    eTypeLayoutNode const type =
-        reader.ReadAttribute(word, Word::Type) ? TypeOf(&Word::TypeRow::inTemplate, word, reader) : String;
+    eTypeLayoutNode const type = ReadType(reader);
     auto node = std::make_unique<LayoutNode>(nullptr, type, nullptr);
     node->m_name = std::move(name);
     if (type != Group) {
@@ -73,14 +72,36 @@ bool ParameterLayoutIOPropertyTemplateRead::ReadPropertyNode(KelSAX::ISAXReader&
     for (TextAttribute const& text : TextAttributes) {
         reader.ReadAttribute((*node).*text.field, text.word);
     }
-    if (reader.ReadAttribute(word, Word::ProfileList)) {
+    if (m_isWhole) {
+        ReadWhole(*node, reader);
+    }
+    if (reader.ReadAttribute(m_word, Word::ProfileList)) {
         node->SetProfile(true, L"Profile");
     }
-    if (reader.ReadAttribute(word, Word::List)) { // after the profiles: of a node that is both this stays
+    if (reader.ReadAttribute(m_word, Word::List)) { // after the profiles: of a node that is both this stays
         node->SetList(true, L"ListItem", std::wstring());
     }
     Add(std::move(node), reader);
     return true;
+}
+
+eTypeLayoutNode ParameterLayoutIOPropertyTemplateRead::ReadType(KelSAX::ISAXReader& reader) {
+    if (!reader.ReadAttribute(m_word, Word::Type)) {
+        return String;
+    }
+    bool const isChoice = m_isWhole && m_word == Word::Enum;
+    return isChoice ? Options : TypeOf(&Word::TypeRow::inTemplate, m_word, reader);
+}
+
+void ParameterLayoutIOPropertyTemplateRead::ReadWhole(LayoutNode& node, KelSAX::ISAXReader& reader) {
+    NoteUnlessValue(node.m_defaultValue, node.m_type, Word::Default, reader);
+    if (node.m_type == Double) {
+        ReadNumber(node.m_precision, Word::Precision, reader);
+    }
+    std::wstring options;
+    if (node.m_type == Options && reader.ReadAttribute(options, Word::Options)) {
+        SetOptions(node, options);
+    }
 }
 
 void ParameterLayoutIOPropertyTemplateRead::HandleEndTag(std::string_view tag) {

@@ -7,9 +7,12 @@
 
 /// Makes nodes of the elements "PropertyNode" of a property template. Its sections lead to anchors; an
 /// element that is neither is looked through.
+///
+/// `isWhole` takes also what writers say and the told reader passes over: precision and choices.
 class ParameterLayoutIOPropertyTemplateRead : public Zantrel::LayoutRead {
 public:
-    using LayoutRead::LayoutRead;
+    explicit ParameterLayoutIOPropertyTemplateRead(Zantrel::ParameterLayout& layout, bool isWhole = false)
+        : LayoutRead(layout), m_isWhole(isWhole) {}
 
 private:
     bool ReadElement(std::string const& tag, KelSAX::ISAXReader& reader) override;
@@ -17,6 +20,11 @@ private:
 
     bool EnterSection(std::string_view tag);
     bool ReadPropertyNode(KelSAX::ISAXReader& reader);
+    Zantrel::eTypeLayoutNode ReadType(KelSAX::ISAXReader& reader);
+    void ReadWhole(Zantrel::LayoutNode& node, KelSAX::ISAXReader& reader);
+
+    bool m_isWhole;
+    std::string m_word; ///< an attribute's value; kept for its room
 };
 
 /// Compares the name of the root, and takes nothing. Without a root, as in no file at all, nothing is valid.

@@ -82,6 +82,24 @@ TEST(PropertyTemplateReader, HangsTheSectionsBelowTheNodesOfEveryLayout) {
     ExpectOutlines(PropertyTemplate, rows);
 }
 
+TEST(PropertyTemplateReader, TakesPrecisionAndChoicesWithTheWholeLayout) {
+    std::string const section = "<N Name='A' Type='number' Precision='7' Default='1'/><N Name='B' "
+                                "Type='enum' Options='a;;b' Default='a'/>"
+                                "<N Name='C' Type='enum' Options=''/>";
+    ParameterLayout layout;
+    ReadReport report;
+    std::istringstream in(Document("<PartOverrides>" + section + "</PartOverrides>")),
+        odd(Document("<N Name='A' Type='number' Precision='x' Default='1mm'/><N Name='B' Type='x'/>"));
+    EXPECT_TRUE(KlvrPropertyTemplate::ReadWholeStream(layout, in, &report));
+    EXPECT_EQ(WriteSection(layout, "PartOverrides", false), section);
+    EXPECT_EQ(layout.m_partConfigurator->At(1).m_optionDisplayNames.size(), 3u);
+    EXPECT_EQ(Reported(report), "");
+    EXPECT_TRUE(KlvrPropertyTemplate::ReadWholeStream(layout, odd, &report));
+    EXPECT_EQ(Reported(report), "dropped PropertyNode dropped PropertyNode dropped PropertyNode");
+    EXPECT_EQ(layout.Back()->m_type, String);
+    EXPECT_FALSE(KlvrPropertyTemplate::ReadWholeFile(layout, std::filesystem::path("no file")));
+}
+
 TEST(PropertyTemplateReader, CallsNoFileValid) {
     TemporaryFolder const folder;
     std::filesystem::path const path = folder / "file";

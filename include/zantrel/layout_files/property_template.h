@@ -35,6 +35,17 @@ bool ReadFile(ParameterLayout& layout, Path const& path, ReadReport* report = nu
 ZANTREL_EXPORT bool ReadStream(ParameterLayout& layout, std::basic_istream<char>& in,
                                ReadReport* report = nullptr);
 
+/// The same as ReadFile, and with it the precision of numbers and the choices that WriteFile writes.
+/// `report`, where given, also names defaults that aren't wholly a value of their type.
+ZANTREL_EXPORT bool ReadWholeFile(ParameterLayout& layout, std::wstring const& path,
+                                  ReadReport* report = nullptr);
+template <class Path, IfPath<Path> = 0>
+bool ReadWholeFile(ParameterLayout& layout, Path const& path, ReadReport* report = nullptr) {
+    return KlvrPropertyTemplate::ReadWholeFile(layout, WidePath(path), report);
+}
+ZANTREL_EXPORT bool ReadWholeStream(ParameterLayout& layout, std::basic_istream<char>& in,
+                                    ReadReport* report = nullptr);
+
 /// Whether the root element has the name that hosts compare with, which ends in a blank and so is none that
 /// XML allows: false for every file, those that WriteFile makes among them. Hosts count on that answer; to
 /// find out whether a file can be read, read it.
