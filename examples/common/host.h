@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <iosfwd>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 /// What the hosts share: how a file is read or refused, what is told about it, and how a program ends. Texts
@@ -32,10 +33,17 @@ std::wstring TextOf(std::wstring const& path, Zantrel::ReadReport::Entry const& 
 /// Fails with the cause that ended the read.
 [[noreturn]] void FailToRead(std::wstring const& path, Zantrel::ReadReport const& report);
 
-/// Reads the file into a layout or a database, and fails when that can't be done.
+/// Reads the file into a database or, with all that it says, into a layout, and fails when that can't be
+/// done.
 template <class Target> Zantrel::ReadReport Read(Target& target, std::wstring const& path) {
     Zantrel::ReadReport report;
-    if (!Zantrel::ReadFile(target, path, &report)) {
+    bool isRead = false;
+    if constexpr (std::is_base_of_v<Zantrel::ParameterLayout, Target>) {
+        isRead = Zantrel::ReadWholeFile(target, path, &report);
+    } else {
+        isRead = Zantrel::ReadFile(target, path, &report);
+    }
+    if (!isRead) {
         FailToRead(path, report);
     }
     return report;

@@ -3,7 +3,7 @@
 // A host whose parameters are declared in a file and not in code: it reads a layout with its translations,
 // shows it, writes it in both formats, and keeps values on it as on any other layout.
 //
-// To look at: ParameterLayout::SetResourceDictionary before ReadFile, in RunOn; WriteFile and
+// To look at: ParameterLayout::SetResourceDictionary before ReadWholeFile, in RunOn; WriteWholeFile, and
 // KlvrPropertyTemplate::WriteFile, whose default options leave out most; VisitValueType, by which ChangeValue
 // sets a value of a type that only the layout knows; Walk, which finds what there is to set.
 
@@ -36,8 +36,8 @@ constexpr char const* Usage =
     "language that it is translated into. Writes it as a meta file and as property templates\n"
     "to FOLDER, then makes a database on it, changes values, writes them to a parameter file\n"
     "there and proves that this holds them. FOLDER is made where it is missing; layout.xml,\n"
-    "profile_lists.xml, template.xml and parameters.xml in it are replaced. A written layout\n"
-    "doesn't come back whole: see docs/layout_meta_file.md and docs/property_template.md.\n"
+    "profile_lists.xml, template.xml and parameters.xml in it are replaced. A template doesn't\n"
+    "hold a layout whole: see docs/property_template.md.\n"
     "Exit status: 0 when all that held, 1 when not, 2 for other arguments.\n";
 
 std::string Text(path const& file) { return NativeToUtf8(Wide(file)); }
@@ -85,10 +85,10 @@ void ShowReadBack(path const& file, char const* what, Reader read) {
 
 void WriteMetaFile(ParameterLayout const& layout, path const& file) {
     WriteReport report;
-    if (!WriteFile(layout, Wide(file), &report)) {
+    if (!WriteWholeFile(layout, Wide(file), &report)) {
         Fail(report.Format());
     }
-    ShowReadBack(file, "the meta file", ReadFile);
+    ShowReadBack(file, "the meta file", ReadWholeFile);
 }
 
 void WriteTemplate(ParameterLayout const& layout, path const& file, bool profileListsOnly) {
@@ -99,7 +99,7 @@ void WriteTemplate(ParameterLayout const& layout, path const& file, bool profile
         Fail(report.Format());
     }
     ShowReadBack(file, profileListsOnly ? "the template of profile lists" : "the template of everything",
-                 KlvrPropertyTemplate::ReadFile);
+                 KlvrPropertyTemplate::ReadWholeFile);
 }
 
 // --- Values ---

@@ -59,15 +59,10 @@ std::wstring FactsOf(LayoutNode const& node) {
     return node.m_defaultValue.empty() ? facts : facts + L" = " + node.m_defaultValue;
 }
 
-/// Adds the nodes below `parent`, apart from those that no lookup finds because a later one has their name: a
-/// file that tells its "Version" adds it to the one that every layout starts with.
 void AddRowsBelow(ParameterLayout const& layout, LayoutNode const& parent,
                   std::vector<std::wstring> const& languages, std::size_t depth, std::vector<Row>& rows) {
     for (std::size_t i = 0; i < parent.Size(); ++i) {
         LayoutNode const& node = parent.At(i);
-        if (parent.GetNode(node.m_name) != &node) {
-            continue;
-        }
         Row row;
         for (std::wstring const& language : languages) {
             row.push_back(Translate(layout, DisplayKey(node), language));

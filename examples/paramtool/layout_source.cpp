@@ -2,7 +2,7 @@
 //
 // A layout from the sample or from a file of either format, and all that it declares as facts to compare.
 //
-// To look at: ReadFile and WriteFile of a layout in both formats; ISAXReader::GetAttributes and GetText, by
+// To look at: ReadWholeFile and WriteWholeFile of a layout; ISAXReader::GetAttributes and GetText, by
 // which a handler takes a document that it knows nothing about.
 
 #include "layout_source.h"
@@ -19,8 +19,7 @@ using StringConversion::Utf8ToNative;
 
 namespace {
 
-/// Takes elements, attributes and texts of a layout's document, each once: every read of a layout that tells
-/// its "Version" adds that to the one which a layout starts with.
+/// Takes elements, attributes and texts of a layout's document.
 class FactReader : public ISAXPersistHelper {
 public:
     bool HandleTag(std::string const& tag, KelSAX::ISAXReader& reader) override {
@@ -61,8 +60,8 @@ LayoutSource::LayoutSource(std::wstring const& source) {
     m_layout = std::make_unique<ParameterLayout>();
     m_layout->SetResourceDictionary(&m_translations); // before the read, which fills it
     bool const isTemplate = RootOf(source) == L"KlvrPropertyTemplate";
-    if (!(isTemplate ? KlvrPropertyTemplate::ReadFile(*m_layout, source, &m_report)
-                     : ReadFile(*m_layout, source, &m_report))) {
+    if (!(isTemplate ? KlvrPropertyTemplate::ReadWholeFile(*m_layout, source, &m_report)
+                     : ReadWholeFile(*m_layout, source, &m_report))) {
         Host::FailToRead(source, m_report);
     }
     if (m_layout->m_profileEditor->Size() == 0) {
@@ -76,14 +75,17 @@ void LayoutSource::Write(std::wstring const& path, LayoutFormat format) const {
     WriteReport report;
     if (!(format == LayoutFormat::Template
               ? KlvrPropertyTemplate::WriteFile(*m_layout, path, everything, &report)
-              : WriteFile(*m_layout, path, &report))) {
+              : WriteWholeFile(*m_layout, path, &report))) {
         Host::Fail(report.Format());
     }
 }
 
 std::vector<Fact> LayoutSource::Facts() const {
     ScratchFile const scratch;
-    Write(scratch.Path(), LayoutFormat::Meta); // which says nearly all
+    WriteReport failure;
+    if (!WriteFile(*m_layout, scratch.Path(), &failure)) { // all but the translations, which need their keys
+        Host::Fail(failure.Format());
+    }
     FactReader reader;
     ReadReport report;
     if (!KelAM::SaxUtilities::ReadFile(scratch.Path(), reader, &report)) {
