@@ -225,7 +225,8 @@ template <auto Field> void ReadValues(std::string_view word, Reading& reading) {
     std::wstring values;
     bool const hasValues = reading.reader.ReadAttribute(values, word);
     if (reading.sources) {
-        reading.references.AddConditions(reading.node, Field, *reading.sources, values, reading.reader);
+        reading.references.AddConditions(reading.node, Field, std::move(*reading.sources), std::move(values),
+                                         reading.reader);
     } else if (hasValues) {
         NoteText(L"{0}=\"{1}\" has no sources to belong to.", word, StringConversion::NativeToUtf8(values),
                  reading.reader);

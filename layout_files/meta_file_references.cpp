@@ -49,21 +49,11 @@ void MetaFileReferences::AddIdentifier(std::wstring const& identifier, LayoutNod
 
 /// A list says its conditions twice, on the container and on its item; the second counts, as it does for all
 /// that both have.
-void MetaFileReferences::AddConditions(LayoutNode& node, Conditions field, std::wstring const& sources,
-                                       std::wstring const& values, KelSAX::ISAXReader& reader) {
-    std::vector<std::wstring_view> const identifiers = Split(sources);
-    std::size_t const count = Split(values).size();
-    bool const isOneValue = identifiers.size() == 1;
-    if (count != identifiers.size() && !isOneValue && reader.HasReport()) {
-        reader.NoteDropped(Text::Fill(L"The conditions have {0} sources and {1} values.",
-                                      {std::to_wstring(identifiers.size()), std::to_wstring(count)}));
-    }
-    Condition added{&node, field, sources, values, std::nullopt};
-    auto const isUnknown = [this](std::wstring_view identifier) {
-        return !identifier.empty() && Find(std::wstring(identifier)) == nullptr;
-    };
-    if (reader.HasReport() && std::any_of(identifiers.begin(), identifiers.end(), isUnknown)) {
-        added.place = reader.GetPlace();
+void MetaFileReferences::AddConditions(LayoutNode& node, Conditions field, std::wstring sources,
+                                       std::wstring values, KelSAX::ISAXReader& reader) {
+    Condition added{&node, field, std::move(sources), std::move(values), std::nullopt};
+    if (reader.HasReport()) {
+        Judge(added, reader);
     }
     std::size_t const few = std::min<std::size_t>(m_conditions.size(), 2); // of each kind one
     auto const same =
@@ -73,6 +63,22 @@ void MetaFileReferences::AddConditions(LayoutNode& node, Conditions field, std::
         *same = std::move(added);
     } else {
         m_conditions.push_back(std::move(added));
+    }
+}
+
+void MetaFileReferences::Judge(Condition& added, KelSAX::ISAXReader& reader) const {
+    std::vector<std::wstring_view> const identifiers = Split(added.sources);
+    std::size_t const values = Split(added.values).size();
+    if (values != identifiers.size() && identifiers.size() != 1) {
+        reader.NoteDropped(Text::Fill(L"The conditions have {0} sources and {1} values.",
+                                      {std::to_wstring(identifiers.size()), std::to_wstring(values)}));
+    }
+    bool const isUnknown =
+        std::any_of(identifiers.begin(), identifiers.end(), [this](std::wstring_view identifier) {
+            return !identifier.empty() && Find(std::wstring(identifier)) == nullptr;
+        });
+    if (isUnknown) {
+        added.place = reader.GetPlace();
     }
 }
 

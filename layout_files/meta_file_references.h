@@ -26,8 +26,8 @@ public:
     void AddIdentifier(std::wstring const& identifier, LayoutNode& node, KelSAX::ISAXReader& reader);
     /// Both texts are lists with ";" in between, which correspond by position. What isn't there is an empty
     /// text; of too many values the last takes the rest, as a value may hold ";".
-    void AddConditions(LayoutNode& node, Conditions field, std::wstring const& sources,
-                       std::wstring const& values, KelSAX::ISAXReader& reader);
+    void AddConditions(LayoutNode& node, Conditions field, std::wstring sources, std::wstring values,
+                       KelSAX::ISAXReader& reader);
     /// A choice among the profiles of the list that m_profileName names.
     void AddChoice(LayoutNode& node, KelSAX::ISAXReader& reader);
 
@@ -46,6 +46,8 @@ private:
         std::optional<ReadReport::Entry> place; ///< only with a report
     };
 
+    /// Says what is wrong with them, and keeps the place of those of which more may have to be said.
+    void Judge(Condition& added, KelSAX::ISAXReader& reader) const;
     LayoutNode* Find(std::wstring const& identifier) const;
     void Resolve(Condition& condition);
     void ResolveChoices(ParameterLayout const& layout);
