@@ -11,6 +11,10 @@
 #include <iterator>
 #include <utility>
 
+// Nothing is looked up before all nodes are there, so the order of a file plays no part, and a file that ends
+// early leaves no condition half made. A report hears of what is missing by places that were kept when the
+// elements were read: only then there is a place to tell.
+
 namespace Zantrel {
 
 namespace {

@@ -18,6 +18,27 @@ namespace Zantrel {
 namespace Word = LayoutWord;
 using Layout = ParameterLayout;
 
+// As in all meta files a tag is the name of a node, so that what it means depends on where it stands: below
+// which node, and in what kind of element. Each element asks the one around it, which is the last of m_open;
+// the walk itself only carries the place from there to what adds a node. What a file names, and what it has
+// that the layout has a handle for, is looked up when all nodes are there.
+
+namespace {
+
+/// A node that every layout has, or may have from its making.
+struct OwnNode {
+    Layout::pNode Layout::*handle;
+    bool isAlsoInJob; ///< its element may stand in that of a job, which doesn't hold the node
+};
+constexpr OwnNode OwnNodes[] = {
+    {&Layout::m_profileEditor, false},   {&Layout::m_genericParameters, false},
+    {&Layout::m_categories, false},      {&Layout::m_platformConfigurator, true},
+    {&Layout::m_platformOptions, false}, {&Layout::m_partOptions, false},
+    {&Layout::m_partConfigurator, true}, {&Layout::m_jobConfigurator, false},
+};
+
+} // namespace
+
 MetaFileWholeRead::MetaFileWholeRead(ParameterLayout& layout, ReadReport* report)
     : LayoutRead(layout), m_report(report), m_references(report) {
     LayoutNode* const minor = NodeOf(&Layout::m_versionNode);
@@ -155,20 +176,14 @@ bool MetaFileWholeRead::BeginsOptions(std::string_view tag, KelSAX::ISAXReader& 
     return isText && tag == Word::Options && !reader.HasAttributes() && Text::Trim(reader.GetText()).empty();
 }
 
-/// A node that the layout has from the start, wherever it stands; the configurators also in the element of a
-/// job, which doesn't hold them. Of its version each node is met once: who read a file that tells one in the
-/// other way has two of them, and wrote two.
+/// Such a node is met wherever the one that holds it is open. Of the version each node is met once: who reads
+/// a file that tells one with ReadFile has two of them, and writes two.
 bool MetaFileWholeRead::EnterOwnNode(std::string_view tag) {
-    static constexpr Anchor anchors[] = {
-        &Layout::m_partConfigurator, &Layout::m_platformConfigurator, // those of a job first
-        &Layout::m_profileEditor,    &Layout::m_genericParameters,    &Layout::m_categories,
-        &Layout::m_platformOptions,  &Layout::m_partOptions,          &Layout::m_jobConfigurator,
-    };
-    for (Anchor const& anchor : anchors) {
-        LayoutNode const* const node = NodeOf(anchor);
-        bool const isInJob = &anchor - anchors < 2 && IsAt(&Layout::m_jobConfigurator);
-        if (node != nullptr && (node->GetOwner() == m_currentNode || isInJob) && IsNamed(anchor, tag)) {
-            GoTo(anchor);
+    for (OwnNode const& own : OwnNodes) {
+        LayoutNode const* const node = NodeOf(own.handle);
+        bool const isInJob = own.isAlsoInJob && IsAt(&Layout::m_jobConfigurator);
+        if (node != nullptr && (node->GetOwner() == m_currentNode || isInJob) && IsNamed(own.handle, tag)) {
+            GoTo(own.handle);
             return true;
         }
     }
