@@ -2,6 +2,7 @@
 #include "build_ticket/build_ticket_read.h"
 
 #include "build_ticket/ticket_words.h"
+#include "sax/report_texts.h"
 #include "store/property_set_sax.h"
 
 #include <zantrel/sax/sax_reader.h>
@@ -32,16 +33,21 @@ bool BuildTicketRead::HandleTag(std::string const& tag, KelSAX::ISAXReader& read
 }
 
 /// What the element holds comes to this handler.
-bool BuildTicketRead::PassThrough(KelSAX::ISAXReader&) { return true; }
+bool BuildTicketRead::PassThrough(KelSAX::ISAXReader& reader) {
+    Sax::NoteStrayText(reader);
+    return true;
+}
 
 bool BuildTicketRead::ReadSource(KelSAX::ISAXReader& reader) {
     m_ticket->m_sourceId.clear(); // a source without a name is told too
     reader.ReadAttribute(m_ticket->m_sourceId, Word::Id);
-    return true;
+    reader.KnowAttributes({Word::PropertyTemplate});
+    return PassThrough(reader);
 }
 
 bool BuildTicketRead::ReadDefaults(KelSAX::ISAXReader& reader) {
-    ReadStore(m_ticket->m_defaults, reader); // whose kind is written, but never read
+    reader.KnowAttributes({Word::Kind}); // which is written, but never read
+    ReadStore(m_ticket->m_defaults, reader);
     return true;
 }
 
@@ -64,16 +70,24 @@ bool BuildTicketRead::ReadInstance(KelSAX::ISAXReader& reader) {
 
 /// A word that is none of the format's leaves the kind that the store has.
 void BuildTicketRead::ReadKind(KelAM::ExternalProperties& store, KelSAX::ISAXReader& reader) {
-    std::string word;
-    reader.ReadAttribute(word, Word::Kind);
+    auto const word = reader.FindAttribute(Word::Kind);
+    if (!word) {
+        return;
+    }
     for (Word::ObjectKind const& known : Word::ObjectKinds) {
-        if (known.word == word) {
+        if (known.word == *word) {
             store.m_objectKind = known.kind;
+            return;
         }
+    }
+    if (reader.HasReport()) {
+        reader.NoteDropped(L"The kind of instance \"" + Sax::Excerpt(*word) +
+                           L"\" is not known here and was passed over.");
     }
 }
 
 void BuildTicketRead::ReadStore(KelAM::ExternalProperties& store, KelSAX::ISAXReader& reader) {
+    Sax::NoteStrayText(reader);
     reader.PushHandler(new PropertySetRead(&store, &m_names, m_expected));
 }
 

@@ -24,12 +24,12 @@ KelAM::SaxUtilities::WriteOptions DocumentOptions(ParameterLayout const& layout)
 } // namespace
 
 bool ReadFile(ParameterLayout& layout, std::wstring const& path, ReadReport* report) {
-    ParameterLayoutIOMetaFileRead handler(layout);
+    ParameterLayoutIOMetaFileRead handler(layout, report);
     return KelAM::SaxUtilities::ReadFile(path, handler, report);
 }
 
 bool ReadStream(ParameterLayout& layout, std::basic_istream<char>& in, ReadReport* report) {
-    ParameterLayoutIOMetaFileRead handler(layout);
+    ParameterLayoutIOMetaFileRead handler(layout, report);
     return KelAM::SaxUtilities::ReadStream(in, handler, report);
 }
 
@@ -47,7 +47,8 @@ bool ReadWholeStream(ParameterLayout& layout, std::basic_istream<char>& in, Read
 // layout from it is that something stands in the profile editor.
 bool IsValidFile(std::wstring const& path, ReadReport* report) {
     ParameterLayout layout;
-    return ReadFile(layout, path, report) && layout.m_profileEditor->Size() != 0;
+    ParameterLayoutIOMetaFileRead handler(layout); // nothing is kept, and so nothing is lost
+    return KelAM::SaxUtilities::ReadFile(path, handler, report) && layout.m_profileEditor->Size() != 0;
 }
 
 bool WriteFile(ParameterLayout const& layout, std::wstring const& path, WriteReport* report) {

@@ -8,6 +8,10 @@
 #include <zantrel/text/stream_text_out.h>
 #include <zantrel/text/string_conversion.h>
 
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <iterator>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -241,73 +245,87 @@ template <auto Field> constexpr Form Values = {WriteSources<Field, ConditionOf>,
 
 struct Attribute {
     std::string_view word;
+    std::wstring_view what; ///< it is, for who counts
     bool (*isOf)(Element const& element);
     Form form;
 };
 
 constexpr Attribute Attributes[] = {
-    {Word::ProcessorRequest, ValueOf<String>, IfSet<&Node::m_requestName>},
-    {Word::Type, Value, Type},
-    {Word::Precision, ValueOf<Double, Distance>, Always<&Node::m_precision>},
-    {Word::ProfileName, ValueOf<OptionsFromProfiles>, Always<&Node::m_profileName>},
-    {Word::ProcessorRequest, ValueOf<OptionsFromProfiles>, IfSet<&Node::m_requestName>},
-    {Word::TriggerPropertyName, ValueOf<OptionsFromProfiles>, IfSet<&Node::m_triggerPropertyName>},
-    {Word::FileFilter, ValueOf<FileAbsolute>, IfSet<&Node::m_fileFilter>},
-    {Word::OptionsByDriverRequest, ValueOf<StandardOptions>, IfSet<&Node::m_requestName>},
-    {Word::VisibilityRequest, Value, IfSet<&Node::m_visibilityRequest>},
+    {Word::ProcessorRequest, L"requests", ValueOf<String>, IfSet<&Node::m_requestName>},
+    {Word::Type, L"types", Value, Type},
+    {Word::Precision, L"precisions", ValueOf<Double, Distance>, Always<&Node::m_precision>},
+    {Word::ProfileName, L"choices", ValueOf<OptionsFromProfiles>, Always<&Node::m_profileName>},
+    {Word::ProcessorRequest, L"requests", ValueOf<OptionsFromProfiles>, IfSet<&Node::m_requestName>},
+    {Word::TriggerPropertyName, L"requests", ValueOf<OptionsFromProfiles>,
+     IfSet<&Node::m_triggerPropertyName>},
+    {Word::FileFilter, L"file filters", ValueOf<FileAbsolute>, IfSet<&Node::m_fileFilter>},
+    {Word::OptionsByDriverRequest, L"requests", ValueOf<StandardOptions>, IfSet<&Node::m_requestName>},
+    {Word::VisibilityRequest, L"requests", Value, IfSet<&Node::m_visibilityRequest>},
 
-    {Word::DisplayName, Value, DisplayName},
-    {Word::Postfix, Value, Unit},
-    {Word::Prefix, Value, IfSet<&Node::m_prefix>},
-    {Word::Description, Value, IfSet<&Node::m_description>},
-    {Word::Expanded, Value, IfSet<&Node::m_expanded>},
-    {Word::HideParameterName, Value, IfSet<&Node::m_hideName>},
-    {Word::IsReadOnly, Value, IfSet<&Node::m_readOnly>},
-    {Word::Visible, Value, IfFalse<&Node::m_visible>},
-    {Word::AllowNull, Value, IfSet<&Node::m_allowEmpty>},
-    {Word::Max, Value, Limit<&Node::m_max>},
-    {Word::Min, Value, Limit<&Node::m_min>},
-    {Word::ValueUnique, Value, IfSet<&Node::m_isValueUnique>},
-    {Word::PropertyName, Value, IfSet<&Node::m_propName>},
-    {Word::DisplayNameSharedSizeGroup, Value, IfSet<&Node::m_displayNameSharedSizeGroup>},
-    {Word::PostfixSharedSizeGroup, Value, IfSet<&Node::m_postfixSharedSizeGroup>},
-    {Word::DescriptionImage, Value, Image<&Node::m_imageDescription>},
-    {Word::DescriptionImageStretch, Value, Image<&Node::m_imageStretch>},
-    {Word::LicenseForEditorPaneVisibility, Value, IfSet<&Node::m_editorLicenseChecks>},
-    {Word::VisibilityIdentifier, Value, Identifier},
-    {Word::EditabilityIdentifier, Value, Identifier},
-    {Word::DisableForParents, Value, Streamed<&Node::m_disableForParents>},
-    {Word::DisableForSubParts, Value, Streamed<&Node::m_disableForSubParts>},
-    {Word::ProfileEditingPolicy, Value, IfSet<&Node::m_profileEditingPolicy>},
-    {Word::ShowOnlyPartsSelectedInTessra, Value, IfFalse<&Node::m_showOnlyPartsSelectedInTessra>},
+    {Word::DisplayName, L"names", Value, DisplayName},
+    {Word::Postfix, L"units", Value, Unit},
+    {Word::Prefix, L"units", Value, IfSet<&Node::m_prefix>},
+    {Word::Description, L"descriptions", Value, IfSet<&Node::m_description>},
+    {Word::Expanded, L"looks", Value, IfSet<&Node::m_expanded>},
+    {Word::HideParameterName, L"looks", Value, IfSet<&Node::m_hideName>},
+    {Word::IsReadOnly, L"permissions", Value, IfSet<&Node::m_readOnly>},
+    {Word::Visible, L"permissions", Value, IfFalse<&Node::m_visible>},
+    {Word::AllowNull, L"limits", Value, IfSet<&Node::m_allowEmpty>},
+    {Word::Max, L"limits", Value, Limit<&Node::m_max>},
+    {Word::Min, L"limits", Value, Limit<&Node::m_min>},
+    {Word::ValueUnique, L"limits", Value, IfSet<&Node::m_isValueUnique>},
+    {Word::PropertyName, L"names", Value, IfSet<&Node::m_propName>},
+    {Word::DisplayNameSharedSizeGroup, L"looks", Value, IfSet<&Node::m_displayNameSharedSizeGroup>},
+    {Word::PostfixSharedSizeGroup, L"looks", Value, IfSet<&Node::m_postfixSharedSizeGroup>},
+    {Word::DescriptionImage, L"descriptions", Value, Image<&Node::m_imageDescription>},
+    {Word::DescriptionImageStretch, L"descriptions", Value, Image<&Node::m_imageStretch>},
+    {Word::LicenseForEditorPaneVisibility, L"permissions", Value, IfSet<&Node::m_editorLicenseChecks>},
+    {Word::VisibilityIdentifier, L"conditions", Value, Identifier},
+    {Word::EditabilityIdentifier, L"conditions", Value, Identifier},
+    {Word::DisableForParents, L"permissions", Value, Streamed<&Node::m_disableForParents>},
+    {Word::DisableForSubParts, L"permissions", Value, Streamed<&Node::m_disableForSubParts>},
+    {Word::ProfileEditingPolicy, L"permissions", Value, IfSet<&Node::m_profileEditingPolicy>},
+    {Word::ShowOnlyPartsSelectedInTessra, L"looks", Value, IfFalse<&Node::m_showOnlyPartsSelectedInTessra>},
 
-    {Word::DisplayName, Container, IfSet<&Node::m_containerDisplayName>},
-    {Word::Description, Container, IfSet<&Node::m_containerDescription>},
-    {Word::Visible, Container, IfFalse<&Node::m_visible>},
-    {Word::Type, List, ListType},
-    {Word::PerformTransform, TransformList, Always<&Node::m_performTransform>},
-    {Word::ProfilesXmlName, PlainProfileList, Always<&Node::m_nodeName>},
-    {Word::CategoriesName, CategoryList, Always<&Node::m_nodeName>},
+    {Word::DisplayName, L"names", Container, IfSet<&Node::m_containerDisplayName>},
+    {Word::Description, L"descriptions", Container, IfSet<&Node::m_containerDescription>},
+    {Word::Visible, L"permissions", Container, IfFalse<&Node::m_visible>},
+    {Word::Type, L"types", List, ListType},
+    {Word::PerformTransform, L"permissions", TransformList, Always<&Node::m_performTransform>},
+    {Word::ProfilesXmlName, L"names", PlainProfileList, Always<&Node::m_nodeName>},
+    {Word::CategoriesName, L"names", CategoryList, Always<&Node::m_nodeName>},
 
-    {Word::VisibilitySource, ValueOrList, Identifiers<&Node::m_visibilitySources>},
-    {Word::VisibleValue, ValueOrList, Values<&Node::m_visibilitySources>},
-    {Word::EditabilitySource, ValueOrList, Identifiers<&Node::m_editabilitySources>},
-    {Word::EditableValue, ValueOrList, Values<&Node::m_editabilitySources>},
+    {Word::VisibilitySource, L"conditions", ValueOrList, Identifiers<&Node::m_visibilitySources>},
+    {Word::VisibleValue, L"conditions", ValueOrList, Values<&Node::m_visibilitySources>},
+    {Word::EditabilitySource, L"conditions", ValueOrList, Identifiers<&Node::m_editabilitySources>},
+    {Word::EditableValue, L"conditions", ValueOrList, Values<&Node::m_editabilitySources>},
 
-    {Word::EnableMultiLine, ValueOf<String>, IfSet<&Node::m_enableMultiLine>},
-    {Word::Regex, ValueOf<String>, IfSet<&Node::m_regex>},
-    {Word::RegexUserFriendly, ValueOf<String>, IfSet<&Node::m_regexUserFriendly>},
-    {Word::MaxLength, ValueOf<String>, IfSet<&Node::m_maxLength>},
+    {Word::EnableMultiLine, L"looks", ValueOf<String>, IfSet<&Node::m_enableMultiLine>},
+    {Word::Regex, L"patterns", ValueOf<String>, IfSet<&Node::m_regex>},
+    {Word::RegexUserFriendly, L"patterns", ValueOf<String>, IfSet<&Node::m_regexUserFriendly>},
+    {Word::MaxLength, L"limits", ValueOf<String>, IfSet<&Node::m_maxLength>},
 
-    {Word::CanUserAddRemove, List, Always<&Node::m_userCanAddRemove>},
-    {Word::CanUserSort, List, Always<&Node::m_userCanSort>},
-    {Word::Multiplicity, List, IfSet<&Node::m_multiplicity>},
-    {Word::MultiplicityLimit, List, IfSet<&Node::m_multiplicityMax>},
-    {Word::MultiplicityLimitMessage, List, IfSet<&Node::m_multiplicityMaxMessage>},
-    {Word::MultiplicityMinLimit, List, IfSet<&Node::m_multiplicityMin>},
-    {Word::MultiplicityMinLimitMessage, List, IfSet<&Node::m_multiplicityMinMessage>},
-    {Word::RemovingType, List, Removing},
+    {Word::CanUserAddRemove, L"permissions", List, Always<&Node::m_userCanAddRemove>},
+    {Word::CanUserSort, L"permissions", List, Always<&Node::m_userCanSort>},
+    {Word::Multiplicity, L"limits", List, IfSet<&Node::m_multiplicity>},
+    {Word::MultiplicityLimit, L"limits", List, IfSet<&Node::m_multiplicityMax>},
+    {Word::MultiplicityLimitMessage, L"limits", List, IfSet<&Node::m_multiplicityMaxMessage>},
+    {Word::MultiplicityMinLimit, L"limits", List, IfSet<&Node::m_multiplicityMin>},
+    {Word::MultiplicityMinLimitMessage, L"limits", List, IfSet<&Node::m_multiplicityMinMessage>},
+    {Word::RemovingType, L"permissions", List, Removing},
 };
+
+/// Whether no row above has the same word.
+constexpr auto IsFirstOfWord = [] {
+    std::array<bool, std::size(Attributes)> isFirst{};
+    for (std::size_t i = 0; i < isFirst.size(); ++i) {
+        isFirst[i] = true;
+        for (std::size_t before = 0; before < i; ++before) {
+            isFirst[i] = isFirst[i] && Attributes[before].word != Attributes[i].word;
+        }
+    }
+    return isFirst;
+}();
 
 } // namespace
 
@@ -333,6 +351,20 @@ void ReadAttributes(LayoutNode& node, bool isContainer, MetaFileReferences& refe
     for (Attribute const& attribute : Attributes) {
         if (attribute.isOf(element)) {
             attribute.form.read(attribute.word, reading);
+        }
+    }
+}
+
+void CountPassedOver(KelSAX::ISAXReader& reader, std::initializer_list<std::string_view> read,
+                     PassedOver& passedOver) {
+    if (!passedOver.IsCounting() || !reader.HasAttributes()) {
+        return;
+    }
+    for (std::size_t i = 0; i < std::size(Attributes); ++i) {
+        std::string_view const word = Attributes[i].word;
+        bool const isRead = std::find(read.begin(), read.end(), word) != read.end();
+        if (IsFirstOfWord[i] && reader.HasAttribute(word) && !isRead) {
+            passedOver.Count(Attributes[i].what);
         }
     }
 }

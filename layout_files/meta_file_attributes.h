@@ -1,9 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "layout_files/passed_over.h"
+
 #include <zantrel/layout/layout_node.h>
 #include <zantrel/sax/sax_reader.h>
 #include <zantrel/sax/sax_writer.h>
+
+#include <initializer_list>
+#include <string_view>
 
 namespace Zantrel {
 
@@ -27,5 +32,9 @@ void WriteAttributes(MetaFileElement const& element, KelSAX::ISAXWriter& writer)
 /// node as it is. Identifiers and conditions go to `references`, which sees to them at the end.
 void ReadAttributes(LayoutNode& node, bool isContainer, MetaFileReferences& references,
                     KelSAX::ISAXReader& reader);
+
+/// Counts what the element being handled has of these attributes beside those that its reader has `read`.
+void CountPassedOver(KelSAX::ISAXReader& reader, std::initializer_list<std::string_view> read,
+                     PassedOver& passedOver);
 
 } // namespace Zantrel

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "layout_files/meta_file_read.h"
 
+#include "layout_files/meta_file_attributes.h"
 #include "layout_files/resource_dictionary_read.h"
 #include "text/numbers.h"
 #include "text/unicode.h"
@@ -56,6 +57,14 @@ constexpr Way WaysOut[] = {
 
 } // namespace
 
+void ParameterLayoutIOMetaFileRead::ReadRoot(KelSAX::ISAXReader& reader) {
+    CountPassedOver(reader, {}, m_passedOver);
+}
+
+void ParameterLayoutIOMetaFileRead::ResolveReferences(KelSAX::ISAXReader&) {
+    m_passedOver.Report(L"ReadWholeFile");
+}
+
 bool ParameterLayoutIOMetaFileRead::ReadElement(std::string const& tag, KelSAX::ISAXReader& reader) {
     using Self = ParameterLayoutIOMetaFileRead;
     struct Rule {
@@ -66,12 +75,13 @@ bool ParameterLayoutIOMetaFileRead::ReadElement(std::string const& tag, KelSAX::
     static constexpr Rule grammar[] = {
         {Root, Word::JobConfigurator, &Self::AddJobConfigurator},
         {Root, Word::ResourceDictionary, &Self::ReadDictionary},
-        {Root, Word::Entry, &Self::PassThrough}, // of a dictionary that nobody wants
+        {Root, Word::Entry, &Self::PassEntryThrough}, // of a dictionary that nobody wants
         {&Layout::m_profileEditor, Word::ParameterStructure, &Self::PassThrough},
         {&Layout::m_profileEditor, Word::AdditionalConfiguration, &Self::PassOver},
     };
     // First: a section is none of the parameters, whatever its attributes say.
     if (EnterSection(tag)) {
+        CountPassedOver(reader, {}, m_passedOver);
         return true;
     }
     for (Rule const& rule : grammar) {
@@ -82,6 +92,8 @@ bool ParameterLayoutIOMetaFileRead::ReadElement(std::string const& tag, KelSAX::
     bool const isOverride = tag == Word::InheritOverrides || tag == Word::OverrideEntry;
     if (!isOverride && !IsAt(&Layout::m_versionNode)) { // whose parts a file can't change
         ReadParameter(tag, reader);
+    } else if (reader.HasReport()) {
+        reader.GetAttributes(); // nobody's, whatever they are
     }
     return true;
 }
@@ -100,6 +112,7 @@ bool ParameterLayoutIOMetaFileRead::EnterSection(std::string_view tag) {
 /// No layout has this node from the start. Of several in a file the handle leads to the last.
 bool ParameterLayoutIOMetaFileRead::AddJobConfigurator(KelSAX::ISAXReader& reader) {
     std::wstring const name = StringConversion::Utf8ToNative(Word::JobConfigurator);
+    CountPassedOver(reader, {}, m_passedOver);
     Add(std::make_unique<LayoutNode>(name.c_str(), Group, nullptr), reader);
     m_layout.m_jobConfigurator = m_currentNode;
     return true;
@@ -111,12 +124,19 @@ bool ParameterLayoutIOMetaFileRead::ReadDictionary(KelSAX::ISAXReader& reader) {
     ResourceDictionary* const dictionary = m_layout.GetResourceDictionary();
     if (dictionary != nullptr) {
         reader.PushHandler(new ResourceDictionaryFileRead(dictionary));
+    } else {
+        reader.NoteDropped(L"The layout has no dictionary; the translations were passed over.");
     }
     return dictionary != nullptr;
 }
 
 /// What the element holds is taken as if the element weren't there.
 bool ParameterLayoutIOMetaFileRead::PassThrough(KelSAX::ISAXReader&) { return true; }
+
+bool ParameterLayoutIOMetaFileRead::PassEntryThrough(KelSAX::ISAXReader& reader) {
+    reader.KnowAttributes({Word::Key});
+    return true;
+}
 
 /// The same, and a report hears of the element.
 bool ParameterLayoutIOMetaFileRead::PassOver(KelSAX::ISAXReader&) { return false; }
@@ -136,6 +156,12 @@ void ParameterLayoutIOMetaFileRead::ReadParameter(std::string const& tag, KelSAX
     }
     reader.ReadAttribute(node->m_propName, Word::PropertyName);
     reader.ReadAttribute(node->m_displayName, Word::DisplayName);
+    reader.KnowAttributes({Word::Options});
+    CountPassedOver(reader, {Word::Type, Word::ProfileName, Word::PropertyName, Word::DisplayName},
+                    m_passedOver);
+    if (tag == Word::Option && m_passedOver.IsCounting() && reader.GetAncestorTag(1) == Word::Options) {
+        m_passedOver.Count(L"choices");
+    }
     if (m_pending.IsPending()) {
         std::exchange(m_pending, Container()).Complete(*node, tag);
     }
@@ -154,15 +180,17 @@ eTypeLayoutNode ParameterLayoutIOMetaFileRead::ReadType(KelSAX::ISAXReader& read
 }
 
 bool ParameterLayoutIOMetaFileRead::OpenContainer(std::string const& tag, KelSAX::ISAXReader& reader) {
-    if (reader.ReadAttribute(m_word, Word::Type) && m_word == Word::ListContainer) {
+    std::string_view mark = Word::Type;
+    if (reader.ReadAttribute(m_word, mark) && m_word == Word::ListContainer) {
         m_pending.isList = true;
-    } else if (reader.ReadAttribute(m_word, Word::ProfilesXmlName)) {
+    } else if (mark = Word::ProfilesXmlName; reader.HasAttribute(mark)) {
         m_pending.isProfileList = true;
-    } else if (reader.ReadAttribute(m_word, Word::CategoriesName)) {
+    } else if (mark = Word::CategoriesName; reader.HasAttribute(mark)) {
         m_pending.isCategoryList = true;
     } else {
         return false;
     }
+    CountPassedOver(reader, {mark, Word::DisplayName}, m_passedOver);
     m_pending.tag = StringConversion::Utf8ToNative(tag);
     m_pending.displayName.clear();
     reader.ReadAttribute(m_pending.displayName, Word::DisplayName);

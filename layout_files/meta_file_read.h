@@ -2,6 +2,7 @@
 #pragma once
 
 #include "layout_files/layout_read.h"
+#include "layout_files/passed_over.h"
 
 #include <memory>
 #include <string>
@@ -15,7 +16,10 @@
 /// inner element, whose name isn't the node's, changes nothing, and that of the outer one leads up.
 class ParameterLayoutIOMetaFileRead : public Zantrel::LayoutRead {
 public:
-    using LayoutRead::LayoutRead;
+    /// `report` is that of the read, which then also hears how much is passed over; or null.
+    explicit ParameterLayoutIOMetaFileRead(Zantrel::ParameterLayout& layout,
+                                           Zantrel::ReadReport* report = nullptr)
+        : LayoutRead(layout), m_passedOver(report) {}
 
 private:
     /// Containers that were opened and wait for their item. Several can be pending: the node is then all of
@@ -29,8 +33,10 @@ private:
         void Complete(Zantrel::LayoutNode& node, std::string const& itemTag);
     };
 
+    void ReadRoot(KelSAX::ISAXReader& reader) override;
     bool ReadElement(std::string const& tag, KelSAX::ISAXReader& reader) override;
     void HandleEndTag(std::string_view tag) override;
+    void ResolveReferences(KelSAX::ISAXReader& reader) override;
 
     bool EnterSection(std::string_view tag);
     // The elements of the grammar. True: the element was taken.
@@ -38,10 +44,12 @@ private:
     bool ReadDictionary(KelSAX::ISAXReader& reader);
     bool PassThrough(KelSAX::ISAXReader& reader);
     bool PassOver(KelSAX::ISAXReader& reader);
+    bool PassEntryThrough(KelSAX::ISAXReader& reader);
     bool OpenContainer(std::string const& tag, KelSAX::ISAXReader& reader);
     void ReadParameter(std::string const& tag, KelSAX::ISAXReader& reader);
     Zantrel::eTypeLayoutNode ReadType(KelSAX::ISAXReader& reader);
 
+    Zantrel::PassedOver m_passedOver;
     Container m_pending;
     std::string m_word; ///< an attribute's value; kept for its room
 };

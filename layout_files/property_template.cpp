@@ -24,12 +24,12 @@ KelAM::SaxUtilities::WriteOptions DocumentOptions() {
 } // namespace
 
 bool ReadFile(ParameterLayout& layout, std::wstring const& path, ReadReport* report) {
-    ParameterLayoutIOPropertyTemplateRead handler(layout);
+    ParameterLayoutIOPropertyTemplateRead handler(layout, false, report);
     return KelAM::SaxUtilities::ReadFile(path, handler, report);
 }
 
 bool ReadStream(ParameterLayout& layout, std::basic_istream<char>& in, ReadReport* report) {
-    ParameterLayoutIOPropertyTemplateRead handler(layout);
+    ParameterLayoutIOPropertyTemplateRead handler(layout, false, report);
     return KelAM::SaxUtilities::ReadStream(in, handler, report);
 }
 

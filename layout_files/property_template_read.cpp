@@ -40,7 +40,17 @@ Section const* FindSection(std::string_view tag) {
 bool ParameterLayoutIOPropertyTemplateRead::ReadElement(std::string const& tag, KelSAX::ISAXReader& reader) {
     bool const isSection = IsAt(Root) && EnterSection(tag);
     bool const isInVersion = IsAt(&ParameterLayout::m_versionNode); // whose parts a file can't change
-    return isSection || isInVersion || tag != Word::PropertyNode || ReadPropertyNode(reader);
+    if (!isSection && !isInVersion && tag == Word::PropertyNode) {
+        return ReadPropertyNode(reader);
+    }
+    if (!isSection && reader.HasReport()) {
+        reader.GetAttributes(); // go with the element
+        if (!isInVersion) {
+            reader.NoteDropped(
+                L"The element means nothing in this place; what it holds is read as if it weren't there.");
+        }
+    }
+    return true;
 }
 
 bool ParameterLayoutIOPropertyTemplateRead::EnterSection(std::string_view tag) {
@@ -72,9 +82,7 @@ bool ParameterLayoutIOPropertyTemplateRead::ReadPropertyNode(KelSAX::ISAXReader&
     for (TextAttribute const& text : TextAttributes) {
         reader.ReadAttribute((*node).*text.field, text.word);
     }
-    if (m_isWhole) {
-        ReadWhole(*node, reader);
-    }
+    m_isWhole ? ReadWhole(*node, reader) : CountPassedOver(reader);
     if (reader.ReadAttribute(m_word, Word::ProfileList)) {
         node->SetProfile(true, L"Profile");
     }
@@ -102,6 +110,19 @@ void ParameterLayoutIOPropertyTemplateRead::ReadWhole(LayoutNode& node, KelSAX::
     if (node.m_type == Options && reader.ReadAttribute(options, Word::Options)) {
         SetOptions(node, options);
     }
+}
+
+void ParameterLayoutIOPropertyTemplateRead::CountPassedOver(KelSAX::ISAXReader& reader) {
+    if (m_passedOver.IsCounting() && reader.HasAttribute(Word::Precision)) {
+        m_passedOver.Count(L"precisions");
+    }
+    if (m_passedOver.IsCounting() && reader.HasAttribute(Word::Options)) {
+        m_passedOver.Count(L"choices");
+    }
+}
+
+void ParameterLayoutIOPropertyTemplateRead::ResolveReferences(KelSAX::ISAXReader&) {
+    m_passedOver.Report(L"ReadWholeFile");
 }
 
 void ParameterLayoutIOPropertyTemplateRead::HandleEndTag(std::string_view tag) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "layout_files/layout_read.h"
+#include "layout_files/passed_over.h"
 
 #include <string>
 
@@ -11,19 +12,24 @@
 /// `isWhole` takes also what writers say and the told reader passes over: precision and choices.
 class ParameterLayoutIOPropertyTemplateRead : public Zantrel::LayoutRead {
 public:
-    explicit ParameterLayoutIOPropertyTemplateRead(Zantrel::ParameterLayout& layout, bool isWhole = false)
-        : LayoutRead(layout), m_isWhole(isWhole) {}
+    /// `report` is that of the read, or null; it hears how much is passed over.
+    explicit ParameterLayoutIOPropertyTemplateRead(Zantrel::ParameterLayout& layout, bool isWhole = false,
+                                                   Zantrel::ReadReport* report = nullptr)
+        : LayoutRead(layout), m_isWhole(isWhole), m_passedOver(report) {}
 
 private:
     bool ReadElement(std::string const& tag, KelSAX::ISAXReader& reader) override;
     void HandleEndTag(std::string_view tag) override;
+    void ResolveReferences(KelSAX::ISAXReader& reader) override;
 
     bool EnterSection(std::string_view tag);
     bool ReadPropertyNode(KelSAX::ISAXReader& reader);
     Zantrel::eTypeLayoutNode ReadType(KelSAX::ISAXReader& reader);
     void ReadWhole(Zantrel::LayoutNode& node, KelSAX::ISAXReader& reader);
+    void CountPassedOver(KelSAX::ISAXReader& reader);
 
     bool m_isWhole;
+    Zantrel::PassedOver m_passedOver;
     std::string m_word; ///< an attribute's value; kept for its room
 };
 

@@ -17,7 +17,11 @@ bool ResourceDictionaryFileRead::HandleTag(std::string const& tag, KelSAX::ISAXR
         return hasKey;
     }
     std::wstring language;
-    if (tag != Word::Translation || !reader.ReadAttribute(language, Word::Language)) {
+    if (tag != Word::Translation) {
+        return false;
+    }
+    if (!reader.ReadAttribute(language, Word::Language)) {
+        reader.NoteDropped(L"A translation without a language was passed over.");
         return false;
     }
     std::wstring text;

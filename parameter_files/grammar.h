@@ -20,6 +20,13 @@ struct ParameterFileGrammar {
     std::span<FlagAttribute const> parameterFlags = {};
     std::span<FlagAttribute const> profileFlags = {};
     std::span<FlagAttribute const> itemFlags = {};
+    /// The attributes that an element of each kind can have, whether read or not; of a parameter those that
+    /// aren't read.
+    struct Attributes {
+        std::span<std::string_view const> root = {}, parameter = {}, defaultProfile = {}, profile = {},
+                                          item = {};
+    };
+    Attributes attributes = {};
 
     bool NamesParametersByAttribute() const { return !parameterTag.empty(); }
 };

@@ -5,7 +5,10 @@ using namespace Zantrel;
 
 namespace {
 
-constexpr ParameterFileGrammar Grammar{ParameterFileWord::Property}; // no flags
+constexpr std::string_view PropertyWords[] = {ParameterFileWord::Type, ParameterFileWord::ProfileList};
+constexpr std::string_view ProfileWords[] = {ParameterFileWord::Name};
+constexpr ParameterFileGrammar Grammar{.parameterTag = ParameterFileWord::Property, // without flags
+                                       .attributes = {.parameter = PropertyWords, .profile = ProfileWords}};
 
 } // namespace
 

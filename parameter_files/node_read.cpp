@@ -4,6 +4,7 @@
 #include "database/add_entry.h"
 #include "database/find_bag.h"
 #include "parameter_files/node_value_sax.h"
+#include "sax/report_texts.h"
 #include "text/numbers.h"
 #include "text/same_bytes.h"
 #include "text/unicode.h"
@@ -101,11 +102,13 @@ bool NodeRead::HandleTag(std::string const& tag, KelSAX::ISAXReader& reader) {
     if (NodeShape::Child const* const child = NextByShape(tag, reader)) {
         ++m_place.nextChild;
         if (ReadByShape(*child, reader)) {
+            KnowAttributes(Kind::Parameter, reader);
             return true;
         }
     }
     FileElement const element = Recognise(tag, reader);
     bool const isRoot = reader.GetDepth() == 0;
+    KnowAttributes(element.kind, reader);
     if (m_watch != nullptr && !m_watch->Admits(element, tag, reader.GetDepth())) {
         return isRoot;
     }
@@ -293,8 +296,24 @@ FileElement NodeRead::RecogniseParameter(std::string const& tag, KelSAX::ISAXRea
 void NodeRead::NoteUnknown(KelSAX::ISAXReader& reader) const {
     // Where the tag is the name, the report hears it as that of an element that was not taken.
     if (m_grammar.NamesParametersByAttribute() && reader.HasReport()) {
-        reader.NoteDropped(L"The parameter \"" + StringConversion::Utf8ToNative(m_name) +
+        reader.NoteDropped(L"The parameter \"" + Sax::Excerpt(m_name) +
                            L"\" is not known here and was passed over.");
+    }
+}
+
+void NodeRead::KnowAttributes(Kind kind, KelSAX::ISAXReader& reader) const {
+    if (!reader.HasReport()) {
+        return;
+    }
+    ParameterFileGrammar::Attributes const& attributes = m_grammar.attributes;
+    if (reader.GetDepth() == 0) {
+        reader.KnowAttributes(attributes.root);
+    } else if (kind == Kind::Default) {
+        reader.KnowAttributes(attributes.defaultProfile);
+    } else if (kind == Kind::Entry) {
+        reader.KnowAttributes(IsOnProfileList() ? attributes.profile : attributes.item);
+    } else {
+        reader.KnowAttributes(attributes.parameter);
     }
 }
 
@@ -355,7 +374,7 @@ void NodeRead::ReadValue(ParameterNode const& node, KelSAX::ISAXReader& reader) 
 }
 
 void NodeRead::ReadChildren(ParameterNode const& node, KelSAX::ISAXReader& reader) {
-    NoteStrayText(reader);
+    Sax::NoteStrayText(reader);
     reader.PushHandler(new NodeRead(node, *this));
 }
 

@@ -67,6 +67,8 @@ private:
     void ReadValue(ParameterNode const& node, KelSAX::ISAXReader& reader);
     void ReadChildren(ParameterNode const& node, KelSAX::ISAXReader& reader);
     void NoteUnknown(KelSAX::ISAXReader& reader) const;
+    /// Those that an element of the kind can have, so that a report hears only of others.
+    void KnowAttributes(FileElement::Kind kind, KelSAX::ISAXReader& reader) const;
 
     /// Where the children of an element go.
     struct Place {

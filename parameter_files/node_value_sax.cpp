@@ -3,24 +3,14 @@
 
 #include "sax/value_leaf.h"
 #include "store/bag_access.h"
-#include "text/numbers.h"
 
 #include <zantrel/sax/tag_writer.h>
 
 namespace Zantrel {
 
-void NoteStrayText(KelSAX::ISAXReader& reader) {
-    if (reader.HasReport() && !Text::Trim(reader.GetText()).empty()) {
-        reader.NoteDropped(L"The element holds elements only; its text was passed over.");
-    }
-}
-
 /// A value is read in place, without a copy and without an exception where there is none: of documents for
 /// other layouts that may be each one.
 template <class T> void ReadLeafValue(ParameterNode const& leaf, KelSAX::ISAXReader& reader) {
-    if constexpr (std::is_same_v<T, KelAM::FileContent>) {
-        NoteStrayText(reader);
-    }
     if (T* value = ValueAccess::Find<T>(leaf)) {
         HandleValueOfProperty(*value, reader);
     } else if (!leaf.IsValid() || leaf.m_pNode->m_type != eTypeLayoutNode::StandardOptions) {

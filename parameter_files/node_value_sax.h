@@ -35,7 +35,4 @@ void WriteLeafElement(KelSAX::PreparedTag const& tag, ParameterNode const& leaf,
 bool WritePlainElement(KelSAX::PreparedTag const& tag, eTypeLayoutNode type, IPersistentProperty const& value,
                        KelSAX::ISAXWriter& writer);
 
-/// Notes the text of an element that should hold elements only.
-void NoteStrayText(KelSAX::ISAXReader& reader);
-
 } // namespace Zantrel

@@ -13,7 +13,18 @@ constexpr FlagAttribute ParameterFlags[] = {Flag::DisableAddRemove, Flag::ReadOn
 constexpr FlagAttribute ProfileFlags[] = {Flag::NameReadOnly, Flag::CanBeDeleted, Flag::UserDefaultProfile,
                                           Flag::ReadOnly};
 constexpr FlagAttribute ItemFlags[] = {Flag::ReadOnly, Flag::Hidden};
-constexpr ParameterFileGrammar Grammar{{}, ParameterFlags, ProfileFlags, ItemFlags};
+constexpr std::string_view OrdinaryWords[] = {ParameterFileWord::ReadOnly, ParameterFileWord::Hidden};
+constexpr std::string_view ProfileWords[] = {
+    ParameterFileWord::Name,         ParameterFileWord::ReadOnly,     ParameterFileWord::Hidden,
+    ParameterFileWord::NameReadOnly, ParameterFileWord::CanBeDeleted, ParameterFileWord::UserDefaultProfile};
+constexpr ParameterFileGrammar Grammar{.parameterTag = {},
+                                       .parameterFlags = ParameterFlags,
+                                       .profileFlags = ProfileFlags,
+                                       .itemFlags = ItemFlags,
+                                       .attributes = {.root = OrdinaryWords,
+                                                      .defaultProfile = std::span(ProfileWords).subspan(1),
+                                                      .profile = ProfileWords,
+                                                      .item = OrdinaryWords}};
 
 } // namespace
 

@@ -10,6 +10,7 @@
 #include <zantrel/text/string_conversion.h>
 
 #include <algorithm>
+#include <iterator>
 
 namespace Zantrel::Sax {
 
@@ -31,12 +32,23 @@ constexpr KindText KindTexts[] = {
     {Kind::DocumentError, L"{0}"},
     {Kind::RefusedDocument, L"{0}"},
     {Kind::UntakenElement, L"The element \"{0}\" is not known here and was passed over."},
-    {Kind::UnparsedText, L"The text \"{0}\" is no {1}; the old value stays."},
+    {Kind::UnparsedText, L"The text \"{0}\" is no {1} and was passed over."},
     {Kind::UnparsedAttribute, L"The attribute {0}=\"{1}\" is no {2} and counts as absent."},
     {Kind::DroppedValue, L"{0}"},
+    {Kind::UntakenAttribute, L"The attribute {0}=\"{1}\" is not known here and was passed over."},
+    {Kind::PassedOver, L"{0}"},
 };
 
-static_assert(InEnumOrder(KindTexts, &KindText::kind, Kind::DroppedValue));
+static_assert(InEnumOrder(KindTexts, &KindText::kind, Kind::PassedOver));
+
+/// What XML itself has attributes for, and the reference to a schema: no handler's matter.
+bool IsReserved(std::string_view attribute) {
+    constexpr std::string_view Prefixes[] = {"xmlns:", "xml:", "xsi:"};
+    return attribute == "xmlns" ||
+           std::any_of(std::begin(Prefixes), std::end(Prefixes), [attribute](std::string_view prefix) {
+               return attribute.substr(0, prefix.size()) == prefix;
+           });
+}
 
 PlainHandler* PlainOf(ISAXPersist* handler) { return dynamic_cast<PlainHandler*>(handler); }
 
@@ -154,6 +166,18 @@ void ReadDriver::Open() {
     if (m_report != nullptr) {
         m_place = m_tokeniser.Where();
         m_isReported = false;
+        NameInnermost();
+    }
+}
+
+void ReadDriver::NameInnermost() {
+    std::string& name = Innermost().name;
+    name.clear();
+    for (Xml::Attribute const& attribute : m_tokeniser.Attributes()) {
+        if (NamesElements(attribute.name)) {
+            name = Text::Shorten(attribute.value, LongestName);
+            return;
+        }
     }
 }
 
@@ -227,13 +251,31 @@ bool ReadDriver::Handle() {
     element.isGroup = false;
     // What is pushed from here on goes when this element ends.
     element.pushedBefore = m_pushed.size();
-    // The root may go untaken: a format whose handler reads children only says nothing of it.
-    bool const taken = element.receiver != nullptr && element.receiver->HandleTag(element.tag, *this);
-    if (!taken && m_depth > 1 && m_report != nullptr && !m_isReported) {
-        Report(Kind::UntakenElement, {Excerpt(element.tag)});
+    if (m_report != nullptr) {
+        m_isAsked.assign(m_attributes.size(), false);
+    }
+    bool const isTaken = element.receiver != nullptr && element.receiver->HandleTag(element.tag, *this);
+    if (m_report != nullptr && !m_isRefused) {
+        ReportUntaken(isTaken);
     }
     m_stage = Stage::None;
     return !m_isRefused;
+}
+
+// The root may go untaken: a format whose handler reads children only says nothing of it.
+void ReadDriver::ReportUntaken(bool isTaken) {
+    if (!isTaken) {
+        if (m_depth > 1 && !m_isReported) {
+            Report(Kind::UntakenElement, {Excerpt(Innermost().tag)});
+        }
+        return;
+    }
+    for (std::size_t i = 0; i < m_attributes.size(); ++i) {
+        Xml::Attribute const& attribute = m_attributes[i];
+        if (!m_isAsked[i] && !IsReserved(attribute.name)) {
+            Report(Kind::UntakenAttribute, {Excerpt(attribute.name), Excerpt(attribute.value)});
+        }
+    }
 }
 
 // Handlers that the element pushed end after the call: the receiver may use them in it.
@@ -277,6 +319,7 @@ std::map<std::string, std::string> const& ReadDriver::GetAttributes() {
         static std::map<std::string, std::string> const none;
         return none;
     }
+    m_isAsked.assign(m_isAsked.size(), true);
     if (!m_hasAttributeMap) {
         m_attributeMap.clear();
         for (Xml::Attribute const& attribute : m_attributes) {
@@ -303,6 +346,9 @@ std::optional<std::string_view> ReadDriver::FindAttribute(std::string_view name)
     if (m_stage == Stage::Handled) {
         for (Xml::Attribute const& attribute : m_attributes) {
             if (attribute.name == name) {
+                if (m_report != nullptr) {
+                    m_isAsked[static_cast<std::size_t>(&attribute - m_attributes.data())] = true;
+                }
                 return attribute.value;
             }
         }
@@ -349,10 +395,9 @@ ReadReport::Entry ReadDriver::EntryOf(Kind kind) const {
         Xml::Position const place = m_stage == Stage::Handled ? m_place : m_tokeniser.Where();
         entry.line = place.line;
         entry.column = place.column;
-        for (std::size_t level = 1; level <= m_depth; ++level) {
-            entry.path.append(level != 1 ? L"/" : L"");
-            Text::AppendWide(m_open[level]->tag, entry.path);
-        }
+        entry.path = PathOf(m_depth, [this](std::size_t level) {
+            return PathStep{m_open[level + 1]->tag, m_open[level + 1]->name};
+        });
     }
     return entry;
 }

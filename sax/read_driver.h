@@ -77,6 +77,7 @@ private:
     /// An element that is open.
     struct Element {
         std::string tag;
+        std::string name;                ///< that an attribute gives it; known only with a report
         ISAXPersist* receiver = nullptr; ///< got its start and gets its end; null when nobody does
         ISAXPersist* receiverOfChildren = nullptr;
         PlainHandler* plainReceiver = nullptr; ///< receiverOfChildren, if it is one
@@ -92,6 +93,8 @@ private:
     bool Begin();
     /// Opens the element of the tokeniser's start tag.
     void Open();
+    /// Keeps what an attribute calls it, for paths.
+    void NameInnermost();
     /// Delivers what comes next, as far as it is plain and nobody asks for places. False when a handler
     /// refused the document.
     bool DeliverPlain();
@@ -109,6 +112,8 @@ private:
     bool Deliver(bool hasChildren);
     /// Calls the handler of the innermost element, whose text and attributes are set. False when it refused.
     bool Handle();
+    /// That nobody took the innermost element, or some of its attributes.
+    void ReportUntaken(bool isTaken);
     /// Closes the innermost element.
     void End();
     /// The last ones first, down to so many.
@@ -142,7 +147,8 @@ private:
     std::string m_heldAttributeText;
     std::map<std::string, std::string> m_attributeMap; ///< made when asked for
     bool m_hasAttributeMap = false;
-    Xml::Position m_place; ///< of the start tag, known only with a report
+    Xml::Position m_place;               ///< of the start tag, known only with a report
+    mutable std::vector<bool> m_isAsked; ///< for each attribute, with a report
     bool m_isRefused = false;
     bool m_isReported = false; ///< that something of the element was lost
 };

@@ -10,7 +10,10 @@ namespace Zantrel {
 
 void ReadReport::Add(Entry entry) {
     if (HasRoomFor(entry.kind)) {
+        std::size_t const size = (entry.path.size() + entry.sentence.size()) * sizeof(wchar_t);
+        std::size_t const before = m_entries.empty() ? 0 : m_bytes;
         m_entries.push_back(std::move(entry));
+        m_bytes = before + size;
     } else {
         ++m_leftOut;
     }
@@ -20,7 +23,8 @@ void ReadReport::Add(Entry entry) {
 bool ReadReport::HasRoomFor(Kind kind) const noexcept {
     bool const failsTheRead =
         kind == Kind::CannotRead || kind == Kind::DocumentError || kind == Kind::RefusedDocument;
-    return failsTheRead || m_entries.size() < m_limit;
+    std::size_t const bytes = m_entries.empty() ? 0 : m_bytes;
+    return failsTheRead || (m_entries.size() < m_limit && bytes < m_byteLimit);
 }
 
 std::wstring ReadReport::Format(Entry const& entry) {

@@ -32,6 +32,8 @@ ISAXWriter::~ISAXWriter() = default;
 
 bool ISAXWriter::HasFailed() const noexcept { return false; }
 
+void ISAXWriter::Refuse(std::wstring_view) {}
+
 void ISAXWriter::WriteAttribute(std::string_view name, std::wstring_view value) {
     m_converted.clear();
     Zantrel::Text::AppendUtf8Unchecked(value, m_converted);

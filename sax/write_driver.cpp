@@ -42,9 +42,13 @@ constexpr FaultPattern FaultPatterns[] = {
     {WriteFault::NotOpened, L"The handler closed an element that it had not opened."},
     {WriteFault::NotClosed, L"The handler left an element open."},
     {WriteFault::HandlerRefused, L"The handler refused to write."},
+    {WriteFault::Refused, L""}, // it has said why
 };
 
-static_assert(InEnumOrder(FaultPatterns, &FaultPattern::fault, WriteFault::HandlerRefused));
+static_assert(InEnumOrder(FaultPatterns, &FaultPattern::fault, WriteFault::Refused));
+
+/// So much of what an attribute calls an element that a path tells when it was cut.
+constexpr std::size_t KeptOfName = LongestName + 1;
 
 /// Of a text in content, by escaping.
 constexpr std::size_t MostGrowth = 5;
@@ -218,6 +222,7 @@ void WriteDriver::WriteAttribute(std::string_view name, std::string_view value) 
     Put("=\"");
     PutChecked(value, TextPlace::Attribute);
     Put('"');
+    KeepName(name, value);
 }
 
 // Comparing is fastest for the few names that most tags have; the strings are kept for the next tag.
@@ -270,6 +275,9 @@ void WriteDriver::OpenPrepared(KelSAX::PreparedTag const& tag) {
     if (end != nullptr) {
         CopyTag(tag.End(), end);
         PutTag(tag.Start());
+        for (KelSAX::PreparedTag::Attribute const& attribute : tag.Attributes()) {
+            KeepName(attribute.name, attribute.value);
+        }
     }
 }
 
@@ -299,7 +307,8 @@ char* WriteDriver::BeginElement(std::size_t endSize,
     if (!m_levels.empty()) {
         m_levels.back().hasChildren = true;
     }
-    m_levels.push_back({m_endsUsed}); // there is room for all that may be open
+    m_names.reserve(m_names.size() + KeptOfName);
+    m_levels.push_back({m_endsUsed, m_names.size()}); // there is room for all that may be open
     m_startTag = StartTag::TakesAttributes;
     char* const end = m_ends.data() + m_endsUsed;
     m_endsUsed += endSize;
@@ -402,6 +411,7 @@ void WriteDriver::EndElement() noexcept {
     }
     m_startTag = StartTag::Complete;
     m_endsUsed = level.endBegin;
+    m_names.resize(level.nameBegin);
 }
 
 /// Whether text can follow.
@@ -440,9 +450,23 @@ std::string_view WriteDriver::EndTagOf(std::size_t level) const noexcept {
     return std::string_view(m_ends).substr(begin, end - begin);
 }
 
-std::string_view WriteDriver::NameOf(std::size_t level) const noexcept {
+std::string_view WriteDriver::TagOf(std::size_t level) const noexcept {
     std::string_view const end = EndTagOf(level);
     return end.substr(2, end.size() - 3);
+}
+
+// There is room for it since the element was opened.
+void WriteDriver::KeepName(std::string_view attribute, std::string_view value) noexcept {
+    bool const isFirst = m_names.size() == m_levels.back().nameBegin;
+    if (isFirst && NamesElements(attribute) && !HasFailed()) {
+        m_names.append(value.substr(0, KeptOfName));
+    }
+}
+
+std::string_view WriteDriver::NameOf(std::size_t level) const noexcept {
+    std::size_t const begin = m_levels[level].nameBegin;
+    std::size_t const end = level + 1 < m_levels.size() ? m_levels[level + 1].nameBegin : m_names.size();
+    return std::string_view(m_names).substr(begin, end - begin);
 }
 
 void WriteDriver::PutTag(std::string_view bytes) noexcept {
@@ -489,18 +513,25 @@ void WriteDriver::Fail(WriteFault fault, std::string_view subject) {
     }
 }
 
+void WriteDriver::Refuse(std::wstring_view sentence) {
+    if (!HasFailed()) {
+        m_refusal = sentence;
+        Fail(WriteFault::Refused);
+    }
+}
+
 std::wstring WriteDriver::FaultText() const {
+    if (m_fault == WriteFault::Refused) {
+        return m_refusal;
+    }
     return Text::Fill(FaultPatterns[static_cast<std::size_t>(m_fault)].pattern, {Excerpt(m_subject)});
 }
 
 // Nothing is closed after a fault, so these are the elements that were open then.
 std::wstring WriteDriver::FaultPath() const {
-    std::wstring path;
-    for (std::size_t level = 0; level < m_levels.size(); ++level) {
-        path.append(level != 0 ? L"/" : L"");
-        Text::AppendWide(NameOf(level), path);
-    }
-    return path;
+    return PathOf(m_levels.size(), [this](std::size_t level) {
+        return PathStep{TagOf(level), NameOf(level)};
+    });
 }
 
 } // namespace Zantrel::Sax

@@ -37,6 +37,7 @@ enum class WriteFault {
     NotOpened,
     NotClosed,
     HandlerRefused,
+    Refused,
 };
 
 /// Turns the calls of handlers into one document.
@@ -45,9 +46,10 @@ enum class WriteFault {
 /// does nothing. End tags of open elements stand in one string: once warm, an element costs no allocation.
 ///
 /// What holds between two calls:
-/// - m_levels are the open elements from the root inwards, m_ends their end tags one behind the other. After
-/// a
-///   fault both stay as they were, for they are the path that the report shows.
+/// - m_levels are the open elements from the root inwards, m_ends their end tags one behind the other,
+/// m_names
+///   likewise what an attribute calls them. After a fault all stay as they were, for they are the path that
+///   the report shows.
 /// - m_startTag says what the start tag that was written last still takes. Its ">" is left out until
 ///   something follows, since nothing may, and then it becomes "/>".
 /// - m_attributes holds the names of that tag's attributes, as many as there are strings in it; from then on
@@ -89,6 +91,7 @@ public:
     void WriteDoubleLeaf(KelSAX::PreparedTag const& tag, double value, int precision) override;
     void WriteIntegerLeaf(KelSAX::PreparedTag const& tag, std::int64_t value) override;
     void WriteWideLeaf(KelSAX::PreparedTag const& tag, std::wstring_view text) override;
+    void Refuse(std::wstring_view sentence) override;
 
 private:
     /// Large, so that the sink is called seldom, but no more than a heap gives again and again and a
@@ -101,7 +104,8 @@ private:
 
     /// An element that is open.
     struct Level {
-        std::size_t endBegin = 0; ///< in m_ends; the end tag goes on to where the next level's begins
+        std::size_t endBegin = 0;  ///< in m_ends; the end tag goes on to where the next level's begins
+        std::size_t nameBegin = 0; ///< in m_names, likewise
         bool hasText = false;
         bool hasChildren = false;
     };
@@ -139,6 +143,9 @@ private:
     /// Escapes what XML asks for in that place, or fails.
     void PutChecked(std::string_view text, TextPlace place);
     std::string_view EndTagOf(std::size_t level) const noexcept;
+    /// Keeps what the attribute calls the innermost element, if it is one that does; for the path.
+    void KeepName(std::string_view attribute, std::string_view value) noexcept;
+    std::string_view TagOf(std::size_t level) const noexcept;
     std::string_view NameOf(std::size_t level) const noexcept;
 
     // Into the buffer, unchecked. After a failed sink they write nowhere, without harm.
@@ -165,6 +172,7 @@ private:
 
     std::string m_ends; ///< longer by PreparedTag::Readable at least than what stands in it
     std::size_t m_endsUsed = 0;
+    std::string m_names; ///< what an attribute calls the elements that are open
     std::vector<Level> m_levels;
     StartTag m_startTag = StartTag::Complete;
     std::array<std::string, FewAttributes> m_attributes; ///< names in the start tag
@@ -173,6 +181,7 @@ private:
 
     WriteFault m_fault = WriteFault::None;
     std::string m_subject;
+    std::wstring m_refusal;
 };
 
 } // namespace Zantrel::Sax

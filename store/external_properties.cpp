@@ -124,7 +124,11 @@ void DatabaseExternalProperties::GetAllProperties(std::vector<std::wstring>& nam
 
 bool DatabaseExternalPropertiesSax::HandleTag(std::string const& tag, KelSAX::ISAXReader& reader) {
     std::wstring uuid;
-    if (tag != Word::Instance || m_database == nullptr || !reader.ReadAttribute(uuid, Word::Uuid)) {
+    if (tag != Word::Instance || m_database == nullptr) {
+        return false;
+    }
+    if (!reader.ReadAttribute(uuid, Word::Uuid)) {
+        reader.NoteDropped(L"An instance without an identifier was passed over.");
         return false;
     }
     reader.PushHandler(

@@ -54,7 +54,7 @@ bool FileContentRead::HandleTag(std::string const& tag, KelSAX::ISAXReader& read
         if (auto data = decoder->Finish()) {
             m_content->m_data = std::move(*data);
         } else {
-            reader.NoteDropped(L"The text is no base64; the old bytes stay.");
+            reader.NoteDropped(L"The text is no base64 and was passed over.");
         }
         return true;
     }

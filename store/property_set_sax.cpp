@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "store/property_set_sax.h"
 
+#include "sax/report_texts.h"
 #include "sax/value_leaf.h"
 #include "store/bag_inside.h"
 #include "store/create_property.h"
@@ -48,6 +49,7 @@ bool PropertySetRead::ReadProperty(KelSAX::ISAXReader& reader) {
     auto const name = reader.FindAttribute(Word::Name);
     if (!type || !name) {
         reader.NoteDropped(L"A property without a type or without a name was passed over.");
+        reader.KnowAttributes({Word::Deleted});
         return true; // its children come to this handler
     }
     m_name = *name;
@@ -67,6 +69,7 @@ bool PropertySetRead::ReadProperty(KelSAX::ISAXReader& reader) {
 template <class Value, class Handler> void PropertySetRead::ReadContainer(KelSAX::ISAXReader& reader) {
     PersistentProperty<Value>& property = Add<Value>();
     ReadDeleted(property, reader);
+    Sax::NoteStrayText(reader);
     reader.PushHandler(new Handler(&property.m_value, m_names));
 }
 
@@ -76,12 +79,17 @@ bool PropertySetRead::ReadValue(std::string_view type, KelSAX::ISAXReader& reade
     } else if (type == Word::Number) {
         type = TypeName<double>;
     }
-    bool isRead = false;
+    bool isKnown = false, isRead = false;
     VisitClassNamed(type, AllPropertyClasses(), [&]<class T>(PropertyClasses<T>) {
         PersistentProperty<T>& property = Add<T>();
         ReadDeleted(property, reader);
+        isKnown = true;
         isRead = property.HandleValue(reader); // it stays in the bag whatever the answer
     });
+    if (!isKnown && reader.HasReport()) {
+        reader.NoteDropped(L"The type \"" + Sax::Excerpt(type) +
+                           L"\" is not known here; the property was passed over.");
+    }
     return isRead;
 }
 
@@ -135,6 +143,7 @@ bool PropertySetRead::ReadComponent(KelSAX::ISAXReader& reader) {
         return false;
     }
     std::wstring const name = KelAM::ExternalPropertyID(uuid).FormatGuid(true, true);
+    Sax::NoteStrayText(reader);
     reader.PushHandler(
         new PropertySetRead(m_target->GetValuePointer<KelAM::SubProperties>(name, true), m_names));
     return true;
@@ -144,6 +153,8 @@ bool PropertySequenceRead::HandleTag(std::string const& tag, KelSAX::ISAXReader&
     if (tag != Word::Property) {
         return false;
     }
+    reader.KnowAttributes({Word::Type}); // which is written, but never read
+    Sax::NoteStrayText(reader);
     reader.PushHandler(new PropertySetRead(&m_target->AddProperty(), m_names));
     return true;
 }

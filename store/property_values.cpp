@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <zantrel/store/property_values.h>
 
+#include "sax/report_texts.h"
 #include "sax/value_leaf.h"
 #include "store/property_set_sax.h"
 #include "store/type_names.h"
@@ -46,11 +47,13 @@ bool WriteToXml(PersistentProperties const& value, KelSAX::ISAXWriter& writer) {
 template <class T> bool ReadFromXml(T& value, KelSAX::ISAXReader& reader) { return reader.ReadValue(value); }
 
 bool ReadFromXml(KelAM::FileContent& value, KelSAX::ISAXReader& reader) {
+    Zantrel::Sax::NoteStrayText(reader);
     reader.PushHandler(new KelAM::FileContentRead(value));
     return true;
 }
 
 bool ReadFromXml(PersistentProperties& value, KelSAX::ISAXReader& reader) {
+    Zantrel::Sax::NoteStrayText(reader);
     reader.PushHandler(new Zantrel::PropertySetRead(&value));
     return true;
 }
@@ -76,6 +79,7 @@ template <class T> bool HandleValueOfProperty(T& value, KelSAX::ISAXReader& read
 }
 
 template <class T> bool HandleValueOfProperty(IndexedProperties<T>& value, KelSAX::ISAXReader& reader) {
+    Zantrel::Sax::NoteStrayText(reader);
     reader.PushHandler(new Zantrel::PropertySequenceRead(&value));
     return true;
 }

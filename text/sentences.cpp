@@ -36,12 +36,11 @@ std::wstring Fill(std::wstring_view pattern, std::initializer_list<std::wstring_
     return FillAny(pattern, parts);
 }
 
-std::string Shorten(std::string_view utf8) {
-    constexpr std::size_t Longest = 80; // bytes
-    if (utf8.size() <= Longest) {
+std::string Shorten(std::string_view utf8, std::size_t longest) {
+    if (utf8.size() <= longest) {
         return std::string(utf8);
     }
-    std::size_t end = Longest;
+    std::size_t end = longest;
     while (end > 0 && IsInsideCharacter(utf8[end])) { // to 0 where the text is no UTF-8
         --end;
     }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <cstddef>
 #include <initializer_list>
 #include <string>
 #include <string_view>
@@ -14,9 +15,9 @@ namespace Zantrel::Text {
 std::string Fill(std::string_view pattern, std::initializer_list<std::string_view> parts);
 std::wstring Fill(std::wstring_view pattern, std::initializer_list<std::wstring_view> parts);
 
-/// `utf8`, or where it is long its beginning and "...", so that a sentence stays one whatever a document
-/// holds. Never cut inside a character.
-std::string Shorten(std::string_view utf8);
+/// `utf8`, or where it has more bytes than `longest` its beginning and "...", so that a sentence stays one
+/// whatever a document holds. Never cut inside a character.
+std::string Shorten(std::string_view utf8, std::size_t longest = 80);
 
 /// "U+0000" for a character below U+10000. Those that XML can't carry all are.
 std::string CodePointText(char32_t character);

@@ -37,7 +37,8 @@ TEST(LoadedTicket, HoldsWhatTheDocumentSays) {
         // Instances.
         {"<PO><I {@} type='object'><C a/></I><I $ type='x'><C a/></I></PO><OP><I uuid='' type='Build'/>"
          "<I a type='build'/><I b type='builditem'/><I c type='object'/><I a type='component'/></OP>",
-         "item $ 3{a:{}} object {} object a 4{} object b 2{} object c 3{}"},
+         "item $ 3{a:{}} object {} object a 4{} object b 2{} object c 3{}",
+         "dropped Instance dropped Instance"},
         {"<PO><I type='object'><C a/></I><X><I a/></X><I b><I c/></I></PO><I d/>", "item b{}",
          "dropped Instance untaken Component untaken X dropped Instance untaken Instance dropped Instance"},
         // Types, and values that don't parse.
@@ -50,12 +51,20 @@ TEST(LoadedTicket, HoldsWhatTheDocumentSays) {
         {"<D><P a Number/><P b Host><C c/></P><P Name='d'><P Name='' Type='Complex'/></P><P Type='bool'/>"
          "<P a string>x<C a/></P></D>",
          "defaults{{} a='x' a:{} c:{}}",
-         "untaken Property untaken Property dropped Property dropped Property"},
+         "dropped Property dropped Property dropped Property dropped Property"},
+        // What no element of its kind has: attributes, and text around elements.
+        {"<D x=''>x<P a integer Deletd='true'>1</P><C b>x</C><P c Complex>x</P><P d ComplexArray>x<P "
+         "Name=''>x</P></P><P e FileContent>x</P></D><PO>x<I f type='x'/></PO><Source id=''/>",
+         "defaults{a=1 b:{} c{} d[{}] e='':} item f{}",
+         "dropped Defaults unknown Defaults unknown Property dropped Component dropped Property dropped "
+         "Property dropped Property unknown Property dropped Property dropped PartOverrides dropped Instance "
+         "unknown Source"},
         // The deleted mark.
         {"<D><P a string Deleted='true'>x</P><P b string Deleted='false'/><P c Complex Deleted='true'>"
          "<P d Complex2 Deleted='true'/></P><P e ComplexArray Deleted='true'><P f bool Deleted='true'/></P>"
          "<P f Complex Deleted='x'/></D>",
-         "defaults{a~='x' b='' c~{d~:{}} e~[{}] f{}}", "attribute Property"},
+         "defaults{a~='x' b='' c~{d~:{}} e~[{}] f{}}",
+         "unknown Property unknown Property attribute Property"},
         // Sequences, which take nothing but properties.
         {"<D><P a ComplexArray><P/><X/><C x><P><C y/></P></C></P></D>", "defaults{a[{}{y:{}}]}",
          "untaken X untaken Component"},
@@ -213,7 +222,9 @@ TEST(SavedTicket, ComesBackWithAllThatIsInUse) {
         for (std::int32_t const version : {1, 2}) {
             BuildTicket back(nullptr);
             std::string const document = Saved(ticket, version);
-            ASSERT_TRUE(Load(back, document)) << seed;
+            ReadReport report;
+            ASSERT_TRUE(Load(back, document, &report)) << seed;
+            EXPECT_EQ(Reported(report), "");
             EXPECT_TRUE(Dump(back) == Dump(ticket, Form::Saved)) << seed << '\n' << document;
         }
         std::int32_t const own = seed % 2 == 0 ? 2 : 1;

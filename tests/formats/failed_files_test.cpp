@@ -137,8 +137,10 @@ TEST(FailedTicketFile, OfATextAnywhereSaysWhere) {
             KelAM::ExternalPropertyID(place == 0 ? bad : good), true);
         store.AddProperty(place == 1 ? bad : good,
                           new HostProperty<std::wstring>(place == 2 ? bad : good, place == 3 ? bad : good));
-        ExpectFailedWrite(WriterOf(TicketFile<2>, ticket), L"KlvrBuildTicket/PartOverrides/Instance" +
-                                                               std::wstring(place == 0 ? L"" : L"/Property"));
+        ExpectFailedWrite(WriterOf(TicketFile<2>, ticket),
+                          place == 0   ? L"KlvrBuildTicket/PartOverrides/Instance"
+                          : place == 1 ? L"KlvrBuildTicket/PartOverrides/Instance \"a\"/Property"
+                                       : L"KlvrBuildTicket/PartOverrides/Instance \"a\"/Property \"a\"");
     }
 }
 

@@ -45,6 +45,7 @@ struct Format {
     std::unique_ptr<Subject> (*make)();
     wchar_t const* textPath; ///< of the element that has the text set by SetText
     bool settles = true;     ///< what a hostile document gave comes back the same from then on
+    bool isOfValues = false; ///< and so nothing is passed over of what is written
 };
 
 inline bool ReadText(Subject& subject, std::string const& document, ReadReport* report = nullptr) {
@@ -283,9 +284,10 @@ template <class Object, auto const& Io> std::unique_ptr<Subject> Make() {
 
 inline std::vector<Format> const& WrittenFormats() {
     static std::vector<Format> const formats = {
-        {"GenericParameters", SmallFile, Make<ParameterDatabase, GenericParameters>, L"Root/G/S"},
+        {"GenericParameters", SmallFile, Make<ParameterDatabase, GenericParameters>, L"Root/G/S", true, true},
         {"MachineParameters", ExampleOf("machine_parameters"),
-         Make<ParameterDatabase, MachineParameterFile<false>>, L"KlvrMachineParameters/Property/Property"},
+         Make<ParameterDatabase, MachineParameterFile<false>>,
+         L"KlvrMachineParameters/Property \"G\"/Property \"S\"", true, true},
         {"MetaFile", ExampleOf("meta_file"), Make<TranslatedLayout, MetaFile>,
          L"SomeRootname/PartConfigurator/S", false},
         {"WholeMetaFile", ExampleOf("meta_file"), Make<TranslatedLayout, WholeMetaFile>,
@@ -293,7 +295,7 @@ inline std::vector<Format> const& WrittenFormats() {
         {"PropertyTemplate", ExampleOf("property_template"), Make<TranslatedLayout, PropertyTemplate>,
          L"KlvrPropertyTemplate/BuildTicket/PartOverrides/PropertyNode"},
         {"Ticket", ExampleOf("ticket"), Make<BuildTicket, TicketFile<2>>,
-         L"KlvrBuildTicket/Defaults/Property"},
+         L"KlvrBuildTicket/Defaults/Property", true, true},
     };
     return formats;
 }

@@ -40,7 +40,9 @@ TEST_P(RoundTripOf, GeneratedValuesKeepsWhatTheFormatHoldsInAnyLocale) {
         ASSERT_EQ(Kept(third), Kept(second));
         if (format.name == std::string("GenericParameters")) {
             ASSERT_EQ(second, document);
-            ASSERT_TRUE(report.m_entries.empty());
+        }
+        if (format.isOfValues) {
+            ASSERT_EQ(Reported(report), "");
         }
     }
 }

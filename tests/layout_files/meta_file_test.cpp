@@ -20,7 +20,9 @@ TEST(MetaFileReader, MakesANodeOfEachParameterElement) {
         {"<A/><B> \n </B><C> 1.5</C>", "A:String B:String C:Double' 1.5'"},
         {"<A><B>1</B></A><C>1<B/></C>", "A{B:Double'1'} C:Double'1'{B:String}"},
         {"<A Type='Int'>7</A><B Type='Double' Precision='2'/><C Type='Distance'>0.1</C><D Type='Bool'>x</D>",
-         "A:Int'7' B:Double C:Distance'0.1'mm D:Bool'x'"},
+         "A:Int'7' B:Double C:Distance'0.1'mm D:Bool'x'", "passed "},
+        {"<A Type='Int' Typ='Int' Max='1'/><B IsReadOnly='True' Key=''/>", "A:Int B:String",
+         "unknown A unknown B passed "},
         {"<A Type='String'> x </A><B Type='OptionsFromProfiles' ProfileName='P'>x</B>",
          "A:String' x ' B:Profiles'x'(from=P)"},
         {"<A Type='FileAbsolute' ProfileName='P'>x</A><B Type='FileAttachment'>x</B>",
@@ -29,7 +31,8 @@ TEST(MetaFileReader, MakesANodeOfEachParameterElement) {
         {"<A Type=''>x</A><B Type='int'>x</B><C Type='Group'>x</C><D Type='TransformListContainer'><I/></D>",
          "A:String'x' B:String'x' C:String'x' D:String{I:String}", "dropped A dropped B dropped C dropped D"},
         {"<A Options=''>x</A><B Type='Int' Options='x'/>", "A:Options'x' B:Int"},
-        {"<A Options=''><Options><Option>x</Option></Options></A>", "A:Options{Options{Option:Double'x'}}"},
+        {"<A Options=''><Options><Option>x</Option></Options></A>", "A:Options{Options{Option:Double'x'}}",
+         "passed "},
         // Names
         {"<A/><A/><p:A/><Entry/><ResourceDictionary/>",
          "A:String A:String p:A:String Entry:String ResourceDictionary:String"},
@@ -40,7 +43,7 @@ TEST(MetaFileReader, MakesANodeOfEachParameterElement) {
          "L:Int'5'[I](shown=d container=c) A:String"},
         {"<L ProfilesXMLName='x'><I><A/></I></L><A/>", "L<I>{A:String} A:String"},
         {"<L @L @P CategoriesName=''><I/></L><M Type='Int' @P CategoriesName=''><I/></M><O @P><I/></O>",
-         "L:String[I] M:String<I> O:String<I>"},
+         "L:String[I] M:String<I> O:String<I>", "passed "},
         {"<L @L><L><A/></L></L><A/>", "L[L]{A:String} A:String"},
         {"<L @L><P @P><I/></P></L>", "P:String[I]<I>"},
         {"<P @P DisplayName='p'/><L @L/><A/><B/>", "L[A]<A>{B:String}"},
@@ -77,7 +80,7 @@ TEST(MetaFileReader, FindsTheNodesOfEveryLayoutWhereTheyStand) {
         {"<Entry><A/></Entry><OverrideEntry/><R><B/></R><C/>", "A:String R{B:String} C:String"},
         {"<ResourceDictionary><Entry Key='k'><Translation Language='l'>t</Translation></Entry>"
          "</ResourceDictionary><B/>",
-         "Translation:Double't' B:String", "untaken ResourceDictionary"},
+         "Translation:Double't' B:String", "dropped ResourceDictionary unknown Translation"},
         // "Version" is no anchor, but the node "Minor" in it is.
         {"<Version><Major Type='Int'>2</Major></Version>", "Version{Major:Int'2'}"},
         {"<Minor>5<A>6</A></Minor><B/>", "Version{Major:Int'1' Minor:Int'0' B:String}"},
@@ -114,7 +117,7 @@ TEST(MetaFileReader, FillsTheDictionaryOfTheLayout) {
                  &report));
     EXPECT_EQ(Dump(dictionary), "{{l='before' o='keyless'} k{e='' l='new' m=' \xC3\xA4 ' n='after'}}");
     EXPECT_EQ(OutlineOfChanges(layout), "A:String");
-    EXPECT_EQ(Reported(report), "untaken X untaken Translation dropped Entry");
+    EXPECT_EQ(Reported(report), "untaken X dropped Translation dropped Entry");
 }
 
 TEST(MetaFileReader, CallsAFileValidThatFillsTheProfileEditor) {

@@ -19,16 +19,18 @@ std::string WriteSection(ParameterLayout const& layout, char const* section, boo
 TEST(PropertyTemplateReader, MakesANodeOfEachPropertyNode) {
     ReadingCase const rows[] = {
         // Types
-        {"<N Name='A' Type='Complex' Default='x'/><N Name='B' Type='integer' Default='1'/>", "A B:Int'1'"},
+        {"<N Name='A' Type='Complex' Default='x'/><N Name='B' Type='integer' Default='1'/>", "A B:Int'1'",
+         "unknown PropertyNode"},
         {"<N Name='A' Type='number' Default='x' Precision='2'/><N Name='B' Type='bool' Default='true'/>",
-         "A:Double'x' B:Bool'true'"},
+         "A:Double'x' B:Bool'true'", "passed "},
         {"<N Name='A' Type='string' Default=' x '/><N Name='B' Type='ProfileName' ProfileName='P'/>",
          "A:String' x ' B:Profiles(from=P)"},
         {"<N Name='A' Type='FileAbsolute' ProfileName='P'/><N Name='B' Type='StandardOptions'/><N Name='C'/>",
          "A:FileAbsolute(from=P) B:StandardOptions C:String"},
         {"<N Name='A' Type=''/><N Name='B' Type='complex' Default='x'/>", "A:String B:String'x'",
          "dropped PropertyNode dropped PropertyNode"},
-        {"<N Name='A' Type='enum' Options='a;b' Default='a'/>", "A:String'a'", "dropped PropertyNode"},
+        {"<N Name='A' Type='enum' Options='a;b' Default='a'/>", "A:String'a'",
+         "dropped PropertyNode passed "},
         // Names and marks
         {"<N Name=''/><N Name='a b'/><N Name='A'/><N Name='A'><N Name='B'/></N>",
          ":String a b:String A:String A:String{B:String}"},
@@ -37,7 +39,8 @@ TEST(PropertyTemplateReader, MakesANodeOfEachPropertyNode) {
         {"<N Name='A' Type='Complex' ProfileList='false'/><N Name='B' List='x' ProfileList='x'/>",
          "A<Profile> B:String[ListItem]<ListItem>"},
         // Other elements are looked through, and a node without a name leaves the level with its end.
-        {"text<X><N Name='A'><Y/><N Name='B'/></N></X><n Name='C'/><p:N Name='D'/>", "A:String{B:String}"},
+        {"text<X><N Name='A'><Y/><N Name='B'/></N></X><n Name='C'/><p:N Name='D'/>", "A:String{B:String}",
+         "dropped X dropped Y dropped n dropped p:N"},
         {"<N Name='A'><N><N Name='B'/></N><N Name='C'/></N>", "A:String{B:String} C:String",
          "dropped PropertyNode"},
     };
@@ -58,11 +61,11 @@ TEST(PropertyTemplateReader, HangsTheSectionsBelowTheNodesOfEveryLayout) {
          "PlatformConfigurator{PlatformOptions{A:String} PartOptions} PartConfigurator{B:String}"},
         {"<N Name='A'><N Name='B'/><Defaults><N Name='C'/></Defaults></N><X><BuildTicket><N Name='D'/>"
          "</BuildTicket></X>",
-         "A:String{B:String C:String} D:String"},
+         "A:String{B:String C:String} D:String", "dropped Defaults dropped X"},
         // A section is known at the root only, but its end leads there from anywhere.
         {"<MachineParameters><N Name='A'><Defaults><N Name='B'/></Defaults><N Name='C'/></N>"
          "</MachineParameters>",
-         "ProfileEditor{A:String{B:String}} C:String"},
+         "ProfileEditor{A:String{B:String}} C:String", "dropped Defaults"},
         {"<N/><N/><N Name='A'><N><N Name='B'/></N><N Name='C'/></N><N Name='D'/>",
          "A:String{B:String} C:String D:String",
          "dropped PropertyNode dropped PropertyNode dropped PropertyNode"},
@@ -70,10 +73,10 @@ TEST(PropertyTemplateReader, HangsTheSectionsBelowTheNodesOfEveryLayout) {
          "PlatformConfigurator{PlatformOptions{B:String} PartOptions} A:String", "dropped PropertyNode"},
         // "Minor" is the version's node: nothing is a section in it, and an end tag leads to "Version".
         {"<Minor>5<Minor>6</Minor></Minor><X/><N Name='A'/>", ""},
-        {"<N Name='A'><BuildTicket/><N Name='B'/></N>", "A:String B:String"},
+        {"<N Name='A'><BuildTicket/><N Name='B'/></N>", "A:String B:String", "dropped BuildTicket"},
         {"<Minor/><MachineParameters><N Name='A'/></MachineParameters><N Name='B'/>", "B:String"},
         {"<Minor/><N Name='A'/><N Name='B'/><Defaults/><N Name='C'/>",
-         "Version{Major:Int'1' Minor:Int'0' B:String} C:String"},
+         "Version{Major:Int'1' Minor:Int'0' B:String} C:String", "dropped Defaults"},
         // The one profile list is offered as category.
         {"<MachineParameters><N Name='P' Type='Complex' ProfileList='' DisplayName='d'/></MachineParameters>",
          "ProfileEditor{P<Profile>(shown=d)} PlatformConfigurator{PlatformOptions{"

@@ -213,7 +213,8 @@ TEST(WholeLayout, SaysWhatItsFileSays) {
         // Choices
         {"<A Options='a;;b'>a</A><B Options=''/><C Type='Int' Options='a'>1</C>",
          "<A Type='String'>a<Options><Option>a</Option><Option/><Option>b</Option></Options></A>"
-         "<B Type='String'><Options/></B><C Type='Int'>1</C>"},
+         "<B Type='String'><Options/></B><C Type='Int'>1</C>",
+         "The attribute Options=\"a\" is not known here and was passed over.\n"},
         {"<A Type='String' Options='x'>y<Options><Option DisplayName='d'>y<Z/></Option><X/></Options></A>",
          "<A Type='String'>y<Options><Option DisplayName='d'>y</Option></Options></A>",
          "The element \"Z\" is not known here and was passed over.\n"

@@ -97,9 +97,13 @@ TEST(GenericParameterFile, ReadsTheFlagsThatANodeCanHave) {
          "dropped@1:7:Root/G dropped@1:50:Root/G/I text@1:50:Root/G/I"},
         {"<Z ReadOnly='true'><Both Name='a' ReadOnly='true' Hidden='true' NameReadOnly='true' "
          "CanBeDeleted='true' UserDefaultProfile='true' DisableAddRemove='true'/></Z>",
-         "Z!r<{I=1}; 'a'!r!n!d!u{I=1}>"},
-        {"<Z><Default ReadOnly='true' NameReadOnly='true'/></Z>", ""},
-        {"<N><Item ReadOnly='true' Hidden='true' DisableAddRemove='true'>3</Item></N>", "N[=0; !r!h=3]"},
+         "Z!r<{I=1}; 'a'!r!n!d!u{I=1}>", "unknown@1:26:Root/Z/Both \"a\""},
+        {"<Z><Default ReadOnly='true' NameReadOnly='true'/><Both Nam='a'/></Z>", "Z<{I=1}; ''{I=1}>",
+         "unknown@1:56:Root/Z/Both"},
+        {"<G ReadOnyl='true'><I xml:lang='de' unit='mm'>5</I></G>", "G/I=5",
+         "unknown@1:7:Root/G unknown@1:26:Root/G/I"},
+        {"<N><Item ReadOnly='true' Hidden='true' DisableAddRemove='true'>3</Item></N>", "N[=0; !r!h=3]",
+         "unknown@1:10:Root/N/Item"},
     });
 }
 
@@ -112,7 +116,7 @@ TEST(GenericParameterFile, PassesOverWhatHasNoPlaceInTheDatabase) {
         {"<C><C DisableAddRemove='true'><Profile "
          "Name='p'><S>1</S></Profile><Default><S>2</S></Default></C></C>",
          "",
-         "dropped@1:10:Root/C/C dropped@1:37:Root/C/C/Profile dropped@1:55:Root/C/C/Profile/S "
+         "dropped@1:10:Root/C/C dropped@1:37:Root/C/C/Profile \"p\" dropped@1:55:Root/C/C/Profile \"p\"/S "
          "dropped@1:82:Root/C/C/Default/S"},
         // Profiles that are taken for a child of their list.
         {"<C><Profile Name='I'/><I>9</I></C>", "C<{I=1 N[=0;] C<{S='s'};>}; 'I'{I=1 N[=0;] C<{S='s'};>}>",

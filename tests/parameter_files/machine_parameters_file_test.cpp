@@ -70,22 +70,23 @@ TEST(MachineParametersFile, IsReadByTheNamesOfItsProperties) {
              "G/I=5 G/D=-INF G/L=2 G/B=True G/S=' a ' G/X='x'"},
             {"<R><Property Name='G' Type='bool' ProfileList='' ReadOnly='true' "
              "Hidden='true'>[I:5]</Property></R>",
-             "G/I=5"},
+             "G/I=5", "unknown@1:4:R/Property \"G\" unknown@1:4:R/Property \"G\""},
             {"<R>[G:[I:5][I:x][I:6][D:y][A:<Name>n</Name>[I:7]<Data>AQ==</Data>]]</R>", "G/I=6 G/A='n':01",
-             "text@1:54:R/Property/Property text@1:116:R/Property/Property "
-             "untaken@1:180:R/Property/Property/Property"},
+             "text@1:54:R/Property \"G\"/Property \"I\" text@1:116:R/Property \"G\"/Property \"D\" "
+             "untaken@1:180:R/Property \"G\"/Property \"A\"/Property \"I\""},
             {"<R><Property>[G:[I:5]]</Property>[U:[V:]<W>[G:[B:1]]</W>]</R>", "G/I=5 G/B=True",
-             "dropped@1:4:R/Property dropped@1:86:R/Property dropped@1:105:R/Property/Property "
-             "untaken@1:135:R/Property/W"},
+             "dropped@1:4:R/Property dropped@1:86:R/Property \"U\" dropped@1:105:R/Property \"U\"/Property "
+             "\"V\" untaken@1:135:R/Property \"U\"/W"},
             {"<R><property Name='G'/><p:Property xmlns:p='u' Name='G'>[G:[I:5]]</p:Property></R>", "G/I=5",
-             "untaken@1:4:R/property untaken@1:24:R/p:Property"},
+             "untaken@1:4:R/property \"G\" untaken@1:24:R/p:Property \"G\""},
             {"<R>[N:<Item>1</Item>][N:<Item>2</Item><Instance>3</Instance><Default/>]</R>", "N[=0; =2]",
-             "untaken@1:81:R/Property/Instance untaken@1:103:R/Property/Default"},
+             "untaken@1:81:R/Property \"N\"/Instance untaken@1:103:R/Property \"N\"/Default"},
             {"<R>[Z:<Both Name='a'>[I:2]</Both><Profile Name='b'/><Default>[I:3]</Default>]</R>",
-             "Z<{I=3}; 'a'{I=2}>", "untaken@1:76:R/Property/Profile"},
+             "Z<{I=3}; 'a'{I=2}>", "untaken@1:76:R/Property \"Z\"/Profile \"b\""},
             {"<R>[C:<Profile Name='a' ReadOnly='true' CanBeDeleted='true'/><Profile/>[I:9]]</R>",
              "C<{I=1 N[=0;] C<{S='s'};>}; ''{I=1 N[=0;] C<{S='s'};>} 'a'{I=1 N[=0;] C<{S='s'};>}>",
-             "dropped@1:88:R/Property/Property"},
+             "unknown@1:23:R/Property \"C\"/Profile \"a\" unknown@1:23:R/Property \"C\"/Profile \"a\" "
+             "dropped@1:88:R/Property \"C\"/Property \"I\""},
             {"<R>[M:<Item>[I:2][N:<Item>4</Item>]</Item>]</R>", "M[{I=1 N[=0;]}; {I=2 N[=0; =4]}]"},
             {"[G:[I:5]]", "G/I=5"}, // a root that is itself a property
             {"<Property>[G:[I:5]]</Property>", "G/I=5", "dropped@1:1:Property"},

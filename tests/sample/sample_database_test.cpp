@@ -3,7 +3,7 @@
 
 #include <zantrel/sample/sample_names.h>
 
-#include "tests/support/dump.h"
+#include "tests/formats/formats.h"
 
 #include <gtest/gtest.h>
 
@@ -48,6 +48,17 @@ TEST(SampleDatabase, PopulatingFillsTheStagesAndChoosesWhatItAddsAtAnyLevel) {
                   "{SliceThickness=0.20000000000000001 NumExports=100 "
                   "Ranges[{Begin=0 End=0}; {Begin=0 End=1} {Begin=1 End=2}]}");
         EXPECT_EQ(Dump(categories), DumpEqual(categories, {"Category Advanced", "Default Category"}));
+        for (auto const* const io :
+             {&TestSupport::GenericParameters, &TestSupport::MachineParameterFile<false>,
+              &TestSupport::MachineParameterFile<true>}) {
+            ReadReport report;
+            Zantrel::ParameterDatabase back(&layout);
+            std::istringstream in(TestSupport::WriteText(*io, database));
+            EXPECT_TRUE(io->readStream(back, in, &report));
+            // Machine parameters lose profiles, as their words aren't the names of the layout's entries.
+            EXPECT_EQ(TestSupport::Reported(report).find("unknown"), std::string::npos);
+            EXPECT_TRUE(io->hasFixedNames || report.m_entries.empty());
+        }
     }
 }
 

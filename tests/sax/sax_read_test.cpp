@@ -212,6 +212,7 @@ TEST(ReadReport, SaysWhatWasLostAndWhere) {
         std::int32_t number = 0;
         bool flag = false;
         reader.ReadAttribute(flag, "f");
+        reader.KnowAttributes({"Name"});
         if (tag == "int") {
             reader.ReadValue(number);
         } else if (tag == "dropped") {
@@ -219,23 +220,26 @@ TEST(ReadReport, SaysWhatWasLostAndWhere) {
         }
         return tag != "other" && tag != "root";
     });
-    std::string const document = "<root f='maybe'>\n  <int>12.5</int>\n  <other>\n    <int>" +
+    std::string const document = "<root f='maybe'>\n  <int Name='n' x='1' xml:lang='e' xmlns:xsi='u' "
+                                 "xsi:y=''>12.5</int>\n  <other x=''>\n    <int>" +
                                  std::string(100, '9') +
                                  "</int>\n  </other>\n  <dropped/>\n  <\xC3\xA4 f='1' f='2'/>\n</root>";
     ReadReport report;
     EXPECT_FALSE(Read(document, handler, 1000, &report));
     std::vector<std::wstring> lines = Lines(report);
-    ASSERT_EQ(lines.size(), 6u);
+    ASSERT_EQ(lines.size(), 7u);
     EXPECT_EQ(lines.back().substr(0, 2), L"7:");
     lines.pop_back();
-    EXPECT_EQ(lines, (std::vector<std::wstring>{
-                         L"1:1: The attribute f=\"maybe\" is no flag and counts as absent. (root)",
-                         L"2:3: The text \"12.5\" is no 32-bit integer; the old value stays. (root/int)",
-                         L"3:3: The element \"other\" is not known here and was passed over. (root/other)",
-                         L"4:5: The text \"" + std::wstring(80, L'9') +
-                             L"...\" is no 32-bit integer; the old value stays. (root/other/int)",
-                         L"6:3: It has no room. (root/dropped)"}));
-    EXPECT_EQ(report.m_entries[5].path, L"root");
+    EXPECT_EQ(lines,
+              (std::vector<std::wstring>{
+                  L"1:1: The attribute f=\"maybe\" is no flag and counts as absent. (root)",
+                  L"2:3: The text \"12.5\" is no 32-bit integer and was passed over. (root/int \"n\")",
+                  L"2:3: The attribute x=\"1\" is not known here and was passed over. (root/int \"n\")",
+                  L"3:3: The element \"other\" is not known here and was passed over. (root/other)",
+                  L"4:5: The text \"" + std::wstring(80, L'9') +
+                      L"...\" is no 32-bit integer and was passed over. (root/other/int)",
+                  L"6:3: It has no room. (root/dropped)"}));
+    EXPECT_EQ(report.m_entries[6].path, L"root");
 }
 
 TEST(ReadReport, KeepsTheCauseOfAFailureBeyondItsLimit) {
@@ -246,6 +250,27 @@ TEST(ReadReport, KeepsTheCauseOfAFailureBeyondItsLimit) {
     EXPECT_EQ(report.m_entries.size(), 3u);
     EXPECT_EQ(report.m_leftOut, 3u);
     EXPECT_EQ(report.m_entries.back().kind, ReadReport::Kind::DocumentError);
+}
+
+TEST(ReadReport, IsSmallWhateverTheDepthAndTheNames) {
+    ReadingHandler handler([](std::string const&, KelSAX::ISAXReader&) { return false; });
+    std::string document = "<r>", end = "</r>";
+    for (char const name : std::string("abcdefghijklmnopq")) {
+        std::string const tag(name == 'b' ? 1'000 : 1, name);
+        document += '<' + tag + (name == 'c' ? " uuid='" + std::string(1'000, '1') + "'>" : ">");
+        end = "</" + tag + '>' + end;
+    }
+    ReadReport report, full;
+    full.m_byteLimit = 100;
+    EXPECT_TRUE(Read(document + end, handler, 1000, &report) && Read(document + end, handler, 1000, &full));
+    std::wstring const cut(60, L'b'), named(60, L'1');
+    EXPECT_EQ(report.m_entries.back().path,
+              L"r/a/" + cut + L".../c \"" + named + L"...\"/d/e/f/g/.../j/k/l/m/n/o/p/q");
+    std::wstring const& whole = report.m_entries[14].path;
+    EXPECT_EQ(whole.substr(whole.size() - 23), L"d/e/f/g/h/i/j/k/l/m/n/o");
+    EXPECT_TRUE(full.m_entries.size() == 1 && full.m_leftOut == 16);
+    EXPECT_FALSE(Read("<r>", handler, 1000, &full));
+    EXPECT_EQ(full.m_entries.back().kind, ReadReport::Kind::DocumentError);
 }
 
 TEST(ReadReport, SaysWhyADocumentCouldNotBeRead) {

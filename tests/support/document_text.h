@@ -42,16 +42,19 @@ inline std::string ContentOfElement(std::string const& flat, std::string const& 
 }
 
 /// What a report heard: the kind and the element of each entry, as in "untaken X dropped Instance", or with
-/// places "untaken@1:10:Root/X".
+/// places and what elements are called "untaken@1:10:Root/X".
 inline std::string Reported(Zantrel::ReadReport const& report, bool withPlaces = false) {
-    char const* const kinds[] = {"file", "document", "refused", "untaken", "text", "attribute", "dropped"};
+    char const* const kinds[] = {"file",      "document", "refused", "untaken", "text",
+                                 "attribute", "dropped",  "unknown", "passed"};
     std::string text;
     for (Zantrel::ReadReport::Entry const& entry : report.m_entries) {
-        std::string const path = StringConversion::NativeToUtf8(entry.path);
+        std::string const path = StringConversion::NativeToUtf8(entry.path),
+                          unnamed = path.substr(
+                              0, path.find(" \"", path.rfind('/') == path.npos ? 0 : path.rfind('/')));
         text += (text.empty() ? "" : " ") + std::string(kinds[static_cast<std::size_t>(entry.kind)]);
         text += withPlaces
                     ? '@' + std::to_string(entry.line) + ':' + std::to_string(entry.column) + ':' + path
-                    : ' ' + path.substr(path.rfind('/') + 1);
+                    : ' ' + unnamed.substr(unnamed.rfind('/') + 1);
     }
     return text;
 }

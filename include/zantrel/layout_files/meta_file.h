@@ -29,8 +29,9 @@ namespace Zantrel {
 /// the layout, if it has one. Elements that the format doesn't know become nodes.
 ///
 /// False only when the file can't be opened, isn't well-formed, or would make the tree deeper than 256 levels
-/// below the root; the layout then holds what had arrived. `report`, where given, says why, and names type
-/// words that aren't known. Throws std::bad_alloc.
+/// below the root; the layout then holds what had arrived. `report`, where given, says why, names type words
+/// and attributes that aren't known, and counts in one entry at the end (ReadReport::Kind::PassedOver) what
+/// is there for ReadWholeFile only. Throws std::bad_alloc.
 ZANTREL_EXPORT bool ReadFile(ParameterLayout& layout, std::wstring const& path, ReadReport* report = nullptr);
 template <class Path, IfPath<Path> = 0>
 bool ReadFile(ParameterLayout& layout, Path const& path, ReadReport* report = nullptr) {
@@ -70,8 +71,9 @@ ZANTREL_EXPORT bool ReadWholeStream(ParameterLayout& layout, std::basic_istream<
 /// dictionary.
 ///
 /// False when the file can't be written, when a text holds what XML can't carry, when the name of a node or
-/// of a container's entries is none that every XML reader takes, or when the nodes are nested too deep for
-/// any reader; `report`, where given, says why. Nodes that conditions name as sources must be alive.
+/// of a container's entries is none that every XML reader takes or has a colon, behind which readers take it
+/// to begin, or when nodes stand more than 256 levels below the root, too deep for any reader; `report`,
+/// where given, says why. Nodes that conditions name as sources must be alive.
 ZANTREL_EXPORT bool WriteFile(ParameterLayout const& layout, std::wstring const& path,
                               WriteReport* report = nullptr);
 template <class Path, IfPath<Path> = 0>

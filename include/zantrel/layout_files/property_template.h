@@ -25,7 +25,8 @@ namespace KlvrPropertyTemplate {
 ///
 /// False only when the file can't be opened, isn't well-formed, or would make the tree deeper than 256 levels
 /// below the root; the layout then holds what had arrived, without the category option. `report`, where
-/// given, says why, and names type words that aren't known. Throws std::bad_alloc.
+/// given, says why, names type words, elements and attributes that aren't known, and counts in one entry at
+/// the end (ReadReport::Kind::PassedOver) what is there for ReadWholeFile only. Throws std::bad_alloc.
 ZANTREL_EXPORT bool ReadFile(ParameterLayout& layout, std::wstring const& path, ReadReport* report = nullptr);
 template <class Path, IfPath<Path> = 0>
 bool ReadFile(ParameterLayout& layout, Path const& path, ReadReport* report = nullptr) {

@@ -24,14 +24,21 @@ public:
         UnparsedText,      ///< an element's text that is no value of the wanted type
         UnparsedAttribute, ///< the same of an attribute, which then counts as absent
         DroppedValue,      ///< a value or flag that what it was read for can't have
+        UntakenAttribute,  ///< an attribute that no handler asked for, of an element that one took
+        PassedOver,        ///< what another function would take, counted; one entry a file, without a place
     };
 
-    /// One thing to tell. It owns its texts, so it may be kept beyond the read and the report.
+    /// One thing to tell. It owns its texts, so it may be kept beyond the read and the report. They are short
+    /// whatever a document holds: what they quote is cut with "...".
+    ///
+    /// The path has the names of the elements from the root on, as in `Root/Child/Leaf`, and of an element
+    /// with an attribute "Name", "uuid" or "Key" its value, as in `Root/Property "Speed"/Property "Limit"`.
+    /// Of more than 16 elements it has the first and the last eight with "..." between them.
     struct Entry {
         Kind kind = Kind::DocumentError;
         std::uint64_t line = 0;   ///< from 1; 0 when the entry has no place in a document
         std::uint64_t column = 0; ///< from 1, in characters
-        std::wstring path;        ///< names of the elements from the root, as in "Root/Child/Leaf"
+        std::wstring path;        ///< of the element in question; empty where there is none
         std::wstring sentence;    ///< for a person, quotes the text in question
     };
 
@@ -40,6 +47,8 @@ public:
     /// How many entries are kept. The kinds that make a read fail are kept beyond it, so that the cause is
     /// never lost.
     std::size_t m_limit = 10000;
+    /// No entry is kept once the texts of those that are take so many bytes, but for the same kinds.
+    std::size_t m_byteLimit = std::size_t(16) << 20;
     /// How many entries were not kept.
     std::uint64_t m_leftOut = 0;
 
@@ -51,6 +60,9 @@ public:
     /// "line:column: sentence (path)", without the parts that the entry doesn't have.
     /// Throws std::bad_alloc only.
     static std::wstring Format(Entry const& entry);
+
+private:
+    std::size_t m_bytes = 0; ///< of the texts of m_entries, unless the host has emptied it
 };
 
 } // namespace Zantrel

@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <initializer_list>
 #include <map>
 #include <optional>
 #include <string>
@@ -36,6 +37,21 @@ public:
     /// The attribute `name` without a copy; good until HandleTag returns. Nothing when there is none, and
     /// outside of HandleTag.
     virtual std::optional<std::string_view> FindAttribute(std::string_view name) const = 0;
+    /// Whether there is an attribute `name`, whatever it says.
+    bool HasAttribute(std::string_view name) const { return FindAttribute(name).has_value(); }
+    /// Says that the element may have these attributes though the handler has no use for them. The read's
+    /// report names each attribute of an element taken that no handler has asked for, by any of the functions
+    /// here. Costs nothing without a report.
+    template <class Names> void KnowAttributes(Names const& names) const {
+        if (HasReport()) {
+            for (std::string_view const name : names) {
+                static_cast<void>(FindAttribute(name));
+            }
+        }
+    }
+    void KnowAttributes(std::initializer_list<std::string_view> names) const {
+        KnowAttributes<std::initializer_list<std::string_view>>(names);
+    }
 
     /// The element's text: its character data up to the first child element. Exact for an element without
     /// children; empty when it is white space only and children follow.
@@ -71,7 +87,8 @@ public:
     /// this throws, and deletes it when that element ends. Of several the last gets the children. Null:
     /// nobody gets them.
     virtual void PushHandler(ISAXPersist* handler) = 0;
-    /// All attributes by name, namespace declarations among them. Good until HandleTag returns.
+    /// All attributes by name, namespace declarations among them; all count as asked for. Good until
+    /// HandleTag returns.
     virtual std::map<std::string, std::string> const& GetAttributes() = 0;
     /// The name of the element `level` levels up: 0 is the element itself, 1 its parent. Empty above the
     /// root. Good until that element ends.

@@ -50,6 +50,10 @@ public:
     virtual void WriteIntegerLeaf(PreparedTag const& tag, std::int64_t value);
     virtual void WriteWideLeaf(PreparedTag const& tag, std::wstring_view text);
 
+    /// Makes the write fail, for the reason that the sentence tells its report. The inherited one does
+    /// nothing, and then Write has to answer false.
+    virtual void Refuse(std::wstring_view sentence);
+
     void WriteAttribute(std::string_view name, std::wstring_view value);
     void WriteValue(std::wstring_view value);
     void OpenElement(std::wstring_view tag);

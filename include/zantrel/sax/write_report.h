@@ -12,7 +12,7 @@ namespace Zantrel {
 class ZANTREL_EXPORT WriteReport {
 public:
     std::wstring m_sentence; ///< the first cause, for a person; empty after a write that succeeded
-    std::wstring m_path;     ///< names of the elements that were open, as in "Root/Child/Leaf"; may be empty
+    std::wstring m_path;     ///< the elements that were open, as ReadReport::Entry has it; may be empty
 
     /// "sentence (path)", without the path when there is none.
     std::wstring Format() const;
