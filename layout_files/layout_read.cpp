@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "layout_files/layout_read.h"
 
+#include "layout_files/depth_limit.h"
 #include "sax/report_texts.h"
 #include "text/unicode.h"
 
@@ -12,13 +13,6 @@
 // the way, so that refusing what is too deep costs no walk for each element.
 
 namespace Zantrel {
-
-namespace {
-
-/// So that every walk over a layout from a file fits the stack, that of a database on it too.
-constexpr std::size_t MaxLevel = 256;
-
-} // namespace
 
 LayoutRead::LayoutRead(ParameterLayout& layout) : m_layout(layout), m_currentNode(&layout) {}
 
@@ -55,8 +49,8 @@ void LayoutRead::GoTo(Anchor anchor) {
     SetCurrent(NodeOf(anchor));
     m_level = 0;
     // The limit also ends the walk where a host's copies of subtrees have made a ring of parents.
-    for (LayoutNode const* node = m_currentNode; node != &m_layout && node != nullptr && m_level < MaxLevel;
-         node = node->m_parent) {
+    for (LayoutNode const* node = m_currentNode;
+         node != &m_layout && node != nullptr && m_level < MaxNodeLevel; node = node->m_parent) {
         ++m_level;
     }
 }
@@ -76,8 +70,8 @@ void LayoutRead::GoUp() {
 void LayoutRead::SetCurrent(LayoutNode* node) { m_currentNode = node != nullptr ? node : &m_layout; }
 
 bool LayoutRead::Add(std::unique_ptr<LayoutNode> node, KelSAX::ISAXReader& reader) {
-    if (m_level >= MaxLevel) {
-        reader.Refuse(L"The parameters are nested more than " + std::to_wstring(MaxLevel) +
+    if (m_level >= MaxNodeLevel) {
+        reader.Refuse(L"The parameters are nested more than " + std::to_wstring(MaxNodeLevel) +
                       L" levels deep; the layout is not taken.");
         return false;
     }

@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "layout_files/layout_write.h"
 
+#include "layout_files/depth_limit.h"
+
 #include <iterator>
+#include <string>
 
 namespace Zantrel {
 
@@ -18,6 +21,13 @@ void WriteType(LayoutWord::TypeWord LayoutWord::TypeRow::*file, LayoutNode const
     auto const index = static_cast<std::size_t>(node.m_type);
     if (index < std::size(LayoutWord::Types) && !(LayoutWord::Types[index].*file).word.empty()) {
         writer.WriteAttribute(LayoutWord::Type, (LayoutWord::Types[index].*file).word);
+    }
+}
+
+void RefuseUnlessTaken(std::size_t level, KelSAX::ISAXWriter& writer) {
+    if (level > MaxNodeLevel) {
+        writer.Refuse(L"The nodes are nested more than " + std::to_wstring(MaxNodeLevel) +
+                      L" levels deep; no reader takes such a layout.");
     }
 }
 

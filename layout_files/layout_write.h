@@ -6,6 +6,7 @@
 #include <zantrel/layout/layout_node.h>
 #include <zantrel/sax/sax_writer.h>
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -36,6 +37,10 @@ void WriteText(std::string_view word, std::wstring_view text, KelSAX::ISAXWriter
 /// a word there, and a host's number that is no type, get none.
 void WriteType(LayoutWord::TypeWord LayoutWord::TypeRow::*file, LayoutNode const& node,
                KelSAX::ISAXWriter& writer);
+
+/// Refuses the write of a node that would stand so many levels below the root of the layout that reads the
+/// file, where that is too deep to be taken.
+void RefuseUnlessTaken(std::size_t level, KelSAX::ISAXWriter& writer);
 
 /// Gives `writeChild` the children in list order until the write fails: a host's tree may go on for long
 /// below what can be written.

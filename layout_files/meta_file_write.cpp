@@ -3,9 +3,12 @@
 
 #include "layout_files/layout_write.h"
 #include "layout_files/meta_file_attributes.h"
+#include "sax/report_texts.h"
+#include "text/sentences.h"
 
 #include <zantrel/layout/resource_dictionary.h>
 #include <zantrel/sax/tag_writer.h>
+#include <zantrel/text/string_conversion.h>
 
 using namespace Zantrel;
 namespace Word = Zantrel::LayoutWord;
@@ -46,12 +49,21 @@ void WriteDictionary(ResourceDictionary const& dictionary, KelSAX::ISAXWriter& w
     }
 }
 
+/// Before a tag is made of the name: readers take what is in front of a colon for a prefix.
+void RefusePrefix(std::wstring const& name, KelSAX::ISAXWriter& writer) {
+    if (name.find(L':') != name.npos) {
+        writer.Refuse(Text::Fill(L"\"{0}\" has a colon, in front of which stands a prefix and no name.",
+                                 {Sax::Excerpt(StringConversion::NativeToUtf8(name))}));
+    }
+}
+
 bool IsBlank(std::wstring const& text) { return text.find_first_not_of(L" \t\r\n") == text.npos; }
 
 } // namespace
 
 bool ParameterLayoutIOMetaFileWrite::Write(KelSAX::ISAXWriter& writer) const {
-    WriteNode(*m_layout, writer);
+    RefusePrefix(m_layout->m_name, writer);
+    WriteNode(*m_layout, 0, writer);
     ResourceDictionary const* const dictionary = m_layout->GetResourceDictionary();
     if (m_isWhole && dictionary != nullptr && dictionary->begin() != dictionary->end()) {
         WriteDictionary(*dictionary, writer);
@@ -60,17 +72,19 @@ bool ParameterLayoutIOMetaFileWrite::Write(KelSAX::ISAXWriter& writer) const {
 }
 
 /// A container's element holds the one element of what it contains, and that one has the children.
-void ParameterLayoutIOMetaFileWrite::WriteNode(LayoutNode const& node, KelSAX::ISAXWriter& writer) const {
+void ParameterLayoutIOMetaFileWrite::WriteNode(LayoutNode const& node, std::size_t level,
+                                               KelSAX::ISAXWriter& writer) const {
     if (!IsContainer(node)) {
-        WriteValueNode(node, writer);
+        WriteValueNode(node, level, writer);
         return;
     }
     WriteAttributes({node, true, m_isWhole}, writer);
+    RefusePrefix(node.m_nodeName, writer);
     MSAXTagWriter const item(writer, std::wstring_view(node.m_nodeName));
-    WriteValueNode(node, writer);
+    WriteValueNode(node, level, writer);
 }
 
-void ParameterLayoutIOMetaFileWrite::WriteValueNode(LayoutNode const& node,
+void ParameterLayoutIOMetaFileWrite::WriteValueNode(LayoutNode const& node, std::size_t level,
                                                     KelSAX::ISAXWriter& writer) const {
     WriteAttributes({node, false, m_isWhole}, writer);
     // A default of a node with children is told only to who wants to know all, and of a group to nobody: it
@@ -80,8 +94,10 @@ void ParameterLayoutIOMetaFileWrite::WriteValueNode(LayoutNode const& node,
     }
     ForEachChild(node, writer, [&](LayoutNode const& child) {
         if (&child != m_layout->m_categoryOption.GetNode()) { // each read makes it anew
+            RefuseUnlessTaken(level + 1, writer);
+            RefusePrefix(child.m_name, writer);
             MSAXTagWriter const element(writer, std::wstring_view(child.m_name));
-            WriteNode(child, writer);
+            WriteNode(child, level + 1, writer);
         }
     });
     if (node.m_type == Options) {

@@ -4,6 +4,8 @@
 #include <zantrel/layout/parameter_layout.h>
 #include <zantrel/sax/sax_persist.h>
 
+#include <cstddef>
+
 /// Writes a layout, which is borrowed, as the content of the root of a meta file. `isWhole` adds what only
 /// the reader of whole layouts takes: the dictionary, and what else the format has a place for.
 ///
@@ -17,9 +19,9 @@ public:
     bool Write(KelSAX::ISAXWriter& writer) const override;
 
 private:
-    // What is written stands in the element that is open.
-    void WriteNode(Zantrel::LayoutNode const& node, KelSAX::ISAXWriter& writer) const;
-    void WriteValueNode(Zantrel::LayoutNode const& node, KelSAX::ISAXWriter& writer) const;
+    // What is written stands in the element that is open. The level of a node is the one below the root.
+    void WriteNode(Zantrel::LayoutNode const& node, std::size_t level, KelSAX::ISAXWriter& writer) const;
+    void WriteValueNode(Zantrel::LayoutNode const& node, std::size_t level, KelSAX::ISAXWriter& writer) const;
 
     Zantrel::ParameterLayout const* m_layout;
     bool m_isWhole;

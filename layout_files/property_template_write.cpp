@@ -25,7 +25,8 @@ public:
 
 private:
     void WriteDefaults();
-    void WriteChildren(LayoutNode const* node);
+    /// The level of the node is the one below the root of the layout that reads the file.
+    void WriteChildren(LayoutNode const* node, std::size_t level);
     void WriteAttributes(LayoutNode const& node);
     void WriteMark(std::string_view word, bool isSet);
     void WriteTranslated(std::string_view word, std::wstring const& text);
@@ -50,7 +51,7 @@ bool HasContent(LayoutNode const* node) {
 void TemplateWrite::WriteSections() {
     {
         MSAXTagWriter const machine(m_writer, Word::MachineParameters);
-        WriteChildren(m_layout.m_profileEditor);
+        WriteChildren(m_layout.m_profileEditor, 1);
     }
     MSAXTagWriter const ticket(m_writer, Word::BuildTicket);
     {
@@ -58,29 +59,30 @@ void TemplateWrite::WriteSections() {
         WriteDefaults();
     }
     MSAXTagWriter const overrides(m_writer, Word::PartOverrides);
-    WriteChildren(m_layout.m_partConfigurator);
+    WriteChildren(m_layout.m_partConfigurator, 1);
 }
 
 void TemplateWrite::WriteDefaults() {
-    WriteChildren(m_layout.m_platformOptions);
+    WriteChildren(m_layout.m_platformOptions, 2);
     if (!HasContent(m_layout.m_platformOptions) || HasChildren(m_layout.m_partOptions)) {
-        WriteChildren(m_layout.m_partOptions); // whose own default would come too late
+        WriteChildren(m_layout.m_partOptions, 2); // whose own default would come too late
     }
 }
 
 /// A child that isn't wanted takes along what stands below it.
-void TemplateWrite::WriteChildren(LayoutNode const* node) {
+void TemplateWrite::WriteChildren(LayoutNode const* node, std::size_t level) {
     if (node == nullptr) {
         return; // a host has emptied the handle
     }
     if (node->Size() == 0) {
         WriteText(Word::Default, node->m_defaultValue, m_writer);
     }
-    ForEachChild(*node, m_writer, [this](LayoutNode const& child) {
+    ForEachChild(*node, m_writer, [this, level](LayoutNode const& child) {
         if (IsWanted(child)) {
+            RefuseUnlessTaken(level + 1, m_writer);
             MSAXTagWriter const element(m_writer, Word::PropertyNode);
             WriteAttributes(child);
-            WriteChildren(&child);
+            WriteChildren(&child, level + 1);
         }
     });
 }

@@ -111,7 +111,7 @@ TEST(HostileDocument, HasTensOfThousandsOfSiblings) {
         {"MetaFile", "<R><ProfileEditor>", "<A/>", "</ProfileEditor></R>", 2},
         {"MetaFile", "<R><ProfileEditor>", "<L# ProfilesXMLName=''><A><B/></A></L#>", "</ProfileEditor></R>",
          4},
-        {"MetaFile", "<R>", "<JobConfigurator/><ProfileEditor/><p:A#/>", "</R>", 2},
+        {"MetaFile", "<R>", "<JobConfigurator/><ProfileEditor/><A#/>", "</R>", 2},
         {"MetaFile", "<R><ResourceDictionary>", "<Entry Key='#'><Translation Language='#'/></Entry>",
          "</ResourceDictionary></R>", 0},
         {"PropertyTemplate", "<R><MachineParameters>", "<PropertyNode Name='#' ProfileList=''/>",
