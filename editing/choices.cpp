@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <zantrel/editing/choices.h>
 
+#include "editing/default_profile.h"
 #include "editing/profile_lists.h"
 #include "editing/scope.h"
 
@@ -25,8 +26,9 @@ std::vector<Choice> OptionsOf(LayoutNode const& layout) {
 std::vector<Choice> ProfilesOf(ParameterView const& list) {
     std::vector<std::wstring> names;
     list.GetProfiles(names);
-    std::wstring const word(DefaultProfileWords[list.HasProfile(L"Default") ? 1 : 0]);
-    std::vector<Choice> choices{{word, L"Default", true}};
+    std::wstring const shown(DefaultProfileWord);
+    std::wstring const word(list.HasProfile(shown.c_str()) ? DefaultProfileName : DefaultProfileWord);
+    std::vector<Choice> choices{{word, shown, true}};
     for (std::wstring& name : names) {
         if (choices.size() == 1 ||
             name != choices.back().value) { // of a name in use twice only the first counts

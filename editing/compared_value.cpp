@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "editing/compared_value.h"
 
+#include "editing/value_conversion.h"
+
 #include <zantrel/database/visit_value.h>
 #include <zantrel/editing/value_text.h>
 
@@ -26,7 +28,19 @@ std::wstring Checksum(std::vector<std::byte> const& bytes) {
     return digits;
 }
 
+template <class T> std::wstring Format(T const& value, LayoutNode const&) { return TextOf(value); }
+std::wstring Format(double value, LayoutNode const& node) { return TextOf(value, node.m_precision); }
+std::wstring Format(bool value, LayoutNode const&) { return value ? L"True" : L"False"; }
+
 } // namespace
+
+std::optional<std::wstring> FormattedText(ParameterView const& cursor) {
+    std::optional<std::wstring> text;
+    if (!cursor.IsContainer()) {
+        VisitValue(cursor, [&](auto const& value) { text = Format(value, *cursor.GetLayoutNode()); });
+    }
+    return text;
+}
 
 std::wstring ShownText(ParameterView const& cursor) {
     auto const* const content = cursor.FindValue<KelAM::FileContent>();

@@ -4,6 +4,7 @@
 #include "editing/compared_value.h"
 #include "editing/paired_places.h"
 #include "editing/place_flags.h"
+#include "editing/value_conversion.h"
 
 namespace Zantrel::Editing {
 
@@ -76,7 +77,7 @@ public:
             return;
         }
         Compare(ofFirst, ofSecond, [&] { return second.Path(pair.second); });
-        if (IsListOrProfileList(second.Kind(pair.second))) {
+        if (IsContainer(second.Kind(pair.second))) {
             auto ofThat = EntriesOf(ofFirst, first.Path(pair.first));
             auto ofThis = EntriesOf(ofSecond, second.Path(pair.second));
             entries = MatchedEntries(ofThat, ofThis);
@@ -109,8 +110,7 @@ private:
             bool const before = IsSet(first, flag), after = IsSet(second, flag);
             if (before != after) {
                 m_differences.push_back({Difference::Kind::Flag, path(), std::wstring(flag.word),
-                                         before ? L"true" : L"false", after ? L"true" : L"false", first,
-                                         second});
+                                         TextOf(before), TextOf(after), first, second});
             }
         }
     }

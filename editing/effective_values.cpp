@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <zantrel/editing/effective_values.h>
 
-#include "editing/number_text.h"
+#include "editing/value_conversion.h"
 
 #include <zantrel/database/value_type.h>
 #include <zantrel/store/persistent_property.h>
@@ -23,18 +23,13 @@ using Source = EffectiveValue::Source;
 
 // --- Texts ---
 
-std::wstring ShownText(IPersistentProperty const& property) {
-    if (auto const* const number = PropertyCast<double>(&property)) {
-        return TextOf(number->m_value);
-    }
-    if (auto const* const number = PropertyCast<std::int32_t>(&property)) {
-        return std::to_wstring(number->m_value);
-    }
-    if (auto const* const flag = PropertyCast<bool>(&property)) {
-        return flag->m_value ? L"true" : L"false";
-    }
-    auto const* const text = PropertyCast<std::wstring>(&property);
-    return text != nullptr ? text->m_value : property.GetType();
+template <class... Types> std::wstring TextOfAny(IPersistentProperty const& property) {
+    std::wstring text = property.GetType();
+    auto const take = [&text](auto const* typed) {
+        text = typed != nullptr ? TextOf(typed->m_value) : std::move(text);
+    };
+    (take(PropertyCast<Types>(&property)), ...);
+    return text;
 }
 
 /// What formatting makes of a node's default, as TextOf has it; a text that is none of the type's as it
@@ -43,14 +38,11 @@ std::wstring DefaultTextOf(LayoutNode const& node) {
     std::wstring const& text = node.m_defaultValue;
     return VisitValueType(node.m_type, [&](auto tag) -> std::wstring {
         using T = typename decltype(tag)::Type;
-        if constexpr (std::is_same_v<T, double>) {
-            std::optional<double> const number = ParseDouble(text);
+        if constexpr (std::is_same_v<T, double> || std::is_same_v<T, std::int32_t>) {
+            std::optional<T> const number = ParseValue(text, tag);
             return number ? TextOf(*number) : text;
-        } else if constexpr (std::is_same_v<T, std::int32_t>) {
-            std::optional<std::int32_t> const number = ParseInteger(text);
-            return number ? std::to_wstring(*number) : text;
         } else if constexpr (std::is_same_v<T, bool>) {
-            return text == L"True" ? L"true" : L"false";
+            return TextOf(text == L"True");
         } else if constexpr (std::is_same_v<T, std::wstring>) {
             bool const isFirstOption =
                 node.m_type == eTypeLayoutNode::Options && text.empty() && !node.m_optionValues.empty();
@@ -138,7 +130,7 @@ private:
             value.source = value.value != nullptr ? Source::TicketDefault : Source::LayoutDefault;
         }
         if (value.value != nullptr) {
-            value.text = ShownText(*value.value);
+            value.text = TextOfAny<double, std::int32_t, bool, std::wstring>(*value.value);
         }
         return value.value != nullptr;
     }

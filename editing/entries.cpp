@@ -5,7 +5,6 @@
 
 #include <zantrel/editing/look.h>
 
-#include <algorithm>
 #include <cstdint>
 #include <utility>
 
@@ -13,23 +12,10 @@ namespace Zantrel::Editing {
 
 namespace {
 
-std::size_t CountEntries(Place const& container) {
-    if (container.GetKind() == PlaceKind::List) {
-        ItemProperty const* const items = FindItems(container);
-        return items != nullptr ? static_cast<std::size_t>(items->m_value.GetNumProperties()) : 0;
-    }
-    PersistentProperties const& bag = *container.GetCursor().m_pProperties;
-    auto const isProfile = [](NamedProperty const& entry) {
-        return PropertyCast<PersistentProperties>(entry.property) != nullptr &&
-               entry.name != DefaultProfileName;
-    };
-    return static_cast<std::size_t>(std::count_if(bag.begin(), bag.end(), isProfile));
-}
-
 /// Counts profiles only where their number is near the limit: the bag, which holds a few flags beside them,
 /// knows its size.
 bool HasMoreThan(std::uint64_t limit, Place const& container) {
-    return container.GetCursor().m_pProperties->GetNumProperties() > limit && CountEntries(container) > limit;
+    return container.GetCursor().m_pProperties->GetNumProperties() > limit && SizeOf(container) > limit;
 }
 
 /// For a container and the number of entries that there would be.
@@ -72,6 +58,10 @@ ItemProperty* FindItems(Place const& list) {
         list.GetCursor().m_pProperties->FindProperty(L"Value"));
 }
 
+std::size_t SizeOf(PlaceView const& container) {
+    return static_cast<std::size_t>(container.GetCursor().GetSize());
+}
+
 std::optional<Finding> AgainstKind(PlaceView const& place, PlaceKind kind) {
     if (place.IsValid() && place.GetKind() == kind) {
         return std::nullopt;
@@ -98,7 +88,7 @@ std::optional<Finding> AgainstAdding(Place const& container) {
     std::uint64_t const most = container.GetLayoutNode()->m_multiplicityMax;
     auto finding = AgainstAddingAndRemoving(container);
     if (!finding && most != 0 && HasMoreThan(most - 1, container)) {
-        finding = AgainstNumber(FindingKind::TooManyItems, container, CountEntries(container) + 1, most,
+        finding = AgainstNumber(FindingKind::TooManyItems, container, SizeOf(container) + 1, most,
                                 container.GetLayoutNode()->m_multiplicityMaxMessage);
     }
     return finding;
@@ -108,7 +98,7 @@ std::optional<Finding> AgainstRemoving(Place const& container) {
     std::uint64_t const least = container.GetLayoutNode()->m_multiplicityMin;
     auto finding = AgainstAddingAndRemoving(container);
     if (!finding && least != 0 && !HasMoreThan(least, container)) {
-        finding = AgainstNumber(FindingKind::TooFewItems, container, CountEntries(container) - 1, least,
+        finding = AgainstNumber(FindingKind::TooFewItems, container, SizeOf(container) - 1, least,
                                 container.GetLayoutNode()->m_multiplicityMinMessage);
     }
     return finding;

@@ -8,21 +8,20 @@
 #include <cstddef>
 #include <optional>
 #include <string>
-#include <string_view>
 
 /// What the operations on profiles and on items have in common.
 namespace Zantrel::Editing {
 
 using ItemProperty = PersistentProperty<IndexedProperties<PersistentProperties>>;
 
-/// The name under which a profile list's bag has the default profile.
-inline constexpr std::wstring_view DefaultProfileName = L"::DefaultProfile::";
-
 /// The cursor on an entry of a container, as GetListNode and GetProfile give it.
 ParameterNode CursorOn(Place const& container, PersistentProperties* entry);
 
 /// What holds a list's items; null where there are none yet.
 ItemProperty* FindItems(Place const& list);
+
+/// The number of items, or of profiles without the default one.
+std::size_t SizeOf(PlaceView const& container);
 
 /// That a place isn't a list, or a profile list, as a whole.
 std::optional<Finding> AgainstKind(PlaceView const& place, PlaceKind kind);

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "editing/findings.h"
 
+#include "editing/enum_table.h"
+
 #include <cstddef>
-#include <iterator>
 #include <utility>
 
 namespace Zantrel::Editing {
@@ -39,15 +40,7 @@ constexpr Words Table[] = {
     {FindingKind::OutOfRange, Severity::Error, L"There is no item %v; the list has %l."},
 };
 
-constexpr bool IsInOrder() {
-    for (std::size_t i = 0; i < std::size(Table); ++i) {
-        if (static_cast<std::size_t>(Table[i].kind) != i) {
-            return false;
-        }
-    }
-    return std::size(Table) == static_cast<std::size_t>(FindingKind::OutOfRange) + 1;
-}
-static_assert(IsInOrder(), "a row for each kind");
+static_assert(HasRowForEach(Table, &Words::kind, FindingKind::OutOfRange));
 
 std::wstring Fill(std::wstring_view sentence, std::wstring_view value, std::wstring_view limit,
                   std::wstring_view name) {

@@ -15,11 +15,6 @@ namespace Zantrel::Editing {
 
 namespace {
 
-std::size_t SizeOf(Place const& list) {
-    ItemProperty const* const items = FindItems(list);
-    return items != nullptr ? static_cast<std::size_t>(items->m_value.GetNumProperties()) : 0;
-}
-
 std::optional<Finding> AgainstIndex(Place const& list, std::size_t index) {
     return index < SizeOf(list)
                ? std::nullopt

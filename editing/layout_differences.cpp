@@ -2,6 +2,7 @@
 #include <zantrel/editing/layout_differences.h>
 
 #include "editing/matching.h"
+#include "editing/node_path.h"
 #include "editing/type_word.h"
 
 #include <algorithm>
@@ -18,20 +19,6 @@ namespace {
 // --- What a field says, and how it is shown ---
 
 using Node = LayoutNode;
-
-/// The names from below the root, whatever tree it stands in; empty for null. By owners, since in a copied
-/// tree parents stand in the source.
-std::wstring PathOf(LayoutNode const* node) {
-    std::vector<std::wstring_view> names;
-    for (; node != nullptr && node->GetOwner() != nullptr; node = node->GetOwner()) {
-        names.emplace_back(node->m_name);
-    }
-    std::wstring path;
-    for (std::size_t i = names.size(); i != 0; --i) {
-        path.append(names[i - 1]).append(i == 1 ? L"" : L"/");
-    }
-    return path;
-}
 
 using Condition = std::pair<std::wstring, std::wstring>; ///< path of the source, and value
 

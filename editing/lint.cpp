@@ -4,6 +4,7 @@
 #include "editing/findings.h"
 #include "editing/lint_report.h"
 #include "editing/number_text.h"
+#include "editing/place_kind.h"
 #include "editing/profile_lists.h"
 
 #include <zantrel/database/value_type.h>
@@ -53,6 +54,8 @@ private:
     void LintNode(Standing const& at);
     void LintContainer(LayoutNode const& node);
     void LintIdentity(Standing const& at);
+    void LintTwin(LintKind kind, Names& names, std::wstring const& name, LayoutNode const& node,
+                  std::wstring const& before, std::wstring_view behind);
     void LintSiblings(LayoutNode const& parent);
     void LintReach(Standing const& at);
     void LintChoice(LayoutNode const& node);
@@ -70,8 +73,6 @@ private:
     Names m_identifiers, m_platformNames, m_partNames;
     std::unordered_map<LayoutNode const*, std::unordered_set<std::wstring_view>> m_options; ///< of sources
 };
-
-bool IsContainer(LayoutNode const& node) { return node.m_isList || node.m_isProfileList; }
 
 bool HasValue(LayoutNode const& node) {
     return VisitValueType(node.m_type,
@@ -193,26 +194,25 @@ void Linter::LintSiblings(LayoutNode const& parent) {
 }
 
 void Linter::LintIdentity(Standing const& at) {
-    LayoutNode const& node = *at.node;
-    if (!node.m_identifier.empty()) {
-        auto const [first, isNew] = m_identifiers.emplace(node.m_identifier, &node);
-        if (!isNew) {
-            m_report.Add(LintKind::SameIdentifier, &node, node.m_identifier,
-                         L"Another node has the identifier " + Quoted(node.m_identifier) +
-                             L": a file's conditions can't tell the two.",
-                         first->second);
-        }
-    }
-    bool const isOfTicket = at.section == Section::Platform || at.section == Section::Part;
-    if (isOfTicket && !node.m_propName.empty()) {
+    LintTwin(LintKind::SameIdentifier, m_identifiers, at.node->m_identifier, *at.node,
+             L"Another node has the identifier ", L": a file's conditions can't tell the two.");
+    if (at.section == Section::Platform || at.section == Section::Part) {
         Names& names = at.section == Section::Part ? m_partNames : m_platformNames;
-        auto const [first, isNew] = names.emplace(node.m_propName, &node);
-        if (!isNew) {
-            m_report.Add(LintKind::SamePropertyName, &node, node.m_propName,
-                         L"Another node of the section has the property name " + Quoted(node.m_propName) +
-                             L": a build ticket holds one value for both.",
-                         first->second);
-        }
+        LintTwin(LintKind::SamePropertyName, names, at.node->m_propName, *at.node,
+                 L"Another node of the section has the property name ",
+                 L": a build ticket holds one value for both.");
+    }
+}
+
+/// Of names that must differ.
+void Linter::LintTwin(LintKind kind, Names& names, std::wstring const& name, LayoutNode const& node,
+                      std::wstring const& before, std::wstring_view behind) {
+    if (name.empty()) {
+        return;
+    }
+    auto const [first, isNew] = names.emplace(name, &node);
+    if (!isNew) {
+        m_report.Add(kind, &node, name, (before + Quoted(name)).append(behind), first->second);
     }
 }
 

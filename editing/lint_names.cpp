@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "editing/default_profile.h"
 #include "editing/findings.h"
 #include "editing/lint_report.h"
+#include "editing/place_kind.h"
 #include "editing/xml_text.h"
 
 #include <string_view>
@@ -67,7 +69,7 @@ bool IsBesideJobs(LayoutNode const&, LintPlace const& place) {
 constexpr std::wstring_view LeadsOut = L"reading a layout file takes the entry's end for that of a section";
 
 constexpr Word EntryWords[] = {
-    {L"Default", IsOfProfiles, Severity::Error,
+    {DefaultProfileWord, IsOfProfiles, Severity::Error,
      L"parameter files hold the default profile under that name, and profiles are read as it"},
     {L"InheritOverrides", IsAnywhere, Severity::Error, Dissolves},
     {L"OverrideEntry", IsAnywhere, Severity::Error, Dissolves},
@@ -105,7 +107,7 @@ void LintNames(LayoutNode const& node, LintPlace const& place, LintReport& repor
                    L"A node is called " + Quoted(node.m_name) +
                        L" like the layout: the root of a parameter file is taken for this node.");
     }
-    if (node.m_isList || node.m_isProfileList || node.m_isCategoryList) {
+    if (IsContainer(node) || node.m_isCategoryList) {
         LintName(node.m_nodeName, EntryWords, L"An entry", node, place, report);
     }
 }

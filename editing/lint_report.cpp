@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "editing/lint_report.h"
 
+#include "editing/enum_table.h"
+#include "editing/node_path.h"
+
 #include <cstddef>
-#include <iterator>
 
 namespace Zantrel::Editing {
 
@@ -38,28 +40,7 @@ constexpr Row Severities[] = {
     {LintKind::SamePropertyName, Severity::Error},
 };
 
-constexpr bool IsInOrder() {
-    for (std::size_t i = 0; i < std::size(Severities); ++i) {
-        if (static_cast<std::size_t>(Severities[i].kind) != i) {
-            return false;
-        }
-    }
-    return std::size(Severities) == static_cast<std::size_t>(LintKind::SamePropertyName) + 1;
-}
-static_assert(IsInOrder(), "a row for each kind");
-
-/// By ownership, for in a copy the parents are those of the source.
-std::wstring PathOf(LayoutNode const* node) {
-    std::vector<LayoutNode const*> steps;
-    for (; node != nullptr && node->GetOwner() != nullptr; node = node->GetOwner()) {
-        steps.push_back(node);
-    }
-    std::wstring path;
-    for (auto step = steps.rbegin(); step != steps.rend(); ++step) {
-        path.append(path.empty() ? L"" : L"/").append((*step)->m_name);
-    }
-    return path;
-}
+static_assert(HasRowForEach(Severities, &Row::kind, LintKind::SamePropertyName));
 
 } // namespace
 

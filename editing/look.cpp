@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <zantrel/editing/look.h>
 
+#include "editing/compared_value.h"
 #include "editing/findings.h"
-#include "editing/formatted_text.h"
+#include "editing/place_kind.h"
 #include "editing/scope.h"
 
 #include <algorithm>
@@ -71,10 +72,6 @@ std::wstring Say(LookReason const& reason, std::wstring const& subject) {
     }
     sentence.append(reason.wanted.size() > most ? L" or one of others; it is " : L"; it is ");
     return sentence.append(Quoted(reason.actual)).append(L".");
-}
-
-bool IsEntry(PlaceKind kind) {
-    return kind == PlaceKind::Item || kind == PlaceKind::Profile || kind == PlaceKind::DefaultProfile;
 }
 
 } // namespace

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "editing/matching.h"
 
+#include "editing/place_kind.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -58,8 +60,6 @@ std::wstring PathOf(std::vector<Spot> const& spots, std::size_t spot, wchar_t se
 }
 
 namespace {
-
-bool IsContainer(PlaceKind kind) { return kind == PlaceKind::List || kind == PlaceKind::ProfileList; }
 
 // Nodes are matched from the top down, so that what stands around a node is settled before it. On either side
 // a node is matched, alone, or left out; what stands below one that is left out is so, too.

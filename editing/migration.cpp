@@ -2,10 +2,10 @@
 #include <zantrel/editing/migration.h>
 
 #include "editing/compared_value.h"
-#include "editing/number_text.h"
 #include "editing/paired_places.h"
 #include "editing/place_flags.h"
 #include "editing/type_word.h"
+#include "editing/value_conversion.h"
 
 #include <zantrel/database/visit_value.h>
 #include <zantrel/editing/value_text.h>
@@ -50,16 +50,6 @@ template <class To> std::optional<To> FromNumber(double number) {
 }
 template <> std::optional<double> FromNumber(double number) { return number; }
 
-template <class To> std::optional<To> FromText(std::wstring const& text) {
-    if constexpr (std::is_same_v<To, bool>) {
-        return ParseBool(text);
-    } else if constexpr (std::is_same_v<To, double>) {
-        return ParseDouble(text);
-    } else {
-        return ParseInteger(text);
-    }
-}
-
 /// The same value as one of type To, if there is one. `text` is the value as a text.
 template <class To, class From> std::optional<To> Convert(From const& value, std::wstring const& text) {
     constexpr bool isText = std::is_same_v<From, std::wstring>;
@@ -70,29 +60,14 @@ template <class To, class From> std::optional<To> Convert(From const& value, std
     } else if constexpr (std::is_same_v<To, std::wstring>) {
         return text;
     } else if constexpr (isText) {
-        return FromText<To>(value);
+        return ParseValue(value, TypeTag<To>());
     } else {
         return FromNumber<To>(value);
     }
 }
 
-/// Whether the cursor has a place for it. A cursor may lack the value that its node should have: on a second
-/// node of a name, which shares the content of the first, and on choices of the driver's until they are set.
-template <class T> bool Set(ParameterNode cursor, T const& value) {
-    if (cursor.FindValue<T>() != nullptr) {
-        cursor.SetValue(value);
-        return true;
-    }
-    if constexpr (std::is_same_v<T, std::wstring>) {
-        if (cursor.m_pNode->m_type == eTypeLayoutNode::StandardOptions && !cursor.m_isContainer) {
-            cursor.SetValueFromText(value);
-            return true;
-        }
-    }
-    return false;
-}
-
-/// Whether the value could be taken.
+/// Whether the value could be taken. A cursor may lack the value that its node should have: on a second node
+/// of a name, which shares the content of the first, and on choices of the driver's until they are set.
 template <class From>
 bool SetConverted(ParameterNode const& cursor, From const& value, std::wstring const& text) {
     return VisitValueType(cursor.m_pNode->m_type, [&](auto tag) {
@@ -101,7 +76,9 @@ bool SetConverted(ParameterNode const& cursor, From const& value, std::wstring c
             return false;
         } else {
             std::optional<To> const converted = Convert<To>(value, text);
-            return converted && Set(cursor, *converted);
+            bool const isTaken = converted && CanTake<To>(cursor);
+            isTaken ? SetValue(cursor, *converted) : void();
+            return isTaken;
         }
     });
 }
@@ -251,7 +228,7 @@ Pair IntoEntry(ParameterView const& from, std::wstring path, ParameterNode to, s
                 to.GetDefault(),
                 PlaceKind::DefaultProfile,
                 std::move(path),
-                JoinPath(newPath, name + L"::Default::"),
+                JoinPath(newPath, name + std::wstring(DefaultProfileStep)),
                 IntoContainer};
     }
     ParameterNode const item = to.GetSize() != 0 ? to.GetListNode(0) : to.AddListNode(false);
@@ -306,8 +283,8 @@ void Migrator::OnPair(Region<ParameterView> const& first, Region<ParameterNode> 
         std::wstring const path = second.Path(pair.second);
         Add(Kind::New, {from, to, path, path}, {}, {}, ShownText(to), NewPlace);
     }
-    bool const isContainer = pair.first != Nowhere && IsListOrProfileList(first.Kind(pair.first));
-    bool const isContainerNow = pair.second != Nowhere && IsListOrProfileList(second.Kind(pair.second));
+    bool const isContainer = pair.first != Nowhere && IsContainer(first.Kind(pair.first));
+    bool const isContainerNow = pair.second != Nowhere && IsContainer(second.Kind(pair.second));
     bool const isBare = !isContainer && !isContainerNow && !HasValueOrFlag(from);
     if (!from.IsValid() || isBare) {
         return;

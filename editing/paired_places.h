@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "editing/default_profile.h"
 #include "editing/matching.h"
+#include "editing/place_kind.h"
 
 #include <zantrel/database/walk.h>
 
@@ -26,10 +28,6 @@ inline std::wstring JoinPath(std::wstring const& path, std::wstring_view step) {
     return joined;
 }
 
-inline bool IsListOrProfileList(PlaceKind kind) {
-    return kind == PlaceKind::List || kind == PlaceKind::ProfileList;
-}
-
 template <class Cursor> class Region {
 public:
     Region(Cursor const& top, std::wstring path) : m_path(std::move(path)) {
@@ -39,7 +37,7 @@ public:
             m_spots.push_back({&walk.Layout(), around.empty() ? 0 : around.back(), walk.Kind()});
             m_cursors.push_back(walk.Node());
             around.push_back(m_spots.size() - 1);
-            if (IsListOrProfileList(walk.Kind())) {
+            if (IsContainer(walk.Kind())) {
                 walk.SkipContent();
             }
         }
@@ -76,7 +74,7 @@ std::vector<Entry<Cursor>> EntriesOf(Cursor const& container, std::wstring const
             walk.SkipContent();
             entries.push_back({walk.Node(), walk.Kind(), walk.Name(), JoinPath(path, walk.Path())});
         } else if (walk.Kind() == PlaceKind::List) {
-            std::wstring const step = walk.Layout().m_nodeName + L"::Default::";
+            std::wstring const step = walk.Layout().m_nodeName + std::wstring(DefaultProfileStep);
             entries.push_back(
                 {walk.Node().GetDefault(), PlaceKind::DefaultProfile, {}, JoinPath(path, step)});
         }

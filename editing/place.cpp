@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <zantrel/editing/place.h>
 
+#include "editing/default_profile.h"
+#include "editing/place_kind.h"
+
 namespace Zantrel::Editing {
 
 namespace {
@@ -13,10 +16,6 @@ template <class Cursor> PlaceKind KindOf(Cursor const& cursor) {
     Walk<Cursor> walk(cursor);
     return walk.Next() ? walk.Kind() : PlaceKind::Group;
 }
-
-/// By which a path names a default profile, and by which the bag does.
-constexpr std::wstring_view DefaultMark = L"::Default::";
-constexpr std::wstring_view DefaultProfileName = L"::DefaultProfile::";
 
 /// The number that the text is, if it is one.
 std::optional<std::size_t> IndexIn(std::wstring_view text) {
@@ -39,8 +38,7 @@ BasicPlace<Cursor>::BasicPlace(Database& database)
 template <class Cursor> bool BasicPlace<Cursor>::IsValid() const { return GetCursor().IsValid(); }
 
 template <class Cursor> bool BasicPlace<Cursor>::IsEntry() const noexcept {
-    PlaceKind const kind = GetKind();
-    return kind == PlaceKind::Item || kind == PlaceKind::Profile || kind == PlaceKind::DefaultProfile;
+    return Editing::IsEntry(GetKind());
 }
 
 template <class Cursor> bool BasicPlace<Cursor>::IsLeaf() const noexcept {
@@ -72,7 +70,7 @@ template <class Cursor> std::wstring BasicPlace<Cursor>::GetPath() const {
             path.append(step.layout->m_nodeName).append(L"[").append(step.profile).append(L"]");
             break;
         case PlaceKind::DefaultProfile:
-            path.append(step.layout->m_nodeName).append(DefaultMark);
+            path.append(step.layout->m_nodeName).append(DefaultProfileStep);
             break;
         default:
             path.append(step.layout->m_name);
@@ -130,8 +128,7 @@ std::optional<BasicPlace<Cursor>> BasicPlace<Cursor>::Find(Database& database, s
 
 /// Goes to the place of that path below this one, or stays and gives false.
 template <class Cursor> bool BasicPlace<Cursor>::FindBelow(std::wstring_view path) {
-    bool const isContainer = GetKind() == PlaceKind::List || GetKind() == PlaceKind::ProfileList;
-    return IsValid() && (isContainer ? FindEntry(path) : FindChild(path));
+    return IsValid() && (IsContainer(GetKind()) ? FindEntry(path) : FindChild(path));
 }
 
 /// `path` is what follows the step: nothing, or "_" and further steps.
@@ -165,8 +162,8 @@ template <class Cursor> bool BasicPlace<Cursor>::FindEntry(std::wstring_view pat
     }
     path.remove_prefix(entryName.size());
     bool const isList = GetKind() == PlaceKind::List;
-    if (!isList && path.substr(0, DefaultMark.size()) == DefaultMark) {
-        return FindBelowStep(GetDefaultProfile(), path.substr(DefaultMark.size()));
+    if (!isList && path.substr(0, DefaultProfileStep.size()) == DefaultProfileStep) {
+        return FindBelowStep(GetDefaultProfile(), path.substr(DefaultProfileStep.size()));
     }
     if (path.empty() || path.front() != L'[') {
         return false;

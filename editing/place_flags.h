@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "editing/place_kind.h"
+
 #include <zantrel/database/parameter_node.h>
 #include <zantrel/database/parameter_view.h>
 #include <zantrel/layout/layout_node.h>
@@ -21,9 +23,7 @@ inline constexpr auto AnyPlace = [](LayoutNode const&, bool) { return true; };
 inline constexpr auto Profile = [](LayoutNode const& node, bool isContainer) {
     return node.m_isProfileList && !isContainer;
 };
-inline constexpr auto OfContainer = [](LayoutNode const& node, bool) {
-    return node.m_isList || node.m_isProfileList;
-};
+inline constexpr auto OfContainer = [](LayoutNode const& node, bool) { return IsContainer(node); };
 
 inline constexpr PlaceFlag PlaceFlags[] = {
     {L"ReadOnly", &ParameterView::GetReadOnly, &ParameterNode::SetReadOnly, AnyPlace},

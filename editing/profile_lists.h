@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <zantrel/editing/place.h>
 #include <zantrel/layout/layout_node.h>
 
 #include <string>
@@ -10,9 +9,6 @@
 #include <unordered_set>
 
 namespace Zantrel::Editing {
-
-/// By which a choice names the default profile of its list, where no profile is named so.
-inline constexpr std::wstring_view DefaultProfileWords[] = {L"Default", L"::DefaultProfile::"};
 
 /// The profile lists below a node, as a rule "ProfileEditor", by name: which of them a choice from profiles
 /// means. Borrows the layout, which may not change meanwhile.

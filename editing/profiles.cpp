@@ -1,12 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <zantrel/editing/profiles.h>
 
+#include "editing/default_profile.h"
 #include "editing/entries.h"
 #include "editing/findings.h"
+#include "editing/place_flags.h"
 #include "editing/references.h"
+#include "editing/xml_text.h"
 
 #include <algorithm>
-#include <array>
+#include <iterator>
 #include <memory>
 #include <utility>
 
@@ -16,16 +19,11 @@ namespace {
 
 using BagProperty = PersistentProperty<PersistentProperties>;
 
-/// By which bags keep something else than profiles and nodes, and by which choices mean the default profile.
-constexpr std::array<std::wstring_view, 9> KeptNames = {
-    L"Value",        L"ReadOnly",           L"Hidden",           L"NameReadOnly",
-    L"CanBeDeleted", L"UserDefaultProfile", L"DisableAddRemove", DefaultProfileName,
-    L"Default"};
-
-bool CanBeCarried(wchar_t character) {
-    bool const isControl = character >= 0 && character < 0x20;
-    bool const isSpace = character == L'\t' || character == L'\n' || character == L'\r';
-    return (!isControl || isSpace) && character != 0xFFFE && character != 0xFFFF;
+/// Not what bags keep something else by, nor what choices mean the default profile by.
+bool IsProfileName(std::wstring_view name) {
+    bool const isFlag = std::any_of(std::begin(PlaceFlags), std::end(PlaceFlags),
+                                    [&](PlaceFlag const& flag) { return flag.word == name; });
+    return !name.empty() && name != L"Value" && !isFlag && !MeansDefaultProfile(name) && IsXmlText(name);
 }
 
 PersistentProperties& BagOf(Place const& place) { return *place.GetCursor().m_pProperties; }
@@ -45,10 +43,7 @@ std::optional<Finding> AgainstProfile(Place const& list, std::wstring const& nam
 }
 
 std::optional<Finding> AgainstNewName(Place const& list, std::wstring const& name) {
-    bool const isName = !name.empty() &&
-                        std::find(KeptNames.begin(), KeptNames.end(), name) == KeptNames.end() &&
-                        std::all_of(name.begin(), name.end(), CanBeCarried);
-    if (!isName) {
+    if (!IsProfileName(name)) {
         return MakeFinding(FindingKind::BadName, list, name);
     }
     return BagOf(list).FindProperty(name) == nullptr
@@ -82,15 +77,9 @@ void TellAsTakenAlong(std::vector<Finding>& findings, std::wstring const& newNam
 
 /// Takes away what bound the model of a new profile alone.
 void Unbind(ParameterNode profile) {
-    constexpr std::pair<bool (ParameterNode::*)() const, void (ParameterNode::*)(bool)> flags[] = {
-        {&ParameterNode::GetReadOnly, &ParameterNode::SetReadOnly},
-        {&ParameterNode::GetHidden, &ParameterNode::SetHidden},
-        {&ParameterNode::GetNameReadOnly, &ParameterNode::SetNameReadOnly},
-        {&ParameterNode::GetUserDefaultProfile, &ParameterNode::SetUserDefaultProfile},
-    };
-    for (auto const& [get, set] : flags) {
-        if ((profile.*get)()) {
-            (profile.*set)(false);
+    for (PlaceFlag const& flag : PlaceFlags) {
+        if (IsSet(profile, flag)) {
+            (profile.*flag.set)(false);
         }
     }
     profile.SetCanBeDeleted(true);
@@ -194,7 +183,7 @@ EntryChange RemoveProfile(Place const& list, std::wstring const& name) {
         BagProperty const& profile = *FindProfile(list, goneName);
         change.references = ReferencesTo(list, goneName, &profile.m_value).findings;
         BagOf(list).RemoveProperty(goneName, true);
-        bool const isFoundAgain = FindProfile(list, goneName) != nullptr || goneName == L"Default";
+        bool const isFoundAgain = FindProfile(list, goneName) != nullptr || MeansDefaultProfile(goneName);
         if (isFoundAgain) {
             change.references.clear();
         }

@@ -3,7 +3,7 @@
 
 #include "editing/entries.h"
 #include "editing/findings.h"
-#include "editing/meant_list.h"
+#include "editing/profile_lists.h"
 #include "editing/scope.h"
 
 #include <algorithm>
@@ -16,13 +16,13 @@ namespace {
 
 /// The choices from `list` and all nodes on the way to them.
 std::unordered_set<LayoutNode const*> WaysToChoices(LayoutNode const& editor, LayoutNode const& list) {
-    MeantLists const lists(editor);
+    ProfileLists lists(&editor);
     std::unordered_set<LayoutNode const*> ways;
     std::vector<LayoutNode const*> open{&editor};
     while (!open.empty()) {
         LayoutNode const* const node = open.back();
         open.pop_back();
-        if (node->m_type == OptionsFromProfiles && lists.Of(*node) == &list) {
+        if (node->m_type == OptionsFromProfiles && lists.ListOf(*node) == &list) {
             for (LayoutNode const* at = node; at != nullptr && ways.insert(at).second;) {
                 at = at->GetOwner();
             }

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <zantrel/editing/schema.h>
 
+#include "editing/default_profile.h"
 #include "editing/findings.h"
+#include "editing/place_kind.h"
 #include "editing/schema_facets.h"
 #include "editing/xml_text.h"
 
@@ -37,7 +39,6 @@ namespace {
 using Attributes = std::initializer_list<std::pair<std::string_view, std::wstring_view>>;
 
 constexpr std::wstring_view AnyType = L"Anything"; ///< a type that takes whatever comes
-constexpr std::wstring_view DefaultWord = L"Default";
 constexpr std::wstring_view GeneralWord = L"GenericParameters";
 
 /// One element by scope.
@@ -50,8 +51,6 @@ public:
         }
     }
 };
-
-bool IsContainer(LayoutNode const& node) { return node.m_isList || node.m_isProfileList; }
 
 /// The type of a leaf without facets.
 std::wstring_view PlainTypeOf(LayoutNode const& node) {
@@ -385,14 +384,14 @@ void SchemaDocument::WriteItems(Types const& types) {
 void SchemaDocument::WriteProfiles(Types const& types) {
     std::wstring const& entry = types.node->m_nodeName;
     std::wstring const profile = types.name + L".Profile";
-    if (entry == DefaultWord) {
+    if (entry == DefaultProfileWord) {
         WriteNotes({L"Profiles and the default profile are called alike here."});
     }
     Element const entries(m_writer, "sequence");
     WriteElement(entry, profile, L"0", L"unbounded");
-    if (entry != DefaultWord) {
+    if (entry != DefaultProfileWord) {
         Element const defaultAndMore(m_writer, "sequence", {{"minOccurs", L"0"}});
-        WriteElement(DefaultWord, types.name + L".Default", L"1");
+        WriteElement(DefaultProfileWord, types.name + L".Default", L"1");
         WriteElement(entry, profile, L"0", L"unbounded");
     }
 }
@@ -410,7 +409,7 @@ void SchemaDocument::WriteProfileTypes(Types const& types) {
             Element(m_writer, "attribute",
                     {{"name", L"Name"},
                      {"type", L"xs:string"},
-                     {"use", node.m_nodeName != DefaultWord ? L"required" : L"optional"}});
+                     {"use", node.m_nodeName != DefaultProfileWord ? L"required" : L"optional"}});
         }
         UseFlags(L"ProfileFlags");
     }

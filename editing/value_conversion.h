@@ -3,6 +3,7 @@
 
 #include "editing/number_text.h"
 
+#include <zantrel/database/parameter_node.h>
 #include <zantrel/database/parameter_view.h>
 #include <zantrel/database/value_type.h>
 #include <zantrel/editing/finding.h>
@@ -12,6 +13,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <type_traits>
 #include <utility>
 
 namespace Zantrel::Editing {
@@ -37,11 +39,22 @@ inline std::optional<KelAM::FileContent> ParseValue(std::wstring_view text, Type
     return content.LoadFile(std::wstring(text)) ? std::optional(std::move(content)) : std::nullopt;
 }
 
-/// Whether a value can be set: it is there, or would be made. Of siblings that share a name the first has the
-/// place, and its type.
+/// Whether a value can be set: it is there, or would be made, as that of a choice of the driver's. Of
+/// siblings that share a name the first has the place, and its type.
 template <class T> bool CanTake(ParameterView const& cursor) {
-    return cursor.FindValue<T>() != nullptr ||
-           cursor.GetLayoutNode()->m_type == eTypeLayoutNode::StandardOptions;
+    bool const isMade = std::is_same_v<T, std::wstring> && !cursor.IsContainer() &&
+                        cursor.GetLayoutNode()->m_type == eTypeLayoutNode::StandardOptions;
+    return cursor.FindValue<T>() != nullptr || isMade;
+}
+
+/// Sets what can be taken.
+template <class T> void SetValue(ParameterNode cursor, T const& value) {
+    if constexpr (std::is_same_v<T, std::wstring>) {
+        if (cursor.FindValue<T>() == nullptr) {
+            return cursor.SetValueFromText(value);
+        }
+    }
+    cursor.SetValue(value);
 }
 
 /// What a text is that says no value of a type.

@@ -2,6 +2,7 @@
 #include "editing/value_rules.h"
 
 #include "editing/character_set.h"
+#include "editing/default_profile.h"
 #include "editing/findings.h"
 #include "editing/number_text.h"
 #include "editing/scope.h"
@@ -10,17 +11,12 @@
 
 #include <algorithm>
 #include <cmath>
-#include <iterator>
 #include <type_traits>
 #include <utility>
 
 namespace Zantrel::Editing {
 
 namespace {
-
-std::optional<double> LimitOf(std::wstring const& text) {
-    return text.empty() ? std::nullopt : ParseDouble(text);
-}
 
 /// Of a number for whole ones, which a person reads without an exponent.
 std::wstring WholeTextOf(double number) {
@@ -61,7 +57,7 @@ bool IsEmptyNoted(LayoutNode const& node) {
 } // namespace
 
 ValueRules::ValueRules(LayoutNode const& node, ProfileLists& lists)
-    : m_node(node), m_minimum(LimitOf(node.m_min)), m_maximum(LimitOf(node.m_max)),
+    : m_node(node), m_minimum(ParseDouble(node.m_min)), m_maximum(ParseDouble(node.m_max)),
       m_isEmptyNoted(IsEmptyNoted(node)) {
     if (node.m_type == eTypeLayoutNode::Options && !node.m_optionValues.empty()) {
         auto const& values = node.m_optionValues;
@@ -137,9 +133,8 @@ void ValueRules::CheckText(PlaceView const& place, std::wstring const& value,
 /// Where no list can be seen from the place nothing can be said.
 void ValueRules::CheckProfile(PlaceView const& place, std::wstring const& value,
                               std::vector<Finding>& findings) const {
-    if (std::find(std::begin(DefaultProfileWords), std::end(DefaultProfileWords), value) !=
-        std::end(DefaultProfileWords)) {
-        return; // the default profile, or one of that name
+    if (MeansDefaultProfile(value)) {
+        return;
     }
     ParameterView const list = Scope::Find(place, *m_profileList);
     bool const isCut = value.find(L'\0') != value.npos; // in a look-up by name

@@ -11,14 +11,6 @@
 
 namespace Zantrel::Editing {
 
-namespace {
-
-template <class T> void Set(ParameterNode& cursor, T const& value) { cursor.SetValue(value); }
-/// Makes the value where there is none.
-void Set(ParameterNode& cursor, std::wstring const& value) { cursor.SetValueFromText(value); }
-
-} // namespace
-
 std::wstring TextOf(ParameterView const& cursor) {
     std::wstring text;
     VisitValue(cursor, [&](auto const& value) { text = TextOf(value); });
@@ -26,7 +18,7 @@ std::wstring TextOf(ParameterView const& cursor) {
 }
 
 std::optional<Finding> SetText(Place const& place, std::wstring_view text) {
-    ParameterNode cursor = place.GetCursor();
+    ParameterNode const cursor = place.GetCursor();
     if (!place.IsValid() || !place.IsLeaf()) {
         return MakeFinding(FindingKind::NoValue, place, std::wstring(text));
     }
@@ -38,7 +30,7 @@ std::optional<Finding> SetText(Place const& place, std::wstring_view text) {
                 if (!value) {
                     return MakeFinding(NoSuchValue<T>, place, std::wstring(text));
                 }
-                Set(cursor, *value);
+                SetValue(cursor, *value);
                 return std::nullopt;
             }
         }
