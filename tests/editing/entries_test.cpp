@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "tests/editing/generated.h"
 #include "tests/support/failing_allocator.h"
 
 #include <zantrel/editing/items.h>
@@ -18,6 +19,7 @@ namespace {
 
 using namespace Zantrel;
 using namespace Zantrel::Editing;
+using EditingTests::TextsIn;
 using Texts = std::map<std::wstring, std::wstring>;
 
 /// Materials, each with a choice among them; printers with tools of their own, each with a choice among
@@ -37,16 +39,6 @@ struct Workshop : ParameterLayout {
     LayoutNode* tools = printers->AddNode(L"Tools")->SetProfile(true, L"P");
     LayoutNode* jobs = m_profileEditor->AddNode(L"Jobs")->SetList(true, L"J", L"")->SetUserCanSort(true);
 };
-
-Texts TextsIn(ParameterDatabase& database) {
-    Texts texts;
-    for (PlaceWalk walk(database); walk.Next();) {
-        if (walk.GetPlace().IsLeaf()) {
-            texts[walk.GetPlace().GetPath()] = TextOf(walk.GetPlace().GetCursor());
-        }
-    }
-    return texts;
-}
 
 bool StandsIn(std::wstring const& entry, std::wstring const& path) {
     return path.compare(0, entry.size() + 1, entry + L'_') == 0;

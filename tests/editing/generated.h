@@ -7,9 +7,9 @@
 #include <zantrel/editing/value_text.h>
 #include <zantrel/layout/parameter_layout.h>
 
-#include <cmath>
+#include <cstddef>
 #include <iterator>
-#include <limits>
+#include <map>
 #include <memory>
 #include <random>
 #include <string>
@@ -19,13 +19,25 @@ namespace EditingTests {
 
 using namespace Zantrel;
 
+/// The values of a database by their paths; of several profiles of one name those of the last.
+inline std::map<std::wstring, std::wstring> TextsIn(ParameterDatabase const& database) {
+    std::map<std::wstring, std::wstring> texts;
+    for (Editing::PlaceWalk walk(database); walk.Next();) {
+        if (walk.GetPlace().IsLeaf()) {
+            texts[walk.GetPlace().GetPath()] = Editing::TextOf(walk.GetPlace().GetCursor());
+        }
+    }
+    return texts;
+}
+
 /// Layouts whose attributes mean something, and values of which many are allowed and some are not: small
 /// numbers and few words, so that they meet. Looks the same everywhere for each seed.
 class Generated {
 public:
-    explicit Generated(unsigned seed) : m_random(seed) {}
+    explicit Generated(unsigned seed, bool hasTwins = true) : m_random(seed), m_hasTwins(hasTwins) {}
 
-    /// With some fifty nodes, containers in containers, conditions, and at times siblings of one name.
+    /// With some fifty nodes, containers in containers, conditions, and with twins at times siblings of one
+    /// name.
     std::unique_ptr<ParameterLayout> MakeLayout() {
         auto layout = std::make_unique<ParameterLayout>();
         layout->SetName(L"Generated");
@@ -43,22 +55,11 @@ public:
         return layout;
     }
 
-    /// Sets values and flags, and adds items and profiles, at times two of a name.
-    void Fill(ParameterDatabase& database) {
+    /// Sets values and flags, and adds items and profiles, at times two of a name, at one in so many places.
+    void Fill(ParameterDatabase& database, unsigned oneIn = 1) {
         for (Editing::PlaceWalk walk(database); walk.Next();) {
-            ParameterNode node = walk.GetPlace().GetCursor();
-            node.SetReadOnly(OneIn(8));
-            node.SetHidden(OneIn(8));
-            if (walk.GetPlace().GetKind() == PlaceKind::List) {
-                AddSome([&] { node.AddListNode(OneIn(2)); });
-            } else if (walk.GetPlace().GetKind() == PlaceKind::ProfileList) {
-                AddSome([&] {
-                    std::wstring const name = Word();
-                    node.AddProfile(name.c_str(), true).SetCanBeDeleted(OneIn(2));
-                });
-                node.SetDisableAddRemove(OneIn(4));
-            } else if (!OneIn(3)) {
-                Editing::SetText(walk.GetPlace(), Text(*node.m_pNode));
+            if (OneIn(oneIn)) {
+                Change(walk.GetPlace());
             }
         }
     }
@@ -96,9 +97,35 @@ private:
         }
     }
 
+    void Change(Editing::Place const& place) {
+        ParameterNode node = place.GetCursor();
+        node.SetReadOnly(OneIn(8));
+        node.SetHidden(OneIn(8));
+        if (place.GetKind() == PlaceKind::List) {
+            AddSome([&] { node.AddListNode(OneIn(2)); });
+        } else if (place.GetKind() == PlaceKind::ProfileList) {
+            AddSome([&] { AddProfile(node); });
+            node.SetDisableAddRemove(OneIn(4));
+        } else if (node.FindValue<KelAM::FileContent>() != nullptr) {
+            std::wstring const name = Word();
+            node.SetValue(KelAM::FileContent(name, std::vector<std::byte>(name.empty() ? 0 : Below(3))));
+        } else if (!OneIn(3)) {
+            Editing::SetText(place, Text(*node.m_pNode));
+        }
+    }
+
+    void AddProfile(ParameterNode list) {
+        std::wstring const name = Word();
+        ParameterNode profile = list.AddProfile(name.c_str(), OneIn(2));
+        profile.SetCanBeDeleted(OneIn(2));
+        profile.SetNameReadOnly(OneIn(4));
+        profile.SetUserDefaultProfile(OneIn(4));
+    }
+
     void AddNode() {
         auto const type = static_cast<eTypeLayoutNode>(OneIn(3) ? 0 : Below(11));
-        std::wstring const name = L"n" + std::to_wstring(OneIn(12) ? Below(3) : 10 + m_nodes.size());
+        std::wstring const name =
+            L"n" + std::to_wstring(m_hasTwins && OneIn(12) ? Below(3) : 10 + m_nodes.size());
         LayoutNode* const parent = m_groups[Below(static_cast<unsigned>(m_groups.size()))];
         LayoutNode* const node = parent->AddNode(name.c_str(), type, L"");
         m_nodes.push_back(node);
@@ -162,12 +189,16 @@ private:
     void SetConditions(LayoutNode& node) {
         while (OneIn(3)) {
             LayoutNode* const source = m_nodes[Below(static_cast<unsigned>(m_nodes.size()))];
-            std::wstring const value = source->m_type == Bool ? L"True" : Text(*source);
+            bool const isNumber = source->m_type == Double || source->m_type == Distance;
+            std::wstring const value = source->m_type == Bool ? L"True"
+                                       : isNumber && OneIn(2) ? source->FormatValue(double(Below(12)))
+                                                              : Text(*source);
             OneIn(2) ? node.AddVisibilitySource(source, value) : node.AddEditabilitySource(source, value);
         }
     }
 
     std::mt19937 m_random;
+    bool m_hasTwins;
     std::vector<LayoutNode*> m_groups, m_nodes, m_lists;
 };
 

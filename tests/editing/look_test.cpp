@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "tests/editing/generated.h"
+
 #include <zantrel/editing/look.h>
 #include <zantrel/editing/value_text.h>
 #include <zantrel/zantrel.h>
@@ -19,72 +21,13 @@ namespace {
 
 using namespace Zantrel;
 using namespace Zantrel::Editing;
-
-/// Layouts with every kind of container and conditions between any two nodes, and values that often meet
-/// them.
-class Random {
-public:
-    explicit Random(unsigned seed) : m_random(seed) {}
-    bool Chance(unsigned oneIn) { return m_random() % oneIn == 0; }
-    template <class T> T const& AnyOf(std::vector<T> const& all) { return all[m_random() % all.size()]; }
-
-    std::unique_ptr<ParameterLayout> MakeLayout() {
-        auto layout = std::make_unique<ParameterLayout>();
-        std::vector<LayoutNode*> groups{layout->m_profileEditor}, nodes;
-        for (unsigned i = 0; i < 25; ++i) {
-            std::vector<eTypeLayoutNode> const types{Group, Group,  Bool,           Double,
-                                                     Int,   String, StandardOptions};
-            eTypeLayoutNode const type = AnyOf(types);
-            std::wstring const name = L"n" + std::to_wstring(i);
-            LayoutNode* const node = AnyOf(groups)->AddNode(name.c_str(), type, L"");
-            node->SetVisible(!Chance(9))
-                ->SetReadOnly(Chance(9))
-                ->SetPrecision(static_cast<int>(m_random() % 3));
-            node->SetIsList(Chance(5))
-                ->SetIsProfileList(type == Group && Chance(3))
-                ->SetMultiplicity(m_random() % 3);
-            nodes.push_back(node);
-            if (type == Group) {
-                groups.push_back(node);
-            }
-        }
-        for (LayoutNode* node : nodes) {
-            while (Chance(2)) {
-                std::wstring const value = AnyOf(m_values);
-                Chance(2) ? node->AddVisibilitySource(AnyOf(nodes), value)
-                          : node->AddEditabilitySource(AnyOf(nodes), value);
-            }
-        }
-        return layout;
-    }
-
-    void Fill(ParameterDatabase& database) {
-        for (PlaceWalk walk(database); walk.Next();) {
-            Place const& place = walk.GetPlace();
-            ParameterNode cursor = place.GetCursor();
-            cursor.SetHidden(Chance(9));
-            cursor.SetReadOnly(Chance(9));
-            if (place.GetKind() == PlaceKind::ProfileList && place.GetDepth() < 5) {
-                cursor.AddProfile(L"a", true);
-                cursor.AddProfile(L"b", false);
-            } else if (place.IsLeaf() && !Chance(3)) {
-                static_cast<void>(SetText(place, AnyOf(m_texts)));
-            }
-        }
-    }
-
-private:
-    std::mt19937 m_random;
-    std::vector<std::wstring> const m_values{L"True", L"False", L"0", L"0.", L"1.0",
-                                             L"0.00", L"1",     L"",  L"a"};
-    std::vector<std::wstring> const m_texts{L"true", L"0", L"1", L"a", L""};
-};
+using EditingTests::Generated;
 
 /// What LookOf says, found by trying all places of the database for each condition.
 class NaiveLook {
 public:
-    using Reason =
-        std::tuple<std::size_t, LookReason::Kind, bool, LayoutNode const*, std::multiset<std::wstring>>;
+    using Values = std::multiset<std::wstring>;
+    using Reason = std::tuple<std::size_t, LookReason::Kind, bool, LayoutNode const*, Values>;
 
     explicit NaiveLook(ParameterDatabase& database) {
         for (PlaceWalk walk(database); walk.Next();) {
@@ -100,14 +43,12 @@ public:
             LayoutNode const& node = *at.GetLayoutNode();
             for (bool const isVisibility : {true, false}) {
                 if (!at.IsEntry() && (isVisibility ? !node.m_visible : node.m_readOnly)) {
-                    reasons.emplace(depth, LookReason::Kind::Layout, isVisibility, nullptr,
-                                    std::multiset<std::wstring>());
+                    reasons.emplace(depth, LookReason::Kind::Layout, isVisibility, nullptr, Values());
                 }
                 if (isVisibility ? at.GetCursor().GetHidden() : at.GetCursor().GetReadOnly()) {
-                    reasons.emplace(depth, LookReason::Kind::Flag, isVisibility, nullptr,
-                                    std::multiset<std::wstring>());
+                    reasons.emplace(depth, LookReason::Kind::Flag, isVisibility, nullptr, Values());
                 }
-                std::map<LayoutNode const*, std::multiset<std::wstring>> wanted;
+                std::map<LayoutNode const*, Values> wanted;
                 for (auto const& condition :
                      isVisibility ? node.m_visibilitySources : node.m_editabilitySources) {
                     wanted[condition.m_source].insert(condition.m_value);
@@ -162,11 +103,11 @@ private:
 
 TEST(LookTest, IsThatOfASearchThroughAllPlaces) {
     std::size_t conditions = 0;
-    for (unsigned seed = 0; seed < 60; ++seed) {
-        Random random(seed);
-        auto const layout = random.MakeLayout();
+    for (unsigned seed = 0; seed < 15; ++seed) {
+        Generated generated(seed);
+        auto const layout = generated.MakeLayout();
         ParameterDatabase database(layout.get());
-        random.Fill(database);
+        generated.Fill(database);
         NaiveLook const naive(database);
         LookWalk walk(database);
         for (Place const& place : naive.Places()) {
@@ -175,7 +116,7 @@ TEST(LookTest, IsThatOfASearchThroughAllPlaces) {
             bool isVisible = true, isEditable = true;
             for (LookReason const& reason : look.reasons) {
                 reasons.emplace(reason.depth, reason.kind, reason.isAboutVisibility, reason.source,
-                                std::multiset<std::wstring>(reason.wanted.begin(), reason.wanted.end()));
+                                NaiveLook::Values(reason.wanted.begin(), reason.wanted.end()));
                 EXPECT_EQ(reason.node, place.GetOuter(reason.depth).GetLayoutNode());
                 (reason.isAboutVisibility ? isVisible : isEditable) = false;
                 conditions += reason.kind == LookReason::Kind::Condition;

@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "tests/support/generated_database.h"
+#include "tests/editing/generated.h"
 
 #include <zantrel/database/visit_value.h>
 #include <zantrel/editing/editing.h>
-#include <zantrel/sample/sample_database.h>
 #include <zantrel/zantrel.h>
 
 #include <gtest/gtest.h>
@@ -16,7 +15,7 @@ namespace {
 
 using namespace Zantrel;
 using namespace Zantrel::Editing;
-using TestSupport::Generator;
+using EditingTests::Generated;
 
 using Kind = MigrationStep::Kind;
 using Lines = std::vector<std::wstring>;
@@ -36,10 +35,10 @@ Lines LinesOf(Migration const& migration) {
 
 TEST(MigrationTest, ToTheSameLayoutTakesAllAndTellsOfAll) {
     for (unsigned seed = 1; seed <= 30; ++seed) {
-        Generator random(seed);
-        auto const layout = random.MakeLayout();
+        Generated generated(seed, false);
+        auto const layout = generated.MakeLayout();
         ParameterDatabase database(layout.get());
-        random.FillContent(database.GetProfileEditor());
+        generated.Fill(database);
         Migration const migration = Migrate(database, *layout);
         ASSERT_TRUE(Differences(database, migration.database).empty()) << seed;
         std::set<std::wstring> told;
@@ -59,32 +58,32 @@ TEST(MigrationTest, ToTheSameLayoutTakesAllAndTellsOfAll) {
 
 /// Makes a changed copy of a layout: in another order, some nodes renamed, left out and added.
 struct Change {
-    Generator& random;
+    Generated& generated;
     std::vector<Renaming> there{}, back{};
     std::set<LayoutNode const*> lost{};
 
     void Copy(LayoutNode const& from, LayoutNode& to, std::wstring const& path, std::wstring const& newPath) {
         std::vector<LayoutNode const*> children(from.m_children.begin(), from.m_children.end());
         for (std::size_t i = children.size(); i > 1; --i) {
-            std::swap(children[i - 1], children[random.Below(static_cast<unsigned>(i))]);
+            std::swap(children[i - 1], children[generated.Below(static_cast<unsigned>(i))]);
         }
         for (LayoutNode const* const child : children) {
-            if (random.Chance(8)) {
+            if (generated.OneIn(8)) {
                 lost.insert(child);
                 continue;
             }
-            bool const isRenamed = random.Chance(3);
+            bool const isRenamed = generated.OneIn(3);
             std::wstring const name = child->m_name + (isRenamed ? L"-renamed" : L"");
-            LayoutNode* const copy = LayoutNode::MakeNode(name.c_str(), child->m_type);
+            LayoutNode* const copy = to.AddNode(name.c_str(), child->m_type, L"");
             static_cast<LayoutNodeAttributes&>(*copy) = *child;
-            to.AppendNode(copy->SetName(name));
+            copy->SetName(name);
             if (isRenamed) {
                 there.push_back({path + child->m_name, newPath + name});
                 back.push_back({newPath + name, path + child->m_name});
             }
             Copy(*child, *copy, path + child->m_name + L"/", newPath + name + L"/");
         }
-        if (random.Chance(3)) {
+        if (generated.OneIn(3)) {
             to.AddNode(L"added", Int, std::int32_t{1});
         }
     }
@@ -97,11 +96,11 @@ struct Change {
 TEST(MigrationTest, ThereAndBackLosesNothingThatBothLayoutsHave) {
     std::size_t kept = 0;
     for (unsigned seed = 1; seed <= 60; ++seed) {
-        Generator random(seed);
-        auto const layout = random.MakeLayout();
+        Generated generated(seed, false);
+        auto const layout = generated.MakeLayout();
         ParameterDatabase database(layout.get());
-        random.FillContent(database.GetProfileEditor());
-        Change change{random};
+        generated.Fill(database);
+        Change change{generated};
         ParameterLayout changed;
         change.Copy(*layout->m_profileEditor.GetNode(), *changed.m_profileEditor.GetNode(), L"", L"");
         Migration const there = Migrate(database, changed, change.there);
@@ -267,23 +266,6 @@ TEST(MigrationTest, EnduresWhateverCanBeBuilt) {
     EXPECT_TRUE(LayoutDifferences(layout, ParameterLayout(layout)).empty());
     ParameterLayout other;
     EXPECT_EQ(Differences(database, Migrate(database, other).database).size(), top->Size() - 1);
-}
-
-TEST(MigrationTest, OfTheSampleBetweenItsLevelsLosesWhatTheLowerOneLacks) {
-    Sample::ParameterLayout const low(0), high(2);
-    Sample::ParameterDatabase database(&high);
-    database.PopulateDefault();
-    Migration const down = Migrate(database, low), up = Migrate(down.database, high);
-    for (Migration const* const migration : {&down, &up}) {
-        Kind const other = migration == &down ? Kind::Dropped : Kind::New;
-        for (MigrationStep const& step : migration->steps) {
-            EXPECT_TRUE(step.kind == Kind::Taken ||
-                        (step.kind == other && step.path.find(L"TestGroup") != std::wstring::npos))
-                << step.path;
-        }
-    }
-    ParameterLayout const copy(low);
-    EXPECT_FALSE(Migrate(database, copy).steps.empty());
 }
 
 } // namespace

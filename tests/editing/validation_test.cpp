@@ -15,7 +15,7 @@ namespace {
 
 using namespace Zantrel;
 using namespace Zantrel::Editing;
-using EditingTests::Generated;
+using EditingTests::Generated, EditingTests::TextsIn;
 using testing::ElementsAre;
 
 /// A finding in short, as tests compare it.
@@ -36,14 +36,6 @@ std::wstring FirstApart(std::vector<std::wstring> left, std::vector<std::wstring
     right.resize(left.size(), L"nothing");
     auto const [a, b] = std::mismatch(left.begin(), left.end(), right.begin());
     return a == left.end() ? L"" : *a + L" and not " + *b;
-}
-
-std::wstring AllValues(ParameterDatabase const& database) {
-    std::wstring all;
-    for (PlaceWalk walk(database); walk.Next();) {
-        all += TextOf(walk.GetPlace().GetCursor()) + L'\n';
-    }
-    return all;
 }
 
 /// The same rules once more, by looking at everything for everything.
@@ -259,9 +251,9 @@ TEST(Validation, ObjectsBeforeAChangeToWhatItFindsAfterwards) {
         }
         auto const& [number, place] = leaves[generated.Below(static_cast<unsigned>(leaves.size()))];
         std::wstring const text = generated.Text(*place.GetLayoutNode());
-        std::wstring const before = AllValues(database);
+        auto const before = TextsIn(database);
         std::vector<Finding> objections = Objections(place, text);
-        ASSERT_EQ(AllValues(database), before);
+        ASSERT_EQ(TextsIn(database), before);
         bool const isReadOnly = place.GetLayoutNode()->m_readOnly || place.GetCursor().GetReadOnly();
         ASSERT_EQ(isReadOnly, !objections.empty() && objections.front().kind == FindingKind::ReadOnly);
         objections.erase(objections.begin(), objections.begin() + (isReadOnly ? 1 : 0));
