@@ -25,6 +25,8 @@ namespace Zantrel::Editing {
 /// Place, of ParameterNodes, is what operations take that change a database; PlaceView, of ParameterViews,
 /// what those take that only read. The one converts to the other.
 ///
+/// There are these two; what isn't defined here is in the library.
+///
 /// A value. Borrows the bags and the layout, goes stale as its cursors do, and belongs to their thread.
 template <class Cursor> class BasicPlace {
 public:
@@ -33,7 +35,7 @@ public:
 
     /// The profile editor of `database`, in which everything stands. Without a layout it is no place: see
     /// IsValid.
-    explicit BasicPlace(Database& database);
+    ZANTREL_EDITING_EXPORT explicit BasicPlace(Database& database);
     /// The same place with cursors that only read.
     template <class Other,
               std::enable_if_t<std::is_same_v<Cursor, ParameterView> && std::is_same_v<Other, ParameterNode>,
@@ -42,44 +44,44 @@ public:
 
     /// Whether the cursor has content. Asking a place that isn't valid for what stands below it gives further
     /// places that aren't.
-    bool IsValid() const;
+    ZANTREL_EDITING_EXPORT bool IsValid() const;
     /// The cursor on this place. Good as long as this place.
     Cursor const& GetCursor() const noexcept { return m_steps.back().cursor; }
     /// The node of the layout; entries of a container have that of the container. Null only without a layout.
     LayoutNode const* GetLayoutNode() const noexcept { return m_steps.back().layout; }
     PlaceKind GetKind() const noexcept { return m_steps.back().kind; }
     /// Whether this is an item, a profile or a default profile.
-    bool IsEntry() const noexcept;
+    ZANTREL_EDITING_EXPORT bool IsEntry() const noexcept;
     /// Whether a value stands here and not further places.
-    bool IsLeaf() const noexcept;
+    ZANTREL_EDITING_EXPORT bool IsLeaf() const noexcept;
     /// How many steps below the profile editor, which has 0.
     std::size_t GetDepth() const noexcept { return m_steps.size() - 1; }
     /// An item's position in its list, from 0; otherwise 0.
     std::size_t GetIndex() const noexcept { return m_steps.back().index; }
     /// The name of the node, or of a profile; empty for an item and for a default profile. Good as long as
     /// this place and the layout.
-    std::wstring_view GetName() const noexcept;
+    ZANTREL_EDITING_EXPORT std::wstring_view GetName() const noexcept;
     /// The steps as ContentList has them: "Materials_Profile[Steel]_Power". Empty for the profile editor.
-    std::wstring GetPath() const;
+    ZANTREL_EDITING_EXPORT std::wstring GetPath() const;
 
     /// The child of that name, from a group or an entry of groups. Throws ParameterMisuse, "invalid query, no
     /// such node", when the layout has none.
-    BasicPlace Get(wchar_t const* name) const;
+    ZANTREL_EDITING_EXPORT BasicPlace Get(wchar_t const* name) const;
     BasicPlace Get(std::wstring const& name) const { return Get(name.c_str()); }
     /// The item of a list. Throws as ParameterNode::GetListNode.
-    BasicPlace GetItem(std::size_t index) const;
+    ZANTREL_EDITING_EXPORT BasicPlace GetItem(std::size_t index) const;
     /// The profile of a profile list; not valid when there is none. Throws as ParameterNode::GetProfile.
-    BasicPlace GetProfile(std::wstring const& name) const;
+    ZANTREL_EDITING_EXPORT BasicPlace GetProfile(std::wstring const& name) const;
     /// The default profile of a profile list. Throws as ParameterNode::GetDefault.
-    BasicPlace GetDefaultProfile() const;
+    ZANTREL_EDITING_EXPORT BasicPlace GetDefaultProfile() const;
     /// The place `depth` steps below the profile editor that this one lies in, or is: GetDepth() gives this.
     /// `depth` isn't greater than that.
-    BasicPlace GetOuter(std::size_t depth) const;
+    ZANTREL_EDITING_EXPORT BasicPlace GetOuter(std::size_t depth) const;
 
     /// The place of that path, in the form that GetPath gives, of a leaf or anything else; nothing when there
     /// is none. Of a name that a profile list has twice the first. Takes time in the number of the children
     /// that stand on the way.
-    static std::optional<BasicPlace> Find(Database& database, std::wstring_view path);
+    ZANTREL_EDITING_EXPORT static std::optional<BasicPlace> Find(Database& database, std::wstring_view path);
 
 private:
     template <class> friend class BasicPlace;
@@ -116,9 +118,6 @@ private:
 
 using Place = BasicPlace<ParameterNode>;
 using PlaceView = BasicPlace<ParameterView>;
-
-extern template class ZANTREL_EDITING_EXPORT BasicPlace<ParameterNode>;
-extern template class ZANTREL_EDITING_EXPORT BasicPlace<ParameterView>;
 
 /// A walk over all places of a database, or over one and all below it, in the order of the layout:
 ///
