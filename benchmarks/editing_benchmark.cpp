@@ -21,7 +21,8 @@ namespace {
 using namespace Zantrel;
 using namespace Zantrel::Editing;
 
-/// Ten parameters of which each has something to be held against, and some of which have to be unique.
+/// Ten parameters of which each has something to be held against, some of which have to be unique, and two of
+/// which depend on another one.
 void AddParameters(LayoutNode& group) {
     group.AddNode(L"Name", String, L"")->SetIsValueUnique(true)->SetAllowEmpty(true)->m_maxLength = 40;
     group.AddNode(L"Code", String, L"AB-12")->m_regex = L"[A-Z]{2}-[0-9]+";
@@ -29,7 +30,9 @@ void AddParameters(LayoutNode& group) {
     for (wchar_t const* name : {L"Power", L"Speed", L"Focus", L"Hatch", L"Begin", L"End"}) {
         group.AddNode(name, Double, 2.5)->SetRange(0.0, 1e6)->SetDisplayName(name);
     }
-    group.AddNode(L"Active", Bool, true);
+    LayoutNode* const active = group.AddNode(L"Active", Bool, true);
+    group.At(5).AddVisibilitySource(active, true);
+    group.At(6).AddEditabilitySource(active, true);
 }
 
 /// 100,000 leaves in the items of lists, in profiles, or each on a node of its own.
@@ -82,6 +85,24 @@ std::size_t WalkAll(ParameterDatabase& database) {
     return places;
 }
 std::size_t ValidateAll(ParameterDatabase& database) { return Validate(database).size(); }
+std::size_t LookAtAll(ParameterDatabase& database) {
+    std::size_t visible = 0;
+    for (LookWalk walk(database); walk.Next();) {
+        visible += walk.GetLook().isVisible;
+    }
+    return visible;
+}
+std::size_t LookOfEach(ParameterDatabase& database) {
+    std::size_t visible = 0;
+    for (PlaceWalk walk(std::as_const(database)); walk.Next();) {
+        visible += LookOf(walk.GetPlace()).isVisible;
+    }
+    return visible;
+}
+std::size_t CompareAll(ParameterDatabase& database) { return Differences(database, database).size(); }
+std::size_t MigrateAll(ParameterDatabase& database) {
+    return Migrate(database, *database.GetLayout()).steps.size();
+}
 
 void BesideIndex(benchmark::State& state, std::size_t (*run)(ParameterDatabase&)) {
     Job job(static_cast<Job::Shape>(state.range(0)));
@@ -98,7 +119,13 @@ void BesideIndex(benchmark::State& state, std::size_t (*run)(ParameterDatabase&)
     state.counters["ratio"] = ratios[ratios.size() / 2];
 }
 
-BENCHMARK_CAPTURE(BesideIndex, Walk, WalkAll)->DenseRange(Job::Items, Job::Nodes)->Iterations(15);
-BENCHMARK_CAPTURE(BesideIndex, Validate, ValidateAll)->DenseRange(Job::Items, Job::Nodes)->Iterations(15);
+void Shapes(benchmark::internal::Benchmark* row) { row->DenseRange(Job::Items, Job::Nodes)->Iterations(15); }
+
+BENCHMARK_CAPTURE(BesideIndex, Walk, WalkAll)->Apply(Shapes);
+BENCHMARK_CAPTURE(BesideIndex, Validate, ValidateAll)->Apply(Shapes);
+BENCHMARK_CAPTURE(BesideIndex, LookWalk, LookAtAll)->Apply(Shapes);
+BENCHMARK_CAPTURE(BesideIndex, LookOf, LookOfEach)->Apply(Shapes);
+BENCHMARK_CAPTURE(BesideIndex, Differences, CompareAll)->Apply(Shapes);
+BENCHMARK_CAPTURE(BesideIndex, Migrate, MigrateAll)->Apply(Shapes);
 
 } // namespace

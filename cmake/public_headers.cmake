@@ -11,5 +11,5 @@ foreach(header IN LISTS public_headers)
 endforeach()
 
 add_library(zantrel_public_headers OBJECT ${header_checks})
-target_link_libraries(zantrel_public_headers PRIVATE Zantrel::Zantrel zantrel_warnings)
+target_link_libraries(zantrel_public_headers PRIVATE Zantrel::Editing zantrel_warnings)
 set_target_properties(zantrel_public_headers PROPERTIES CXX_STANDARD 17 CXX_STANDARD_REQUIRED ON)
