@@ -357,7 +357,7 @@ void ReadAttributes(LayoutNode& node, bool isContainer, MetaFileReferences& refe
 
 void CountPassedOver(KelSAX::ISAXReader& reader, std::initializer_list<std::string_view> read,
                      PassedOver& passedOver) {
-    if (!passedOver.IsCounting() || !reader.HasAttributes()) {
+    if (!reader.HasReport() || !reader.HasAttributes()) {
         return;
     }
     for (std::size_t i = 0; i < std::size(Attributes); ++i) {

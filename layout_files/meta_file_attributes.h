@@ -33,7 +33,8 @@ void WriteAttributes(MetaFileElement const& element, KelSAX::ISAXWriter& writer)
 void ReadAttributes(LayoutNode& node, bool isContainer, MetaFileReferences& references,
                     KelSAX::ISAXReader& reader);
 
-/// Counts what the element being handled has of these attributes beside those that its reader has `read`.
+/// Counts what the element being handled has of these attributes beside those that its reader has `read`. The
+/// report of the read, if one is attached, calls none of them unknown.
 void CountPassedOver(KelSAX::ISAXReader& reader, std::initializer_list<std::string_view> read,
                      PassedOver& passedOver);
 

@@ -156,11 +156,13 @@ void ParameterLayoutIOMetaFileRead::ReadParameter(std::string const& tag, KelSAX
     }
     reader.ReadAttribute(node->m_propName, Word::PropertyName);
     reader.ReadAttribute(node->m_displayName, Word::DisplayName);
-    reader.KnowAttributes({Word::Options});
     CountPassedOver(reader, {Word::Type, Word::ProfileName, Word::PropertyName, Word::DisplayName},
                     m_passedOver);
-    if (tag == Word::Option && m_passedOver.IsCounting() && reader.GetAncestorTag(1) == Word::Options) {
-        m_passedOver.Count(L"choices");
+    if (reader.HasReport()) {
+        bool const isChoice = tag == Word::Option && reader.GetAncestorTag(1) == Word::Options;
+        if (isChoice || (type != Options && reader.HasAttribute(Word::Options))) {
+            m_passedOver.Count(L"choices");
+        }
     }
     if (m_pending.IsPending()) {
         std::exchange(m_pending, Container()).Complete(*node, tag);

@@ -14,7 +14,8 @@ void PassedOver::Report(std::wstring_view taker) const {
     }
     std::wstring list;
     for (auto const& [what, count] : m_counts) {
-        list += (list.empty() ? L"" : L", ") + std::to_wstring(count) + L" of " + std::wstring(what);
+        list += list.empty() ? L"" : L", ";
+        list += Text::Fill(L"{0} ({1})", {what, std::to_wstring(count)});
     }
     ReadReport::Entry entry;
     entry.kind = ReadReport::Kind::PassedOver;

@@ -16,10 +16,9 @@ public:
     /// Counts for that report, which may be null.
     explicit PassedOver(ReadReport* report) : m_report(report) {}
 
-    bool IsCounting() const noexcept { return m_report != nullptr; }
-    /// One more of `what`, a text that stays.
+    /// One more of `what`, a text that stays. Nothing without a report.
     void Count(std::wstring_view what) {
-        if (IsCounting()) {
+        if (m_report != nullptr) {
             ++m_counts[what];
         }
     }

@@ -113,10 +113,10 @@ void ParameterLayoutIOPropertyTemplateRead::ReadWhole(LayoutNode& node, KelSAX::
 }
 
 void ParameterLayoutIOPropertyTemplateRead::CountPassedOver(KelSAX::ISAXReader& reader) {
-    if (m_passedOver.IsCounting() && reader.HasAttribute(Word::Precision)) {
+    if (reader.HasReport() && reader.HasAttribute(Word::Precision)) {
         m_passedOver.Count(L"precisions");
     }
-    if (m_passedOver.IsCounting() && reader.HasAttribute(Word::Options)) {
+    if (reader.HasReport() && reader.HasAttribute(Word::Options)) {
         m_passedOver.Count(L"choices");
     }
 }

@@ -30,7 +30,7 @@ TEST(MetaFileReader, MakesANodeOfEachParameterElement) {
         {"<A Type='StandardOptions'>x</A>", "A:StandardOptions'x'"},
         {"<A Type=''>x</A><B Type='int'>x</B><C Type='Group'>x</C><D Type='TransformListContainer'><I/></D>",
          "A:String'x' B:String'x' C:String'x' D:String{I:String}", "dropped A dropped B dropped C dropped D"},
-        {"<A Options=''>x</A><B Type='Int' Options='x'/>", "A:Options'x' B:Int"},
+        {"<A Options=''>x</A><B Type='Int' Options='x'/>", "A:Options'x' B:Int", "passed "},
         {"<A Options=''><Options><Option>x</Option></Options></A>", "A:Options{Options{Option:Double'x'}}",
          "passed "},
         // Names
@@ -122,7 +122,7 @@ TEST(MetaFileReader, FillsTheDictionaryOfTheLayout) {
 
 TEST(MetaFileReader, CallsAFileValidThatFillsTheProfileEditor) {
     std::pair<char const*, bool> const rows[] = {
-        {"<A/>", true},
+        {"<A Min='1'/>", true},
         {"<AdditionalConfiguration><A/></AdditionalConfiguration>", true},
         {"<ParameterStructure/>", false},
         {"<L Type='ListContainer'/>", false},
@@ -139,7 +139,9 @@ TEST(MetaFileReader, CallsAFileValidThatFillsTheProfileEditor) {
     EXPECT_FALSE(ReadFile(layout, path));
     for (auto const& [document, isValid] : rows) {
         Fill(path, std::string("<R><ProfileEditor>") + document + "</ProfileEditor></R>");
-        EXPECT_EQ(IsValidFile(path.wstring()), isValid) << document;
+        ReadReport check;
+        EXPECT_EQ(IsValidFile(path.wstring(), &check), isValid) << document;
+        EXPECT_TRUE(document != rows[0].first || check.m_entries.empty()) << "nothing is lost of it";
     }
 }
 
