@@ -13,7 +13,7 @@ namespace {
 
 using namespace Zantrel;
 using namespace Zantrel::Editing;
-using EditingTests::Generated;
+using EditingTests::Make;
 
 using Kind = Difference::Kind;
 using Lines = std::vector<std::wstring>;
@@ -111,10 +111,7 @@ Lines NaiveLines(ParameterDatabase const& first, ParameterDatabase const& second
 TEST(DifferencesTest, AreThoseOfANaiveComparison) {
     std::size_t found = 0;
     for (unsigned seed = 1; seed <= 40; ++seed) {
-        Generated generated(seed, false);
-        auto const layout = generated.MakeLayout();
-        ParameterDatabase first(layout.get());
-        generated.Fill(first);
+        auto [generated, layout, first] = Make(seed, false);
         ParameterDatabase second = first;
         generated.Fill(second, 5);
         std::vector<Difference> const differences = Differences(first, second);

@@ -13,6 +13,7 @@
 #include <memory>
 #include <random>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace EditingTests {
@@ -201,5 +202,20 @@ private:
     bool m_hasTwins;
     std::vector<LayoutNode*> m_groups, m_nodes, m_lists;
 };
+
+/// A layout with a database on it, and what goes on from there.
+struct Made {
+    Generated generated;
+    std::unique_ptr<ParameterLayout> layout;
+    ParameterDatabase database;
+};
+
+inline Made Make(unsigned seed, bool hasTwins = true) {
+    Generated generated(seed, hasTwins);
+    auto layout = generated.MakeLayout();
+    ParameterDatabase database(layout.get());
+    generated.Fill(database);
+    return {std::move(generated), std::move(layout), std::move(database)};
+}
 
 } // namespace EditingTests

@@ -21,7 +21,7 @@ namespace {
 
 using namespace Zantrel;
 using namespace Zantrel::Editing;
-using EditingTests::Generated;
+using EditingTests::Make;
 
 /// What LookOf says, found by trying all places of the database for each condition.
 class NaiveLook {
@@ -104,10 +104,7 @@ private:
 TEST(LookTest, IsThatOfASearchThroughAllPlaces) {
     std::size_t conditions = 0;
     for (unsigned seed = 0; seed < 15; ++seed) {
-        Generated generated(seed);
-        auto const layout = generated.MakeLayout();
-        ParameterDatabase database(layout.get());
-        generated.Fill(database);
+        auto [generated, layout, database] = Make(seed);
         NaiveLook const naive(database);
         LookWalk walk(database);
         for (Place const& place : naive.Places()) {

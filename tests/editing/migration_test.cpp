@@ -15,7 +15,7 @@ namespace {
 
 using namespace Zantrel;
 using namespace Zantrel::Editing;
-using EditingTests::Generated;
+using EditingTests::Generated, EditingTests::Make;
 
 using Kind = MigrationStep::Kind;
 using Lines = std::vector<std::wstring>;
@@ -35,10 +35,7 @@ Lines LinesOf(Migration const& migration) {
 
 TEST(MigrationTest, ToTheSameLayoutTakesAllAndTellsOfAll) {
     for (unsigned seed = 1; seed <= 30; ++seed) {
-        Generated generated(seed, false);
-        auto const layout = generated.MakeLayout();
-        ParameterDatabase database(layout.get());
-        generated.Fill(database);
+        auto [generated, layout, database] = Make(seed, false);
         Migration const migration = Migrate(database, *layout);
         ASSERT_TRUE(Differences(database, migration.database).empty()) << seed;
         std::set<std::wstring> told;
@@ -96,10 +93,7 @@ struct Change {
 TEST(MigrationTest, ThereAndBackLosesNothingThatBothLayoutsHave) {
     std::size_t kept = 0;
     for (unsigned seed = 1; seed <= 60; ++seed) {
-        Generated generated(seed, false);
-        auto const layout = generated.MakeLayout();
-        ParameterDatabase database(layout.get());
-        generated.Fill(database);
+        auto [generated, layout, database] = Make(seed, false);
         Change change{generated};
         ParameterLayout changed;
         change.Copy(*layout->m_profileEditor.GetNode(), *changed.m_profileEditor.GetNode(), L"", L"");

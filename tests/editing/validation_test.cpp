@@ -15,7 +15,7 @@ namespace {
 
 using namespace Zantrel;
 using namespace Zantrel::Editing;
-using EditingTests::Generated, EditingTests::TextsIn;
+using EditingTests::Generated, EditingTests::Make, EditingTests::TextsIn;
 using testing::ElementsAre;
 
 /// A finding in short, as tests compare it.
@@ -219,10 +219,7 @@ private:
 TEST(Validation, FindsWhatAModelFindsThatLooksAtEverything) {
     std::size_t findings = 0;
     for (unsigned seed = 0; seed != 50; ++seed) {
-        Generated generated(seed);
-        auto const layout = generated.MakeLayout();
-        ParameterDatabase database(layout.get());
-        generated.Fill(database);
+        auto [generated, layout, database] = Make(seed);
         Model const model(database);
         ASSERT_EQ(FirstApart(Short(Validate(database)), model.FindingsBelow(0)), L"") << seed;
         findings += Validate(database).size();
@@ -238,10 +235,7 @@ TEST(Validation, FindsWhatAModelFindsThatLooksAtEverything) {
 
 TEST(Validation, ObjectsBeforeAChangeToWhatItFindsAfterwards) {
     for (unsigned seed = 0; seed != 100; ++seed) {
-        Generated generated(seed);
-        auto const layout = generated.MakeLayout();
-        ParameterDatabase database(layout.get());
-        generated.Fill(database);
+        auto [generated, layout, database] = Make(seed);
         std::vector<std::pair<std::size_t, Place>> leaves;
         std::size_t count = 0;
         for (PlaceWalk walk(database); walk.Next(); ++count) {
