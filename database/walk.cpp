@@ -3,6 +3,7 @@
 
 #include "database/find_bag.h"
 #include "database/layout_shapes.h"
+#include "store/read_ahead.h"
 
 #include <zantrel/layout/layout_node.h>
 
@@ -41,6 +42,7 @@ struct Level {
 
     bool hasGivenDefault = false;
     PersistentProperties::Iterator entry{}; ///< the next to look at
+    ReadAhead ahead{};                      ///< of that
     NamedProperty first{{}, nullptr};       ///< the first entry of the name that was looked at last
     std::wstring_view profile;              ///< the name that was given last
 };
@@ -82,13 +84,6 @@ PlaceKind KindOf(ParameterNode const& at, LayoutNode const& layout, TwofoldConta
     return layout.Size() == 0 ? PlaceKind::Leaf : PlaceKind::Group;
 }
 
-/// Profiles stand in the order of names and not in that of memory.
-void Announce(NamedProperty const& next) {
-    if (auto const* const profile = PropertyCast<PersistentProperties>(next.property)) {
-        BagAccess::Announce(profile->m_value);
-    }
-}
-
 bool IsWholeContainer(PlaceKind kind) { return kind == PlaceKind::List || kind == PlaceKind::ProfileList; }
 
 } // namespace
@@ -101,6 +96,7 @@ public:
 
     bool Next();
     AnyWalk::Row PeekRow();
+    PersistentProperties const* BagAfter() const;
     void PassTo(std::size_t position) noexcept;
     std::wstring_view Path();
 
@@ -196,6 +192,7 @@ void WalkState::GoIn() {
         level.content = Level::Content::Profiles;
         level.areLeaves = level.layout->Size() == 0;
         level.entry = level.bag->begin();
+        level.ahead = ReadAhead(*level.bag);
     } else {
         level.child = level.layout->m_children.begin();
         level.behind = level.layout->m_children.end();
@@ -260,7 +257,19 @@ AnyWalk::Row WalkState::PeekRow() {
     Level const* const level = m_levels.empty() ? nullptr : &m_levels.back();
     bool const isRow =
         level != nullptr && level->content == Level::Content::Children && level->bag != nullptr;
-    return isRow ? AnyWalk::Row{level->layout, level->bag, level->given, m_levels.size()} : AnyWalk::Row{};
+    return isRow ? AnyWalk::Row{level->layout, level->bag, level->given, m_levels.size(), BagAfter()}
+                 : AnyWalk::Row{};
+}
+
+/// What a walk through profiles comes to after the one that it is in; null where that isn't known.
+PersistentProperties const* WalkState::BagAfter() const {
+    Level const* const around = m_levels.size() > 1 ? &m_levels[m_levels.size() - 2] : nullptr;
+    if (around == nullptr || around->content != Level::Content::Profiles ||
+        around->entry == around->bag->end()) {
+        return nullptr;
+    }
+    auto const* const next = PropertyCast<PersistentProperties>((*around->entry).property);
+    return next != nullptr ? &next->m_value : nullptr;
 }
 
 void WalkState::PassTo(std::size_t position) noexcept {
@@ -290,6 +299,7 @@ bool WalkState::DefaultProfile(Level& level) {
 bool WalkState::NextProfile(Level& level) {
     for (; level.entry != level.bag->end(); ++level.entry) {
         NamedProperty const entry = *level.entry;
+        level.ahead.Step();
         if (level.first.property == nullptr || level.first.name != entry.name) {
             level.first = entry;
         }
@@ -298,9 +308,7 @@ bool WalkState::NextProfile(Level& level) {
             continue;
         }
         level.profile = entry.name;
-        if (++level.entry != level.bag->end()) {
-            Announce(*level.entry);
-        }
+        ++level.entry;
         PersistentProperties* const bag = m_sameNames == SameNames::Each
                                               ? &PropertyCast<PersistentProperties>(entry.property)->m_value
                                               : LiveBag(level.first.property);

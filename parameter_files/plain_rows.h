@@ -9,7 +9,9 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <string>
 #include <unordered_map>
+#include <variant>
 #include <vector>
 
 namespace Zantrel {
@@ -24,8 +26,21 @@ struct PlainRow {
         eTypeLayoutNode type = eTypeLayoutNode::Group;
     };
 
+    struct Body {
+        std::uint32_t place;
+        std::size_t bytes; ///< of its block, at least
+    };
+    /// A group that has groups or containers in it.
+    struct Outer {
+        std::uint32_t place; ///< of its bag
+        PlainRow const* row;
+    };
+
+    NodeShape const* shape = nullptr;
     std::vector<Child> children;
-    std::vector<std::uint32_t> bodies; ///< the places of the bags that hold more than a value
+    std::vector<Body> bodies;         ///< of the bags that hold more than a value
+    std::vector<std::uint32_t> texts; ///< the places of the bags that hold one
+    std::vector<Outer> outers;        ///< those whose row was asked for
 };
 
 /// The rows of all shapes that one write meets, each made when it is first asked for: so what a shape says is
@@ -51,10 +66,14 @@ private:
     }
 
     template <class Format> static void Fill(PlainRow& row, NodeShape const& shape, Format& format) {
+        row.shape = &shape;
         std::size_t const known = shape.Children().size();
         for (NodeShape::Child const& own : shape.Children()) {
+            std::uint32_t const place = shape.At(own.slot).place;
             if (own.body != nullptr || own.isList || own.isProfileList) {
-                row.bodies.push_back(shape.At(own.slot).place);
+                row.bodies.push_back({place, own.body != nullptr ? own.body->Bytes() : 1});
+            } else if (std::holds_alternative<std::wstring>(shape.At(own.slot).model)) {
+                row.texts.push_back(place);
             }
         }
         for (LayoutNode const* const node : shape.Node().m_children) {

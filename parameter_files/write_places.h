@@ -85,6 +85,13 @@ public:
             return;
         }
         m_elements.CloseTo(from.depth - 1);
+        if (from.bag != m_announced) {
+            AnnounceBelow(*row, *from.bag);
+        }
+        if (from.after != nullptr) {
+            AnnounceBelow(*row, *from.after);
+            m_announced = from.after;
+        }
         Enter(*row, *from.bag, from.next);
         bool isGoingOn = true;
         while (isGoingOn) {
@@ -116,11 +123,25 @@ private:
         return shape != nullptr && &shape->Node() == from.layout ? &m_rows.Of(*shape, m_format) : nullptr;
     }
 
-    /// What hangs below the block lies elsewhere and is fetched while the values in front of it are written.
+    /// What hangs below a bag lies elsewhere and is fetched while what comes before it is written. The bag
+    /// itself has been announced.
+    static void AnnounceBelow(PlainRow const& row, PersistentProperties const& bag) {
+        ShapedBlock const* const block = BagAccess::BlockOf(bag);
+        if (block != nullptr && block->shape == row.shape) {
+            for (PlainRow::Body const& body : row.bodies) {
+                BagAccess::Announce(BagAccess::BagIn(*block, body.place).m_value, body.bytes);
+            }
+        }
+    }
+
+    /// Whoever came to the bag has announced what is below.
     void Enter(PlainRow& row, PersistentProperties const& bag, std::size_t next) {
         ShapedBlock const* const block = BagAccess::BlockOf(bag);
-        for (std::uint32_t const place : row.bodies) {
-            BagAccess::Announce(BagAccess::BagIn(*block, place).m_value);
+        for (PlainRow::Outer const& outer : row.outers) {
+            AnnounceBelow(*outer.row, BagAccess::BagIn(*block, outer.place).m_value);
+        }
+        for (std::uint32_t const place : row.texts) {
+            BagAccess::AnnounceText(BagAccess::BagIn(*block, place));
         }
         m_groups[m_depth++] = {&row, block, next};
     }
@@ -154,6 +175,9 @@ private:
         }
         if (child.row == nullptr) {
             child.row = &m_rows.Of(*child.body, m_format);
+            if (!child.row->bodies.empty()) {
+                group.row->outers.push_back({child.place, child.row});
+            }
         }
         m_elements.Open(*child.tag);
         ++group.next;
@@ -176,6 +200,7 @@ private:
     OpenElements& m_elements;
     KelSAX::ISAXWriter& m_writer;
     PlainRows m_rows;
+    PersistentProperties const* m_announced = nullptr; ///< whose groups were
     std::array<Group, MostGroups> m_groups;
     std::size_t m_depth = 0;
 };

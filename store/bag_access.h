@@ -3,6 +3,7 @@
 
 #include "store/bag_inside.h"
 #include "store/name_copier.h"
+#include "store/prefetch.h"
 #include "store/shared_names.h"
 
 #include <zantrel/store/external_properties.h>
@@ -84,14 +85,20 @@ inline IPersistentProperty const* PlainValueOf(PersistentProperty<PersistentProp
 }
 
 /// Says that the entries of a bag are soon read, which then wait less for memory. Nothing is looked at now.
-inline void Announce([[maybe_unused]] PersistentProperties const& bag) noexcept {
-#if defined(__GNUC__)
-    constexpr std::uintptr_t FormBits = 7, LineSize = 64, Lines = 4;
+/// `bytes` are those of its block, of which the first ones do; the rest comes in order.
+inline void Announce(PersistentProperties const& bag, std::size_t bytes) noexcept {
+    constexpr std::uintptr_t FormBits = 7;
+    constexpr std::size_t LineSize = 64, MostBytes = 8 * LineSize;
     std::uintptr_t const entries = BagInside::Word(bag) & ~FormBits;
-    for (std::uintptr_t line = 0; line < Lines; ++line) {
-        __builtin_prefetch(reinterpret_cast<void const*>(entries + LineSize * line));
+    for (std::size_t at = 0; at < bytes && at < MostBytes; at += LineSize) {
+        Prefetch(reinterpret_cast<void const*>(entries + at));
     }
-#endif
+}
+/// The same for the text in a bag that PlainValueOf finds one in, and whose block is there.
+inline void AnnounceText(PersistentProperty<PersistentProperties> const& bag) noexcept {
+    if (IPersistentProperty const* const value = BagInside::PlainValueOf(bag)) {
+        Prefetch(static_cast<PersistentProperty<std::wstring> const*>(value)->m_value.data());
+    }
 }
 
 // Formatting without a shape. A bag is built in one allocation: Reserve its room, then add properties by

@@ -74,6 +74,7 @@ protected:
         PersistentProperties* bag = nullptr; ///< the group's
         std::size_t next = 0;  ///< the position in the layout of the child that Next would come to
         std::size_t depth = 0; ///< of the children
+        PersistentProperties const* after = nullptr; ///< of the profile that the walk comes to next, if known
     };
     /// The row that Next would go on in; for who goes through many bags that are known by their shape, and
     /// needs no place for each of the children.
