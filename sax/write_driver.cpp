@@ -53,8 +53,10 @@ constexpr std::size_t KeptOfName = LongestName + 1;
 /// Of a text in content, by escaping.
 constexpr std::size_t MostGrowth = 5;
 
-/// A line that is broken and indented for a tag at the depth that most keep within: two blanks a level.
-constexpr std::string_view Line = "\n                                                                ";
+/// A line that is broken and indented for a tag at the depth that most keep within.
+constexpr std::string_view Line = "\n                               ";
+/// How long that is at any depth: two blanks a level.
+constexpr std::size_t LineSize(std::size_t depth) { return 1 + 2 * depth; }
 
 /// One of a prepared tag's two, of which most are as short as is Readable.
 inline char* CopyTag(std::string_view bytes, char* into) noexcept {
@@ -72,8 +74,7 @@ char* Copy(std::string_view bytes, char* into) noexcept {
 }
 
 /// Copies all of Line in any case, since a known size is copied fastest.
-char* BreakLine(char* into, std::size_t depth) noexcept {
-    std::size_t const size = 1 + 2 * depth;
+char* BreakLine(char* into, std::size_t size) noexcept {
     std::memcpy(into, Line.data(), Line.size());
     if (size > Line.size()) {
         std::memset(into + Line.size(), ' ', size - Line.size());
@@ -303,25 +304,32 @@ char* WriteDriver::BeginElement(std::size_t endSize,
     if (m_ends.size() < m_endsUsed + endSize + KelSAX::PreparedTag::Readable) {
         m_ends.resize(2 * m_ends.size() + endSize + KelSAX::PreparedTag::Readable);
     }
-    WrittenTo(BeginTag(0));
+    WrittenTo(BeginTag());
     if (!m_levels.empty()) {
         m_levels.back().hasChildren = true;
     }
     m_names.reserve(m_names.size() + KeptOfName);
     m_levels.push_back({m_endsUsed, m_names.size()}); // there is room for all that may be open
+    SetLeafLine();
     m_startTag = StartTag::TakesAttributes;
     char* const end = m_ends.data() + m_endsUsed;
     m_endsUsed += endSize;
     return end;
 }
 
-inline char* WriteDriver::BeginTag(std::size_t size) noexcept {
-    char* at = MakeRoom(TagRoom + size);
+inline char* WriteDriver::BeginTag() noexcept {
+    char* at = MakeRoom(TagRoom);
     if (m_startTag != StartTag::Complete) {
         *at++ = '>';
     }
     bool const isInText = !m_levels.empty() && m_levels.back().hasText;
-    return isInText ? at : BreakLine(at, m_levels.size());
+    return isInText ? at : BreakLine(at, LineSize(m_levels.size()));
+}
+
+void WriteDriver::SetLeafLine() noexcept {
+    bool const takesLeaves =
+        !m_levels.empty() && !m_levels.back().hasText && m_levels.size() < Xml::MaxDepth && !HasFailed();
+    m_leafLine = takesLeaves ? LineSize(m_levels.size()) : 0;
 }
 
 // Whatever is out of the ordinary goes the long way, which also says what is wrong with it.
@@ -368,11 +376,14 @@ void WriteDriver::WriteDoubleLeaf(KelSAX::PreparedTag const& tag, double value, 
 
 char* WriteDriver::BeginLeaf(KelSAX::PreparedTag const& tag, std::size_t textSize) noexcept {
     std::size_t const size = tag.Start().size() + 1 + textSize + tag.End().size();
-    bool const fits = size < BufferSize - TagRoom && m_levels.size() < Xml::MaxDepth;
-    if (!fits || m_levels.empty() || !tag.IsReady() || HasFailed()) {
+    if (m_leafLine == 0 || size >= BufferSize - TagRoom || !tag.IsReady()) {
         return nullptr;
     }
-    char* const at = CopyTag(tag.Start(), BeginTag(size));
+    char* at = MakeRoom(TagRoom + size);
+    if (m_startTag != StartTag::Complete) {
+        *at++ = '>';
+    }
+    at = CopyTag(tag.Start(), BreakLine(at, m_leafLine));
     *at = '>';
     return at + 1;
 }
@@ -405,13 +416,14 @@ void WriteDriver::EndElement() noexcept {
         Put("/>");
     } else {
         if (level.hasChildren && !level.hasText) {
-            WrittenTo(BreakLine(MakeRoom(TagRoom), m_levels.size()));
+            WrittenTo(BreakLine(MakeRoom(TagRoom), LineSize(m_levels.size())));
         }
         PutTag(end);
     }
     m_startTag = StartTag::Complete;
     m_endsUsed = level.endBegin;
     m_names.resize(level.nameBegin);
+    SetLeafLine();
 }
 
 /// Whether text can follow.
@@ -424,6 +436,7 @@ bool WriteDriver::BeginText() noexcept {
     }
     CompleteStartTag();
     m_levels.back().hasText = true;
+    m_leafLine = 0;
     return true;
 }
 
@@ -503,12 +516,13 @@ void WriteDriver::Flush() noexcept {
 void WriteDriver::Fail(WriteFault fault) noexcept {
     if (!HasFailed()) {
         m_fault = fault;
+        m_leafLine = 0;
     }
 }
 
 void WriteDriver::Fail(WriteFault fault, std::string_view subject) {
     if (!HasFailed()) {
-        m_fault = fault;
+        Fail(fault);
         m_subject = subject;
     }
 }

@@ -127,13 +127,15 @@ private:
     /// Opens an element up to the bytes of its tag. Gives the place of its end tag of `endSize` bytes, where
     /// PreparedTag::Readable bytes may be written in any case; null when the element is too deep.
     char* BeginElement(std::size_t endSize, std::vector<KelSAX::PreparedTag::Attribute> const& attributes);
-    /// The place of a tag and of what follows it, `size` bytes in all, behind what comes before any tag. That
-    /// stands in the buffer from then on, but nothing counts as written before m_used says so.
-    char* BeginTag(std::size_t size) noexcept;
+    /// The place of a tag behind what comes before any. That stands in the buffer from then on, but nothing
+    /// counts as written before m_used says so.
+    char* BeginTag() noexcept;
     /// The place for the text of a leaf, of at most `textSize` bytes, with its start tag before it; null when
     /// it can't go out in one go. Nothing has happened before EndLeaf, which takes the end of the text.
     char* BeginLeaf(KelSAX::PreparedTag const& tag, std::size_t textSize) noexcept;
     void EndLeaf(KelSAX::PreparedTag const& tag, char* at) noexcept;
+    /// After a change of what is open.
+    void SetLeafLine() noexcept;
     /// Keeps the name; false when the start tag has it.
     bool IsNewAttribute(std::string_view name);
     /// Whether text may follow; from then on the element has no line for each child.
@@ -174,6 +176,9 @@ private:
     std::size_t m_endsUsed = 0;
     std::string m_names; ///< what an attribute calls the elements that are open
     std::vector<Level> m_levels;
+    /// Of the line before a leaf's tag; 0 where none is written in one go: there is text, or a fault, or no
+    /// element is open, or as many as may be.
+    std::size_t m_leafLine = 0;
     StartTag m_startTag = StartTag::Complete;
     std::array<std::string, FewAttributes> m_attributes; ///< names in the start tag
     std::size_t m_attributeCount = 0;
