@@ -8,6 +8,8 @@
 
 #include "common/cursors.h"
 
+#include <zantrel/editing/value_text.h>
+
 #include <charconv>
 #include <cstdint>
 #include <type_traits>
@@ -19,16 +21,8 @@ namespace {
 using Zantrel::LayoutNode;
 using Zantrel::ParameterView;
 
-std::wstring TextOf(double value) {
-    char digits[32];
-    return std::wstring(digits, std::to_chars(digits, digits + sizeof digits, value).ptr);
-}
-std::wstring TextOf(std::int32_t value) { return std::to_wstring(value); }
-std::wstring TextOf(bool value) { return value ? L"true" : L"false"; }
-std::wstring TextOf(std::wstring const& value) { return value; }
-
 /// With a checksum, so that two files of one size can be told apart (FNV-1a, 64 bits).
-std::wstring TextOf(KelAM::FileContent const& value) {
+std::wstring AttachmentText(KelAM::FileContent const& value) {
     std::uint64_t sum = 14695981039346656037u;
     for (std::byte const byte : value.m_data) {
         sum = (sum ^ std::to_integer<std::uint64_t>(byte)) * 1099511628211u;
@@ -38,6 +32,15 @@ std::wstring TextOf(KelAM::FileContent const& value) {
     return L'"' + value.m_name + L"\", " + std::to_wstring(value.m_data.size()) + L" bytes #" + hex;
 }
 
+constexpr Flag AllFlags[] = {
+    {L"ReadOnly", L"read-only", Flag::Of::Any, &ParameterView::GetReadOnly},
+    {L"Hidden", L"hidden", Flag::Of::Any, &ParameterView::GetHidden},
+    {L"DisableAddRemove", L"fixed entries", Flag::Of::Container, &ParameterView::GetDisableAddRemove},
+    {L"NameReadOnly", L"fixed name", Flag::Of::Profile, &ParameterView::GetNameReadOnly},
+    {L"CanBeDeleted", L"can be deleted", Flag::Of::Profile, &ParameterView::GetCanBeDeleted},
+    {L"UserDefaultProfile", L"the user's default", Flag::Of::Profile, &ParameterView::GetUserDefaultProfile},
+};
+
 } // namespace
 
 std::vector<Flag> FlagsOf(ParameterView const& node) {
@@ -45,30 +48,36 @@ std::vector<Flag> FlagsOf(ParameterView const& node) {
         return {};
     }
     LayoutNode const& layout = *node.GetLayoutNode();
-    std::vector<Flag> flags{{L"read-only", &ParameterView::GetReadOnly},
-                            {L"hidden", &ParameterView::GetHidden}};
-    if (layout.m_isProfileList || layout.m_isList) {
-        flags.push_back({L"fixed entries", &ParameterView::GetDisableAddRemove});
-    }
-    if (layout.m_isProfileList && !node.IsContainer()) {
-        flags.push_back({L"fixed name", &ParameterView::GetNameReadOnly});
-        flags.push_back({L"can be deleted", &ParameterView::GetCanBeDeleted});
-        flags.push_back({L"the user's default", &ParameterView::GetUserDefaultProfile});
+    bool const isProfile = layout.m_isProfileList && !node.IsContainer();
+    std::vector<Flag> flags;
+    for (Flag const& flag : AllFlags) {
+        if (flag.isOf == Flag::Of::Any || (flag.isOf == Flag::Of::Profile && isProfile) ||
+            (flag.isOf == Flag::Of::Container && (layout.m_isProfileList || layout.m_isList))) {
+            flags.push_back(flag);
+        }
     }
     return flags;
 }
 
+std::wstring FlagWords(std::wstring const& word) {
+    for (Flag const& flag : AllFlags) {
+        if (word == flag.word) {
+            return flag.words;
+        }
+    }
+    return word;
+}
+
 std::wstring PlainText(ParameterView const& leaf) {
-    std::wstring text;
-    VisitValue(leaf, [&](auto const& value) { text = TextOf(value); });
-    return text;
+    auto const* const attachment = leaf.FindValue<KelAM::FileContent>();
+    return attachment != nullptr ? AttachmentText(*attachment) : Zantrel::Editing::TextOf(leaf);
 }
 
 std::wstring ValueText(ParameterView const& leaf) {
     std::wstring text;
     VisitValue(leaf, [&](auto const& value) {
         LayoutNode const& layout = *leaf.GetLayoutNode();
-        text = TextOf(value);
+        text = PlainText(leaf);
         if constexpr (std::is_same_v<decltype(value), std::wstring const&>) {
             if (text.empty() && layout.m_type == Zantrel::StandardOptions) {
                 return;

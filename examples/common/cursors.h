@@ -11,12 +11,18 @@
 namespace Host {
 
 struct Flag {
+    enum class Of { Any, Container, Profile };
+    wchar_t const* word;  ///< that files have for it
     wchar_t const* words; ///< what it means to the user when it is set
+    Of isOf;
     bool (Zantrel::ParameterView::*get)() const;
 };
 
 /// The flags that the node under the cursor can have; asking for any other would throw.
 std::vector<Flag> FlagsOf(Zantrel::ParameterView const& node);
+
+/// What a flag means to the user, by its word in files.
+std::wstring FlagWords(std::wstring const& word);
 
 /// The value alone: a text as it stands, a number exact in few digits. LayoutNode::FormatValue would round to
 /// the node's precision, as an editor does.

@@ -19,6 +19,15 @@ namespace Paramtool {
 
 namespace {
 
+bool IsErrorTerminal() {
+#ifdef _WIN32
+    DWORD mode = 0; // which consoles alone have
+    return GetConsoleMode(GetStdHandle(STD_ERROR_HANDLE), &mode) != 0;
+#else
+    return isatty(STDERR_FILENO) != 0;
+#endif
+}
+
 bool IsColoured() {
 #ifdef _WIN32
     HANDLE const out = GetStdHandle(STD_OUTPUT_HANDLE);
@@ -45,20 +54,36 @@ std::string Printable(std::wstring text) {
 
 } // namespace
 
-void Print(std::wstring const& line, Look look) {
+void Print(std::wstring const& line, Style style) {
     static bool const isColoured = IsColoured();
-    if (isColoured && look != Look::Plain) {
-        std::cout << "\x1b[" << static_cast<int>(look) << 'm' << Printable(line) << "\x1b[0m\n";
+    if (isColoured && style != Style::Plain) {
+        std::cout << "\x1b[" << static_cast<int>(style) << 'm' << Printable(line) << "\x1b[0m\n";
     } else {
         std::cout << Printable(line) << '\n';
     }
 }
 
-void Note(std::wstring const& heading, std::vector<std::wstring> const& lines) {
+void PrintError(std::wstring const& line) {
     std::cout.flush();
-    std::cerr << "paramtool: " << Printable(heading) << '\n';
-    for (std::wstring const& line : lines) {
-        std::cerr << "  " << Printable(line) << '\n';
+    std::cerr << Printable(line) << '\n';
+}
+
+Progress::Progress(std::size_t all) : m_all(all), m_isShown(all > 1 && IsErrorTerminal()) {}
+
+Progress::~Progress() { Clear(); }
+
+void Progress::Clear() const {
+    if (m_isShown && m_done != 0) {
+        std::cerr << "\r\x1b[K" << std::flush;
+    }
+}
+
+void Progress::Step(std::wstring const& what) {
+    Clear();
+    ++m_done;
+    if (m_isShown) {
+        std::cout.flush();
+        std::cerr << m_done << " of " << m_all << ": " << Printable(what).substr(0, 60) << std::flush;
     }
 }
 

@@ -1,0 +1,43 @@
+# SPDX-License-Identifier: Apache-2.0
+# paramtool: what a person does with parameter files, on the public headers of both libraries. Unlike them it may have
+# dependencies, which are headers alone and so serve any system.
+
+# find_headers(<package> <target> <folder>): finds a package of headers of the system that builds.
+function(find_headers package target folder)
+  find_package(${package} QUIET NO_CMAKE_FIND_ROOT_PATH GLOBAL)
+  if(${package}_FOUND AND CMAKE_CROSSCOMPILING)
+    # Beside them stand the headers of the system that builds.
+    get_target_property(headers ${target} INTERFACE_INCLUDE_DIRECTORIES)
+    file(MAKE_DIRECTORY ${PROJECT_BINARY_DIR}/headers)
+    file(CREATE_LINK ${headers}/${folder} ${PROJECT_BINARY_DIR}/headers/${folder} SYMBOLIC)
+    set_target_properties(${target} PROPERTIES INTERFACE_INCLUDE_DIRECTORIES ${PROJECT_BINARY_DIR}/headers)
+  endif()
+  set(${package}_FOUND ${${package}_FOUND} PARENT_SCOPE)
+endfunction()
+
+find_headers(CLI11 CLI11::CLI11 CLI)
+find_headers(nlohmann_json nlohmann_json::nlohmann_json nlohmann)
+if(NOT CLI11_FOUND OR NOT nlohmann_json_FOUND)
+  message(STATUS "There is no CLI11, or no nlohmann_json, and so no paramtool")
+  return()
+endif()
+
+file(GLOB tool_sources CONFIGURE_DEPENDS tools/paramtool/*.cpp tools/paramtool/*/*.cpp examples/common/*.cpp)
+add_executable(paramtool ${tool_sources})
+target_include_directories(paramtool PRIVATE ${PROJECT_SOURCE_DIR}/tools/paramtool ${PROJECT_SOURCE_DIR}/examples)
+target_compile_definitions(paramtool PRIVATE "PARAMTOOL_VERSION=\"${PROJECT_VERSION}\"")
+target_link_libraries(paramtool PRIVATE
+  Zantrel::Zantrel Zantrel::Editing CLI11::CLI11 nlohmann_json::nlohmann_json zantrel_warnings)
+set_target_properties(paramtool PROPERTIES
+  CXX_STANDARD 17
+  CXX_STANDARD_REQUIRED ON
+  RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/examples)
+
+if(ZANTREL_INSTALL)
+  install(TARGETS paramtool RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT Tools)
+endif()
+
+if(ZANTREL_BUILD_TESTS)
+  add_test(NAME Tool.Paramtool
+    COMMAND ${PROJECT_SOURCE_DIR}/tests/paramtool/run $<TARGET_FILE:paramtool> ${CMAKE_CROSSCOMPILING_EMULATOR})
+endif()

@@ -1,0 +1,137 @@
+// SPDX-License-Identifier: Apache-2.0
+//
+// Writing a file that was changed. It may be the only copy of what a new one doesn't hold, and so nothing is
+// touched before it is known what would be lost.
+
+#include "common/host.h"
+#include "edits.h"
+
+#include <filesystem>
+#include <system_error>
+
+namespace Paramtool {
+
+namespace {
+
+using namespace Zantrel;
+using namespace Zantrel::Editing;
+
+std::size_t CountOf(std::string const& text, std::string_view word) {
+    std::size_t count = 0;
+    for (std::size_t at = text.find(word); at != std::string::npos; at = text.find(word, at + word.size())) {
+        ++count;
+    }
+    return count;
+}
+
+/// Fails where an edit itself is among what can't be read back: no force keeps it.
+void RequireKept(ParameterFile const& file, std::vector<Edit> const& edits,
+                 std::vector<Difference> const& losses) {
+    for (Difference const& loss : losses) {
+        for (Edit const& edit : edits) {
+            std::wstring const& path = edit.words.front();
+            if (path.compare(0, loss.path.size(), loss.path) == 0) {
+                std::wstring reason;
+                for (std::wstring const& cause : CausesOfLosses(file.m_database, file.m_format)) {
+                    reason += L"; " + cause;
+                }
+                Host::Fail(file.m_input.Name() + L" is not written, since it can't keep " + path + reason);
+            }
+        }
+    }
+}
+
+void Refuse(std::wstring const& target, std::wstring const& why) {
+    Host::Fail(target + L" is not written, because of " + why);
+}
+
+/// Tells what of the values the file said and would no longer say, and fails unless that is agreed to.
+void RequireNoLoss(ParameterFile const& file, std::vector<Edit> const& edits, std::wstring const& target,
+                   bool isForced, Output& output) {
+    std::vector<Difference> const losses = LossesOf(file.m_database, file.m_format);
+    RequireKept(file, edits, losses);
+    if (losses.empty() && file.m_passedOver == 0) {
+        return;
+    }
+    output.Remark(L"Writing what was read of " + file.m_input.Name() + L" loses " +
+                  (file.m_passedOver != 0 ? L"what was passed over" : L"") +
+                  (file.m_passedOver != 0 && !losses.empty() ? L", and " : L"") +
+                  (losses.empty() ? L"" : L"these:"));
+    TellLosses(output, losses);
+    if (!isForced) {
+        Refuse(target, L"these losses; --force accepts them");
+    }
+}
+
+/// The file as the library writes what it holds.
+std::string BytesAsWritten(ParameterFile const& file) {
+    ParameterDatabase copy(file.m_database.GetLayout());
+    Read(copy, file.m_input.Path(), file.m_input.Name(), file.m_format);
+    ScratchFile const scratch;
+    Write(copy, scratch.Path(), file.m_format);
+    return BytesOf(scratch.Path());
+}
+
+/// The same of comments and of how the file is laid out, where it is written over itself.
+void RequireNoCommentLost(ParameterFile const& file, SaveOptions const& options, Output& output) {
+    std::string const bytes = BytesOf(file.m_input.Path());
+    std::wstring const& name = file.m_input.Name();
+    std::size_t const comments = CountOf(bytes, "<!--");
+    if (comments != 0 && !options.isForced && !options.isBackedUp) {
+        Refuse(name, std::to_wstring(comments) + (comments == 1 ? L" comment" : L" comments") +
+                         L" that a file loses when it is written anew; --backup keeps the old one, --force "
+                         L"accepts it");
+    }
+    if (bytes != BytesAsWritten(file)) {
+        output.Remark(name + L" is written anew, which sets its lines and blanks otherwise" +
+                      (comments != 0 ? L" and ends its comments" : L""));
+    }
+}
+
+std::wstring BackUp(std::wstring const& path) {
+    std::wstring const backup = path + L".bak";
+    std::error_code error;
+    std::filesystem::copy_file(Host::PathOf(Utf8(path)), Host::PathOf(Utf8(backup)),
+                               std::filesystem::copy_options::overwrite_existing, error);
+    if (error) {
+        Host::Fail(L"Can't keep " + path + L" as " + backup + L", and so it isn't changed");
+    }
+    return backup;
+}
+
+} // namespace
+
+void SaveOptions::Declare(CommandLine& line) {
+    line.Take("--output", output, "write here instead of to FILE", "OTHER");
+    line.Flag("--backup", isBackedUp, "keep FILE as it was, with .bak behind its name");
+    line.Flag("--force", isForced, "accept losses, and values that the layout objects to");
+}
+
+void Save(ParameterFile& file, std::vector<Edit> const& edits, SaveOptions const& options, Output& output) {
+    std::wstring const name = !options.output.empty()     ? options.output
+                              : file.m_input.IsStandard() ? L"-"
+                                                          : file.m_input.Name();
+    OutputFile const target(name, output);
+    RequireNoLoss(file, edits, name, options.isForced, output);
+    if (options.output.empty() && !file.m_input.IsStandard()) {
+        RequireNoCommentLost(file, options, output);
+        if (options.isBackedUp) {
+            output.m_json["backup"] = Utf8(BackUp(name));
+        }
+    }
+    Write(file.m_database, target.Path(), file.m_format);
+    target.Finish();
+    output.m_json["output"] = Utf8(name);
+}
+
+int Change(Context& context, std::wstring const& name, std::vector<Edit> const& edits,
+           SaveOptions const& options) {
+    LayoutSource const source(context.layout);
+    ParameterFile file(context.output, source, name);
+    Apply(edits, file, options.isForced, context.output);
+    Save(file, edits, options, context.output);
+    context.output.m_json["changes"] = edits.size();
+    return Same;
+}
+
+} // namespace Paramtool
