@@ -14,33 +14,18 @@ Action DeclareProfile(CommandLine& line);
 Action DeclareItem(CommandLine& line);
 Action DeclareDiff(CommandLine& line);
 Action DeclareConvert(CommandLine& line);
-
-/// A command, from which help, manual page and completions are made.
-struct Command {
-    char const* name; ///< one word, or a group and a word: "layout lint"
-    char const* purpose;
-    char const* example; ///< what follows "paramtool"
-    Action (*declare)(CommandLine& line);
-    bool takesLayout = true; ///< --layout, which parameter files are read by
-};
-
-inline constexpr Command Commands[] = {
-    {"show", "Shows the tree of a file with values, units and flags", "show machine.xml --changed",
-     DeclareShow},
-    {"query", "Prints the value at a path, or lists paths",
-     "query machine.xml 'Categories_Category[Titan]_Slicing_Profile::Default::_SliceThickness'",
-     DeclareQuery},
-    {"check", "Says what in files doesn't fit the layout", "check machine.xml --layout layout.xml",
-     DeclareCheck},
-    {"set", "Changes values, all or none, in the format of the file",
-     "set machine.xml GenericParameters_TestGroup_SomeDouble=1.5", DeclareSet},
-    {"profile", "Adds, copies, renames or removes a profile",
-     "profile machine.xml copy Categories Titan 'Titan fine'", DeclareProfile},
-    {"item", "Adds, moves or removes an item of a list",
-     "item machine.xml add GenericParameters_TestGroup_SomeComplexGroup_ListOfDoubles", DeclareItem},
-    {"diff", "Compares two files path by path", "diff old.xml new.xml", DeclareDiff},
-    {"convert", "Writes a file in another format and notes what that can't carry",
-     "convert machine.xml for_driver.xml --to machine", DeclareConvert},
-};
+Action DeclareNew(CommandLine& line);
+Action DeclareExtract(CommandLine& line);
+Action DeclareExport(CommandLine& line);
+Action DeclareImport(CommandLine& line);
+Action DeclareMigrate(CommandLine& line);
+Action DeclareLayoutLint(CommandLine& line);
+Action DeclareLayoutDiff(CommandLine& line);
+Action DeclareLayoutSchema(CommandLine& line);
+Action DeclareTicketShow(CommandLine& line);
+Action DeclareTicketDiff(CommandLine& line);
+Action DeclareTicketEffective(CommandLine& line);
+Action DeclareCompletion(CommandLine& line);
+Action DeclareManual(CommandLine& line);
 
 } // namespace Paramtool

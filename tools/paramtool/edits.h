@@ -44,6 +44,11 @@ struct SaveOptions {
 /// to, or one of the edits itself.
 void Save(ParameterFile& file, std::vector<Edit> const& edits, SaveOptions const& options, Output& output);
 
+/// Writes a database in the place of the file. Fails where values, one of the edits that led to it, or the
+/// file's comments would be lost without leave.
+void SaveAnew(ParameterFile const& file, Zantrel::ParameterDatabase const& database,
+              std::vector<Edit> const& edits, SaveOptions const& options, Output& output);
+
 /// Apply and Save, as a command.
 int Change(Context& context, std::wstring const& file, std::vector<Edit> const& edits,
            SaveOptions const& options);

@@ -1,19 +1,17 @@
 // SPDX-License-Identifier: Apache-2.0
 //
 // A tool for people who look after parameter files, layouts and tickets. Here stands only how the words of a
-// command line find their command; commands.h has the table of these, and commands/ a file for each. They
+// command line find their command; command_table.h has the table of these, commands/ a file for each. They
 // stand on parameter_source.h (a file of either format), layout_source.h (a layout from anywhere), files.h
 // (what a file is) and output.h (lines for people, or one document for programs).
 
-#include "commands.h"
 #include "common/host.h"
+#include "descriptions.h"
 #include "nearest.h"
 
 #include <CLI/CLI.hpp>
 
 #include <iostream>
-#include <map>
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -26,15 +24,6 @@ struct Run {
     std::string command; ///< that was found
     int status = Failed;
 };
-
-void AddCommon(CommandLine& line, bool takesLayout, Run& run) {
-    if (takesLayout) {
-        line.Take("--layout", run.context.layout,
-                  "a layout meta file or property template, or \"sample\" for the sample layout, the default",
-                  "LAYOUT");
-    }
-    line.Flag("--json", run.context.output.m_isJson, "one JSON document instead of lines");
-}
 
 /// The app of the words in front of the last: the program's, or a group's.
 CLI::App& GroupOf(CLI::App& app, std::string& name) {
@@ -59,7 +48,7 @@ void Declare(CLI::App& app, Command const& command, Run& run) {
     sub->footer(std::string("Example: paramtool ") + command.example);
     CommandLine line(*sub);
     Action const action = command.declare(line);
-    AddCommon(line, command.takesLayout, run);
+    DeclareCommon(line, command.takesLayout, run.context);
     sub->callback([&command, &run, action] {
         run.command = command.name;
         run.status = action(run.context);
@@ -102,22 +91,18 @@ int Parse(CLI::App& app, Host::Arguments const& words, Run& run) {
 }
 
 int RunWords(Host::Arguments const& words) {
-    CLI::App app(
-        "Shows, checks, compares, changes and converts the parameter files of build processors, their "
-        "layouts and their build tickets.",
-        "paramtool");
-    app.footer(
-        "Example: paramtool show machine.xml\n"
-        "A file called - is the standard input, or output.\n"
-        "Exit status: 0; 1 when a check found something, a diff or conversion a difference, or a query\n"
-        "by --contains nothing; 2 for wrong arguments and for what can't be done.\n"
-        "Colours only on a terminal, and not when NO_COLOR is set.");
+    CLI::App app(About, "paramtool");
+    std::string footer = "Example: paramtool show machine.xml";
+    for (char const* note : Notes) {
+        footer += std::string("\n") + note;
+    }
+    app.footer(footer);
     app.set_version_flag("--version", "paramtool " PARAMTOOL_VERSION, "print the version and end");
     app.require_subcommand(1);
 
     Run run;
     CommandLine common(app);
-    AddCommon(common, true, run);
+    DeclareCommon(common, true, run.context);
     for (Command const& command : Commands) {
         Declare(app, command, run);
     }

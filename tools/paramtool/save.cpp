@@ -46,10 +46,8 @@ void Refuse(std::wstring const& target, std::wstring const& why) {
 }
 
 /// Tells what of the values the file said and would no longer say, and fails unless that is agreed to.
-void RequireNoLoss(ParameterFile const& file, std::vector<Edit> const& edits, std::wstring const& target,
-                   bool isForced, Output& output) {
-    std::vector<Difference> const losses = LossesOf(file.m_database, file.m_format);
-    RequireKept(file, edits, losses);
+void RequireNoLoss(ParameterFile const& file, std::vector<Difference> const& losses, bool isForced,
+                   Output& output) {
     if (losses.empty() && file.m_passedOver == 0) {
         return;
     }
@@ -59,7 +57,7 @@ void RequireNoLoss(ParameterFile const& file, std::vector<Edit> const& edits, st
                   (losses.empty() ? L"" : L"these:"));
     TellLosses(output, losses);
     if (!isForced) {
-        Refuse(target, L"these losses; --force accepts them");
+        Refuse(file.m_input.Name(), L"these losses; --force accepts them");
     }
 }
 
@@ -107,21 +105,29 @@ void SaveOptions::Declare(CommandLine& line) {
     line.Flag("--force", isForced, "accept losses, and values that the layout objects to");
 }
 
-void Save(ParameterFile& file, std::vector<Edit> const& edits, SaveOptions const& options, Output& output) {
-    std::wstring const name = !options.output.empty()     ? options.output
-                              : file.m_input.IsStandard() ? L"-"
-                                                          : file.m_input.Name();
+void SaveAnew(ParameterFile const& file, ParameterDatabase const& database, std::vector<Edit> const& edits,
+              SaveOptions const& options, Output& output) {
+    bool const isInPlace = options.output.empty() && !file.m_input.IsStandard();
+    std::wstring const name = !options.output.empty() ? options.output
+                              : isInPlace             ? file.m_input.Name()
+                                                      : L"-";
     OutputFile const target(name, output);
-    RequireNoLoss(file, edits, name, options.isForced, output);
-    if (options.output.empty() && !file.m_input.IsStandard()) {
+    std::vector<Difference> const losses = LossesOf(database, file.m_format);
+    RequireKept(file, edits, losses);
+    RequireNoLoss(file, losses, options.isForced, output);
+    if (isInPlace) {
         RequireNoCommentLost(file, options, output);
         if (options.isBackedUp) {
             output.m_json["backup"] = Utf8(BackUp(name));
         }
     }
-    Write(file.m_database, target.Path(), file.m_format);
+    Write(database, target.Path(), file.m_format);
     target.Finish();
     output.m_json["output"] = Utf8(name);
+}
+
+void Save(ParameterFile& file, std::vector<Edit> const& edits, SaveOptions const& options, Output& output) {
+    SaveAnew(file, file.m_database, edits, options, output);
 }
 
 int Change(Context& context, std::wstring const& name, std::vector<Edit> const& edits,

@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "descriptions.h"
+
+#include <CLI/CLI.hpp>
+
+namespace Paramtool {
+
+void DeclareCommon(CommandLine& line, bool takesLayout, Context& context) {
+    if (takesLayout) {
+        line.Take("--layout", context.layout,
+                  "a layout meta file or property template, or \"sample\" for the sample layout, the default",
+                  "LAYOUT");
+    }
+    line.Flag("--json", context.output.m_isJson, "one JSON document instead of lines");
+}
+
+std::vector<Parameter> ParametersOf(Command const& command) {
+    CLI::App app;
+    Context context;
+    CommandLine line(app);
+    command.declare(line);
+    DeclareCommon(line, command.takesLayout, context);
+    return std::move(line.m_parameters);
+}
+
+} // namespace Paramtool

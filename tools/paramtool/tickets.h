@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "command_line.h"
+
+#include <zantrel/zantrel.h>
+
+#include <map>
+#include <string>
+#include <utility>
+
+namespace Paramtool {
+
+/// Reads a build ticket. Fails when the file is none.
+Zantrel::BuildTicket ReadTicket(Output& output, std::wstring const& path);
+
+/// What a ticket holds: texts by section ("defaults", "part GUID", "object GUID") and path of the property.
+using TicketFacts = std::map<std::pair<std::wstring, std::wstring>, std::wstring>;
+TicketFacts FactsOf(Zantrel::BuildTicket const& ticket, std::wstring const& part);
+
+} // namespace Paramtool
