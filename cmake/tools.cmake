@@ -35,6 +35,12 @@ set_target_properties(paramtool PROPERTIES
 
 if(ZANTREL_INSTALL)
   install(TARGETS paramtool RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT Tools)
+  install(FILES tools/paramtool/paramtool.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT Tools)
+  set(completions tools/paramtool/completions)
+  install(FILES ${completions}/paramtool DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions COMPONENT Tools)
+  install(FILES ${completions}/_paramtool DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/site-functions COMPONENT Tools)
+  install(FILES ${completions}/paramtool.fish DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d
+    COMPONENT Tools)
 endif()
 
 if(ZANTREL_BUILD_TESTS)

@@ -139,10 +139,22 @@ std::size_t WordsOfAction(std::wstring const& action) {
     return action == L"set" ? 2 : 0;
 }
 
-Refusals ChangeEntries(Edit const& edit, ParameterFile& file, Output& output) {
+/// A generic file never says that a profile can be deleted, and so none of it could be without force.
+void AllowRemoval(Place const& list, std::wstring const& name) {
+    Place const profile = list.GetProfile(name);
+    if (profile.IsValid()) {
+        ParameterNode cursor = profile.GetCursor();
+        cursor.SetCanBeDeleted(true);
+    }
+}
+
+Refusals ChangeEntries(Edit const& edit, ParameterFile& file, bool isForced, Output& output) {
     bool const isOfProfiles = edit.action.compare(0, 7, L"profile") == 0;
     Place const list =
         file.FindContainer(edit.words[0], isOfProfiles ? PlaceKind::ProfileList : PlaceKind::List);
+    if (isForced && edit.action == L"profile remove") {
+        AllowRemoval(list, edit.words[1]);
+    }
     for (EntryAction const& row : EntryActions) {
         if (edit.action == row.action) {
             return RefusalsOf(row.run(list, edit.words), output, file);
@@ -221,8 +233,8 @@ void Apply(std::vector<Edit> const& edits, ParameterFile& file, bool isForced, O
     for (Edit const& edit : edits) {
         std::wstring const& name = edit.where.empty() ? file.m_input.Name() : edit.where;
         try {
-            Refusals const refusals =
-                edit.action == L"set" ? SetValue(edit, file, isForced) : ChangeEntries(edit, file, output);
+            Refusals const refusals = edit.action == L"set" ? SetValue(edit, file, isForced)
+                                                            : ChangeEntries(edit, file, isForced, output);
             for (Finding const& refusal : refusals) {
                 output.Tell(MessageOf(name, refusal));
                 hasRefusals = true;

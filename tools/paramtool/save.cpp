@@ -6,6 +6,7 @@
 #include "common/host.h"
 #include "edits.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <system_error>
 
@@ -22,6 +23,17 @@ std::size_t CountOf(std::string const& text, std::string_view word) {
         ++count;
     }
     return count;
+}
+
+/// Whether it is a flag of a profile that an edit has made: no file keeps these, and none has had them.
+bool IsOfNewProfile(Difference const& loss, std::vector<Edit> const& edits) {
+    auto const isMadeBy = [&](Edit const& edit) {
+        std::wstring const &list = edit.words.front(), name = L'[' + edit.words.back() + L']';
+        return edit.action.compare(0, 7, L"profile") == 0 && loss.path.compare(0, list.size(), list) == 0 &&
+               loss.path.size() > name.size() &&
+               loss.path.compare(loss.path.size() - name.size(), name.size(), name) == 0;
+    };
+    return loss.kind == Difference::Kind::Flag && std::any_of(edits.begin(), edits.end(), isMadeBy);
 }
 
 /// Fails where an edit itself is among what can't be read back: no force keeps it.
@@ -112,7 +124,10 @@ void SaveAnew(ParameterFile const& file, ParameterDatabase const& database, std:
                               : isInPlace             ? file.m_input.Name()
                                                       : L"-";
     OutputFile const target(name, output);
-    std::vector<Difference> const losses = LossesOf(database, file.m_format);
+    std::vector<Difference> losses = LossesOf(database, file.m_format);
+    losses.erase(std::remove_if(losses.begin(), losses.end(),
+                                [&](Difference const& loss) { return IsOfNewProfile(loss, edits); }),
+                 losses.end());
     RequireKept(file, edits, losses);
     RequireNoLoss(file, losses, options.isForced, output);
     if (isInPlace) {

@@ -5,6 +5,8 @@
 
 #include <zantrel/editing/editing.h>
 
+#include <charconv>
+
 namespace Paramtool {
 
 namespace {
@@ -80,7 +82,12 @@ std::vector<ValueRow> ReadCsv(std::string const& text, std::wstring const& name)
     return rows;
 }
 
+/// As Editing::TextOf has it.
 std::wstring TextOf(Json const& value) {
+    if (value.is_number_float()) {
+        char digits[32];
+        return std::wstring(digits, std::to_chars(digits, digits + sizeof digits, value.get<double>()).ptr);
+    }
     return Utf8ToNative(value.is_string() ? value.get<std::string>() : value.is_null() ? "" : value.dump());
 }
 
