@@ -30,6 +30,7 @@
 #include <zantrel/parameter_files/io_filtering.h>
 #include <zantrel/parameter_files/machine_parameters_file.h>
 #include <zantrel/parameter_files/parameter_file_validity.h>
+#include <zantrel/parameter_files/value_edit.h>
 
 #include <zantrel/io/mfile.h>
 #include <zantrel/io/path.h>

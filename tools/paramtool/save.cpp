@@ -17,6 +17,9 @@ namespace {
 using namespace Zantrel;
 using namespace Zantrel::Editing;
 
+using TextsEditor = bool (*)(ParameterLayout const&, std::wstring const&, std::vector<ValueText> const&,
+                             std::wstring const&, WriteReport*);
+
 std::size_t CountOf(std::string const& text, std::string_view word) {
     std::size_t count = 0;
     for (std::size_t at = text.find(word); at != std::string::npos; at = text.find(word, at + word.size())) {
@@ -98,7 +101,10 @@ void RequireNoCommentLost(ParameterFile const& file, SaveOptions const& options,
     }
 }
 
-std::wstring BackUp(std::wstring const& path) {
+void BackUp(std::wstring const& path, SaveOptions const& options, Output& output) {
+    if (!options.isBackedUp) {
+        return;
+    }
     std::wstring const backup = path + L".bak";
     std::error_code error;
     std::filesystem::copy_file(Host::PathOf(Utf8(path)), Host::PathOf(Utf8(backup)),
@@ -106,7 +112,41 @@ std::wstring BackUp(std::wstring const& path) {
     if (error) {
         Host::Fail(L"Can't keep " + path + L" as " + backup + L", and so it isn't changed");
     }
-    return backup;
+    output.m_json["backup"] = Utf8(backup);
+}
+
+bool IsInPlace(ParameterFile const& file, SaveOptions const& options) {
+    return options.output.empty() && !file.m_input.IsStandard();
+}
+
+std::wstring TargetOf(ParameterFile const& file, SaveOptions const& options) {
+    return IsInPlace(file, options) ? file.m_input.Name() : options.output.empty() ? L"-" : options.output;
+}
+
+/// Changes the bytes of the values alone. False where that can't be done; then nothing was touched.
+bool SaveTexts(ParameterFile const& file, std::vector<Edit> const& edits, SaveOptions const& options,
+               Output& output) {
+    std::vector<ValueText> texts;
+    for (Edit const& edit : edits) {
+        if (edit.action != L"set") {
+            return false;
+        }
+        texts.push_back({edit.words[0], edit.words[1]});
+    }
+    auto const change = file.m_format == ParameterFormat::Machine
+                            ? static_cast<TextsEditor>(&KlvrProperties::EditValueTexts)
+                            : static_cast<TextsEditor>(&EditValueTexts);
+    std::wstring const name = TargetOf(file, options);
+    OutputFile const target(name, output);
+    if (IsInPlace(file, options)) {
+        BackUp(name, options, output);
+    }
+    if (!change(*file.m_database.GetLayout(), file.m_input.Path(), texts, target.Path(), nullptr)) {
+        return false;
+    }
+    target.Finish();
+    output.m_json["output"] = Utf8(name);
+    return true;
 }
 
 } // namespace
@@ -119,10 +159,8 @@ void SaveOptions::Declare(CommandLine& line) {
 
 void SaveAnew(ParameterFile const& file, ParameterDatabase const& database, std::vector<Edit> const& edits,
               SaveOptions const& options, Output& output) {
-    bool const isInPlace = options.output.empty() && !file.m_input.IsStandard();
-    std::wstring const name = !options.output.empty() ? options.output
-                              : isInPlace             ? file.m_input.Name()
-                                                      : L"-";
+    bool const isInPlace = IsInPlace(file, options);
+    std::wstring const name = TargetOf(file, options);
     OutputFile const target(name, output);
     std::vector<Difference> losses = LossesOf(database, file.m_format);
     losses.erase(std::remove_if(losses.begin(), losses.end(),
@@ -132,9 +170,7 @@ void SaveAnew(ParameterFile const& file, ParameterDatabase const& database, std:
     RequireNoLoss(file, losses, options.isForced, output);
     if (isInPlace) {
         RequireNoCommentLost(file, options, output);
-        if (options.isBackedUp) {
-            output.m_json["backup"] = Utf8(BackUp(name));
-        }
+        BackUp(name, options, output);
     }
     Write(database, target.Path(), file.m_format);
     target.Finish();
@@ -142,7 +178,9 @@ void SaveAnew(ParameterFile const& file, ParameterDatabase const& database, std:
 }
 
 void Save(ParameterFile& file, std::vector<Edit> const& edits, SaveOptions const& options, Output& output) {
-    SaveAnew(file, file.m_database, edits, options, output);
+    if (!SaveTexts(file, edits, options, output)) {
+        SaveAnew(file, file.m_database, edits, options, output);
+    }
 }
 
 int Change(Context& context, std::wstring const& name, std::vector<Edit> const& edits,

@@ -76,8 +76,21 @@ private:
     void CheckValues(bool isMachine) {
         ParameterDatabase database(m_layout.m_layout.get());
         isMachine ? KlvrProperties::ReadFile(database, m_file.Path()) : ReadFile(database, m_file.Path());
-        for (Finding const& finding : Validate(database)) {
-            Tell(MessageOf(m_file.Name(), finding));
+        std::vector<Finding> const findings = Validate(database);
+        std::vector<std::wstring> paths;
+        for (Finding const& finding : findings) {
+            paths.push_back(finding.path);
+        }
+        std::vector<ValuePlace> places(paths.size());
+        if (!paths.empty()) {
+            auto const find = isMachine ? &KlvrProperties::FindValuePlaces : &FindValuePlaces;
+            places = find(*m_layout.m_layout, m_file.Path(), paths);
+        }
+        for (std::size_t i = 0; i < findings.size(); ++i) {
+            Message message = MessageOf(m_file.Name(), findings[i]);
+            message.line = places[i].line; // none for what the file doesn't mention
+            message.column = places[i].column;
+            Tell(message);
         }
     }
 

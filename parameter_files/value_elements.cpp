@@ -1,0 +1,176 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "parameter_files/value_elements.h"
+
+#include "parameter_files/vocabulary.h"
+#include "text/unicode.h"
+#include "xml/tokeniser.h"
+
+#include <zantrel/database/walk.h>
+
+#include <algorithm>
+#include <cstring>
+#include <map>
+
+// Both sides put the same text together for a step of the way: what the layout and the database say of a
+// place, and what the document says of an element. Where the two don't agree (a prefix before a tag, a
+// parameter that stands there twice) an element isn't found, or a wrong one is, which the caller finds out by
+// reading. No step holds a character of those that stand between the parts, as XML has none of them.
+
+namespace Zantrel {
+
+namespace {
+
+namespace Word = ParameterFileWord;
+
+constexpr char BetweenParts = '\x01';
+constexpr char BetweenSteps = '\x02';
+
+std::string Step(std::string_view tag, std::string_view name, bool hasName, std::size_t earlier) {
+    std::string step(tag);
+    if (hasName) {
+        step += BetweenParts;
+        step += name;
+    }
+    step += BetweenParts;
+    return step + std::to_string(earlier) + BetweenSteps;
+}
+
+std::string Utf8(std::wstring_view text) {
+    std::string utf8;
+    Text::AppendUtf8Unchecked(text, utf8);
+    return utf8;
+}
+
+std::string StepTo(AnyWalk const& walk, ParameterFileFormat format) {
+    switch (walk.Kind()) {
+    case PlaceKind::Item:
+        return Step(Utf8(walk.Layout().m_nodeName), {}, false, walk.Index());
+    case PlaceKind::DefaultProfile:
+        return Step(Word::Default, {}, false, 0);
+    case PlaceKind::Profile:
+        return Step(Utf8(walk.Layout().m_nodeName), Utf8(walk.Name()), true, 0);
+    default:
+        return format == ParameterFileFormat::Machine ? Step(Word::Property, Utf8(walk.Name()), true, 0)
+                                                      : Step(Utf8(walk.Name()), {}, false, 0);
+    }
+}
+
+class MemorySource final : public Io::ByteSource {
+public:
+    explicit MemorySource(std::string_view bytes) : m_rest(bytes) {}
+    std::ptrdiff_t Read(char* into, std::size_t size) override {
+        std::size_t const taken = std::min(size, m_rest.size());
+        std::memcpy(into, m_rest.data(), taken);
+        m_rest.remove_prefix(taken);
+        return static_cast<std::ptrdiff_t>(taken);
+    }
+
+private:
+    std::string_view m_rest;
+};
+
+/// Goes through a document with the way of the element that it is in.
+class ElementSearch {
+public:
+    ElementSearch(ElementWays const& ways, std::size_t count) : m_ways(ways), m_found(count) {}
+
+    void Open(Xml::Tokeniser const& tokeniser) {
+        if (!m_open.empty()) {
+            m_open.back().isPlain = false;
+            m_way += StepOf(tokeniser);
+        }
+        m_open.push_back({m_way.size(), tokeniser.Where(), true, {}});
+    }
+
+    void Close(Xml::Position end) {
+        Element const& element = m_open.back();
+        auto const found = m_open.size() > 1 ? m_ways.find(m_way) : m_ways.end();
+        if (found != m_ways.end()) {
+            for (std::size_t const index : found->second) {
+                m_found[index] = {true, element.isPlain, element.begin, end};
+            }
+        }
+        m_open.pop_back();
+        m_way.resize(m_open.empty() ? 0 : m_open.back().wayLength);
+    }
+
+    std::vector<ValueElement> Take() { return std::move(m_found); }
+
+private:
+    struct Element {
+        std::size_t wayLength;
+        Xml::Position begin;
+        bool isPlain;
+        std::map<std::string, std::size_t> met; ///< children by what tells them apart
+    };
+
+    /// The root has no step: it may be called anything.
+    std::string StepOf(Xml::Tokeniser const& tokeniser) {
+        std::string_view name;
+        bool hasName = false;
+        for (Xml::Attribute const& attribute : tokeniser.Attributes()) {
+            if (attribute.name == Word::Name) {
+                name = attribute.value;
+                hasName = true;
+            }
+        }
+        std::size_t const earlier = m_open.back().met[Step(tokeniser.Name(), name, hasName, 0)]++;
+        return Step(tokeniser.Name(), name, hasName, earlier);
+    }
+
+    ElementWays const& m_ways;
+    std::vector<ValueElement> m_found;
+    std::string m_way;
+    std::vector<Element> m_open; ///< from the root on
+};
+
+} // namespace
+
+ElementWays WaysOf(ParameterDatabase const& database, std::vector<std::wstring> const& paths,
+                   ParameterFileFormat format) {
+    std::unordered_map<std::wstring_view, std::vector<std::size_t>> wanted;
+    for (std::size_t i = 0; i < paths.size(); ++i) {
+        wanted[paths[i]].push_back(i);
+    }
+    ElementWays ways;
+    std::string way;
+    std::vector<std::size_t> lengths; ///< of the way to each place on it
+    for (Walk<ParameterView> walk(database.GetProfileEditor(), SameNames::FirstOnly); walk.Next();) {
+        lengths.resize(walk.Depth());
+        way.resize(lengths.empty() ? 0 : lengths.back());
+        if (walk.Depth() != 0) {
+            way += StepTo(walk, format);
+            auto const found = wanted.find(walk.Path());
+            if (found != wanted.end()) {
+                ways.emplace(way, found->second);
+            }
+        }
+        lengths.push_back(way.size());
+    }
+    return ways;
+}
+
+std::vector<ValueElement> FindElements(std::string_view document, ElementWays const& ways,
+                                       std::size_t count) {
+    MemorySource source(document);
+    Xml::Tokeniser tokeniser(source);
+    ElementSearch search(ways, count);
+    for (;;) {
+        switch (tokeniser.NextTag()) {
+        case Xml::Token::StartTag:
+            search.Open(tokeniser);
+            break;
+        case Xml::Token::EndTag:
+            search.Close(tokeniser.Where());
+            break;
+        case Xml::Token::End:
+            return search.Take();
+        case Xml::Token::Error:
+            return std::vector<ValueElement>(count);
+        case Xml::Token::Text: // NextTag passes over it
+            break;
+        }
+    }
+}
+
+} // namespace Zantrel
