@@ -1,0 +1,275 @@
+// SPDX-License-Identifier: Apache-2.0
+// The page in a browser, held against what the editing library says. Run by tests/page/run, which names the programs.
+
+import assert from "node:assert/strict";
+import { execFileSync } from "node:child_process";
+import { mkdtempSync, readFileSync, rmSync } from "node:fs";
+import { createRequire } from "node:module";
+import { tmpdir } from "node:os";
+import { join } from "node:path";
+import { after, before, test } from "node:test";
+import { pathToFileURL } from "node:url";
+
+const { PAGE_CASES, PAGE_MODULES, CHROMIUM } = process.env;
+const require = createRequire(join(PAGE_MODULES, "node_modules", "/"));
+const puppeteer = require("puppeteer-core");
+const axe = readFileSync(require.resolve("axe-core/axe.min.js"), "utf8");
+const folder = mkdtempSync(join(tmpdir(), "page-"));
+let browser;
+
+before(async () => {
+  browser = await puppeteer.launch({ executablePath: CHROMIUM, args: ["--no-sandbox", "--disable-dev-shm-usage"] });
+});
+after(async () => {
+  await browser?.close();
+  rmSync(folder, { recursive: true });
+});
+
+const cases = (words, input) =>
+  execFileSync(PAGE_CASES, words.map(String), { input, encoding: "utf8", maxBuffer: 1 << 28 });
+
+/** Runs `body` on a page that was made; whatever a browser complains of fails. */
+async function onPage(words, body, { scheme = "light", width = 1200 } = {}) {
+  cases([...words, folder]);
+  const page = await browser.newPage();
+  const complaints = [];
+  page.on("console", (message) => complaints.push(message.text()));
+  page.on("pageerror", (error) => complaints.push(error.stack));
+  page.on("request", (request) => request.url().startsWith("file:") || complaints.push(`fetched ${request.url()}`));
+  await page.setViewport({ width, height: 800 });
+  await page.emulateMediaFeatures([{ name: "prefers-color-scheme", value: scheme }]);
+  await page.goto(pathToFileURL(join(folder, "page.html")).href);
+  await body(page);
+  await page.close();
+  assert.deepEqual(complaints, []);
+}
+
+// What runs in the page
+
+/** The sets of paths by what the page knows, and all values in the form in which the tool writes them. */
+function said() {
+  const { document: shown } = window.parameterPage;
+  const sets = { visible: [], editable: [], objected: [] };
+  (function collect(place) {
+    const look = shown.looks.get(place);
+    if (look.visible) {
+      sets.visible.push(place.path);
+    }
+    if (look.editable) {
+      sets.editable.push(place.path);
+    }
+    sets.objected.push(...(shown.findings.get(place) ?? []).map(() => place.path));
+    for (const below of place.below()) {
+      collect(below);
+    }
+  })(shown.top);
+  return sets;
+}
+
+/** What of the fields that stand on the page isn't as the page knows it. */
+function wronglyShown() {
+  const app = window.parameterPage;
+  const wrong = [];
+  (function check(part, isHiddenAround) {
+    const look = app.document.looks.get(part.place);
+    const isHidden = isHiddenAround || part.root.hidden;
+    const { input } = part;
+    const isFixed = input && (input.disabled || input.readOnly === true);
+    const isInvalid = input?.getAttribute("aria-invalid") === "true";
+    const isObjected = (app.document.findings.get(part.place) ?? []).some((one) => one.severity === "error");
+    const isWrong = isHidden === look.visible || (input && (isFixed === look.editable || isInvalid !== isObjected));
+    if (isWrong && part.place.node.type !== "FileAttachment") {
+      wrong.push(part.place.path);
+    }
+    for (const inner of part.parts ?? []) {
+      check(inner, isHidden);
+    }
+  })(app.current.part, false);
+  return wrong;
+}
+
+/** Does what a line says as a user would, if the page lets a user do it. */
+function edit(line) {
+  const app = window.parameterPage;
+  const { document: shown } = app;
+  const [kind, ...fields] = line.split("\t");
+  const action = kind === "set" ? kind : fields.shift();
+  const find = (place) =>
+    place.path === fields[0] ? place : [...place.below()].reduce((found, below) => found ?? find(below), undefined);
+  const place = find(shown.top);
+  const profile = place.profiles?.find((one) => one.name === fields[1]);
+  const item = place.items?.[fields[1]];
+  const steps = {
+    set: [
+      () => (Texts.parse(place.node.type, fields[1]) === undefined ? "no value" : null),
+      () => shown.setText(place, fields[1]),
+    ],
+    "profile add": [
+      () => shown.whyNotAdd(place) ?? shown.whyNotName(place, fields[1]),
+      () => shown.addProfile(place, fields[1]),
+    ],
+    "profile copy": [
+      () => shown.whyNotAdd(place) ?? shown.whyNotName(place, fields[2]),
+      () => shown.copyProfile(profile, fields[2]),
+    ],
+    "profile rename": [
+      () => shown.whyNotRename(profile) ?? shown.whyNotName(place, fields[2]),
+      () => shown.renameProfile(profile, fields[2]),
+    ],
+    "profile remove": [() => shown.whyNotRemove(profile), () => shown.removeProfile(profile)],
+    "item add": [() => shown.whyNotAdd(place), () => shown.addItem(place)],
+    "item move": [
+      () => shown.whyNotMove(place) ?? (item && fields[2] < place.items.length ? null : "none"),
+      () => shown.moveItem(item, Number(fields[2])),
+    ],
+    "item remove": [() => (item ? shown.whyNotRemove(item) : "none"), () => shown.removeItem(item)],
+  };
+  const [whyNot, perform] = steps[kind === "set" ? kind : `${kind} ${action}`];
+  const why = whyNot();
+  if (!why) {
+    app.change(perform);
+  }
+  return why ?? "";
+}
+
+/** Where the page doesn't show these values, which the tool has written. */
+function differences(expected) {
+  const found = [];
+  const entriesOf = (place, values) => [
+    [place.template, values.template],
+    [place.default, values.default],
+    ...(place.children ?? []).map((child, i) => [child, values.children[i]]),
+    ...(place.items ?? []).map((item, i) => [item, values.items[i]]),
+    ...(place.profiles ?? []).map((profile, i) => [profile, values.profiles[i]]),
+  ];
+  const countOf = (one) => [one.items?.length, one.profiles?.length].join();
+  const flagsOf = (one) => Object.keys(one.flags).sort().join();
+  (function compare(place, values) {
+    const isSame =
+      countOf(place) === countOf(values) &&
+      flagsOf(place) === flagsOf(values) &&
+      place.name === values.name &&
+      (!place.hasValue || place.node.type === "Group" || Texts.isSame(place.node.type, place.text, values.text ?? ""));
+    if (!isSame) {
+      found.push(place.path);
+      return;
+    }
+    for (const [inner, innerValues] of entriesOf(place, values)) {
+      if (inner) {
+        compare(inner, innerValues);
+      }
+    }
+  })(window.parameterPage.document.top, expected);
+  return found;
+}
+
+const sorted = ({ visible, editable, objected }) => ({
+  visible: visible.sort(),
+  editable: editable.sort(),
+  objected: objected.sort(),
+});
+
+test("looks, findings and edits are those of the library, and the export makes them again", async () => {
+  for (let seed = 1; seed <= 8; ++seed) {
+    await onPage(["generated", seed], async (page) => {
+      const expected = JSON.parse(readFileSync(join(folder, "expected.json"), "utf8"));
+      assert.deepEqual(sorted(await page.evaluate(said)), sorted(expected.before), `seed ${seed}`);
+      for (const { line, isDone } of expected.edits) {
+        const why = await page.evaluate(edit, line);
+        assert.equal(why === "", isDone, `seed ${seed}: ${line}: ${why}`);
+      }
+      assert.deepEqual(sorted(await page.evaluate(said)), sorted(expected.after), `seed ${seed}`);
+      assert.deepEqual(await page.evaluate(wronglyShown), [], `seed ${seed}`);
+      assert.deepEqual(await page.evaluate(differences, expected.after.values), [], `seed ${seed}`);
+      const lines = await page.evaluate(() =>
+        window.parameterPage.document
+          .exportLines()
+          .map((line) => `${line}\n`)
+          .join(""),
+      );
+      assert.deepEqual(await page.evaluate(differences, JSON.parse(cases(["apply", seed], lines))), [], `seed ${seed}`);
+    });
+  }
+});
+
+/** What axe-core finds against the page as it stands. */
+async function violations(page) {
+  await page.evaluate(axe);
+  const { violations: found } = await page.evaluate(() => window.axe.run());
+  return found.map(({ id, nodes }) => `${id}: ${nodes.map((node) => node.html).join(" ")}`);
+}
+
+for (const [scheme, width] of [
+  ["light", 1200],
+  ["dark", 1200],
+  ["light", 360],
+]) {
+  test(`nobody is shut out: ${scheme}, ${width} wide`, async () => {
+    const show = async (page) => {
+      await page.evaluate(() => window.parameterPage.hiddenSwitch.click());
+      await page.type("input[type=search]", "n1");
+      assert.deepEqual(await violations(page), []);
+      await page.keyboard.press("Escape");
+      assert.deepEqual(await page.evaluate(() => document.body.scrollWidth <= window.innerWidth), true);
+    };
+    await onPage(["generated", 3], show, { scheme, width });
+    await onPage(["large", 500], show, { scheme, width });
+  });
+}
+
+test("texts of a layout do nothing", async () => {
+  await onPage(["hostile"], async (page) => {
+    for (const tab of await page.$$("[role=tab]")) {
+      await tab.click();
+    }
+    for (const input of await page.$$("[role=tabpanel]:not([hidden]) input")) {
+      await input.focus();
+    }
+    await page.evaluate(() => window.parameterPage.hiddenSwitch.click());
+    await page.type("input[type=search]", "script");
+    await page.click(".results button");
+    await page.select("select", "toString");
+    const state = await page.evaluate(() => ({
+      wasRun: window.wasRun ?? null,
+      made: document.querySelectorAll("img, main script, main a, main iframe, [href^=javascript]").length,
+      isShown: document.body.textContent.includes("</script><script>window.wasRun = 1</script><img src=x"),
+      title: document.title.includes("</script>"),
+    }));
+    assert.deepEqual(state, { wasRun: null, made: 0, isShown: true, title: true });
+    assert.deepEqual(await violations(page), []);
+  });
+});
+
+test("the keyboard alone reaches a value, changes it and puts it back", async () => {
+  await onPage(["large", 500], async (page) => {
+    const press = async (...keys) => {
+      for (const key of keys) {
+        await page.keyboard.press(key);
+      }
+    };
+    const isAt = (selector) => page.evaluate((wanted) => document.activeElement.matches(wanted), selector);
+    const tabTo = async (selector) => {
+      for (let i = 0; i < 200 && !(await isAt(selector)); ++i) {
+        await press("Tab");
+      }
+      assert.ok(await isAt(selector), selector);
+    };
+    const lines = () => page.evaluate(() => document.querySelector(".changes textarea").value);
+    await tabTo("[role=tab]");
+    await press("ArrowRight", "ArrowRight");
+    await tabTo("main input.number");
+    await press("ArrowRight", "Backspace");
+    await page.keyboard.type("7");
+    assert.equal(await lines(), "set\tTab2_Group0_Parameter0\t7\n");
+    assert.equal(await page.evaluate(() => document.querySelector(".pane code").textContent), "Tab2_Group0_Parameter0");
+    await tabTo("main .field .back");
+    await press("Enter");
+    assert.equal(await lines(), "");
+    await tabTo("main input[type=checkbox]");
+    const shown = () => page.$$eval("[role=tabpanel]:not([hidden]) .field:not([hidden])", (fields) => fields.length);
+    assert.equal(await shown(), 15);
+    await press("Space");
+    assert.equal(await lines(), "set\tTab2_Group0_Parameter1\ttrue\n");
+    assert.equal(await shown(), 30);
+  });
+});
