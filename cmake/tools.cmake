@@ -22,12 +22,14 @@ if(NOT CLI11_FOUND OR NOT nlohmann_json_FOUND)
   return()
 endif()
 
+include(cmake/page.cmake)
 file(GLOB tool_sources CONFIGURE_DEPENDS tools/paramtool/*.cpp tools/paramtool/*/*.cpp examples/common/*.cpp)
+list(FILTER tool_sources EXCLUDE REGEX "/paramtool/page(_data)?\\.cpp$") # in paramtool_page
 add_executable(paramtool ${tool_sources})
 target_include_directories(paramtool PRIVATE ${PROJECT_SOURCE_DIR}/tools/paramtool ${PROJECT_SOURCE_DIR}/examples)
 target_compile_definitions(paramtool PRIVATE "PARAMTOOL_VERSION=\"${PROJECT_VERSION}\"")
 target_link_libraries(paramtool PRIVATE
-  Zantrel::Zantrel Zantrel::Editing CLI11::CLI11 nlohmann_json::nlohmann_json zantrel_warnings)
+  paramtool_page Zantrel::Zantrel Zantrel::Editing CLI11::CLI11 nlohmann_json::nlohmann_json zantrel_warnings)
 set_target_properties(paramtool PROPERTIES
   CXX_STANDARD 17
   CXX_STANDARD_REQUIRED ON

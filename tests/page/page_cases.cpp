@@ -181,9 +181,11 @@ void Write(std::string const& path, std::string const& text) {
     }
 }
 
+std::string PageOf(Paramtool::PageSource const& source) { return Paramtool::PageOf(PageData(source)); }
+
 void MakeGenerated(unsigned seed, std::string const& folder) {
     Case tried(seed);
-    Write(folder + "/page.html", Paramtool::PageOf({*tried.layout, tried.database.get(), L"generated", L""}));
+    Write(folder + "/page.html", PageOf({*tried.layout, tried.database.get(), L"generated", L""}));
     json expected{{"before", SaidOf(*tried.database)}};
     expected["edits"] = EditsOf(tried);
     expected["after"] = SaidOf(*tried.database);
@@ -232,7 +234,7 @@ void MakeLarge(int count, std::string const& folder) {
     for (int i = 0; i < 500; ++i) {
         AddProfile(Place(database).Get(L"Materials"), L"Material " + std::to_wstring(1000 + i));
     }
-    Write(folder + "/page.html", Paramtool::PageOf({layout, &database, L"large.xml", L""}));
+    Write(folder + "/page.html", PageOf({layout, &database, L"large.xml", L""}));
 }
 
 void MakeHostile(std::string const& folder) {
@@ -266,7 +268,7 @@ void MakeHostile(std::string const& folder) {
     ParameterDatabase database(&layout);
     ParameterNode profiles = Place(database).Get(bad).Get(L"__proto__").GetCursor();
     profiles.AddProfile(bad.c_str(), true); // which no user may call so
-    Write(folder + "/page.html", Paramtool::PageOf({layout, &database, bad, L""}));
+    Write(folder + "/page.html", PageOf({layout, &database, bad, L""}));
 }
 
 } // namespace

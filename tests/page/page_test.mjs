@@ -3,14 +3,14 @@
 
 import assert from "node:assert/strict";
 import { execFileSync } from "node:child_process";
-import { mkdtempSync, readFileSync, rmSync } from "node:fs";
+import { mkdtempSync, readFileSync, rmSync, writeFileSync } from "node:fs";
 import { createRequire } from "node:module";
 import { tmpdir } from "node:os";
 import { join } from "node:path";
 import { after, before, test } from "node:test";
 import { pathToFileURL } from "node:url";
 
-const { PAGE_CASES, PAGE_MODULES, CHROMIUM } = process.env;
+const { PAGE_CASES, PARAMTOOL, PAGE_MODULES, CHROMIUM } = process.env;
 const require = createRequire(join(PAGE_MODULES, "node_modules", "/"));
 const puppeteer = require("puppeteer-core");
 const axe = readFileSync(require.resolve("axe-core/axe.min.js"), "utf8");
@@ -28,10 +28,23 @@ after(async () => {
 const cases = (words, input) =>
   execFileSync(PAGE_CASES, words.map(String), { input, encoding: "utf8", maxBuffer: 1 << 28 });
 
+const machine = "examples/data/powder_bed_machine.xml";
+const file = (name) => join(folder, name);
+
+/** Makes the machine's page with the values of a file. */
+function makeMachine(values, ...words) {
+  execFileSync(PARAMTOOL, ["layout", "page", machine, "-o", file("page.html"), "--values", file(values), ...words], {
+    stdio: "pipe", // of the machine two things are passed over
+  });
+}
+
 /** Runs `body` on a page that was made; whatever a browser complains of fails. */
 async function onPage(words, body, { scheme = "light", width = 1200 } = {}) {
-  cases([...words, folder]);
+  if (words.length !== 0) {
+    cases([...words, folder]);
+  }
   const page = await browser.newPage();
+  page.setDefaultTimeout(10000);
   const complaints = [];
   page.on("console", (message) => complaints.push(message.text()));
   page.on("pageerror", (error) => complaints.push(error.stack));
@@ -190,6 +203,43 @@ test("looks, findings and edits are those of the library, and the export makes t
       assert.deepEqual(await page.evaluate(differences, JSON.parse(cases(["apply", seed], lines))), [], `seed ${seed}`);
     });
   }
+});
+
+test("what leaves the page comes into the file by paramtool", async () => {
+  writeFileSync(
+    file("values.xml"),
+    `<PowderBedMachine><Machine><BuildHeight>300</BuildHeight></Machine><Materials>
+       <Material Name="Steel"/></Materials></PowderBedMachine>`,
+  );
+  makeMachine("values.xml", "--language", "de-DE");
+  let shown;
+  await onPage([], async (page) => {
+    const fill = async (label, text) => page.locator(`::-p-aria([name="${label}"])`).fill(text);
+    const click = async (label) => page.locator(`::-p-aria([name="${label}"][role="button"])`).click();
+    const tab = async (label) => page.locator(`::-p-aria([name="${label}"][role="tab"])`).click();
+    const isDeviating = (input) => input.closest(".field").classList.contains("deviates");
+    assert.ok(await page.$eval('::-p-aria([name="Bauhöhe"])', isDeviating));
+    await fill("Bauhöhe", "290.5");
+    await fill("Seriennummer", 'PB\\ "ü" 漢');
+    await click("Add Laser");
+    await click("Add Laser");
+    await fill("Maximalleistung, Laser 2", "500");
+    await click("Remove Laser 1");
+    await tab("Werkstoffe");
+    await fill("Dichte", "7.9");
+    await fill("New name", "Steel\\t, fine");
+    await click("Rename");
+    await fill("Dichte", "");
+    await fill("Dichte", "7.8");
+    writeFileSync(file("changes.txt"), await page.$eval(".changes textarea", (lines) => lines.value));
+    execFileSync(PARAMTOOL, ["set", file("values.xml"), "--from", file("changes.txt"), "--layout", machine], {
+      stdio: "pipe",
+    });
+    makeMachine("values.xml");
+    shown = JSON.parse(/id="data">(.*?)<\/script>/s.exec(readFileSync(file("page.html"), "utf8"))[1]);
+    assert.deepEqual(await page.evaluate(differences, shown.values), []);
+  });
+  assert.equal(shown.values.children[1].profiles[0].name, "Steel\\t, fine");
 });
 
 /** What axe-core finds against the page as it stands. */

@@ -46,6 +46,8 @@ inline constexpr Command Commands[] = {
      false},
     {"layout schema", "Writes an XML schema of the layout's parameter files",
      "layout schema layout.xml -o machine.xsd", DeclareLayoutSchema, false},
+    {"layout page", "Writes a page on which a layout can be seen and tried",
+     "layout page layout.xml -o page.html --values machine.xml", DeclareLayoutPage, false},
     {"ticket show", "Lists the properties of a build ticket", "ticket show ticket.xml", DeclareTicketShow,
      false},
     {"ticket diff", "Compares two build tickets", "ticket diff old.xml new.xml", DeclareTicketDiff, false},

@@ -22,6 +22,7 @@ Action DeclareMigrate(CommandLine& line);
 Action DeclareLayoutLint(CommandLine& line);
 Action DeclareLayoutDiff(CommandLine& line);
 Action DeclareLayoutSchema(CommandLine& line);
+Action DeclareLayoutPage(CommandLine& line);
 Action DeclareTicketShow(CommandLine& line);
 Action DeclareTicketDiff(CommandLine& line);
 Action DeclareTicketEffective(CommandLine& line);

@@ -70,9 +70,8 @@ std::string Fill(std::string_view page, std::pair<std::string_view, std::string_
 
 } // namespace
 
-std::string PageOf(PageSource const& source) {
-    nlohmann::json const data = PageData(source);
-    std::string const title = Escaped(data["layout"]["name"].get<std::string>());
+std::string PageOf(nlohmann::json const& data) {
+    std::string const title = Escaped(data.at("layout").at("name").get<std::string>());
     std::string const text = TextOf(data);
     std::pair<std::string_view, std::string_view> const parts[] = {
         {"@TITLE@", title},

@@ -61,14 +61,6 @@
 
     // --- Tabs ---
 
-    isOfFile(place) {
-      let top = place;
-      while (top.parent) {
-        top = top.parent;
-      }
-      return top === this.document.top;
-    }
-
     makeTabs() {
       const sections = this.document.sections.filter((section) => section.children.length !== 0);
       this.tabs = [...this.document.top.children, ...sections].map((place) => this.#tabOf(place));
@@ -82,7 +74,7 @@
       const id = newId("tab");
       const properties = { id: `${id}-panel`, role: "tabpanel", "aria-labelledby": id, tabIndex: 0, hidden: true };
       const tab = { place, part: null, panel: element("div", properties) };
-      const isTicket = !this.isOfFile(place);
+      const isTicket = !this.document.isOfFile(place);
       tab.button = element("button", { id, type: "button", role: "tab", "aria-controls": properties.id });
       tab.button.classList.toggle("of-ticket", isTicket);
       tab.button.addEventListener("click", () => this.show(tab));
@@ -119,7 +111,10 @@
       if (!tab.part) {
         tab.part = Containers.partOf(this, tab.place, 2);
         const words = "Of the build ticket: what is changed here is in no parameter file, and not in the lines.";
-        tab.panel.replaceChildren(...(this.isOfFile(tab.place) ? [] : [text("p", "note", words)]), tab.part.root);
+        tab.panel.replaceChildren(
+          ...(this.document.isOfFile(tab.place) ? [] : [text("p", "note", words)]),
+          tab.part.root,
+        );
       }
       tab.part.refresh();
     }

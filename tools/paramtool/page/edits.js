@@ -3,8 +3,9 @@
 // same changes in a file.
 //
 // Changes of entries (profiles, items) are told in the order in which they were made, and values behind them: one
-// line for each that isn't what it would be without it, so that a value that was put back leaves no trace. Only a
-// value on which it depends what may be changed is told before the next change of an entry.
+// line for each that isn't what it would be without it, so that a value that was put back leaves no trace. Values on
+// which it depends what else may be changed are told in that order, too, and what was changed before them before
+// them: so each line may be done when its turn comes, as it could be on the page.
 
 const Edits = (() => {
   "use strict";
@@ -47,6 +48,7 @@ const Edits = (() => {
       this.sections = this.layout.sections.map((id) => Places.format(this.layout, this.layout.nodes[id], null));
       this.sourceNodes = new Set(this.layout.nodes.flatMap((node) => node.editableWhere.map((one) => one.source)));
       this.lines = [];
+      this.last = null; // the value that the last line sets: {place, before}
       this.compute();
     }
 
@@ -90,16 +92,30 @@ const Edits = (() => {
     // --- Values ---
 
     setText(place, text) {
-      place.text = text;
-      place.hasValue = true;
+      this.#assign(place, text, true);
     }
 
     /** Back to what was there before values were changed here. */
     reset(place) {
       Places.walk(place, (at) => {
-        at.text = at.base;
-        at.hasValue = at.hadValue;
+        if (at.kind === "leaf" && at.text !== at.base) {
+          this.#assign(at, at.base, at.hadValue);
+        }
       });
+    }
+
+    #assign(place, text, hasValue) {
+      const isSource = this.sourceNodes.has(place.node.id);
+      if (isSource) {
+        this.#takeBackLast(place);
+        this.#tellValues(place);
+      }
+      place.text = text;
+      place.hasValue = hasValue;
+      if (isSource) {
+        this.last = { place, before: place.told };
+        this.#tellValue(place);
+      }
     }
 
     // --- What may be done with entries: why not, or null ---
@@ -223,10 +239,16 @@ const Edits = (() => {
       item.parent.items.splice(item.position, 1);
     }
 
-    /** The profile list from which a leaf chooses, or undefined. */
+    /** The profile list from which a leaf chooses; undefined where none can be seen, as from a build ticket. */
     listOf(place) {
       const node = this.layout.nodes[place.node.profileList];
       return node && Places.inScope(this.layout, place, node);
+    }
+
+    /** The one whose profiles are offered for a leaf. */
+    offeredTo(place) {
+      const node = this.layout.nodes[place.node.profileList];
+      return this.listOf(place) ?? (node && Places.inScope(this.layout, this.top, node));
     }
 
     /** The leaves that choose from this very profile list, also those of templates. */
@@ -244,13 +266,42 @@ const Edits = (() => {
 
     /** A line for a change of entries, before it is made. */
     #tell(...fields) {
+      this.lines.push(line(...fields));
+      this.last = null;
+    }
+
+    /** All values that no line tells yet, but for one. */
+    #tellValues(except) {
       Places.walk(this.top, (place) => {
-        if (place.kind === "leaf" && this.sourceNodes.has(place.node.id)) {
-          this.lines.push(...this.#valueLine(place));
-          place.told = place.text;
+        if (place.text !== place.told && place !== except) {
+          this.#tellValue(place);
         }
       });
-      this.lines.push(line(...fields));
+    }
+
+    #tellValue(place) {
+      const lines = this.#valueLine(place);
+      if (lines.length !== 0 && this.isOfFile(place)) {
+        this.lines.push(...lines);
+        place.told = place.text;
+      }
+    }
+
+    /** Of a value that is typed letter by letter one line stays. */
+    #takeBackLast(place) {
+      if (this.last?.place === place && place.told !== this.last.before) {
+        this.lines.pop();
+        place.told = this.last.before;
+      }
+    }
+
+    /** Whether a parameter file has the place, and not a build ticket. */
+    isOfFile(place) {
+      let top = place;
+      while (top.parent) {
+        top = top.parent;
+      }
+      return top === this.top;
     }
 
     /** Nothing where the value is told already, and for a text that is no value, which stays on the page. */
@@ -264,7 +315,7 @@ const Edits = (() => {
     exportLines() {
       const lines = [...this.lines];
       Places.walk(this.top, (place) => {
-        if (place.kind === "leaf" && place.text !== place.told) {
+        if (place.text !== place.told) {
           lines.push(...this.#valueLine(place));
         }
       });

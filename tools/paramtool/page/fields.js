@@ -61,7 +61,7 @@ const Fields = (() => {
 
   /** The default profile, under a word that no profile has for its name, and the profiles. */
   function profilesOf(app, place) {
-    const list = app.document.listOf(place);
+    const list = app.document.offeredTo(place);
     if (list?.kind !== "profiles") {
       return [];
     }

@@ -113,7 +113,7 @@ const Panes = (() => {
       const description = (place.isContainer && node.containerDescription) || node.description;
       const { because } = app.document.looks.get(place);
       const rows = factsOf(app, place).flatMap(([word, words]) => [text("dt", "", word), text("dd", "", words)]);
-      const isInFile = place.path !== "" && app.isOfFile(place);
+      const isInFile = place.path !== "" && app.document.isOfFile(place);
       const path = isInFile ? [text("dt", "", "Path"), element("dd", null, text("code", "", place.path))] : [];
       const parts = [
         crumbsOf(app, place),
