@@ -183,7 +183,7 @@ const sorted = ({ visible, editable, objected }) => ({
 });
 
 test("looks, findings and edits are those of the library, and the export makes them again", async () => {
-  for (let seed = 1; seed <= 8; ++seed) {
+  for (let seed = 1; seed <= 6; ++seed) {
     await onPage(["generated", seed], async (page) => {
       const expected = JSON.parse(readFileSync(join(folder, "expected.json"), "utf8"));
       assert.deepEqual(sorted(await page.evaluate(said)), sorted(expected.before), `seed ${seed}`);

@@ -6,8 +6,12 @@
 
   const { element, text, button, set, newId } = Dom;
   const mostFound = 50;
+  const mostAtOnce = 300; // parts that are made before the page is shown or goes on
 
   class App {
+    #mayMake = mostAtOnce;
+    #unfinished = []; // groups
+
     constructor(data) {
       this.data = data;
       this.document = new Edits.Document(data);
@@ -48,6 +52,7 @@
     }
 
     refresh() {
+      this.#mayMake = mostAtOnce;
       this.current?.part.refresh();
       this.details.refresh();
       for (const pane of this.panes) {
@@ -56,6 +61,29 @@
       for (const tab of this.tabs) {
         set(tab.button, "hidden", !this.showsHidden && !this.document.looks.get(tab.place).visible);
         tab.button.classList.toggle("changed", this.document.marked.has(tab.place));
+      }
+    }
+
+    // --- Making parts ---
+
+    mayMake() {
+      return this.#mayMake-- > 0;
+    }
+
+    makeLater(group) {
+      this.#unfinished.push(group);
+      if (this.#unfinished.length === 1) {
+        setTimeout(() => this.#makeMore());
+      }
+    }
+
+    #makeMore() {
+      this.#mayMake = mostAtOnce;
+      for (const group of this.#unfinished.splice(0)) {
+        if (group.root.isConnected) {
+          group.fill();
+          group.refresh();
+        }
       }
     }
 
@@ -101,6 +129,7 @@
 
     /** The content of a tab is made when it is shown first. */
     show(tab) {
+      this.#mayMake = mostAtOnce;
       this.current = tab;
       for (const other of this.tabs) {
         const isShown = other === tab;
@@ -146,6 +175,7 @@
       this.refresh();
       this.select(place);
       const part = this.#partOf(tab.part, way);
+      tab.part.refresh();
       const target = part.input ?? part.heading;
       target.scrollIntoView({ block: "center" });
       target.focus();
@@ -153,6 +183,7 @@
 
     /** The innermost part on the way to a place. */
     #partOf(part, way) {
+      part.fill?.(true);
       const inner = part.parts?.find((candidate) => way.includes(candidate.place));
       return inner ? this.#partOf(inner, way) : part;
     }

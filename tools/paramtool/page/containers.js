@@ -72,11 +72,25 @@ const Containers = (() => {
     }
   }
 
+  /** Makes its fields as many at a time as the app lets it, so that thousands don't keep the page from showing. */
   class Group extends Section {
+    #fields = element("div", { className: "fields" });
+
     constructor(app, place, level) {
       super(app, place, level, "group");
-      this.parts = place.children.map((child) => partOf(app, child, level + 1));
-      this.root.append(element("div", { className: "fields" }, ...this.parts.map((part) => part.root)));
+      this.root.append(this.#fields);
+      this.fill();
+    }
+
+    fill(isAll = false) {
+      const { children } = this.place;
+      while (this.parts.length < children.length && (isAll || this.app.mayMake())) {
+        this.parts.push(partOf(this.app, children[this.parts.length], this.level + 1));
+        this.#fields.append(this.parts.at(-1).root);
+      }
+      if (this.parts.length < children.length) {
+        this.app.makeLater(this);
+      }
     }
   }
 

@@ -6,7 +6,7 @@ import { join } from "node:path";
 
 const require = createRequire(join(process.env.PAGE_MODULES, "node_modules", "/"));
 const readonly = (names) => Object.fromEntries(names.map((name) => [name, "readonly"]));
-const browser = ["document", "window", "navigator", "Blob", "URL"];
+const browser = ["document", "window", "navigator", "Blob", "URL", "setTimeout"];
 const parts = [
   "Nodes",
   "Texts",
