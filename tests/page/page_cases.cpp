@@ -8,6 +8,7 @@
 //     zantrel_page_cases apply SEED               the values after the lines from standard input
 //     zantrel_page_cases large COUNT FOLDER       page.html of a layout with so many parameters
 //     zantrel_page_cases hostile FOLDER           page.html of a layout whose texts try to be more than texts
+//     zantrel_page_cases patterns                 which texts are against which pattern
 
 #include "page.h"
 #include "tests/editing/generated.h"
@@ -101,7 +102,7 @@ bool Apply(ParameterDatabase& database, std::vector<std::wstring> const& fields)
     auto const index = [&](std::size_t field) { return std::stoull(fields.at(field)); };
     std::wstring const& action = isValue ? kind : fields.at(1);
     if (isValue) {
-        return !SetText(*place, fields.at(2));
+        return LookOf(*place).isEditable && !SetText(*place, fields.at(2));
     }
     if (kind == L"profile") {
         return bool(action == L"add"      ? AddProfile(*place, fields.at(3))
@@ -271,6 +272,34 @@ void MakeHostile(std::string const& folder) {
     Write(folder + "/page.html", PageOf({layout, &database, bad, L""}));
 }
 
+void PrintPatterns() {
+    json results = json::array();
+    for (wchar_t const* pattern :
+         {L"a?b*c+", L"(ab|a)(c|bcd)(d*)", L"a{2}b{1,}c{0,2}", L"[^a-c\\d\\-]+", L"\\w\\W\\s\\S.",
+          L"\\bab\\b|c\\Bd", L"^a$|^$|b^", L"(?:a|(?<n>b))+?", L"\\x61\\u0062\\u{63}\\cI?\\0?",
+          L"\\uD83D\\uDE00.", L"(a*)*(b|)", L"[\\b\\]\\w-]", L"\\.\\[\\/\\\\"}) {
+        ParameterLayout layout;
+        layout.m_profileEditor->AddNode(L"Text", String, L"")->m_regex = pattern;
+        ParameterDatabase const database(&layout);
+        for (wchar_t const* text : {L"a",       L"b",
+                                    L"ab",      L"abb",
+                                    L"abcd",    L"aab",
+                                    L"aabccc",  L"aabbcc",
+                                    L"c",       L"bbbcc",
+                                    L"d\u00E9", L"d-",
+                                    L"a- x.",   L"cd",
+                                    L"ab cd",   L"abc",
+                                    L"abc\t",   L"aaa",
+                                    L"]",       L"-",
+                                    L"\b",      L"\U0001F600\U0001F600",
+                                    L".[/\\"}) {
+            bool const isTaken = Objections(PlaceView(database).Get(L"Text"), text).empty();
+            results.push_back({NativeToUtf8(pattern), NativeToUtf8(text), isTaken});
+        }
+    }
+    std::cout << results;
+}
+
 } // namespace
 
 int main(int argc, char** argv) try {
@@ -284,6 +313,8 @@ int main(int argc, char** argv) try {
         MakeLarge(std::stoi(words.at(2)), words.at(3));
     } else if (what == "hostile") {
         MakeHostile(words.at(2));
+    } else if (what == "patterns") {
+        PrintPatterns();
     }
     return 0;
 } catch (std::exception const& error) {

@@ -114,7 +114,7 @@ function edit(line) {
   const item = place.items?.[fields[1]];
   const steps = {
     set: [
-      () => (Texts.parse(place.node.type, fields[1]) === undefined ? "no value" : null),
+      () => (shown.looks.get(place).editable && Texts.parse(place.node.type, fields[1]) !== undefined ? null : "no"),
       () => shown.setText(place, fields[1]),
     ],
     "profile add": [
@@ -266,6 +266,21 @@ for (const [scheme, width] of [
     await onPage(["large", 500], show, { scheme, width });
   });
 }
+
+test("patterns match what the library lets them match", async () => {
+  await onPage(["hostile"], async (page) => {
+    const results = JSON.parse(cases(["patterns"]));
+    const found = await page.evaluate(
+      (all) => all.map(([pattern, words]) => Patterns.matches(pattern, words)),
+      results,
+    );
+    assert.deepEqual(
+      results.filter(([, , isTaken], i) => isTaken !== found[i]),
+      [],
+    );
+    assert.ok(found.includes(true) && found.includes(false));
+  });
+});
 
 test("texts of a layout do nothing", async () => {
   await onPage(["hostile"], async (page) => {

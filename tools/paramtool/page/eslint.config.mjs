@@ -44,6 +44,9 @@ export default [
   },
   {
     files: ["**/*.mjs"],
-    languageOptions: { sourceType: "module", globals: readonly(["process", "window", "document", "Texts"]) },
+    languageOptions: {
+      sourceType: "module",
+      globals: readonly(["process", "window", "document", "Patterns", "Texts"]),
+    },
   },
 ];
