@@ -73,8 +73,19 @@ void ElementWatch::ReportMissing() {
     for (LayoutNode const* const child : m_node->m_children) {
         if (child->m_writeToParameterFile && m_met.count(child) == 0) {
             m_validity.Report({L"Mandatory tag [", child->m_name, L"] not found in [", m_node->m_name, L"]"});
+            NotePlaceOfMissing(*child);
         }
     }
+}
+
+void ElementWatch::NotePlaceOfMissing(LayoutNode const& child) const {
+    if (m_validity.report == nullptr || m_place.line == 0) {
+        return;
+    }
+    ReadReport::Entry entry = m_place;
+    entry.kind = ReadReport::Kind::MissingElement;
+    entry.sentence = L"The element \"" + child.m_name + L"\" must be in here and isn't.";
+    m_validity.report->Add(std::move(entry));
 }
 
 } // namespace Zantrel

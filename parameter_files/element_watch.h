@@ -11,18 +11,21 @@
 #include <set>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace Zantrel {
 
 /// What one validity check has found so far. Outlives its watches.
 struct ParameterFileValidity {
-    explicit ParameterFileValidity(ParameterFileValidityOptions const& options)
-        : maxDepth(options.m_maxDepth) {}
+    /// The report is borrowed, and may be null.
+    ParameterFileValidity(ParameterFileValidityOptions const& options, ReadReport* readReport)
+        : maxDepth(options.m_maxDepth), report(readReport) {}
 
     /// Adds the message that the parts give together. Throws std::bad_alloc, with the verdict in place.
     void Report(std::initializer_list<std::wstring_view> parts);
 
     std::size_t maxDepth;
+    ReadReport* report; ///< hears of what is missing, with its place
     ParameterFileValidityResult result;
 };
 
@@ -31,9 +34,10 @@ struct ParameterFileValidity {
 /// borrowed.
 class ElementWatch {
 public:
-    /// `node` is where the element stands; null on a database without a layout of its own.
-    ElementWatch(ParameterFileValidity& validity, LayoutNode const* node)
-        : m_validity(validity), m_node(node) {}
+    /// `node` is where the element stands; null on a database without a layout of its own. `place` is the
+    /// element's, as ISAXReader::GetPlace gives it; the root has none.
+    ElementWatch(ParameterFileValidity& validity, LayoutNode const* node, ReadReport::Entry place = {})
+        : m_validity(validity), m_node(node), m_place(std::move(place)) {}
     ElementWatch(ElementWatch const&) = delete;
     ElementWatch& operator=(ElementWatch const&) = delete;
     ~ElementWatch();
@@ -43,17 +47,19 @@ public:
     bool Admits(FileElement const& element, std::string_view tag, std::size_t depth);
 
     /// The watch of an element within this one that stands on `node`; it ends first. Throws std::bad_alloc.
-    std::unique_ptr<ElementWatch> Below(LayoutNode const& node) const {
-        return std::make_unique<ElementWatch>(m_validity, &node);
+    std::unique_ptr<ElementWatch> Below(LayoutNode const& node, ReadReport::Entry place) const {
+        return std::make_unique<ElementWatch>(m_validity, &node, std::move(place));
     }
 
 private:
     bool IsRoot(std::string_view tag) const;
     void ReportMisfit(std::wstring_view what, std::string_view tag);
     void ReportMissing();
+    void NotePlaceOfMissing(LayoutNode const& child) const;
 
     ParameterFileValidity& m_validity;
     LayoutNode const* m_node;
+    ReadReport::Entry m_place;
     std::set<LayoutNode const*> m_met;
     bool m_isLookedAtWhole = true; ///< false once a child stood too deep: then none is missed
 };

@@ -88,9 +88,9 @@ NodeRead::NodeRead(ParameterNode const& node, ParameterFileGrammar const& gramma
     FindShape();
 }
 
-NodeRead::NodeRead(ParameterNode const& node, NodeRead const& parent)
+NodeRead::NodeRead(ParameterNode const& node, NodeRead const& parent, KelSAX::ISAXReader const& reader)
     : m_place{node, nullptr}, m_grammar(parent.m_grammar), m_fitting(parent.m_fitting),
-      m_watch(parent.m_watch != nullptr ? parent.m_watch->Below(*node.m_pNode) : nullptr) {
+      m_watch(parent.m_watch != nullptr ? parent.m_watch->Below(*node.m_pNode, reader.GetPlace()) : nullptr) {
     FindShape();
 }
 
@@ -375,7 +375,7 @@ void NodeRead::ReadValue(ParameterNode const& node, KelSAX::ISAXReader& reader) 
 
 void NodeRead::ReadChildren(ParameterNode const& node, KelSAX::ISAXReader& reader) {
     Sax::NoteStrayText(reader);
-    reader.PushHandler(new NodeRead(node, *this));
+    reader.PushHandler(new NodeRead(node, *this, reader));
 }
 
 } // namespace Zantrel

@@ -35,8 +35,8 @@ protected:
     NodeRead(ParameterNode const& node, ParameterFileGrammar const& grammar, ParameterFileValidity* validity);
 
 private:
-    /// For an element within the one of `parent`.
-    NodeRead(ParameterNode const& node, NodeRead const& parent);
+    /// For the element that `reader` is at, within the one of `parent`.
+    NodeRead(ParameterNode const& node, NodeRead const& parent, KelSAX::ISAXReader const& reader);
 
     // What the element is, by its tag, its name and the cursor's node. Both touch no bag.
     FileElement Recognise(std::string const& tag, KelSAX::ISAXReader& reader);

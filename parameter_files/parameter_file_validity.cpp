@@ -15,9 +15,9 @@ namespace {
 /// misses children of its own and tells nobody: files may lack what stands right below the root.
 template <class Handler, class Read>
 bool Check(ParameterLayout const& layout, ParameterFileValidityOptions const& options,
-           ParameterFileValidityResult* result, Read const& read) {
+           ParameterFileValidityResult* result, ReadReport* report, Read const& read) {
     ParameterDatabase database(&layout);
-    ParameterFileValidity validity(options);
+    ParameterFileValidity validity(options, report);
     Handler handler(database.GetProfileEditor(), &validity);
     if (!read(handler)) {
         if (result != nullptr) {
@@ -35,7 +35,7 @@ template <class Handler>
 bool CheckFile(ParameterLayout const& layout, std::wstring const& path,
                ParameterFileValidityOptions const& options, ParameterFileValidityResult* result,
                ReadReport* report) {
-    return Check<Handler>(layout, options, result, [&](Handler& handler) {
+    return Check<Handler>(layout, options, result, report, [&](Handler& handler) {
         return KelAM::SaxUtilities::ReadFile(path, handler, report);
     });
 }
@@ -44,7 +44,7 @@ template <class Handler>
 bool CheckStream(ParameterLayout const& layout, std::basic_istream<char>& in,
                  ParameterFileValidityOptions const& options, ParameterFileValidityResult* result,
                  ReadReport* report) {
-    return Check<Handler>(layout, options, result, [&](Handler& handler) {
+    return Check<Handler>(layout, options, result, report, [&](Handler& handler) {
         return KelAM::SaxUtilities::ReadStream(in, handler, report);
     });
 }

@@ -26,6 +26,7 @@ public:
         DroppedValue,      ///< a value or flag that what it was read for can't have
         UntakenAttribute,  ///< an attribute that no handler asked for, of an element that one took
         PassedOver,        ///< what another function would take, counted; one entry a file, without a place
+        MissingElement,    ///< at an element of a file that is checked: a child that must be there isn't
     };
 
     /// One thing to tell. It owns its texts, so it may be kept beyond the read and the report. They are short

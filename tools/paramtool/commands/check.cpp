@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 //
-// To look at: IsValidParameterFile, whose messages tell of what is missing and whose report tells where
-// something is unknown or doesn't parse; Validate, which holds values against the layout.
+// To look at: IsValidParameterFile, whose report tells where something is unknown, missing or doesn't parse;
+// Validate, which holds values against the layout.
 
 #include "commands.h"
 #include "common/host.h"
@@ -62,13 +62,6 @@ private:
                       : IsValidParameterFile(*m_layout.m_layout, m_file.Path(), {}, &result, &report);
         if (!isRead && result.m_messages.empty()) {
             Host::FailToRead(m_file.Name(), report);
-        }
-        for (std::wstring const& message : result.m_messages) {
-            // Of unknown elements the report tells, with their places; and of this format every root is
-            // right.
-            if (message.find(L"Mandatory") == 0) {
-                Tell({Severity::Error, m_file.Name(), 0, 0, message, L""});
-            }
         }
         m_counts.errors += TellPassedOver(m_output, m_file.Name(), report, &Output::PrintFinding);
     }

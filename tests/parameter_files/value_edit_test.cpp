@@ -1,0 +1,85 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <zantrel/parameter_files/value_edit.h>
+
+#include "tests/support/small_parameter_file.h"
+
+#include <zantrel/store/file_content.h>
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+
+namespace {
+
+using namespace TestSupport;
+
+class ValueEdits : public testing::Test {
+protected:
+    static constexpr char const* Path = "value_edits.xml";
+    ~ValueEdits() override { std::filesystem::remove(Path); }
+
+    std::string Edited(std::string const& document, std::vector<ValueText> const& values) {
+        std::ofstream(Path, std::ios::binary) << document;
+        m_isEdited = EditValueTexts(m_layout, std::wstring(L"value_edits.xml"), values,
+                                    std::wstring(L"value_edits.xml"), &m_report);
+        std::ostringstream bytes;
+        bytes << std::ifstream(Path, std::ios::binary).rdbuf();
+        return bytes.str();
+    }
+
+    SmallLayout const m_layout;
+    WriteReport m_report;
+    bool m_isEdited = false;
+};
+
+TEST_F(ValueEdits, ChangeTheTextAndNothingElse) {
+    struct Row {
+        char const* before;
+        std::vector<ValueText> values;
+        char const* after;
+    } const rows[] = {
+        {"<Root><G><D> 1.5 </D></G></Root>", {{L"G_D", L"0.06"}}, "<Root><G><D>0.06</D></G></Root>"},
+        {"\xEF\xBB\xBF<Root>\r\r\n<!--<D>--><G a='>'><S b='/>' />\xC3\xA4<B>0</B></G></Root>",
+         {{L"G_B", L"True"}, {L"G_S", L"<\x00E4>"}},
+         "\xEF\xBB\xBF<Root>\r\r\n<!--<D>--><G a='>'><S b='/>' "
+         ">&lt;\xC3\xA4&gt;</S>\xC3\xA4<B>True</B></G></Root>"},
+        {"<Root><M><Item><I>1</I></Item><Item><Strange/><I>2</I></Item></M></Root>",
+         {{L"M_Item[1]_I", L"3"}},
+         "<Root><M><Item><I>1</I></Item><Item><Strange/><I>3</I></Item></M></Root>"},
+        {"<Root><C><Default><I>1</I></Default><Profile Name='P'><I>1</I></Profile></C></Root>",
+         {{L"C_Profile[P]_I", L"4"}, {L"C_Profile::Default::_I", L"5"}},
+         "<Root><C><Default><I>5</I></Default><Profile Name='P'><I>4</I></Profile></C></Root>"},
+    };
+    for (Row const& row : rows) {
+        EXPECT_EQ(Edited(row.before, row.values), row.after);
+        EXPECT_TRUE(m_isEdited) << StringConversion::NativeToUtf8(m_report.Format());
+    }
+}
+
+TEST_F(ValueEdits, AreRefusedWhereMoreWouldChange) {
+    struct Row {
+        char const* document;
+        ValueText value;
+        wchar_t const* reason;
+    } const rows[] = {
+        {"<Root><G/></Root>", {L"G_D", L"1"}, L"The file has no element for it. (G_D)"},
+        {"<Root><G><D>1</D></G></Root>", {L"Nowhere", L"1"}, L"The file has no element for it. (Nowhere)"},
+        {"<Root><G><D>1</D></G></Root>", {L"G_D", L"1,5"}, L"Read back, the value isn't \"1,5\". (G_D)"},
+        {"<Root><G><D>1</D><D>2</D></G></Root>", {L"G_D", L"3"}, L"Read back, the value isn't \"3\". (G_D)"},
+        {"<Root><G><D><![CDATA[1]]></D></G></Root>",
+         {L"G_D", L"3"},
+         L"The element holds more than a text. (G_D)"},
+        {"<Root><G><A><Name>a</Name></A></G></Root>",
+         {L"G_A", L"3"},
+         L"The element holds more than a text. (G_A)"},
+        {"<Root><G><S>1</S></G></Root>", {L"G_S", L"\x0001"}, L"The text holds what XML can't carry. (G_S)"},
+    };
+    for (Row const& row : rows) {
+        EXPECT_EQ(Edited(row.document, {row.value}), row.document);
+        EXPECT_EQ(m_report.Format(), row.reason);
+    }
+    EXPECT_FALSE(m_isEdited);
+}
+
+} // namespace
