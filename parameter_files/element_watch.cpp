@@ -79,13 +79,13 @@ void ElementWatch::ReportMissing() {
 }
 
 void ElementWatch::NotePlaceOfMissing(LayoutNode const& child) const {
-    if (m_validity.report == nullptr || m_place.line == 0) {
-        return;
+    if (m_place.line == 0) {
+        return; // nobody wants to hear of it
     }
     ReadReport::Entry entry = m_place;
     entry.kind = ReadReport::Kind::MissingElement;
     entry.sentence = L"The element \"" + child.m_name + L"\" must be in here and isn't.";
-    m_validity.report->Add(std::move(entry));
+    m_validity.missing.push_back(std::move(entry));
 }
 
 } // namespace Zantrel

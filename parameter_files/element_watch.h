@@ -12,20 +12,20 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 namespace Zantrel {
 
 /// What one validity check has found so far. Outlives its watches.
 struct ParameterFileValidity {
-    /// The report is borrowed, and may be null.
-    ParameterFileValidity(ParameterFileValidityOptions const& options, ReadReport* readReport)
-        : maxDepth(options.m_maxDepth), report(readReport) {}
+    explicit ParameterFileValidity(ParameterFileValidityOptions const& options)
+        : maxDepth(options.m_maxDepth) {}
 
     /// Adds the message that the parts give together. Throws std::bad_alloc, with the verdict in place.
     void Report(std::initializer_list<std::wstring_view> parts);
 
     std::size_t maxDepth;
-    ReadReport* report; ///< hears of what is missing, with its place
+    std::vector<ReadReport::Entry> missing; ///< what must be there and isn't, with its place
     ParameterFileValidityResult result;
 };
 

@@ -7,6 +7,8 @@
 #include <zantrel/database/parameter_database.h>
 #include <zantrel/sax/sax_utilities.h>
 
+#include <utility>
+
 namespace Zantrel {
 
 namespace {
@@ -17,13 +19,18 @@ template <class Handler, class Read>
 bool Check(ParameterLayout const& layout, ParameterFileValidityOptions const& options,
            ParameterFileValidityResult* result, ReadReport* report, Read const& read) {
     ParameterDatabase database(&layout);
-    ParameterFileValidity validity(options, report);
+    ParameterFileValidity validity(options);
     Handler handler(database.GetProfileEditor(), &validity);
     if (!read(handler)) {
         if (result != nullptr) {
             result->m_isValid = false;
         }
         return false;
+    }
+    if (report != nullptr) {
+        for (ReadReport::Entry& entry : validity.missing) {
+            report->Add(std::move(entry));
+        }
     }
     if (result != nullptr) {
         *result = validity.result;

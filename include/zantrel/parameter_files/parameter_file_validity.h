@@ -30,8 +30,9 @@ struct ParameterFileValidityResult {
 /// Whether a generic parameter file fits `layout`: its root bears the name of the layout's root, each element
 /// is known where it stands, and none is missing that must be there (LayoutNode::m_writeToParameterFile).
 /// Elements right below the root, and those of profiles and items, may be missing. Whether values parse isn't
-/// looked at, but `report` hears of it, and of what is missing at the element that lacks it. Reads into a
-/// database of its own, so that nothing of the caller's changes.
+/// looked at, but `report` hears of it, and at last, of a file that can be read, of each element that is
+/// missing, at the one that lacks it. Reads into a database of its own, so that nothing of the caller's
+/// changes.
 ///
 /// There is one message for each thing that doesn't fit, however many these are: for an element without
 /// content, one for each child that must be there. A layout whose "ProfileEditor" isn't its own, such as a
