@@ -220,6 +220,9 @@ void MakeLarge(int count, std::string const& folder) {
             node->SetDisplayName(L"Parameter " + number)->SetPostfix(L"mm")->SetRange<std::int32_t>(0, 9);
             node->AddOption(L"1", L"One");
             node->AddOption(L"2", L"Two");
+            if (i % 20 == 2) {
+                node->AddEditabilitySource(&group->At(1), std::wstring(L"True"));
+            }
             if (i % 20 > 4) {
                 node->AddVisibilitySource(&group->At(1), std::wstring(L"True"));
             }

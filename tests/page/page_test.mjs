@@ -336,5 +336,13 @@ test("the keyboard alone reaches a value, changes it and puts it back", async ()
     await press("Space");
     assert.equal(await lines(), "set\tTab2_Group0_Parameter1\ttrue\n");
     assert.equal(await shown(), 30);
+    await press("Tab", "Tab");
+    await page.keyboard.type("5"); // which it can while the flag is true
+    await page.keyboard.down("Shift");
+    await press("Tab", "Tab");
+    await page.keyboard.up("Shift");
+    await press("Space");
+    const sets = ["1\ttrue", "2\t5", "1\tfalse"].map((set) => `set\tTab2_Group0_Parameter${set}\n`);
+    assert.equal(await lines(), sets.join(""));
   });
 });

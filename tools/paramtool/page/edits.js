@@ -107,13 +107,12 @@ const Edits = (() => {
     #assign(place, text, hasValue) {
       const isSource = this.sourceNodes.has(place.node.id);
       if (isSource) {
-        this.#takeBackLast(place);
         this.#tellValues(place);
+        this.#takeBackLast(place);
       }
       place.text = text;
       place.hasValue = hasValue;
       if (isSource) {
-        this.last = { place, before: place.told };
         this.#tellValue(place);
       }
     }
@@ -283,15 +282,17 @@ const Edits = (() => {
       const lines = this.#valueLine(place);
       if (lines.length !== 0 && this.isOfFile(place)) {
         this.lines.push(...lines);
+        this.last = { place, before: place.told };
         place.told = place.text;
       }
     }
 
     /** Of a value that is typed letter by letter one line stays. */
     #takeBackLast(place) {
-      if (this.last?.place === place && place.told !== this.last.before) {
+      if (this.last?.place === place) {
         this.lines.pop();
         place.told = this.last.before;
+        this.last = null;
       }
     }
 
