@@ -17,6 +17,7 @@
 #include <cstdint>
 #include <iterator>
 #include <stdexcept>
+#include <type_traits>
 #include <unordered_map>
 #include <unordered_set>
 #include <utility>
@@ -189,7 +190,7 @@ class Nodes {
 public:
     explicit Nodes(ParameterLayout const& layout) : m_lint(Editing::Lint(layout)) {
         Add(layout, nullptr, 0);
-        AddBelow(*NodeAt(RequiredIdOf(layout.m_profileEditor)));
+        AddLists(*m_nodes[RequiredIdOf(layout.m_profileEditor)]);
         for (Editing::LintFinding const& finding : m_lint) {
             if (finding.kind == Editing::LintKind::BadPattern) {
                 m_badPatterns.insert(finding.node);
@@ -218,12 +219,11 @@ public:
     }
 
 private:
-    LayoutNode const* NodeAt(std::size_t id) const { return m_nodes[id]; }
     void Add(LayoutNode const& node, LayoutNode const* parent, std::size_t depth);
-    void AddBelow(LayoutNode const& editor);
+    void AddLists(LayoutNode const& editor);
     LayoutNode const* ListOf(LayoutNode const& choice) const;
     json DataOf(LayoutNode const& node) const;
-    void AddContainer(json& data, LayoutNode const& node) const;
+    void AddReferences(json& data, LayoutNode const& node) const;
     json ConditionsOf(std::vector<LayoutNodeSource> const& conditions) const;
 
     std::vector<Editing::LintFinding> m_lint;
@@ -252,7 +252,7 @@ void Nodes::Add(LayoutNode const& node, LayoutNode const* parent, std::size_t de
 
 /// The profile lists below the editor. All children of a node come before what stands below them, and of
 /// siblings of one name the last, as a search by name finds them.
-void Nodes::AddBelow(LayoutNode const& editor) {
+void Nodes::AddLists(LayoutNode const& editor) {
     std::vector<LayoutNode const*> open{&editor};
     while (!open.empty()) {
         LayoutNode const& node = *open.back();
@@ -290,21 +290,9 @@ json Nodes::ConditionsOf(std::vector<LayoutNodeSource> const& conditions) const 
     return data;
 }
 
-void Nodes::AddContainer(json& data, LayoutNode const& node) const {
-    if (node.m_isProfileList || node.m_isList) {
-        data["container"] = node.m_isProfileList ? "profiles" : "list";
-        data["entryName"] = NativeToUtf8(node.m_nodeName);
-    }
-}
-
-json Nodes::DataOf(LayoutNode const& node) const {
+/// The fields that aren't as a new node has them.
+void AddFields(json& data, LayoutNode const& node) {
     static LayoutNode const plain(L"", eTypeLayoutNode::Group, L"");
-    // What stands below anything but a group is never formatted, and is no place.
-    bool const isGroup = node.m_type == eTypeLayoutNode::Group || node.Size() != 0;
-    json data{{"id", m_ids.at(&node)},
-              {"parent", IdOf(m_parents.at(&node))},
-              {"name", NativeToUtf8(node.m_name)},
-              {"type", isGroup ? "Group" : WordOf(node.m_type)}};
     for (auto const& [word, field] : TextFields) {
         if (!(node.*field).empty()) {
             data[word] = NativeToUtf8(node.*field);
@@ -323,16 +311,17 @@ json Nodes::DataOf(LayoutNode const& node) const {
     if (node.m_precision != plain.m_precision) {
         data["precision"] = node.m_precision;
     }
-    if (!isGroup) {
-        data["default"] = DefaultOf(node);
-        data["emptyIsTold"] = IsEmptyTold(node);
-    }
-    if (!node.m_regex.empty()) {
-        data[m_badPatterns.count(&node) != 0 ? "badRegex" : "regex"] = NativeToUtf8(node.m_regex);
-    }
     if (!node.m_optionValues.empty()) {
         data["options"] = OptionsOf(node);
     }
+    if (node.m_isProfileList || node.m_isList) {
+        data["container"] = node.m_isProfileList ? "profiles" : "list";
+        data["entryName"] = NativeToUtf8(node.m_nodeName);
+    }
+}
+
+/// What names other nodes.
+void Nodes::AddReferences(json& data, LayoutNode const& node) const {
     if (LayoutNode const* list = ListOf(node)) {
         data["profileList"] = IdOf(list);
     }
@@ -342,12 +331,29 @@ json Nodes::DataOf(LayoutNode const& node) const {
     if (!node.m_editabilitySources.empty()) {
         data["editableWhere"] = ConditionsOf(node.m_editabilitySources);
     }
-    AddContainer(data, node);
     if (node.m_type == eTypeLayoutNode::Group && node.Size() != 0) {
         json& children = data["children"] = json::array();
         for (LayoutNode const* child : node.m_children) {
             children.push_back(IdOf(child));
         }
+    }
+}
+
+json Nodes::DataOf(LayoutNode const& node) const {
+    // What stands below anything but a group is never formatted, and is no place.
+    bool const isGroup = node.m_type == eTypeLayoutNode::Group || node.Size() != 0;
+    json data{{"id", m_ids.at(&node)},
+              {"parent", IdOf(m_parents.at(&node))},
+              {"name", NativeToUtf8(node.m_name)},
+              {"type", isGroup ? "Group" : WordOf(node.m_type)}};
+    AddFields(data, node);
+    AddReferences(data, node);
+    if (!isGroup) {
+        data["default"] = DefaultOf(node);
+        data["emptyIsTold"] = IsEmptyTold(node);
+    }
+    if (!node.m_regex.empty()) {
+        data[m_badPatterns.count(&node) != 0 ? "badRegex" : "regex"] = NativeToUtf8(node.m_regex);
     }
     return data;
 }
