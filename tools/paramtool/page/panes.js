@@ -49,6 +49,7 @@ const Panes = (() => {
   function factsOf(app, place) {
     const { node } = place;
     const isLeaf = place.kind === "leaf";
+    const isText = isLeaf && !["Int", "Double", "Distance", "Bool", "FileAttachment"].includes(node.type);
     const hasDefault = isLeaf && node.type !== "FileAttachment";
     const digits = node.precision === 1 ? "1 digit" : `${node.precision} digits`;
     return [
@@ -58,8 +59,8 @@ const Panes = (() => {
       ["Range", isLeaf ? Fields.rangeOf(node) : ""],
       ["Unit", isLeaf ? app.translate(node.postfix) : ""],
       ["Precision", ["Double", "Distance"].includes(node.type) && isLeaf ? `${digits} behind the point` : ""],
-      ["Length", node.maxLength === 0 ? "" : `at most ${node.maxLength} characters`],
-      ["Rule", node.regexText || node.regex || node.badRegex],
+      ["Length", node.maxLength === 0 || !isText ? "" : `at most ${node.maxLength} characters`],
+      ["Rule", isText ? node.regexText || node.regex || node.badRegex : ""],
       ["Entries", place.isContainer ? numberOf(node) : ""],
       ["Unique", node.unique ? "among the entries around it" : ""],
       ["May be empty", isLeaf && node.allowEmpty ? "yes" : ""],
