@@ -16,15 +16,17 @@ using namespace TestSupport;
 
 class ValueEdits : public testing::Test {
 protected:
-    static constexpr char const* Path = "value_edits.xml";
-    ~ValueEdits() override { std::filesystem::remove(Path); }
+    // Tests run beside each other, in one folder.
+    std::string const m_path =
+        testing::UnitTest::GetInstance()->current_test_info()->name() + std::string(".xml");
+    ~ValueEdits() override { std::filesystem::remove(m_path); }
 
     std::string Edited(std::string const& document, std::vector<ValueText> const& values) {
-        std::ofstream(Path, std::ios::binary) << document;
-        m_isEdited = EditValueTexts(m_layout, std::wstring(L"value_edits.xml"), values,
-                                    std::wstring(L"value_edits.xml"), &m_report);
+        std::wstring const path(m_path.begin(), m_path.end());
+        std::ofstream(m_path, std::ios::binary) << document;
+        m_isEdited = EditValueTexts(m_layout, path, values, path, &m_report);
         std::ostringstream bytes;
-        bytes << std::ifstream(Path, std::ios::binary).rdbuf();
+        bytes << std::ifstream(m_path, std::ios::binary).rdbuf();
         return bytes.str();
     }
 

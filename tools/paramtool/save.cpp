@@ -45,7 +45,8 @@ void RequireKept(ParameterFile const& file, std::vector<Edit> const& edits,
     for (Difference const& loss : losses) {
         for (Edit const& edit : edits) {
             std::wstring const& path = edit.words.front();
-            if (path.compare(0, loss.path.size(), loss.path) == 0) {
+            bool const isPlace = loss.kind != Difference::Kind::Flag; // without a flag the values are kept
+            if (isPlace && path.compare(0, loss.path.size(), loss.path) == 0) {
                 std::wstring reason;
                 for (std::wstring const& cause : CausesOfLosses(file.m_database, file.m_format)) {
                     reason += L"; " + cause;

@@ -16,6 +16,7 @@ complete -c paramtool -f -n '__fish_seen_subcommand_from layout' -a lint -d 'Say
 complete -c paramtool -f -n __fish_use_subcommand -a layout
 complete -c paramtool -f -n '__fish_seen_subcommand_from layout' -a diff -d 'Compares two layouts node by node'
 complete -c paramtool -f -n '__fish_seen_subcommand_from layout' -a schema -d 'Writes an XML schema of the layout\'s parameter files'
+complete -c paramtool -f -n '__fish_seen_subcommand_from layout' -a page -d 'Writes a page on which a layout can be seen and tried'
 complete -c paramtool -f -n '__fish_seen_subcommand_from ticket' -a show -d 'Lists the properties of a build ticket'
 complete -c paramtool -f -n __fish_use_subcommand -a ticket
 complete -c paramtool -f -n '__fish_seen_subcommand_from ticket' -a diff -d 'Compares two build tickets'
@@ -83,6 +84,10 @@ complete -c paramtool -n '__fish_seen_subcommand_from layout; and __fish_seen_su
 complete -c paramtool -n '__fish_seen_subcommand_from layout; and __fish_seen_subcommand_from diff' -l json -d 'one JSON document instead of lines'
 complete -c paramtool -n '__fish_seen_subcommand_from layout; and __fish_seen_subcommand_from schema' -s o -l output -r -d 'the XML schema to write'
 complete -c paramtool -n '__fish_seen_subcommand_from layout; and __fish_seen_subcommand_from schema' -l json -d 'one JSON document instead of lines'
+complete -c paramtool -n '__fish_seen_subcommand_from layout; and __fish_seen_subcommand_from page' -s o -l output -r -d 'the page to write'
+complete -c paramtool -n '__fish_seen_subcommand_from layout; and __fish_seen_subcommand_from page' -l values -r -d 'show the values of this parameter file'
+complete -c paramtool -n '__fish_seen_subcommand_from layout; and __fish_seen_subcommand_from page' -l language -r -d 'the language of the layout\'s dictionary to begin with'
+complete -c paramtool -n '__fish_seen_subcommand_from layout; and __fish_seen_subcommand_from page' -l json -d 'one JSON document instead of lines'
 complete -c paramtool -n '__fish_seen_subcommand_from ticket; and __fish_seen_subcommand_from show' -l part -r -d 'only what this part overrides'
 complete -c paramtool -n '__fish_seen_subcommand_from ticket; and __fish_seen_subcommand_from show' -l json -d 'one JSON document instead of lines'
 complete -c paramtool -n '__fish_seen_subcommand_from ticket; and __fish_seen_subcommand_from diff' -l part -r -d 'only what this part overrides'
