@@ -8,6 +8,7 @@ function(find_headers package target folder)
   if(${package}_FOUND AND CMAKE_CROSSCOMPILING)
     # Beside them stand the headers of the system that builds.
     get_target_property(headers ${target} INTERFACE_INCLUDE_DIRECTORIES)
+    list(GET headers 0 headers) # some packages name theirs twice
     file(MAKE_DIRECTORY ${PROJECT_BINARY_DIR}/headers)
     file(CREATE_LINK ${headers}/${folder} ${PROJECT_BINARY_DIR}/headers/${folder} SYMBOLIC)
     set_target_properties(${target} PROPERTIES INTERFACE_INCLUDE_DIRECTORIES ${PROJECT_BINARY_DIR}/headers)
