@@ -15,7 +15,10 @@ namespace {
 /// Counts profiles only where their number is near the limit: the bag, which holds a few flags beside them,
 /// knows its size.
 bool HasMoreThan(std::uint64_t limit, Place const& container) {
-    return container.GetCursor().m_pProperties->GetNumProperties() > limit && SizeOf(container) > limit;
+    // Profiles are entries of the bag itself, so that it tells at once when there are few; items aren't.
+    bool const isOfProfiles = container.GetLayoutNode()->m_isProfileList;
+    bool const mayHave = !isOfProfiles || container.GetCursor().m_pProperties->GetNumProperties() > limit;
+    return mayHave && SizeOf(container) > limit;
 }
 
 /// For a container and the number of entries that there would be.

@@ -31,7 +31,7 @@ struct PatternPiece {
 struct PatternBounds {
     static constexpr std::size_t LongestText = 4096;
     static constexpr std::size_t DeepestNesting = 100;
-    static constexpr std::size_t MostStates = 10000;
+    static constexpr std::size_t MostStates = 1000;
 };
 
 /// Takes a pattern apart. Throws PatternError.

@@ -8,11 +8,14 @@
 #include <zantrel/database/value_type.h>
 #include <zantrel/editing/finding.h>
 #include <zantrel/layout/layout_node.h>
+#include <zantrel/text/string_conversion.h>
 
 #include <cstdint>
+#include <filesystem>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <type_traits>
 #include <utility>
 
@@ -33,10 +36,14 @@ inline std::optional<bool> ParseValue(std::wstring_view text, TypeTag<bool>) { r
 inline std::optional<std::wstring> ParseValue(std::wstring_view text, TypeTag<std::wstring>) {
     return std::wstring(text);
 }
-/// Of the file at that path.
+/// Of the file at that path: an ordinary one, since a device or a pipe may never end.
 inline std::optional<KelAM::FileContent> ParseValue(std::wstring_view text, TypeTag<KelAM::FileContent>) {
+    std::string const utf8 = StringConversion::NativeToUtf8(text);
+    std::error_code error;
+    bool const isFile =
+        std::filesystem::is_regular_file(std::u8string(utf8.begin(), utf8.end()), error) && !error;
     KelAM::FileContent content;
-    return content.LoadFile(std::wstring(text)) ? std::optional(std::move(content)) : std::nullopt;
+    return isFile && content.LoadFile(std::wstring(text)) ? std::optional(std::move(content)) : std::nullopt;
 }
 
 /// Whether a value can be set: it is there, or would be made, as that of a choice of the driver's. Of

@@ -119,11 +119,13 @@ void ValueRules::CheckText(PlaceView const& place, std::wstring const& value,
     if (m_profileList != nullptr) {
         CheckProfile(place, value, findings);
     }
-    if (m_node.m_maxLength != 0 && CountCharacters(value) > m_node.m_maxLength) {
+    bool const isTooLong = m_node.m_maxLength != 0 && CountCharacters(value) > m_node.m_maxLength;
+    if (isTooLong) {
         findings.push_back(
             MakeFinding(FindingKind::TooLong, place, value, std::to_wstring(m_node.m_maxLength)));
     }
-    if (m_pattern != nullptr && !m_pattern->Matches(value)) {
+    // What is too long isn't matched: that takes time in its length.
+    if (!isTooLong && m_pattern != nullptr && !m_pattern->Matches(value)) {
         bool const hasWords = !m_node.m_regexUserFriendly.empty();
         findings.push_back(MakeFinding(FindingKind::AgainstPattern, place, value,
                                        hasWords ? m_node.m_regexUserFriendly : m_node.m_regex));

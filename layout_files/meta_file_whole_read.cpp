@@ -37,6 +37,19 @@ constexpr OwnNode OwnNodes[] = {
     {&Layout::m_partConfigurator, true}, {&Layout::m_jobConfigurator, false},
 };
 
+constexpr double MostBags = 1e6;
+
+/// How many bags formatting makes of a node, with or without the items that lists begin with. A list makes
+/// its content once more, for the template. In a double, which only grows vague where the answer is plain.
+double CountBags(LayoutNode const& node, bool withItems) {
+    double content = 1;
+    for (LayoutNode const* const child : node.m_children) {
+        content += CountBags(*child, withItems);
+    }
+    bool const hasItems = withItems && node.m_isList && !node.m_isProfileList;
+    return hasItems ? content * (static_cast<double>(node.m_multiplicity) + 1) : content;
+}
+
 } // namespace
 
 MetaFileWholeRead::MetaFileWholeRead(ParameterLayout& layout, ReadReport* report)
@@ -44,8 +57,8 @@ MetaFileWholeRead::MetaFileWholeRead(ParameterLayout& layout, ReadReport* report
     LayoutNode* const minor = NodeOf(&Layout::m_versionNode);
     LayoutNode* const version = minor != nullptr ? minor->m_parent : nullptr;
     if (version != nullptr && version->GetOwner() == &layout) {
-        m_version.assign(version->m_children.begin(), version->m_children.end());
-        m_version.push_back(version);
+        m_version = version;
+        m_versions.insert(version->m_children.begin(), version->m_children.end());
     }
 }
 
@@ -94,6 +107,7 @@ void MetaFileWholeRead::HandleEndTag(std::string_view) {
 void MetaFileWholeRead::ResolveReferences(KelSAX::ISAXReader&) {
     m_references.Resolve(m_layout);
     FindCategoryLevel();
+    BoundItems();
 }
 
 /// Nobody's, and said once: its attributes count as asked for.
@@ -187,14 +201,18 @@ bool MetaFileWholeRead::EnterOwnNode(std::string_view tag) {
             return true;
         }
     }
-    auto const met = std::find_if(m_version.begin(), m_version.end(), [&](LayoutNode const* node) {
-        return node->GetOwner() == m_currentNode && Text::EqualsUtf8(node->m_name, tag);
-    });
-    if (met == m_version.end()) {
+    if (m_currentNode == &m_layout && m_version != nullptr && Text::EqualsUtf8(m_version->m_name, tag)) {
+        GoTo(Place{std::exchange(m_version, nullptr), Here().level + 1});
+        return true;
+    }
+    // One that is there already is the node of its name; of others each element makes its own.
+    LayoutNode* const met = m_versions.empty() || m_currentNode == &m_layout
+                                ? nullptr
+                                : m_currentNode->m_children.Find(StringConversion::Utf8ToNative(tag));
+    if (met == nullptr || m_versions.erase(met) == 0) {
         return false;
     }
-    GoTo(Place{*met, Here().level + 1});
-    m_version.erase(met);
+    GoTo(Place{met, Here().level + 1});
     return true;
 }
 
@@ -220,6 +238,9 @@ void MetaFileWholeRead::ReadNode(KelSAX::ISAXReader& reader, bool isNew) {
         m_containerPlace = reader.GetPlace();
     }
     ReadAttributes(*m_currentNode, true, m_references, reader);
+    if (m_currentNode->m_isList && m_currentNode->m_multiplicity != 0) {
+        m_lists.push_back(m_currentNode);
+    }
 }
 
 /// What the node is a container of; it can be several at once.
@@ -273,6 +294,24 @@ void MetaFileWholeRead::ReadType(KelSAX::ISAXReader& reader, bool isNew) {
     std::wstring options;
     if ((!hasWord || type == String) && reader.ReadAttribute(options, Word::Options)) {
         SetOptions(node, options);
+    }
+}
+
+/// A few bytes can ask for more items than memory holds, since those of a list in another one multiply.
+void MetaFileWholeRead::BoundItems() {
+    if (m_lists.empty() || CountBags(m_layout, true) <= std::max(MostBags, 16 * CountBags(m_layout, false))) {
+        return;
+    }
+    for (LayoutNode* const list : m_lists) {
+        list->m_multiplicity = 0;
+    }
+    if (m_report != nullptr) {
+        ReadReport::Entry entry;
+        entry.kind = ReadReport::Kind::DroppedValue;
+        entry.sentence =
+            L"A database would begin with more items than can be meant; all lists of the file begin "
+            L"with none.";
+        m_report->Add(std::move(entry));
     }
 }
 

@@ -4,6 +4,8 @@
 #include "layout_files/layout_read.h"
 #include "layout_files/meta_file_references.h"
 
+#include <cstdint>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -59,12 +61,15 @@ private:
     bool ReadMarks(KelSAX::ISAXReader& reader);
     void ReadValue(KelSAX::ISAXReader& reader, bool isNew);
     void ReadType(KelSAX::ISAXReader& reader, bool isNew);
+    void BoundItems();
     void FindCategoryLevel();
 
     ReadReport* m_report;
     std::vector<Element> m_open;
-    std::vector<LayoutNode*> m_version; ///< the layout's own nodes of its version that no element has met yet
-    ReadReport::Entry m_containerPlace; ///< of the last container, only with a report
+    std::vector<LayoutNode*> m_lists;       ///< that are to begin with items
+    LayoutNode* m_version = nullptr;        ///< the layout's own, until an element has met it
+    std::set<LayoutNode const*> m_versions; ///< what it holds and no element has met yet
+    ReadReport::Entry m_containerPlace;     ///< of the last container, only with a report
     MetaFileReferences m_references;
     std::string m_word; ///< an attribute's value; kept for its room
 };

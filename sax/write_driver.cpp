@@ -304,11 +304,11 @@ char* WriteDriver::BeginElement(std::size_t endSize,
     if (m_ends.size() < m_endsUsed + endSize + KelSAX::PreparedTag::Readable) {
         m_ends.resize(2 * m_ends.size() + endSize + KelSAX::PreparedTag::Readable);
     }
+    m_names.reserve(m_names.size() + KeptOfName);
     WrittenTo(BeginTag());
     if (!m_levels.empty()) {
         m_levels.back().hasChildren = true;
     }
-    m_names.reserve(m_names.size() + KeptOfName);
     m_levels.push_back({m_endsUsed, m_names.size()}); // there is room for all that may be open
     SetLeafLine();
     m_startTag = StartTag::TakesAttributes;

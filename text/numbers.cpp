@@ -109,7 +109,7 @@ constexpr std::size_t MostPlainDigits = 19; // the most that always fit 64 bits
 
 double Quotient(std::uint64_t digits, std::size_t places) noexcept {
     auto const power = static_cast<std::uint64_t>(PowersOfTen[places]);
-    if (digits >> 53 == 0 && power >> 53 == 0) {
+    if (digits == 0 || (digits >> 53 == 0 && power >> 53 == 0)) {
         return static_cast<double>(digits) / static_cast<double>(power);
     }
     int const up = std::countl_zero(digits);

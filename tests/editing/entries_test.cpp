@@ -215,6 +215,8 @@ TEST(EntriesTest, TellWhatAUserMayNot) {
         {add, TooManyItems, L"Materials", [](Workshop& l) { l.materials->SetMultiplicityMax(1); }},
         {remove, TooFewItems, L"Materials", [](Workshop& l) { l.materials->SetMultiplicityMin(1); }},
         {addItem, TooManyItems, L"Jobs", [](Workshop& l) { l.jobs->SetMultiplicityMax(2); }},
+        {addItem, TooManyItems, L"Jobs", [](Workshop& l) { l.jobs->SetMultiplicityMax(4); },
+         [](N, N j) { j.AddListNode(true), j.AddListNode(true); }},
         {removeItem, TooFewItems, L"Jobs", [](Workshop& l) { l.jobs->SetMultiplicityMin(2); }},
         {move, NotAllowed, L"Jobs", [](Workshop& l) { l.jobs->SetUserCanSort(false); }},
         {removeItem, NotAllowed, L"Jobs", [](Workshop& l) { l.jobs->m_userCanRemoveAnyElement = false; }},

@@ -236,6 +236,9 @@ TEST(WholeLayout, SaysWhatItsFileSays) {
          "The type \"ListContainer\" is not known here; the parameter becomes a text.\n"},
         {"<L @L CategoriesName='c' DisplayName='l'><I DisplayName='d'/></L>",
          "<L DisplayName='l'" + list + " CategoriesName='I'" + grows + "><I DisplayName='d'/></L>"},
+        {"<L @L Multiplicity='2000000000'><I/></L>", "<L" + list + grows + "><I/></L>",
+         "A database would begin with more items than can be meant; all lists of the file begin with "
+         "none.\n"},
         // Conditions
         {"<A VisibilitySource='b;c;' VisibleValue='1;2;;4' EditableValue='x'/>"
          "<B VisibilityIdentifier='b' EditabilityIdentifier='b2'/>"

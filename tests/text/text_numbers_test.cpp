@@ -32,7 +32,8 @@ TEST(Numbers, AreParsedWhereTheyAreTheWholeText) {
           Double{"1e3", 1000.0}, Double{"1E-2", 0.01}, Double{".5", 0.5}, Double{"5.", 5.0},
           Double{"INF", Infinity}, Double{"-inf", -Infinity}, Double{"+Inf", Infinity},
           Double{"9007199254740993", 0x1p53}, Double{"900719925474099.3001", 900719925474099.3001},
-          Double{"5e-324", 5e-324}, Double{"1.7976931348623157e308", std::numeric_limits<double>::max()}}) {
+          Double{"-0.0000000000000000", -0.0}, Double{"5e-324", 5e-324},
+          Double{"1.7976931348623157e308", std::numeric_limits<double>::max()}}) {
         EXPECT_EQ(ParseDouble(text), value) << text;
     }
     EXPECT_TRUE(std::isnan(ParseDouble(" nAn ").value_or(0)));

@@ -65,7 +65,7 @@ ZANTREL_EXPORT bool WriteStream(ParameterDatabase const& database, std::basic_os
                                 WriteReport* report = nullptr);
 
 /// The handlers that WriteFile uses, with a copy of `filtering` or with the filter file read. The caller owns
-/// the result, and `database` must outlive it.
+/// the result, and `database` must outlive it and must not change while the handler writes.
 ZANTREL_EXPORT ISAXPersist* _CreateSaxHandlerForWriting(ParameterDatabase const& database,
                                                         ParameterDatabaseIOFiltering& filtering);
 ZANTREL_EXPORT ISAXPersist* _CreateSaxHandlerForWriting(ParameterDatabase const& database,
