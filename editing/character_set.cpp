@@ -3,6 +3,9 @@
 
 #include <algorithm>
 
+// A set is ranges in order that neither overlap nor touch, which a search and a negation rely on, and beside
+// them a bit for each character of ASCII: most values have no others, and need no search.
+
 namespace Zantrel::Editing {
 
 namespace {
@@ -18,6 +21,7 @@ char32_t UnitAt(std::wstring_view text, std::size_t position) {
 std::vector<CharacterRange> Joined(std::vector<CharacterRange> ranges) {
     std::sort(ranges.begin(), ranges.end(),
               [](CharacterRange left, CharacterRange right) { return left.first < right.first; });
+    // The predecessor below is that of a number above another one, and so doesn't wrap at 0.
     std::vector<CharacterRange> joined;
     for (CharacterRange const range : ranges) {
         if (!joined.empty() && (range.first <= joined.back().last || range.first - 1 == joined.back().last)) {
@@ -37,6 +41,7 @@ std::vector<CharacterRange> Negated(std::vector<CharacterRange> const& joined) {
         if (range.first > begin) {
             negated.push_back({begin, range.first - 1});
         }
+        // Nothing lies behind it, and its successor would be 0.
         if (range.last == CharacterSet::Greatest) {
             return negated;
         }
@@ -49,6 +54,7 @@ std::vector<CharacterRange> Negated(std::vector<CharacterRange> const& joined) {
 } // namespace
 
 char32_t NextCharacter(std::wstring_view text, std::size_t& position) noexcept {
+    // Half a pair is a character of its own. The position must be one of the text's: who calls looks first.
     char32_t const unit = UnitAt(text, position++);
     if (!IsHigh(unit) || position == text.size() || !IsLow(UnitAt(text, position))) {
         return unit;
@@ -65,6 +71,7 @@ std::size_t CountCharacters(std::wstring_view text) noexcept {
 }
 
 void AppendCharacter(std::wstring& text, char32_t character) {
+    // Where a wchar_t holds every character, pairs would be two.
     if (sizeof(wchar_t) == 2 && character > 0xFFFF) {
         text += static_cast<wchar_t>(0xD800 + ((character - 0x10000) >> 10));
         character = 0xDC00 + ((character - 0x10000) & 0x3FF);

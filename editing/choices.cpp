@@ -14,6 +14,7 @@ namespace {
 std::vector<Choice> OptionsOf(LayoutNode const& layout) {
     std::vector<Choice> choices;
     for (std::size_t i = 0; i != layout.m_optionValues.size(); ++i) {
+        // A layout may give fewer names than options.
         bool const isNamed =
             i < layout.m_optionDisplayNames.size() && !layout.m_optionDisplayNames[i].empty();
         std::wstring const& value = layout.m_optionValues[i];

@@ -16,6 +16,8 @@ namespace Zantrel::Editing {
 namespace {
 
 /// FNV-1a of 64 bits, as 16 digits.
+/// Tells two contents apart for a person, and decides nothing: whether they are the same is found out by
+/// their bytes.
 std::wstring Checksum(std::vector<std::byte> const& bytes) {
     std::uint64_t sum = 0xCBF29CE484222325;
     for (std::byte const byte : bytes) {
@@ -28,6 +30,8 @@ std::wstring Checksum(std::vector<std::byte> const& bytes) {
     return digits;
 }
 
+// What conditions are compared with. Flags have capital letters here, as layouts say them, and none in
+// TextOf, as parameter files do.
 template <class T> std::wstring Format(T const& value, LayoutNode const&) { return TextOf(value); }
 std::wstring Format(double value, LayoutNode const& node) { return TextOf(value, node.m_precision); }
 std::wstring Format(bool value, LayoutNode const&) { return value ? L"True" : L"False"; }

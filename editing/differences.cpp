@@ -6,6 +6,9 @@
 #include "editing/place_flags.h"
 #include "editing/value_conversion.h"
 
+// Two databases are gone through as pairs of places (see paired_places.h): which nodes belong together is
+// settled once for a pair of nodes, and entries are matched by name or turn each time they come.
+
 namespace Zantrel::Editing {
 
 namespace {
@@ -20,6 +23,8 @@ std::vector<Pair> MatchedEntries(std::vector<Entry<ParameterView>>& first,
     auto const groupOf = [](Entry<ParameterView> const& entry) {
         return static_cast<std::size_t>(entry.kind);
     };
+    // Items and the default profile have no name; kind and turn match them. Names are found by hash, and the
+    // alone ones wait at the position they go before, so that nothing is searched for.
     NamedPositions names;
     for (std::size_t i = 0; i < second.size(); ++i) {
         names.Add(groupOf(second[i]), second[i].name, i);
@@ -70,6 +75,8 @@ public:
         ParameterView const ofFirst = pair.first != Nowhere ? first.At(pair.first) : ParameterView();
         ParameterView const ofSecond = pair.second != Nowhere ? second.At(pair.second) : ParameterView();
         if (isAlone || !ofFirst.IsValid() || !ofSecond.IsValid()) {
+            // A node that both layouts have may lack content in one database: that is told where what is
+            // around it has content in both, as otherwise it was told further up.
             if (isAlone ? pair.isTop : first.IsReached(pair.first) && second.IsReached(pair.second)) {
                 AddAlone(ofFirst, ofFirst.IsValid() ? first.Path(pair.first) : std::wstring(), ofSecond,
                          ofSecond.IsValid() ? second.Path(pair.second) : std::wstring());

@@ -15,6 +15,10 @@
 #include <unordered_set>
 #include <utility>
 
+// What counts is asked in one order everywhere: overrides of the part, defaults of the ticket, default of the
+// layout. The layout says which properties there are and in which order they are told; what the ticket has
+// beyond that follows by name, as its bags have no order that means anything to a user.
+
 namespace Zantrel::Editing {
 
 namespace {
@@ -28,6 +32,7 @@ template <class... Types> std::wstring TextOfAny(IPersistentProperty const& prop
     auto const take = [&text](auto const* typed) {
         text = typed != nullptr ? TextOf(typed->m_value) : std::move(text);
     };
+    // At most one of the types is the property's.
     (take(PropertyCast<Types>(&property)), ...);
     return text;
 }
@@ -89,6 +94,7 @@ public:
     /// By name, what is in the ticket and no node declares.
     void AddOthers() {
         std::map<std::wstring_view, EffectiveValue> others;
+        // Which bag comes first plays no part: what counts is looked up anew for each name.
         for (PersistentProperties const* const bag : {m_overrides, &m_defaults}) {
             if (bag == nullptr) {
                 continue;

@@ -8,6 +8,10 @@
 #include <cstdint>
 #include <utility>
 
+// What a user may do is asked here alone: cursors ask nobody, as hosts may do more than their users. All
+// questions come before the first change, and each gives at most one finding, so that a refusal is one
+// sentence and has touched nothing.
+
 namespace Zantrel::Editing {
 
 namespace {
@@ -77,6 +81,7 @@ std::optional<Finding> AgainstChanging(PlaceView const& place) {
     if (look.isEditable) {
         return std::nullopt;
     }
+    // Several reasons may be there; the outermost is what a user would have to change first.
     Finding finding = MakeFinding(FindingKind::ReadOnly, place);
     for (LookReason const& reason : look.reasons) {
         if (!reason.isAboutVisibility) {
@@ -111,6 +116,7 @@ Finding NotAllowed(PlaceView const& place, std::wstring reason) {
     return MakeFinding(FindingKind::NotAllowed, place, {}, std::move(reason));
 }
 
+/// An entry has the container's node, as places have it, and as yet no bag.
 Place EntryPlace::In(Place const& container, PlaceKind kind) {
     return container.With(CursorOn(container, nullptr), container.GetLayoutNode(), kind);
 }

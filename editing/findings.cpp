@@ -6,6 +6,10 @@
 #include <cstddef>
 #include <utility>
 
+// All sentences stand in one table, so that they can be read beside each other and a new kind can't be
+// without one. Findings also carry their parts: a host that speaks another language needs no sentence, and
+// none is ever taken apart.
+
 namespace Zantrel::Editing {
 
 namespace {
@@ -50,6 +54,8 @@ std::wstring Fill(std::wstring_view sentence, std::wstring_view value, std::wstr
             filled += sentence[i];
             continue;
         }
+        // What is filled in isn't looked at again: a value may hold a "%". In the table one never stands
+        // last.
         wchar_t const part = sentence[++i];
         filled += part == L'v' ? value : part == L'l' ? limit : name;
     }
@@ -73,6 +79,7 @@ bool IsPlain(FindingKind kind) {
 } // namespace
 
 std::wstring Quoted(std::wstring_view text) {
+    // A long value would drown the sentence; the finding has all of it.
     constexpr std::size_t longest = 80;
     bool const isLong = text.size() > longest;
     std::wstring quoted;
@@ -81,6 +88,7 @@ std::wstring Quoted(std::wstring_view text) {
 }
 
 Finding MakeFinding(FindingKind kind, PlaceView const& place, std::wstring value, std::wstring limit) {
+    // The kind is the index, which the assertion above keeps true.
     Words const& words = Table[static_cast<std::size_t>(kind)];
     Finding finding;
     finding.kind = kind;

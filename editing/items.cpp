@@ -55,6 +55,7 @@ EntryChange AddItem(Place const& list) {
     change.finding =
         FirstOf([&] { return AgainstKind(list, PlaceKind::List); }, [&] { return AgainstAdding(list); });
     if (change) {
+        // Before the item is there, as making the place may fail and the item couldn't go again.
         change.entry = EntryPlace::OfItem(list, SizeOf(list));
         EntryPlace::SetBag(*change.entry, *list.GetCursor().AddListNode(true).m_pProperties);
     }

@@ -49,6 +49,8 @@ template <class Part> std::wstring Shown(std::vector<Part> const& parts) {
 
 // --- The catalogue ---
 
+// A field is compared and shown only by its row below: a new one of LayoutNode has to get one. What refers to
+// other nodes is compared by their paths, as two layouts share no addresses.
 struct Attribute {
     std::wstring_view word;
     bool (*isSame)(Node const& first, Node const& second);
@@ -191,6 +193,9 @@ private:
     using Kind = LayoutDifference::Kind;
 
     /// Of the siblings that both have, the fewest without which the others stand in the same order.
+    /// One node that was taken to the front moves alone, and not all that it passed. Pairs have paired
+    /// parents here, as no renaming plays a part: so those below one parent of the first are siblings in the
+    /// second.
     void FindMoved(std::vector<SpotPair> const& pairs) {
         std::vector<std::size_t> target(m_first.size(), Nowhere);
         for (SpotPair const& pair : pairs) {

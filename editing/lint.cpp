@@ -40,6 +40,9 @@ struct Standing {
 
 using Names = std::unordered_map<std::wstring_view, LayoutNode const*>;
 
+// Each look is a function of its own, told of the node and where it stands, so that no look relies on one
+// that came before; what several need (names met, options of a source) is gathered in fields. Keys are views
+// into the layout's own texts, which doesn't change meanwhile.
 class Linter {
 public:
     explicit Linter(ParameterLayout const& layout)
@@ -67,6 +70,8 @@ private:
     ParameterLayout const& m_layout;
     LintReport m_report;
     ProfileLists m_lists;
+    /// False in a copy, where an anchor leads to the source: what is said through one is then left unsaid, as
+    /// it would be wrong for every node at once.
     bool m_hasOwnAnchors = true;
     std::vector<Standing> m_nodes;
     std::unordered_map<LayoutNode const*, std::size_t> m_places; ///< in m_nodes
@@ -106,6 +111,8 @@ void Linter::FindNodes() {
         }
         at.section = SectionOf(*at.node, at.section);
         bool const isEditor = at.node == m_layout.m_profileEditor.GetNode();
+        // A cursor goes by names through groups alone, and only to nodes that call the one around them their
+        // parent; a copied node calls the source's so.
         at.isReached = isEditor || (at.isReached && at.node->Parent() == at.parent);
         m_nodes.push_back(at);
         bool const leadsOn = at.isReached && at.node->m_type == Group;
@@ -139,6 +146,7 @@ void Linter::LintAnchors() {
         {L"m_partConfigurator", m_layout.m_partConfigurator.GetNode()},
     };
     for (auto const& [name, anchor] : anchors) {
+        // A layout may lack every section but this one.
         bool const isOptional = name != L"m_profileEditor";
         if (anchor != nullptr ? m_places.count(anchor) == 0 : !isOptional) {
             m_hasOwnAnchors = false;
@@ -196,6 +204,7 @@ void Linter::LintSiblings(LayoutNode const& parent) {
 void Linter::LintIdentity(Standing const& at) {
     LintTwin(LintKind::SameIdentifier, m_identifiers, at.node->m_identifier, *at.node,
              L"Another node has the identifier ", L": a file's conditions can't tell the two.");
+    // Each section for itself: what a part has under a name of the platform's takes the place of that.
     if (at.section == Section::Platform || at.section == Section::Part) {
         Names& names = at.section == Section::Part ? m_partNames : m_platformNames;
         LintTwin(LintKind::SamePropertyName, names, at.node->m_propName, *at.node,
@@ -273,6 +282,7 @@ void Linter::LintSource(Standing const& at, LayoutNode const* source, std::wstri
                      L"A condition depends on a node that isn't in the layout, and so always holds.");
         return;
     }
+    // By owners and not by parents, which lead elsewhere in a copy.
     for (LayoutNode const* above = source; above != nullptr; above = above->GetOwner()) {
         if (above == node) {
             m_report.Add(LintKind::OwnSource, node, value,
@@ -309,6 +319,7 @@ bool Linter::IsSeen(LayoutNode const& source, Standing const& from) const {
         around.insert(at);
     }
     for (LayoutNode const* at = source.GetOwner(); at != nullptr; at = at->GetOwner()) {
+        // Of a profile list that the node isn't in, the default profile would count.
         if (at->m_isList && !at->m_isProfileList && around.count(at) == 0) {
             return false;
         }
@@ -321,6 +332,9 @@ template <class Number> bool IsWithin(Number value, LayoutNode const& node) {
     return !(least && value < *least) && !(greatest && value > *greatest);
 }
 
+/// Conditions are compared with the text that the source's node formats. So a number has to be written as
+/// that writes it, with all the digits of its precision: "1" is never what a distance is. Options may also be
+/// empty, or hold a default that none of them is.
 bool Linter::CanHave(LayoutNode const& source, std::wstring const& value) {
     if (source.m_type == Options) {
         auto const [options, isNew] = m_options.try_emplace(&source);

@@ -11,6 +11,11 @@ namespace Zantrel::Editing {
 
 namespace {
 
+// The tables below are the other side of the readers: each row stands for a tag that one of them takes for
+// something else than a node at that place, or for an attribute that cursors keep under that name. Whoever
+// gives a reader a new word gives it a row here.
+//
+// An error is what a file can't bring back; a warning what it can, unless a flag is set or a filter used.
 using Test = bool (*)(LayoutNode const& node, LintPlace const& place);
 
 bool IsAnywhere(LayoutNode const&, LintPlace const&) { return true; }
@@ -61,6 +66,8 @@ constexpr Word NodeWords[] = {
     {L"UserDefaultProfile", IsInProfile, Severity::Warning, IsFlag},
 };
 
+// An entry's name is the tag of the inner of two elements. Its end tag is what sections are left by, and so
+// leads out wherever it stands.
 bool IsOfProfiles(LayoutNode const& node, LintPlace const&) { return node.m_isProfileList; }
 bool IsBesideJobs(LayoutNode const&, LintPlace const& place) {
     return place.layout->m_jobConfigurator.GetNode() != nullptr;
@@ -102,6 +109,7 @@ void LintName(std::wstring const& name, Word const (&words)[Count], std::wstring
 
 void LintNames(LayoutNode const& node, LintPlace const& place, LintReport& report) {
     LintName(node.m_name, NodeWords, L"A node", node, place, report);
+    // No word of the format, and so in no table: this one every layout chooses for itself.
     if (IsBelowEditor(node, place) && node.m_name == place.layout->m_name) {
         report.Add(LintKind::FormatWord, &node, node.m_name,
                    L"A node is called " + Quoted(node.m_name) +

@@ -49,6 +49,7 @@ void LintReport::Add(LintKind kind, LayoutNode const* node, std::wstring value, 
     LintFinding& finding = m_findings.emplace_back();
     finding.kind = kind;
     finding.severity = severity.value_or(Severities[static_cast<std::size_t>(kind)].severity);
+    // Put together for each finding anew: there are few of them, and most nodes have none.
     finding.path = PathOf(node);
     finding.node = node;
     finding.other = other;

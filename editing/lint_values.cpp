@@ -35,6 +35,7 @@ public:
             m_report.Add(LintKind::EmptyRange, &m_node, m_node.m_min,
                          L"The least value " + m_node.m_min + L" is above the greatest, " + m_node.m_max +
                              L'.');
+            // No default fits an empty range, and what is wrong is the range.
             return LintDefault({}, {});
         }
         LintDefault(least, greatest);
@@ -54,6 +55,7 @@ private:
         return isValue ? limit : std::nullopt;
     }
 
+    /// What formatting makes of the default, or nothing where it isn't wholly a number.
     std::optional<double> Value() const {
         if (m_node.m_defaultValue.empty()) {
             return 0.0; // as formatting has it
@@ -80,6 +82,7 @@ private:
                              (least ? TextOf(*least) : L"none") + L" and " +
                              (greatest ? TextOf(*greatest) : L"none") + L'.');
         }
+        // By the shown text a condition compares: one that waits for a default with more digits never holds.
         std::wstring const shown = IsWhole() ? std::wstring() : TextOf(*value, m_node.m_precision);
         if (!IsWhole() && ParseDouble(shown) != value) {
             m_report.Add(LintKind::DefaultCut, &m_node, m_node.m_defaultValue,
@@ -138,6 +141,7 @@ void LintFlag(LayoutNode const& node, LintReport& report) {
 }
 
 void LintSizes(LayoutNode const& node, LintReport& report) {
+    // A greatest number of 0 limits nothing, as whoever adds an entry takes it.
     std::uint64_t const least = node.m_multiplicityMin;
     std::uint64_t const most =
         node.m_multiplicityMax != 0 ? node.m_multiplicityMax : std::numeric_limits<std::uint64_t>::max();

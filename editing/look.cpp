@@ -12,6 +12,10 @@
 #include <optional>
 #include <utility>
 
+// Whether a place can be seen and changed is decided step by step along its way, and each step adds its own
+// reasons. LookOf goes the whole way for one place; LookWalk keeps what the steps around have said and adds
+// the last one.
+
 namespace Zantrel::Editing {
 
 /// Adds to a look what one step of a place's way has against it. The reasons for a place are those for the
@@ -61,6 +65,7 @@ std::wstring Say(LookReason const& reason, std::wstring const& subject) {
     if (reason.kind == Kind::Flag) {
         return subject + (isAboutVisibility ? L" is hidden." : L" is read-only.");
     }
+    // A condition may have hundreds of alternatives, which no sentence should list.
     constexpr std::size_t most = 5;
     std::wstring sentence;
     sentence.reserve(160);
@@ -145,6 +150,7 @@ void StepLook::AddConditions(std::vector<LayoutNodeSource> const& conditions, bo
             unmet.push_back({first, last, std::move(*text)});
         }
     }
+    // All are elements of one vector, whose order is that of their addresses.
     std::sort(unmet.begin(), unmet.end(),
               [](Alternatives const& left, Alternatives const& right) { return *left.first < *right.first; });
     for (Alternatives& alternatives : unmet) {
@@ -180,6 +186,8 @@ bool LookWalk::Next() {
     PlaceView const& place = GetPlace();
     // All that is around the top is looked at with it; afterwards each place adds itself.
     for (std::size_t depth = isFirst ? 0 : place.GetDepth(); depth <= place.GetDepth(); ++depth) {
+        // The reasons of what is around are the first ones of the place left last, so that they are cut to
+        // and never copied.
         m_outer.resize(depth + 1);
         Outer const around = depth == 0 ? Outer() : m_outer[depth - 1];
         m_look.reasons.resize(around.reasons);

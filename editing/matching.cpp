@@ -6,8 +6,14 @@
 #include <algorithm>
 #include <utility>
 
+// Trees are laid flat, so that a position stands for a node, what is known of one stands in a row of its own,
+// and no depth of a layout takes stack. Everything here is linear: names are found by hash together with the
+// position of the parent, and whether a spot is left out is what its parent is, which comes before it.
+
 namespace Zantrel::Editing {
 
+/// The positions of a name hang together in a chain, of which the next and the last are known: neither adding
+/// nor taking goes along it.
 bool NamedPositions::Add(std::size_t group, std::wstring_view name, std::size_t position) {
     auto const [at, isFirst] = m_chains.try_emplace({group, name}, Chain{position, position});
     if (!isFirst) {
@@ -42,6 +48,7 @@ std::vector<Spot> SpotsOf(LayoutNode const& top) {
         for (LayoutNode const* const child : node->m_children) {
             open.emplace_back(child, position);
         }
+        // The last one is taken first.
         std::reverse(open.begin() + mark, open.end());
     }
     return spots;

@@ -39,6 +39,7 @@ constexpr std::wstring_view OutOfContainer = L"The first entry of a list is a si
 // --- Values of another type ---
 
 template <class To> std::optional<To> FromNumber(double number) {
+    // Only what is exactly the same value there: nothing is rounded on the way.
     if constexpr (std::is_same_v<To, bool>) {
         return number == 0 || number == 1 ? std::optional(number == 1) : std::nullopt;
     } else {
@@ -205,6 +206,7 @@ std::vector<Pair> NewEntries(ParameterView const& from, std::wstring const& path
     std::vector<Pair> pairs;
     LayoutNode const& layout = *to.m_pNode;
     if (!layout.m_isProfileList) {
+        // The number of items is that of the old list, whatever the new layout would begin with.
         to.Clear(); // of the items that formatting gave it
     }
     std::wstring const& oldName = from.GetLayoutNode()->m_nodeName;
@@ -231,6 +233,7 @@ Pair IntoEntry(ParameterView const& from, std::wstring path, ParameterNode to, s
                 JoinPath(newPath, name + std::wstring(DefaultProfileStep)),
                 IntoContainer};
     }
+    // The first item that formatting made, if it made any: behind it the value wouldn't be the first.
     ParameterNode const item = to.GetSize() != 0 ? to.GetListNode(0) : to.AddListNode(false);
     return {from, item, PlaceKind::Item, std::move(path), JoinPath(newPath, name + L"[0]"), IntoContainer};
 }
@@ -243,6 +246,7 @@ std::vector<Pair> OutOfEntries(ParameterView const& from, std::wstring const& pa
     std::vector<Pair> pairs;
     bool isTaken = false;
     for (Entry<ParameterView>& entry : EntriesOf(from, path)) {
+        // A list's template is no entry that a user has made, and so none that is dropped.
         bool const isTemplate = single == PlaceKind::Item && entry.kind == PlaceKind::DefaultProfile;
         if (!isTaken && entry.kind == single) {
             isTaken = true;
@@ -339,6 +343,7 @@ Renamed Resolve(std::vector<Renaming> const& renamings, LayoutNode const* from, 
                 "a renaming needs a path of the old layout and one of the new layout");
         }
         auto const [at, isNew] = renamed.to.try_emplace(oldNode->second, newNode->second);
+        // Saying the same renaming twice is none; two ways from one node or to one node are.
         bool const isTaken = isNew && !renamed.taken.insert(newNode->second).second;
         if (isTaken || at->second != newNode->second) {
             throw std::invalid_argument("two renamings contradict each other");

@@ -7,6 +7,7 @@
 namespace Zantrel::Editing {
 
 std::wstring PathOf(LayoutNode const* node) {
+    // The root gives no step, and a node without an owner is taken for it, whatever it is called.
     std::vector<std::wstring_view> names;
     for (; node != nullptr && node->GetOwner() != nullptr; node = node->GetOwner()) {
         names.emplace_back(node->m_name);

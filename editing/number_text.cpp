@@ -10,6 +10,10 @@
 #include <limits>
 #include <string>
 
+// No stream and no C function: these follow the locale, which a host may change at any time, and what a file
+// says may not depend on it. The conversions of the standard library that don't are stricter than files are,
+// so that white space, a "+" and the words in capitals are seen to before.
+
 namespace Zantrel::Editing {
 
 namespace {
@@ -23,6 +27,7 @@ std::string Digits(std::wstring_view text) {
         }
         digits += static_cast<char>(character >= L'A' && character <= L'Z' ? character + 0x20 : character);
     }
+    // Without its "+" a "+-1" would be a number.
     bool const hasTwoSigns = digits.size() > 1 && digits.front() == '+' && digits[1] == '-';
     return digits.empty() || digits.front() != '+' ? digits : hasTwoSigns ? std::string() : digits.substr(1);
 }
@@ -85,12 +90,14 @@ std::wstring TextOf(double value, int precision) {
     if (!std::isfinite(value)) {
         return TextOf(value);
     }
+    // No double has more than 1074 digits behind the point, or more than 309 in front of it.
     int const shown = precision < 0 ? 6 : std::min(precision, 1100); // as a stream has it
     std::string digits(std::size_t{330} + static_cast<std::size_t>(shown), '\0');
     char* const end =
         std::to_chars(digits.data(), digits.data() + digits.size(), value, std::chars_format::fixed, shown)
             .ptr;
     std::wstring text = Widen(digits.data(), end);
+    // A node's formatting shows the point always.
     return shown == 0 ? text + L'.' : text;
 }
 

@@ -34,6 +34,8 @@ private:
     /// Gives the first state of the piece, behind which `next` follows. Each call counts, not each state: a
     /// repetition of nothing has none.
     std::uint32_t WritePiece(std::size_t index, std::uint32_t next) {
+        // Two repetitions of nothing in each other would else be written 100 million times. Four calls for
+        // each state that may be are enough for a character within two groups, which takes three.
         constexpr std::size_t mostCalls = 4 * PatternBounds::MostStates;
         if (m_pattern.m_states.size() >= PatternBounds::MostStates || ++m_calls > mostCalls) {
             throw PatternError{L"With all repetitions it has more than " +
@@ -72,10 +74,15 @@ private:
         return first;
     }
 
+    /// What may come without end is one body with a fork in front of it, to which it leads back. What may
+    /// come a few times more is written as often, each time behind a fork that leads out; what must come
+    /// stands in front of these. Only the first is a loop, and a body of nothing does no harm in it: no state
+    /// is come to twice in one turn.
     std::uint32_t WriteRepetition(PatternPiece const& piece, std::uint32_t next) {
         std::size_t const repeated = piece.children.front();
         std::uint32_t first = next;
         if (piece.most == PatternPiece::Unbounded) {
+            // Made before its body, which has to know where it leads; its way in is known afterwards.
             first = AddFork(0, next);
             std::uint32_t const body = WritePiece(repeated, first);
             m_pattern.m_states[first].next = body;
@@ -100,6 +107,8 @@ public:
     PatternMatch(Pattern const& pattern, std::wstring_view value)
         : m_pattern(pattern), m_value(value), m_reached(pattern.m_states.size(), 0) {}
 
+    /// Each turn takes one character with all states that wait for one, and so costs no more than there are
+    /// states. Raising the number of the turn forgets at once which states have been come to.
     bool Run() {
         TakeNext();
         GoTo(m_pattern.m_first);
@@ -129,6 +138,7 @@ private:
         m_after = m_isInside ? NextCharacter(m_value, m_position) : 0;
     }
 
+    /// The same as "\w" takes, whatever the locale.
     static bool IsOfWord(char32_t character) {
         return (character >= U'a' && character <= U'z') || (character >= U'A' && character <= U'Z') ||
                (character >= U'0' && character <= U'9') || character == U'_';
@@ -155,9 +165,11 @@ private:
             m_waiting.push_back(index);
             return;
         case StateKind::Accept:
+            // In the midst of a value it counts for nothing, since the value must match as a whole.
             m_isAccepted = !m_isInside;
             return;
         case StateKind::Fork:
+            // Which way comes first plays no part: both are gone, and none is preferred.
             m_open.push_back(state.other);
             break;
         case StateKind::Begin:

@@ -3,6 +3,10 @@
 
 #include <algorithm>
 
+// A schema's pattern matches as a whole and knows no conditions. So "^" and "$" are left out where they say
+// nothing, and all else that is a condition can't be said. Sets are written as their ranges, never by a
+// letter: a schema's "\d" is every digit of Unicode, and ours is ten.
+
 namespace Zantrel::Editing {
 
 namespace {
@@ -17,6 +21,7 @@ constexpr CharacterRange XmlCharacters[] = {
 struct NotSaid {};
 
 void AppendEscaped(std::wstring& text, char32_t character) {
+    // No "$": it is a character like any other there, and an escape of it would be no pattern.
     constexpr std::u32string_view controls = U"\t\n\r", special = U"\\|.-^?*+{}()[]";
     if (auto const index = controls.find(character); index != controls.npos) {
         text.append(L"\\").append(1, std::wstring_view(L"tnr")[index]);
@@ -51,6 +56,7 @@ private:
             }
             return;
         case Kind::Repetition:
+            // No round of it is known to be the first or the last.
             AppendGroup(m_pieces[piece.children.front()], false, false);
             return AppendCounts(piece);
         case Kind::Begin:
@@ -81,6 +87,7 @@ private:
         for (auto child = piece.children.begin(); child != piece.children.end(); ++child) {
             bool const nothingFollows = std::all_of(std::next(child), piece.children.end(), isEnd);
             PatternPiece const& part = m_pieces[*child];
+            // The piece of a group is what stands in it, and "|" binds less than what stands beside it.
             bool const isGroup = part.kind == Kind::Alternatives;
             isGroup ? AppendGroup(part, isFirst, isLast && nothingFollows)
                     : Append(part, isFirst, isLast && nothingFollows);
@@ -111,6 +118,7 @@ private:
                 }
             }
         }
+        // Schemas have no set that nothing is in.
         Require(!ranges.empty());
         bool const isOne = ranges.size() == 1 && ranges.front().first == ranges.front().last;
         m_text.append(isOne ? L"" : L"[");

@@ -4,6 +4,13 @@
 #include <optional>
 #include <utility>
 
+// Characters are decoded before anything is read, so that a range or a repetition never tears a pair of
+// surrogates, and the places in sentences count what a person counts. A piece is added behind all that it is
+// made of, which leaves the whole as the last one.
+//
+// What other engines read in different ways is refused instead of guessed: a layout is made once and read by
+// many programs, and a pattern that means something else there is worse than none.
+
 namespace Zantrel::Editing {
 
 namespace {
@@ -24,6 +31,8 @@ bool IsLetter(char32_t character) {
     return (character >= U'a' && character <= U'z') || (character >= U'A' && character <= U'Z');
 }
 
+// As ECMAScript has them: digits and letters are those of ASCII, but white space and line ends are those of
+// Unicode.
 constexpr CharacterRange Digits[] = {{U'0', U'9'}};
 constexpr CharacterRange WordCharacters[] = {{U'0', U'9'}, {U'A', U'Z'}, {U'_', U'_'}, {U'a', U'z'}};
 constexpr CharacterRange Blanks[] = {{U'\t', U'\r'},   {U' ', U' '},     {0xA0, 0xA0},     {0x1680, 0x1680},
@@ -118,6 +127,7 @@ private:
     std::size_t ParseTerm() {
         static constexpr std::pair<std::u32string_view, Kind> conditions[] = {
             {U"^", Kind::Begin}, {U"$", Kind::End}, {U"\\b", Kind::WordEdge}, {U"\\B", Kind::NoWordEdge}};
+        // Before the atom, since "\b" and "\B" begin like an escape.
         for (auto const& [word, kind] : conditions) {
             if (Take(word)) {
                 if (IsAtRepetition()) {
@@ -177,6 +187,7 @@ private:
         std::size_t count = 0;
         for (; !IsAtEnd() && IsDigit(m_text[m_at]); ++m_at) {
             count = 10 * count + (m_text[m_at] - U'0');
+            // Within the loop, so that no number of digits makes the count wrap.
             if (count > PatternBounds::MostStates) {
                 Fail(L"More than " + std::to_wstring(PatternBounds::MostStates) + L" repetitions");
             }
@@ -202,6 +213,8 @@ private:
     }
 
     std::size_t ParseGroup() {
+        // Before the names of groups, as looking back begins like one. A name is read over: nothing can refer
+        // to it, and so it may stand there twice.
         if (IsAt(U"?=") || IsAt(U"?!") || IsAt(U"?<=") || IsAt(U"?<!")) {
             Fail(L"Looking ahead or back, which isn't supported");
         }
@@ -223,6 +236,8 @@ private:
     }
 
     /// Behind "[".
+    /// The set may be empty, as "]" ends it also where it stands first; nothing is in it, and in its opposite
+    /// everything. A "-" is itself at both ends, and behind a "\d" or the like.
     std::size_t ParseSet() {
         bool const isNegated = Take(U"^");
         Ranges ranges;
@@ -248,6 +263,7 @@ private:
     }
 
     Ranges ParseMember() {
+        // A backspace, here alone: a condition can't be a member.
         if (Take(U"\\b")) {
             return {{U'\b', U'\b'}};
         }
@@ -270,6 +286,8 @@ private:
 
     char32_t ParseCharacterEscape(char32_t letter) {
         static constexpr std::u32string_view letters = U"tnrvf0", controls(U"\t\n\r\v\f\0", 6);
+        // A digit behind "\0" would make it an octal number, which the references below refuse with the
+        // others.
         auto const index = letters.find(letter);
         if (index != letters.npos && (letter != U'0' || IsAtEnd() || !IsDigit(m_text[m_at]))) {
             return controls[index];
@@ -305,6 +323,8 @@ private:
             return code;
         }
         char32_t const code = ParseHexadecimal(4);
+        // What follows and isn't the other half is read once more, as a character of its own; the first half
+        // then stands alone, as it may in values.
         std::size_t const behind = m_at;
         if (code >= 0xD800 && code <= 0xDBFF && Take(U"\\u") && !IsAt(U"{")) {
             char32_t const low = ParseHexadecimal(4);

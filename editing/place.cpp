@@ -4,6 +4,9 @@
 #include "editing/default_profile.h"
 #include "editing/place_kind.h"
 
+// A place is its steps by value: a copy of one stays good while a walk goes on, and going outwards is
+// cutting. An entry is a step of its own behind its container and has the same node.
+
 namespace Zantrel::Editing {
 
 namespace {
@@ -168,6 +171,7 @@ template <class Cursor> bool BasicPlace<Cursor>::FindEntry(std::wstring_view pat
     if (path.empty() || path.front() != L'[') {
         return false;
     }
+    // The name of a profile may hold brackets: each that closes may be the one.
     for (std::size_t end = path.find(L']'); end != path.npos; end = path.find(L']', end + 1)) {
         std::wstring const name(path.substr(1, end - 1));
         std::optional<std::size_t> const index = isList ? IndexIn(name) : std::nullopt;

@@ -23,6 +23,8 @@ void ProfileLists::LookThrough() {
         std::copy(node.m_children.begin(), node.m_children.end(), std::back_inserter(open));
         std::reverse(open.begin() + begin, open.end());
         for (auto child = open.begin() + begin; child != open.end(); ++child) { // the last of a name first
+            // Of a name the first one stays. Lists that no name finds are among all of them, too: a choice
+            // may lead to one by its address.
             if ((*child)->m_isProfileList) {
                 m_byName.emplace((*child)->m_name, *child);
                 m_all.insert(*child);

@@ -13,6 +13,10 @@
 #include <memory>
 #include <utility>
 
+// An operation asks everything first, then does what may run out of memory, and then what can't: the place of
+// the new entry is made before the entry, copies before they are added, and what ends comes last. So a
+// refusal or std::bad_alloc leaves the database as it was.
+
 namespace Zantrel::Editing {
 
 namespace {
@@ -30,6 +34,7 @@ PersistentProperties& BagOf(Place const& place) { return *place.GetCursor().m_pP
 
 /// The first profile of a name, or null.
 BagProperty* FindProfile(Place const& list, std::wstring_view name) {
+    // Flags stand in the same bag as profiles, but are no bags themselves.
     auto* const property = PropertyCast<PersistentProperties>(BagOf(list).FindProperty(name));
     bool const isProfile = property != nullptr && !property->IsDeleted() && name != DefaultProfileName;
     return isProfile ? property : nullptr;
@@ -114,6 +119,7 @@ EntryChange AddProfile(Place const& list, std::wstring const& name) {
         change.entry = EntryPlace::OfProfile(list, name);
         ParameterNode cursor = list.GetCursor();
         ParameterNode const profile = cursor.AddProfile(name.c_str(), true);
+        // From here on the profile stands, and a flag may need memory.
         Addition addition(BagOf(list), name);
         Unbind(profile);
         addition.Keep();
@@ -129,6 +135,7 @@ EntryChange DuplicateProfile(Place const& list, std::wstring const& source, std:
                              [&] { return AgainstAdding(list); }, [&] { return AgainstNewName(list, name); });
     if (change) {
         change.entry = EntryPlace::OfProfile(list, name);
+        // Complete before it is added, and so without an Addition to take it back.
         auto copy = std::make_unique<BagProperty>(FindProfile(list, source)->m_value);
         EntryPlace::SetBag(*change.entry, copy->m_value);
         Unbind(change.entry->GetCursor());
@@ -164,6 +171,7 @@ EntryChange RenameProfile(Place const& list, std::wstring const& name, std::wstr
     std::vector<std::wstring> values(references.values.size(), laterName);
     TellAsTakenAlong(references.findings, laterName);
     addition.Keep();
+    // Nothing fails any more: texts are exchanged and not copied.
     for (std::size_t i = 0; i < values.size(); ++i) {
         references.values[i]->swap(values[i]);
     }
@@ -181,6 +189,7 @@ EntryChange RemoveProfile(Place const& list, std::wstring const& name) {
                 [&] { return AgainstRemovingProfile(list, goneName); });
     if (change) {
         BagProperty const& profile = *FindProfile(list, goneName);
+        // Before the profile goes, since finding them may fail.
         change.references = ReferencesTo(list, goneName, &profile.m_value).findings;
         BagOf(list).RemoveProperty(goneName, true);
         bool const isFoundAgain = FindProfile(list, goneName) != nullptr || MeansDefaultProfile(goneName);

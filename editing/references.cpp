@@ -10,6 +10,10 @@
 #include <iterator>
 #include <unordered_set>
 
+// The values are given as pointers, so that a renaming can exchange them when nothing can fail any more. What
+// is walked is cut down first by the layout: a branch in which no choice from the list stands is never gone
+// into, however many entries it has.
+
 namespace Zantrel::Editing {
 
 namespace {
@@ -23,6 +27,7 @@ std::unordered_set<LayoutNode const*> WaysToChoices(LayoutNode const& editor, La
         LayoutNode const* const node = open.back();
         open.pop_back();
         if (node->m_type == OptionsFromProfiles && lists.ListOf(*node) == &list) {
+            // A climb ends where an earlier one has been, so that each node is climbed through once.
             for (LayoutNode const* at = node; at != nullptr && ways.insert(at).second;) {
                 at = at->GetOwner();
             }
@@ -34,6 +39,7 @@ std::unordered_set<LayoutNode const*> WaysToChoices(LayoutNode const& editor, La
 
 /// The value of a choice, if that means `list`.
 std::wstring* ValueIfOf(Place const& list, Place const& choice) {
+    // A list within profiles stands there once in each; which one a choice means is told by the bag.
     bool const isChoice = choice.IsLeaf() && choice.GetLayoutNode()->m_type == OptionsFromProfiles;
     if (!isChoice ||
         Scope::Find(choice, *list.GetLayoutNode()).m_pProperties != list.GetCursor().m_pProperties) {
@@ -58,6 +64,7 @@ References ReferencesTo(Place const& list, std::wstring_view name, PersistentPro
     std::vector<Place> tops{list.GetOuter(0)}; // and the templates found below, which no walk comes to
     auto const ways = WaysToChoices(*tops.front().GetLayoutNode(), *list.GetLayoutNode());
     std::wstring const& listName = list.GetLayoutNode()->m_name;
+    // By index, since templates within templates add to the tops while these are gone through.
     for (std::size_t top = 0; top < (ways.empty() ? 0 : tops.size()); ++top) {
         for (PlaceWalk<ParameterNode> walk(tops[top]); walk.Next();) {
             Place const& place = walk.GetPlace();

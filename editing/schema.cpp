@@ -84,11 +84,16 @@ public:
     void Write();
 
 private:
+    /// The types of one node that are still to be written. The facets are kept, as finding them again would
+    /// mean compiling the pattern again.
     struct Types {
         LayoutNode const* node;
         std::wstring name;
         SchemaFacets facets;
     };
+    /// How the children of a group can be said: in any order; in any number, where a name stands
+    /// twice, since the words for any order take each name once; or not at all, where one has a name that is
+    /// none of an element.
     enum class Model { AnyOrder, AnyNumber, Anything };
 
     void WriteFlags();
@@ -135,6 +140,7 @@ void SchemaDocument::Write() {
     WriteValueTypes();
     WriteOtherTypes();
     for (std::size_t i = 0; i < m_types.size() && !m_writer.HasFailed(); ++i) {
+        // By index and taken out, since what asks for more types moves the others.
         Types const types = std::move(m_types[i]); // more come while it is written
         WriteTypes(types);
     }
@@ -157,6 +163,8 @@ void SchemaDocument::WriteFlagGroup(std::wstring_view name, std::initializer_lis
 
 void SchemaDocument::WriteFlags() {
     {
+        // The schema's own type for flags doesn't take the words with capital letters that files have. Based
+        // on a token, so that blanks around the word are passed over, as readers do.
         Element const type(m_writer, "simpleType", {{"name", L"Flag"}});
         Element const restriction(m_writer, "restriction", {{"base", L"xs:token"}});
         WriteValues("enumeration", {L"True", L"False", L"true", L"false", L"1", L"0"});
@@ -203,6 +211,7 @@ std::wstring SchemaDocument::TypeOf(LayoutNode const& node, SchemaFacets facets)
     if (node.Size() == 0 && facets.rows.empty() && !IsContainer(node)) {
         return std::wstring(PlainTypeOf(node));
     }
+    // By its number a name is one of its own, also beside the plain types, none of which has a point in it.
     std::wstring name = IsElementName(node.m_name) ? node.m_name : L"Node";
     name += L'.' + std::to_wstring(m_types.size() + 1);
     m_types.push_back({&node, name, std::move(facets)});
@@ -305,6 +314,7 @@ SchemaDocument::Model SchemaDocument::ModelOf(LayoutNode const& node) const {
         names.push_back(child->m_name);
     }
     std::sort(names.begin(), names.end());
+    // Sorted, so that many children cost no more than sorting them.
     bool const areTwo = std::adjacent_find(names.begin(), names.end()) != names.end();
     return areTwo ? Model::AnyNumber : Model::AnyOrder;
 }
@@ -337,10 +347,12 @@ void SchemaDocument::WriteChildren(LayoutNode const& node, Model model) {
         m_writer.WriteAttribute("maxOccurs", std::string_view("unbounded"));
     }
     for (auto child = children.begin(); child != children.end() && !m_writer.HasFailed();) {
+        // All of one name are declared once, and where they are several, anything is taken in them.
         auto const behind = isAny ? std::upper_bound(child, children.end(), *child, comesBefore) : child + 1;
         LayoutNode const& first = **child;
         bool const isRequired =
             isAny || (!mayMiss && first.m_writeToParameterFile && first.m_name != GeneralWord);
+        // By parent, too: see above of subtrees that were copied.
         if (behind - child == 1 && node.m_type == Group && first.Parent() == &node) {
             WriteNode(first, first.m_name, isRequired);
         } else {
@@ -381,6 +393,8 @@ void SchemaDocument::WriteItems(Types const& types) {
 }
 
 /// Profiles in any number, and among them at most one default profile.
+/// Each element of the sequence is known by its tag at once, which a choice of both with a number of its own
+/// would not give: the default profile is taken wherever it stands, and once.
 void SchemaDocument::WriteProfiles(Types const& types) {
     std::wstring const& entry = types.node->m_nodeName;
     std::wstring const profile = types.name + L".Profile";
@@ -397,6 +411,8 @@ void SchemaDocument::WriteProfiles(Types const& types) {
 }
 
 void SchemaDocument::WriteProfileTypes(Types const& types) {
+    // Both add their flags, and a profile its name, to the type of what they hold. Where profiles are called
+    // as the default profile is, one declaration stands for both, and the name can't be asked for.
     std::wstring const base = ContentTypeOf(types);
     LayoutNode const& node = *types.node;
     bool const isText = node.Size() == 0 && base != L"Empty" && base != L"Attachment";

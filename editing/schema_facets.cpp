@@ -33,6 +33,8 @@ std::optional<double> Limit(std::wstring const& text, SchemaFacets& facets) {
 template <class T> void AddLimits(LayoutNode const& node, SchemaFacets& facets) {
     std::optional<double> least = Limit(node.m_min, facets), greatest = Limit(node.m_max, facets);
     if constexpr (std::is_same_v<T, std::int32_t>) {
+        // Limits may have a fraction, or lie where the type has no values. A facet may not: it is rounded to
+        // the nearest value within, and left out where the type is the narrower bound.
         constexpr double lowest = std::numeric_limits<T>::min(), highest = std::numeric_limits<T>::max();
         least = least ? std::optional(std::ceil(*least)) : least;
         greatest = greatest ? std::optional(std::floor(*greatest)) : greatest;
@@ -69,6 +71,7 @@ void AddOptions(LayoutNode const& node, SchemaFacets& facets) {
         }
     }
     if (!node.m_optionValues.empty()) {
+        // Last, and once, also where an option is empty.
         facets.rows.emplace_back("enumeration", std::wstring());
     }
 }

@@ -4,6 +4,10 @@
 #include <iterator>
 #include <vector>
 
+// A place and a node share the upper part of their ways. As far as they do, the place's own steps are taken,
+// with the items and profiles that it stands in; from where they part, the node's way is gone by cursors, and
+// what is entered on it is a container from outside.
+
 namespace Zantrel::Editing {
 
 namespace {
@@ -49,6 +53,8 @@ Cursor Scope::Find(BasicPlace<Cursor> const& from, std::size_t depth, LayoutNode
     };
     while (next != nodes.rend() && stands(*next)) {
         ++step;
+        // An entry has the node of its container, and so stands behind it under the same one. What is looked
+        // for may be the container itself: then its entry is none of the way.
         if (std::next(next) != nodes.rend() && stands(*next)) {
             ++step; // the entry
         }
@@ -63,6 +69,7 @@ Cursor Scope::Find(BasicPlace<Cursor> const& from, std::size_t depth, LayoutNode
             cursor = cursor.Get(*next);
         }
     }
+    // The editor itself, and what doesn't stand in it, is nobody's source.
     return nodes.empty() ? Cursor() : cursor;
 }
 

@@ -30,6 +30,7 @@ std::wstring TypeWord(eTypeLayoutNode type) {
     case eTypeLayoutNode::StandardOptions:
         return L"StandardOptions";
     }
+    // A number that is no type, which a host may have cast.
     return std::to_wstring(static_cast<std::int32_t>(type));
 }
 

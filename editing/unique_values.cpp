@@ -8,6 +8,10 @@
 
 #include <functional>
 
+// Within one container a value is kept by node and text, so that finding an equal one takes no search. A
+// container's values go with it: of lists in a list each is held for itself. Default profiles take no part,
+// since every profile begins as a copy of one.
+
 namespace Zantrel::Editing {
 
 namespace {
@@ -41,6 +45,7 @@ std::wstring PathInEntry(PlaceView const& place, std::size_t depth, std::size_t 
                          std::wstring_view profile) {
     PlaceView const container = place.GetOuter(depth - 1);
     std::wstring const path = container.GetPath();
+    // What follows the entry's step is the same in both, so that no place is looked for to name it.
     std::size_t const ownStep = place.GetOuter(depth).GetPath().size();
     return path + (path.empty() ? L"" : L"_") + StepOf(container, item, profile) +
            place.GetPath().substr(ownStep);
@@ -50,6 +55,8 @@ std::wstring PathInEntry(PlaceView const& place, std::size_t depth, std::size_t 
 
 std::wstring OfOneZero(std::wstring text) { return text == L"-0" ? L"0" : text; }
 
+/// For one place alone, where no walk has filled a table: its entry's siblings are gone through once. A
+/// default profile has no opponents.
 std::wstring FindSameValue(PlaceView const& place, std::wstring const& text) {
     std::size_t const depth = DepthOfEntry(place);
     if (depth == 0 || text.empty() || place.GetOuter(depth).GetKind() == PlaceKind::DefaultProfile) {

@@ -15,6 +15,10 @@
 #include <unordered_map>
 #include <utility>
 
+// One walk holds each value against its node and counts entries; the findings come in its order. Two things
+// need more than the place itself: a choice looks for its list (see Scope), and a value that must be unique
+// is compared with those before it, whose first one is told of late, when a second shows that it isn't.
+
 namespace Zantrel::Editing {
 
 namespace {
@@ -37,6 +41,8 @@ public:
         return WithLate();
     }
 
+    /// What is said of a text before it is set. Of being read-only only the place's own counts, as flag or in
+    /// the layout: what is around it is the look's.
     std::vector<Finding> RunText(std::wstring_view text) {
         LayoutNode const* const layout = m_top.GetLayoutNode();
         auto const add = [&](FindingKind kind) {
@@ -120,6 +126,7 @@ private:
     /// The findings with those that were found late where they belong.
     std::vector<Finding> WithLate() {
         auto& late = m_unique.GetLate();
+        // Turns grow with indices, so that the order by turns is that by both, and one pass merges the two.
         std::sort(late.begin(), late.end(),
                   [](auto const& left, auto const& right) { return left.turn < right.turn; });
         std::vector<Finding> findings;

@@ -14,12 +14,17 @@
 #include <type_traits>
 #include <utility>
 
+// What a node asks is worked out once, as it may have thousands of places: limits parsed, options hashed, the
+// pattern compiled. A rule that isn't understood (a limit that is no number, a pattern that is refused)
+// objects to nothing: the layout is at fault and not the value, and Lint says so.
+
 namespace Zantrel::Editing {
 
 namespace {
 
 /// Of a number for whole ones, which a person reads without an exponent.
 std::wstring WholeTextOf(double number) {
+    // Below the bound a double holds every whole number exactly, and the conversion can't overflow.
     bool const isWhole = std::trunc(number) == number && std::fabs(number) < 1e15;
     return isWhole ? std::to_wstring(static_cast<std::int64_t>(number)) : TextOf(number);
 }
@@ -97,6 +102,7 @@ void ValueRules::CheckLimits(PlaceView const& place, double value, std::wstring 
 
 void ValueRules::Check(PlaceView const& place, std::wstring const& value,
                        std::vector<Finding>& findings) const {
+    // An empty text is held against nothing but being empty; one of the options may be empty itself.
     if (!value.empty()) {
         CheckText(place, value, findings);
     } else if (m_isEmptyNoted && (m_options == nullptr || m_options->values.count(value) == 0)) {
@@ -139,6 +145,8 @@ void ValueRules::CheckProfile(PlaceView const& place, std::wstring const& value,
         return;
     }
     ParameterView const list = Scope::Find(place, *m_profileList);
+    // A name goes to the look-up as a text that ends at its first zero, which might find the profile of a
+    // shorter name.
     bool const isCut = value.find(L'\0') != value.npos; // in a look-up by name
     if (list.IsValid() && (isCut || !list.HasProfile(value.c_str()))) {
         findings.push_back(MakeFinding(FindingKind::NoSuchProfile, place, value, m_profileList->m_name));

@@ -25,6 +25,8 @@ std::optional<Finding> SetText(Place const& place, std::wstring_view text) {
     return VisitValueType(cursor.m_pNode->m_type, [&](auto tag) -> std::optional<Finding> {
         using T = typename decltype(tag)::Type;
         if constexpr (!std::is_same_v<T, NoValue>) {
+            // The node says a type, but a second node of a name has no content of its own: what stands there
+            // may be of another one.
             if (CanTake<T>(cursor)) {
                 auto const value = ParseValue(text, tag);
                 if (!value) {
