@@ -7,11 +7,15 @@
 
 namespace Paramtool {
 
+// The words of each command are kept beside the parser, since help, manual page and completions are made from
+// the same declarations: what is declared is described.
+
 namespace {
 
 /// An argument as the wide text that the library takes.
 std::wstring TextOf(std::string const& argument) {
     std::wstring const text = StringConversion::Utf8ToNative(argument);
+    // What isn't UTF-8 would come back otherwise: a path that nobody has asked for.
     if (StringConversion::NativeToUtf8(text) != argument) {
         Host::Fail(L"An argument is not UTF-8: " + text);
     }

@@ -14,6 +14,9 @@ void DeclareCommon(CommandLine& line, bool takesLayout, Context& context) {
     line.Flag("--json", context.output.m_isJson, "one JSON document instead of lines");
 }
 
+/// By declaring the command to a parser that is never run, so that descriptions have no list of their own
+/// that could fall behind. What the command would fill lives in what `declare` gives, and ends with it; no
+/// parameter refers to it.
 std::vector<Parameter> ParametersOf(Command const& command) {
     CLI::App app;
     Context context;

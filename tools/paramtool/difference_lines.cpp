@@ -8,6 +8,9 @@ namespace Paramtool {
 using Zantrel::ParameterView;
 using Zantrel::Editing::Difference;
 
+// Lines are made from the cursors, which know unit and the words of flags, documents from the texts of the
+// difference, which are exact: one is for reading, the other for comparing again.
+
 namespace {
 
 std::wstring LineOf(Difference const& difference, ParameterView const& cursor, bool isAdded) {
@@ -33,6 +36,7 @@ std::vector<DifferenceLine> LinesOf(Difference const& difference) {
     case Difference::Kind::Removed:
         return {{LineOf(difference, difference.first, false), false}};
     case Difference::Kind::Flag: {
+        // One line: a flag that went is told as removed, and not as one that is false now.
         bool const isAdded = difference.after == L"true";
         return {{LineOf(difference, difference.second, isAdded), isAdded}};
     }

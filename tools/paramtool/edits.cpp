@@ -23,6 +23,7 @@ using namespace Zantrel::Editing;
 /// What keeps an edit from being done, or speaks against it.
 using Refusals = std::vector<Finding>;
 
+/// A backslash before any other character is itself, as paths of Windows have them.
 std::vector<std::wstring> SplitAtTabulators(std::wstring const& line) {
     std::vector<std::wstring> fields(1);
     for (std::size_t i = 0; i < line.size(); ++i) {
@@ -56,6 +57,8 @@ Refusals SetValue(Edit const& edit, ParameterFile& file, bool isForced) {
     Refusals refusals;
     if (!isForced) {
         Look const look = LookOf(place);
+        // The outermost reason is told alone: nothing within can be changed as long as it holds. That a place
+        // isn't shown is no reason against setting it.
         for (LookReason const& reason : look.reasons) {
             if (!reason.isAboutVisibility) {
                 refusals.push_back(Objection(place, FindingKind::ReadOnly, Severity::Error,
@@ -63,6 +66,7 @@ Refusals SetValue(Edit const& edit, ParameterFile& file, bool isForced) {
                 return refusals;
             }
         }
+        // Notes, as of an empty text, are for check to tell.
         for (Finding& finding : Objections(place, text)) {
             if (finding.severity == Severity::Error) {
                 refusals.push_back(std::move(finding));
@@ -87,6 +91,7 @@ Refusals RefusalsOf(EntryChange&& change, Output& output, ParameterFile const& f
 std::size_t IndexOf(std::wstring const& text) {
     std::size_t index = 0;
     for (wchar_t const digit : text) {
+        // The bound keeps the number from wrapping; no list is as long.
         if (digit < L'0' || digit > L'9' || index > 1000000000) {
             Host::Fail(L'"' + text + L"\" is no index of an item");
         }
@@ -106,6 +111,7 @@ struct EntryAction {
     EntryChange (*run)(Place const& list, std::vector<std::wstring> const& words);
 };
 
+// The name that no profile can have stands for the default profile, which add copies anyway.
 constexpr wchar_t const* DefaultProfile = L"::DefaultProfile::";
 
 EntryChange CopyProfile(Place const& list, std::vector<std::wstring> const& words) {
@@ -180,6 +186,7 @@ Edit ReadEdit(std::wstring const& line, std::wstring const& where) {
         return ReadSetting(line, where);
     }
     Edit edit{where, L"", SplitAtTabulators(line)};
+    // The first fields are the action, of one word or of two.
     for (std::size_t words = edit.words.front() == L"set" ? 1 : 2; words != 0 && !edit.words.empty();
          --words) {
         edit.action += (edit.action.empty() ? L"" : L" ") + edit.words.front();
@@ -215,6 +222,7 @@ std::vector<Edit> ReadEdits(std::string const& text, std::wstring const& name) {
     std::vector<Edit> edits;
     std::size_t number = 0;
     for (std::size_t begin = text.compare(0, 3, "\xEF\xBB\xBF") == 0 ? 3 : 0; begin < text.size();) {
+        // Also of the last line, which may have no end.
         std::size_t const end = std::min(text.find('\n', begin), text.size());
         std::string const line =
             text.substr(begin, end - begin - (end > begin && text[end - 1] == '\r' ? 1 : 0));
@@ -240,6 +248,8 @@ void Apply(std::vector<Edit> const& edits, ParameterFile& file, bool isForced, O
                 hasRefusals = true;
             }
         } catch (std::runtime_error const& error) {
+            // A path that isn't there ends its own edit alone: what is wrong with the others is told as well,
+            // before all of them are refused.
             std::wstring const sentence = StringConversion::Utf8ToNative(error.what());
             output.Tell({Severity::Error, name, 0, 0, sentence, edit.words.front()});
             hasRefusals = true;

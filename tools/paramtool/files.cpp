@@ -33,6 +33,8 @@ public:
     bool HandleTag(std::string const& tag, KelSAX::ISAXReader& reader) override {
         std::string_view name;
         KelAM::SaxUtilities::XMLNamespaceHandler().ResolveTag(tag, name, nullptr);
+        // Every element after the root is its child here, as the first one ends the read. The words of the
+        // two formats with a root of their own need no child.
         (m_root.empty() ? m_root : m_child) = StringConversion::Utf8ToNative(name);
         if (!m_child.empty() || m_root == L"KlvrMachineParameters") {
             reader.Refuse(L"Only the beginning is wanted");
@@ -44,6 +46,9 @@ public:
 
 /// What stands first in each kind of document, where that tells.
 FileKind KindOf(BeginningReader const& beginning) {
+    // A layout's root is called as the layout is, and so are those of its parameter files: only what stands
+    // below tells the two apart. What is none of these is taken for a parameter file, and refused by its root
+    // where that is none of the layout's.
     static constexpr struct {
         wchar_t const* word;
         FileKind kind;
@@ -74,6 +79,7 @@ void SetBinary(std::FILE* file) {
 void CopyInput(std::wstring const& path) {
     SetBinary(stdin);
     std::ofstream out(Host::PathOf(Utf8(path)), std::ios::binary);
+    // Copying nothing counts as a failure of the stream that is copied to.
     if (std::cin.peek() != std::char_traits<char>::eof()) {
         out << std::cin.rdbuf();
     }
@@ -112,6 +118,8 @@ std::wstring WordsOf(FileKind kind) {
 std::size_t TellPassedOver(Output& output, std::wstring const& file, ReadReport const& report,
                            void (Output::*tell)(Message const&)) {
     std::size_t told = 0;
+    // Entries come in the order of the document, so that the latest untaken element is enough: what it holds
+    // follows it at once.
     std::wstring untaken = L"/"; // a path and "/"; no path begins so
     for (ReadReport::Entry const& entry : report.m_entries) {
         if (entry.kind == ReadReport::Kind::DroppedValue &&
@@ -135,6 +143,7 @@ std::size_t TellPassedOver(Output& output, std::wstring const& file, ReadReport 
     return told;
 }
 
+// By its GUID no other run has the name, and two of one run don't share it.
 ScratchFile::ScratchFile()
     : m_path(std::filesystem::temp_directory_path() / (L"paramtool_" + KelSDK::CreateUUID_t() + L".xml")) {}
 
@@ -145,6 +154,8 @@ ScratchFile::~ScratchFile() {
 
 std::wstring ScratchFile::Path() const { return Host::Wide(m_path); }
 
+// The library reads files by their names, some of them twice; the standard input, which can be read once,
+// becomes a file for that.
 InputFile::InputFile(std::wstring const& name) : m_name(name), m_path(name) {
     if (name == L"-") {
         m_name = L"standard input";
@@ -185,6 +196,7 @@ void WriteBytes(OutputFile const& file, std::string const& bytes) {
 }
 
 void PrintBytes(std::string_view bytes) {
+    // What was printed before goes out first, in the mode that it was printed in.
     std::cout.flush();
     SetBinary(stdout);
     std::cout.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));

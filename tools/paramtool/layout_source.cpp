@@ -15,6 +15,7 @@ using namespace Zantrel;
 
 LayoutSource::LayoutSource(std::wstring const& source) : m_name(source) {
     if (source == L"sample") {
+        // The sample at its fullest, and with categories, so that no file of it has more than the layout.
         m_layout = std::make_unique<Sample::ParameterLayout>(2);
         m_layout->AddCategoryNodeIfNeeded();
         return;
@@ -38,6 +39,8 @@ LayoutSource::LayoutSource(std::wstring const& source) : m_name(source) {
 }
 
 void LayoutSource::Write(std::wstring const& path, LayoutFormat format) const {
+    // By its default a template has what stands in profile lists only; a layout that is written here is
+    // wanted whole.
     KlvrPropertyTemplate::WriteOptions everything;
     everything.m_profileListsOnly = false;
     WriteReport report;

@@ -49,6 +49,8 @@ void Declare(CLI::App& app, Command const& command, Run& run) {
     CommandLine line(*sub);
     Action const action = command.declare(line);
     DeclareCommon(line, command.takesLayout, run.context);
+    // Run from within the parse. Which command it is is set first, so that the document of one that fails
+    // names it.
     sub->callback([&command, &run, action] {
         run.command = command.name;
         run.status = action(run.context);
@@ -80,6 +82,8 @@ int Parse(CLI::App& app, Host::Arguments const& words, Run& run) {
     try {
         app.parse(std::vector<std::string>(words.rbegin(), words.rend())); // it takes them from the end
     } catch (CLI::RequiredError const& error) {
+        // A word that is no command leaves a group without one: the parser says only that one is wanted, and
+        // not that it has met the word. It has no error of its own for that but the text.
         if (run.command.empty() && std::string(error.what()).find("ubcommand") != std::string::npos) {
             FailWithoutCommand(app);
         }
@@ -113,6 +117,8 @@ int RunWords(Host::Arguments const& words) {
     } catch (std::exception const& failure) {
         error = failure.what();
     }
+    // Without a command nobody has asked for a document. With one it is printed also of a failure, which is
+    // then thrown on, for the line on the standard error.
     if (!run.command.empty()) {
         run.context.output.Finish(run.command, status, error);
     }

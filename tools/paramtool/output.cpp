@@ -14,6 +14,9 @@ namespace Paramtool {
 
 namespace {
 
+// Each operation says its part in the form that is wanted and nothing in the other one, so that hardly a
+// command has to ask which it is. What programs get waits for the end, as a document has one beginning and
+// one end.
 wchar_t const* WordOf(Severity severity) {
     switch (severity) {
     case Severity::Note:
@@ -109,6 +112,7 @@ void Output::Finish(std::string const& command, int status, std::string const& e
     if (!m_losses.empty()) {
         document["losses"] = std::move(m_losses);
     }
+    // Behind the members that every command has, in the order in which the command has set its own.
     document.update(m_json);
     // A text that isn't UTF-8, as names of files may be, is no reason to say nothing.
     std::cout << document.dump(2, ' ', false, Json::error_handler_t::replace) << '\n';
@@ -125,6 +129,7 @@ Json JsonOf(Zantrel::ParameterView const& leaf) {
         } else if constexpr (std::is_same_v<T, KelAM::FileContent>) {
             json = Json{{"file", Utf8(value.m_name)}, {"bytes", value.m_data.size()}};
         } else if constexpr (std::is_same_v<T, double>) {
+            // The form has no words for what isn't finite; as texts they stay told apart.
             json = std::isfinite(value) ? Json(value) : Json(Utf8(Host::PlainText(leaf)));
         } else {
             json = value;

@@ -17,6 +17,8 @@ namespace {
 std::string Escaped(std::string_view text) {
     std::string escaped;
     for (char const character : text) {
+        // For the text of an element, the only place that the name goes to: quotes stand for themselves
+        // there.
         switch (character) {
         case '&':
             escaped += "&amp;";
@@ -54,6 +56,7 @@ std::string Fill(std::string_view page, std::pair<std::string_view, std::string_
         filled += page.substr(0, at);
         page.remove_prefix(at == page.npos ? page.size() : at);
         auto const* part = begin;
+        // A mark ends with a "@" of its own, so that none of them is the beginning of another one.
         while (part != end && page.substr(0, part->first.size()) != part->first) {
             ++part;
         }

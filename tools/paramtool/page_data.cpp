@@ -34,6 +34,7 @@ namespace {
 /// Beyond this the page, which goes through a layout by recursion, could not be shown.
 constexpr std::size_t DeepestNode = 100;
 
+// The scripts of the page know types by these words: one that is changed here is changed there, too.
 char const* WordOf(eTypeLayoutNode type) {
     switch (type) { // no default: the compiler names a type that is forgotten
     case eTypeLayoutNode::Group:
@@ -123,6 +124,8 @@ bool IsEmptyTold(LayoutNode const& node) {
 
 // Nodes
 
+// The tables say which fields a page gets, under which word. What is as a new node has it isn't written, as
+// most fields are; nodes.js has the same plain node.
 struct TextField {
     char const* word;
     std::wstring LayoutNode::*field;
@@ -178,6 +181,7 @@ constexpr NumberField NumberFields[] = {
 json OptionsOf(LayoutNode const& node) {
     json options = json::array();
     for (std::size_t i = 0; i < node.m_optionValues.size(); ++i) {
+        // A layout may give fewer names than options.
         bool const isNamed = i < node.m_optionDisplayNames.size();
         options.push_back({{"value", NativeToUtf8(node.m_optionValues[i])},
                            {"displayName", isNamed ? NativeToUtf8(node.m_optionDisplayNames[i]) : ""}});
@@ -198,6 +202,7 @@ public:
         }
     }
 
+    /// In a copy the anchors lead to nodes of the source, which have no number here.
     std::size_t RequiredIdOf(LayoutNode const* node) const {
         auto const found = m_ids.find(node);
         if (found == m_ids.end()) {
@@ -235,6 +240,7 @@ private:
     std::unordered_map<std::wstring, LayoutNode const*> m_listsByName; ///< the one that is found by a name
 };
 
+// By recursion: the bound, which the page needs as well, keeps it short.
 void Nodes::Add(LayoutNode const& node, LayoutNode const* parent, std::size_t depth) {
     if (depth > DeepestNode) {
         throw std::runtime_error("The layout is too deep for a page: nodes stand more than " +
@@ -273,6 +279,7 @@ LayoutNode const* Nodes::ListOf(LayoutNode const& choice) const {
     if (choice.m_type != eTypeLayoutNode::OptionsFromProfiles) {
         return nullptr;
     }
+    // By address only, as it may be a node of another layout that has ended.
     if (m_lists.count(choice.m_profileNode) != 0) {
         return choice.m_profileNode;
     }
@@ -341,6 +348,7 @@ void Nodes::AddReferences(json& data, LayoutNode const& node) const {
 
 json Nodes::DataOf(LayoutNode const& node) const {
     // What stands below anything but a group is never formatted, and is no place.
+    // A node with children holds no value in files, whatever its type.
     bool const isGroup = node.m_type == eTypeLayoutNode::Group || node.Size() != 0;
     json data{{"id", m_ids.at(&node)},
               {"parent", IdOf(m_parents.at(&node))},
@@ -376,6 +384,7 @@ json FlagsOf(ParameterView const& cursor) {
         char const* word;
         bool (ParameterView::*get)() const;
     };
+    // A cursor throws when it is asked for a flag that its place can't have.
     constexpr Flag common[] = {{"readOnly", &ParameterView::GetReadOnly},
                                {"hidden", &ParameterView::GetHidden}};
     constexpr Flag ofProfiles[] = {{"nameReadOnly", &ParameterView::GetNameReadOnly},
@@ -411,6 +420,8 @@ json ValuesAt(ParameterView const& top) {
         return {};
     }
     json data{{"flags", FlagsOf(top)}};
+    // A walk tells of each place what it is and gives the entries; what stands below an entry gets a walk of
+    // its own, so that this goes as deep as the layout does, which Nodes has bounded.
     Walk<ParameterView> walk(top);
     walk.Next();
     if (walk.IsLeaf()) {

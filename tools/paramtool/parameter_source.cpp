@@ -38,6 +38,7 @@ std::wstring NearestPath(ParameterDatabase const& database, std::wstring const& 
     return Suggestion(path, known);
 }
 
+/// The words by which the format of machine parameters writes entries, whatever the layout calls them.
 wchar_t const* EntryWord(LayoutNode const& node) { return node.m_isProfileList ? L"Profile" : L"Instance"; }
 
 } // namespace
@@ -60,6 +61,8 @@ std::wstring StrangeRoot(LayoutSource const& layout, InputFile const& file, File
         return file.Name() + L" is " + WordsOf(sort.kind) + L", no parameter file";
     }
     std::wstring const& wanted = layout.m_layout->m_name;
+    // The library reads a file with any root, and would take nothing of most. A template doesn't tell the
+    // root of parameter files, and so can't be held against one.
     if (sort.root != wanted && !layout.m_isOfTemplate) {
         return L"no parameter file of this layout: its root is called \"" + sort.root +
                L"\", the layout's \"" + wanted + L"\"; --layout names another layout";
@@ -84,6 +87,7 @@ ParameterFile::ParameterFile(Output& output, LayoutSource const& layout, std::ws
 }
 
 Place ParameterFile::Find(std::wstring const& path) {
+    // An empty path is the editor's, which no command means.
     std::optional<Place> place;
     if (!path.empty()) {
         place = Place::Find(m_database, path);
@@ -114,6 +118,7 @@ Place ParameterFile::FindContainer(std::wstring const& path, PlaceKind kind) {
 
 void Write(ParameterDatabase const& database, std::wstring const& path, ParameterFormat format) {
     WriteReport report;
+    // By its default the format has profile lists only.
     KlvrProperties::WriteOptions everything;
     everything.m_profileListsOnly = false;
     if (!(format == ParameterFormat::Machine ? KlvrProperties::WriteFile(database, path, everything, &report)
@@ -131,6 +136,8 @@ std::vector<Difference> LossesOf(ParameterDatabase const& database, ParameterFor
 }
 
 std::vector<std::wstring> CausesOfLosses(ParameterDatabase const& database, ParameterFormat format) {
+    // Explains what LossesOf has found, and never decides: a cause that is missing here leaves a loss
+    // unexplained, but told.
     std::vector<std::wstring> causes;
     if (format == ParameterFormat::Generic) {
         auto const general = PlaceView::Find(database, L"GenericParameters");

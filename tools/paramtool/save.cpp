@@ -17,6 +17,10 @@ namespace {
 using namespace Zantrel;
 using namespace Zantrel::Editing;
 
+// There are two ways. Where all edits set values that the file has elements for, only the bytes of these are
+// changed, and the library refuses unless nothing else has changed with them. Else the file is written anew,
+// and what that would lose is found out before: of the values by writing and reading back, of comments, of
+// which values know nothing, by looking at the bytes.
 using TextsEditor = bool (*)(ParameterLayout const&, std::wstring const&, std::vector<ValueText> const&,
                              std::wstring const&, WriteReport*);
 
@@ -31,6 +35,7 @@ std::size_t CountOf(std::string const& text, std::string_view word) {
 /// Whether it is a flag of a profile that an edit has made: no file keeps these, and none has had them.
 bool IsOfNewProfile(Difference const& loss, std::vector<Edit> const& edits) {
     auto const isMadeBy = [&](Edit const& edit) {
+        // By the two ends of the path, which can't be taken apart: names may hold what joins them.
         std::wstring const &list = edit.words.front(), name = L'[' + edit.words.back() + L']';
         return edit.action.compare(0, 7, L"profile") == 0 && loss.path.compare(0, list.size(), list) == 0 &&
                loss.path.size() > name.size() &&
@@ -45,6 +50,8 @@ void RequireKept(ParameterFile const& file, std::vector<Edit> const& edits,
     for (Difference const& loss : losses) {
         for (Edit const& edit : edits) {
             std::wstring const& path = edit.words.front();
+            // A loss of a place is told at its top, so that an edit below it has the loss's path as its
+            // beginning.
             bool const isPlace = loss.kind != Difference::Kind::Flag; // without a flag the values are kept
             if (isPlace && path.compare(0, loss.path.size(), loss.path) == 0) {
                 std::wstring reason;
@@ -79,6 +86,7 @@ void RequireNoLoss(ParameterFile const& file, std::vector<Difference> const& los
 
 /// The file as the library writes what it holds.
 std::string BytesAsWritten(ParameterFile const& file) {
+    // From the file and not from the database, which has the edits by now: what differs is the form alone.
     ParameterDatabase copy(file.m_database.GetLayout());
     Read(copy, file.m_input.Path(), file.m_input.Name(), file.m_format);
     ScratchFile const scratch;
@@ -90,6 +98,8 @@ std::string BytesAsWritten(ParameterFile const& file) {
 void RequireNoCommentLost(ParameterFile const& file, SaveOptions const& options, Output& output) {
     std::string const bytes = BytesOf(file.m_input.Path());
     std::wstring const& name = file.m_input.Name();
+    // In a CDATA section the same text is no comment: then one is told too many, which is better than one too
+    // few.
     std::size_t const comments = CountOf(bytes, "<!--");
     if (comments != 0 && !options.isForced && !options.isBackedUp) {
         Refuse(name, std::to_wstring(comments) + (comments == 1 ? L" comment" : L" comments") +
@@ -116,6 +126,7 @@ void BackUp(std::wstring const& path, SaveOptions const& options, Output& output
     output.m_json["backup"] = Utf8(backup);
 }
 
+/// What came by the standard input goes to the standard output unless another place is named.
 bool IsInPlace(ParameterFile const& file, SaveOptions const& options) {
     return options.output.empty() && !file.m_input.IsStandard();
 }
@@ -134,6 +145,7 @@ bool SaveTexts(ParameterFile const& file, std::vector<Edit> const& edits, SaveOp
         }
         texts.push_back({edit.words[0], edit.words[1]});
     }
+    // Overloaded by the kind of path; the casts pick the function that takes wide ones.
     auto const change = file.m_format == ParameterFormat::Machine
                             ? static_cast<TextsEditor>(&KlvrProperties::EditValueTexts)
                             : static_cast<TextsEditor>(&EditValueTexts);

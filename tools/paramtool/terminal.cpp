@@ -41,6 +41,8 @@ bool IsColoured() {
     return isTerminal && (noColour == nullptr || *noColour == '\0');
 }
 
+/// Of one line, so that a line end in a value is a control character like the others. Those from 0x80 on have
+/// no pictures, and some terminals obey them, too.
 std::string Printable(std::wstring text) {
     for (wchar_t& unit : text) {
         if (unit < 0x20) {
@@ -55,6 +57,7 @@ std::string Printable(std::wstring text) {
 } // namespace
 
 void Print(std::wstring const& line, Style style) {
+    // Asked once: on Windows asking also switches the console's handling of colours on.
     static bool const isColoured = IsColoured();
     if (isColoured && style != Style::Plain) {
         std::cout << "\x1b[" << static_cast<int>(style) << 'm' << Printable(line) << "\x1b[0m\n";
@@ -68,6 +71,8 @@ void PrintError(std::wstring const& line) {
     std::cerr << Printable(line) << '\n';
 }
 
+// On the standard error, so that a result that goes elsewhere has none of it; and only there is looked
+// whether anybody watches.
 Progress::Progress(std::size_t all) : m_all(all), m_isShown(all > 1 && IsErrorTerminal()) {}
 
 Progress::~Progress() { Clear(); }

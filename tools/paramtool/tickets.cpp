@@ -20,6 +20,7 @@ namespace {
 
 using namespace Zantrel;
 
+/// In the fewest digits that are this number, so that two that differ never look the same.
 std::wstring TextOf(double number) {
     char digits[32];
     return std::wstring(digits, std::to_chars(digits, digits + sizeof digits, number).ptr);
@@ -53,6 +54,8 @@ void AddFacts(PersistentProperties const& top, std::wstring const& section, Tick
     while (!open.empty()) {
         Bag const bag = std::move(open.back());
         open.pop_back();
+        // Names of one bag may repeat. Counted, so that each has a path of its own and none hides another one
+        // in the map of facts.
         std::map<std::wstring, std::size_t> met;
         for (auto const& [name, property] : *bag.bag) {
             std::wstring path = bag.path + std::wstring(name);
@@ -71,6 +74,7 @@ void AddStores(KelAM::DatabaseExternalProperties const& stores, std::wstring con
                std::wstring const& only, TicketFacts& facts) {
     for (auto const& [key, property] : stores) {
         if (auto const* const store = PropertyCast<KelAM::ExternalProperties>(property)) {
+            // By its value, since a GUID can be spelt in several ways.
             if (only.empty() || store->m_value.m_id == KelAM::ExternalPropertyID(only)) {
                 AddFacts(store->m_value, word + std::wstring(key), facts);
             }

@@ -23,6 +23,8 @@ template <class Take> void ForEachValue(ParameterDatabase const& database, Take 
     }
 }
 
+/// Quoted where a reader of the table would else take it for more fields or lines, pass over blanks, or end
+/// at a zero.
 std::string Field(std::string text) {
     if (text.find_first_of(",\"\r\n") == std::string::npos && text == text.c_str() &&
         (text.empty() || (text.front() != ' ' && text.back() != ' '))) {
@@ -63,6 +65,8 @@ std::vector<std::string> ReadRecord(std::string const& text, std::size_t& at, st
     return fields;
 }
 
+/// Takes also what a spreadsheet makes of a table: a mark of the encoding in front, line ends of either kind,
+/// further columns, empty lines. The header may be missing.
 std::vector<ValueRow> ReadCsv(std::string const& text, std::wstring const& name) {
     std::vector<ValueRow> rows;
     std::size_t line = 0;
@@ -85,6 +89,8 @@ std::vector<ValueRow> ReadCsv(std::string const& text, std::wstring const& name)
 /// As Editing::TextOf has it.
 std::wstring TextOf(Json const& value) {
     if (value.is_number_float()) {
+        // A number goes by its value and not by its spelling in the document, so that 1.50 is no change of
+        // 1.5.
         char digits[32];
         return std::wstring(digits, std::to_chars(digits, digits + sizeof digits, value.get<double>()).ptr);
     }
@@ -133,6 +139,7 @@ std::string JsonTextOf(ParameterDatabase const& database) {
 
 std::vector<ValueRow> ReadValues(std::string const& text, std::wstring const& name) {
     std::size_t const first = text.find_first_not_of(" \t\r\n");
+    // No table begins so, as its first field is a path or the header's.
     return first != std::string::npos && text[first] == '{' ? ReadJson(text, name) : ReadCsv(text, name);
 }
 

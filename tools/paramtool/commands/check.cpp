@@ -67,6 +67,8 @@ private:
     }
 
     void CheckValues(bool isMachine) {
+        // Read once more, and without a report: what doesn't fit was told by the look at the structure, which
+        // keeps no values.
         ParameterDatabase database(m_layout.m_layout.get());
         isMachine ? KlvrProperties::ReadFile(database, m_file.Path()) : ReadFile(database, m_file.Path());
         std::vector<Finding> const findings = Validate(database);
@@ -117,6 +119,8 @@ int Check(Context& context, Options const& options) {
             InputFile const file(name);
             counts = FileCheck(output, source, file).Run();
         } catch (std::runtime_error const& error) {
+            // Alone a file that can't be read is a failure of the command; among many it is a finding about
+            // one, and the others are still checked.
             if (options.files.size() == 1) {
                 throw;
             }

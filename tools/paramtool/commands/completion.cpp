@@ -31,6 +31,7 @@ std::vector<std::string> FirstWords() {
     for (Command const& command : Commands) {
         std::string const name = command.name;
         std::string const word = name.substr(0, name.find(' '));
+        // The commands of a group stand together in the table.
         if (words.empty() || words.back() != word) {
             words.push_back(word);
         }
@@ -94,6 +95,7 @@ _paramtool() {
     case $command in
 )";
 
+/// Files are completed beside words, since an argument may be either; not where one of a few words is wanted.
 constexpr char const* BashEnd = R"(    esac
     COMPREPLY=($(compgen -W "$words" -- "$current"))
     case $current in
@@ -181,6 +183,8 @@ void PrintZshCommand(Command const& command) {
     std::cout << "\n        ;;\n";
 }
 
+/// The same search as for bash; then the words of the command are cut off, as _arguments counts from the
+/// command.
 void PrintZsh() {
     std::cout
         << "#compdef paramtool\n# zsh completion for paramtool; paramtool completion zsh prints it\n"
@@ -260,6 +264,7 @@ void PrintFish() {
         std::cout << "complete -c paramtool -f -n " << FishText(condition) << " -a "
                   << name.substr(blank == std::string::npos ? 0 : blank + 1) << " -d "
                   << FishText(command.purpose) << '\n';
+        // A group is offered once, with the first of its commands, and has no purpose of its own to show.
         if (blank != std::string::npos &&
             CommandsOf(name.substr(0, blank)).front() == name.substr(blank + 1)) {
             std::cout << "complete -c paramtool -f -n __fish_use_subcommand -a " << name.substr(0, blank)

@@ -14,6 +14,7 @@ struct Options {
 };
 
 int Export(Context& context, Options const& options) {
+    // First, so that a target that can't be is refused before anything is read.
     OutputFile const target(options.output, context.output);
     LayoutSource const source(context.layout);
     ParameterFile const file(context.output, source, options.file);

@@ -23,6 +23,7 @@ struct Options {
 
 /// The list whose entry a path names that goes on with "[" at `bracket`. Names may hold "_" themselves.
 std::optional<Place> ListBefore(ParameterDatabase& database, std::wstring const& path, std::size_t bracket) {
+    // From the right, by which the innermost list is tried first.
     for (std::size_t end = path.rfind(L'_', bracket); end != std::wstring::npos && end != 0;
          end = path.rfind(L'_', end - 1)) {
         std::optional<Place> list = Place::Find(database, path.substr(0, end));
@@ -38,6 +39,8 @@ std::optional<Place> ListBefore(ParameterDatabase& database, std::wstring const&
 std::optional<Edit> AdditionFor(ParameterDatabase& database, ValueRow const& row) {
     std::wstring const& path = row.path;
     for (std::size_t open = path.find(L'['); open != std::wstring::npos; open = path.find(L'[', open + 1)) {
+        // A bracket in the name of a profile is only found out by looking for the list in front of it; one
+        // that closes belongs to the step where the next step or the end follows.
         std::size_t const close = path.find(L"]_", open);
         std::size_t const end = close != std::wstring::npos ? close : path.size() - 1;
         std::optional<Place> const list = ListBefore(database, path, open);
@@ -58,6 +61,7 @@ void AddMissing(ParameterFile& file, ValueRow const& row, std::vector<Edit>& don
         if (!addition) {
             return;
         }
+        // At once, as the next one may stand in it.
         Apply({*addition}, file, false, output);
         done.push_back(*addition);
     }

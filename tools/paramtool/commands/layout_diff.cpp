@@ -19,6 +19,7 @@ int Diff(Context& context, Options const& options) {
     Json json = Json::array();
     for (Zantrel::Editing::LayoutDifference const& difference : differences) {
         DifferenceLine const line = LineOf(difference);
+        // A node that moved and an attribute that changed have one line, with both sides in it.
         context.output.Print(line.text, line.isAdded ? Style::Green : Style::Red);
         json.push_back(JsonOf(difference));
     }

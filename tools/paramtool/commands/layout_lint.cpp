@@ -18,6 +18,7 @@ struct Options {
 int Lint(Context& context, Options const& options) {
     Output& output = context.output;
     LayoutSource const source(options.layout);
+    // What the file says and no layout takes counts as an error, too: it is lost at the next write.
     std::size_t errors = TellPassedOver(output, source.m_name, source.m_report, &Output::PrintFinding);
     std::size_t others = 0;
     for (Zantrel::Editing::LintFinding const& finding : Zantrel::Editing::Lint(*source.m_layout)) {

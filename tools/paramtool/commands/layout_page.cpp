@@ -35,6 +35,7 @@ void RequireLanguage(nlohmann::json const& languages, std::wstring const& langua
 
 int LayoutPage(Context& context, Options const& options) {
     Output& output = context.output;
+    // A page in the place of what it is made from would be its end.
     for (std::wstring const& input : {options.layout, options.values}) {
         Host::RefuseToReplace(Host::PathOf(Utf8(input)), Host::PathOf(Utf8(options.output)));
     }

@@ -41,6 +41,8 @@ void PrintCommand(Command const& command) {
     std::cout << ".PP\nExample:\n.PP\n.RS\nparamtool " << Escaped(command.example) << "\n.RE\n";
 }
 
+// Without a date and whatever else differs from run to run: the page is kept with the sources, and compared
+// with what this prints.
 int Manual(Context&) {
     std::cout << ".TH PARAMTOOL 1 \"\" \"paramtool " PARAMTOOL_VERSION "\" \"User Commands\"\n"
               << ".SH NAME\nparamtool \\- looks after parameter files\n"

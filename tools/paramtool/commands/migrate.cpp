@@ -23,6 +23,7 @@ struct Options {
 std::vector<Renaming> RenamingsOf(std::vector<std::wstring> const& texts) {
     std::vector<Renaming> renamings;
     for (std::wstring const& text : texts) {
+        // The first one: a name with a "=" in it can't be renamed from here.
         std::size_t const at = text.find(L'=');
         if (at == std::wstring::npos) {
             Host::Fail(L'"' + text + L"\" is no OLD=NEW");
@@ -32,6 +33,7 @@ std::vector<Renaming> RenamingsOf(std::vector<std::wstring> const& texts) {
     return renamings;
 }
 
+// In the order of the kinds, which are the index.
 constexpr char const* KindWords[] = {"taken", "converted", "renamed", "dropped", "new", "refused"};
 
 std::wstring LineOf(MigrationStep const& step) {
@@ -74,6 +76,7 @@ int Migrate(Context& context, Options const& options) {
         try {
             return Editing::Migrate(file.m_database, *to.m_layout, RenamingsOf(options.renamings));
         } catch (std::invalid_argument const& error) {
+            // By its own type, so that it is told like what the tool itself refuses.
             Host::Fail(StringConversion::Utf8ToNative(error.what()));
         }
     }();

@@ -20,6 +20,7 @@ int New(Context& context, Options const& options) {
     if (!options.isForced && std::filesystem::exists(Host::PathOf(Utf8(options.file)))) {
         Host::Fail(options.file + L" is there already; --force writes over it");
     }
+    // In the generic format, as the other one carries no flags.
     OutputFile const target(options.file, context.output);
     Write(Zantrel::ParameterDatabase(source.m_layout.get()), target.Path(), ParameterFormat::Generic);
     target.Finish();

@@ -25,6 +25,7 @@ std::vector<Edit> EditsOf(Options const& options) {
         InputFile const from(options.from);
         return ReadEdits(BytesOf(from.Path()), from.Name());
     }
+    // Two settings both have a "="; a path with one of its own can be said as a setting only, or by --from.
     if (settings.size() == 2 && settings[0].find(L'=') == std::wstring::npos) {
         return {{L"", L"set", settings}};
     }

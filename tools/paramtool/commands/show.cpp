@@ -30,6 +30,7 @@ public:
 
     /// Goes to the place of the walk; the ones around it come first.
     void Follow(PlaceView const& place) {
+        // A walk comes to what is around a place before the place, so that its way stands here already.
         m_views.resize(place.GetDepth());
         m_views.push_back(place.GetDepth() == 0 ? ParameterView(m_database.GetProfileEditor())
                                                 : Below(m_views.back(), place));
@@ -113,6 +114,7 @@ class Tree {
 public:
     explicit Tree(Output const& output) : m_output(output) {}
     void Step(PlaceView const& place) {
+        // The editor itself has no line, and so depth 1 is the first level.
         m_headings.resize(place.GetDepth() - 1);
         m_headings.push_back(LineOf(place));
     }
@@ -147,6 +149,7 @@ int Show(Context& context, Options const& options) {
         }
         bool const isChanged = IsChanged(place, defaults);
         if (!walk.GetLook().isVisible && !options.hidden) {
+            // Only counted, and gone on below: each hidden place counts for itself.
             unseen += isChanged ? 1 : 0;
             continue;
         }

@@ -68,6 +68,7 @@ int Diff(Context& context, Options const& options) {
     TicketFacts const first = FactsOf(ReadTicket(context.output, options.file), options.part);
     TicketFacts const second = FactsOf(ReadTicket(context.output, options.second), options.part);
     Comparison comparison(context.output);
+    // Both are in order, so that one pass over the two finds what is in one only.
     auto before = first.begin(), after = second.begin();
     while (before != first.end() || after != second.end()) {
         bool const isBeforeFirst =
