@@ -31,6 +31,7 @@ bool LayoutRead::HandleTag(std::string const& tag, KelSAX::ISAXReader& reader) {
 
 void LayoutRead::ReadRoot(KelSAX::ISAXReader&) {}
 
+/// The option to choose a category, which no writer of this library writes, since each read makes it anew.
 void LayoutRead::InitAfterLoading() { m_layout.AddCategoryNodeIfNeeded(); }
 
 LayoutNode* LayoutRead::NodeOf(Anchor anchor) const {
@@ -63,6 +64,7 @@ void LayoutRead::GoTo(Place place) {
 void LayoutRead::GoUp() {
     if (m_currentNode != &m_layout) {
         SetCurrent(m_currentNode->m_parent);
+        // It may count less than there are steps, where GoTo has stopped at the limit.
         m_level -= m_level != 0 ? 1 : 0;
     }
 }

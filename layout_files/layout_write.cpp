@@ -24,6 +24,7 @@ void WriteType(LayoutWord::TypeWord LayoutWord::TypeRow::*file, LayoutNode const
     }
 }
 
+/// The write fails instead of making a file that no reader takes: whoever writes still has the layout.
 void RefuseUnlessTaken(std::size_t level, KelSAX::ISAXWriter& writer) {
     if (level > MaxNodeLevel) {
         writer.Refuse(L"The nodes are nested more than " + std::to_wstring(MaxNodeLevel) +

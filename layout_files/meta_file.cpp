@@ -23,6 +23,9 @@ KelAM::SaxUtilities::WriteOptions DocumentOptions(ParameterLayout const& layout)
 
 } // namespace
 
+// Two readers of one format: this one takes what values are read by, as programs have always got it from
+// these files, and the whole one all that the writer can say. They stay apart, since what the first makes of
+// odd files is relied upon.
 bool ReadFile(ParameterLayout& layout, std::wstring const& path, ReadReport* report) {
     ParameterLayoutIOMetaFileRead handler(layout, report);
     return KelAM::SaxUtilities::ReadFile(path, handler, report);

@@ -56,6 +56,7 @@ bool PlainProfileList(Element const& element) {
     return Container(element) && element.node.m_isProfileList && !element.node.m_isCategoryList;
 }
 
+// Conditions stand on both elements of a list, but only on the inner one of a profile list.
 bool ValueOrList(Element const& element) { return Value(element) || List(element); }
 
 // --- How an attribute is written and read ---
@@ -220,6 +221,8 @@ void WriteSources(std::string_view word, Element const& element, Writer& writer)
         Write(word, Join(element.node.*Field, TextOf), writer);
     }
 }
+// The row of the sources comes first in the table and the one of the values next, which is what lets one hand
+// on to the other.
 void ReadSources(std::string_view word, Reading& reading) {
     std::wstring text;
     bool const isThere = reading.reader.ReadAttribute(text, word);
@@ -316,6 +319,7 @@ constexpr Attribute Attributes[] = {
 };
 
 /// Whether no row above has the same word.
+/// Worked out by the compiler: an attribute whose word several rows have counts once.
 constexpr auto IsFirstOfWord = [] {
     std::array<bool, std::size(Attributes)> isFirst{};
     for (std::size_t i = 0; i < isFirst.size(); ++i) {

@@ -84,6 +84,7 @@ bool ParameterLayoutIOMetaFileRead::ReadElement(std::string const& tag, KelSAX::
         CountPassedOver(reader, {}, m_passedOver);
         return true;
     }
+    // A word of the format counts only where it stands; anywhere else a parameter may be called so.
     for (Rule const& rule : grammar) {
         if (tag == rule.tag && IsAt(rule.at)) {
             return (this->*rule.read)(reader);
@@ -160,6 +161,7 @@ void ParameterLayoutIOMetaFileRead::ReadParameter(std::string const& tag, KelSAX
                     m_passedOver);
     if (reader.HasReport()) {
         bool const isChoice = tag == Word::Option && reader.GetAncestorTag(1) == Word::Options;
+        // Kept as parameters or not at all: the report is to say who takes them as choices.
         if (isChoice || (type != Options && reader.HasAttribute(Word::Options))) {
             m_passedOver.Count(L"choices");
         }
@@ -182,6 +184,8 @@ eTypeLayoutNode ParameterLayoutIOMetaFileRead::ReadType(KelSAX::ISAXReader& read
 }
 
 bool ParameterLayoutIOMetaFileRead::OpenContainer(std::string const& tag, KelSAX::ISAXReader& reader) {
+    // Of several marks the first counts, so that the node is one kind of container. The other reader takes
+    // them all.
     std::string_view mark = Word::Type;
     if (reader.ReadAttribute(m_word, mark) && m_word == Word::ListContainer) {
         m_pending.isList = true;

@@ -77,6 +77,8 @@ void MetaFileReferences::Judge(Condition& added, KelSAX::ISAXReader& reader) con
         reader.NoteDropped(Text::Fill(L"The conditions have {0} sources and {1} values.",
                                       {std::to_wstring(identifiers.size()), std::to_wstring(values)}));
     }
+    // A report's place costs texts of its own, and is kept only where it may be needed: the source may still
+    // come.
     bool const isUnknown =
         std::any_of(identifiers.begin(), identifiers.end(), [this](std::wstring_view identifier) {
             return !identifier.empty() && Find(std::wstring(identifier)) == nullptr;
@@ -110,6 +112,7 @@ void MetaFileReferences::Resolve(ParameterLayout const& layout) {
 void MetaFileReferences::Resolve(Condition& condition) {
     std::vector<std::wstring_view> const identifiers = Split(condition.sources);
     std::vector<std::wstring_view> values = Split(condition.values, identifiers.size());
+    // Missing ones are empty texts. There are no more, as the last one has taken the rest.
     values.resize(identifiers.size());
     std::vector<LayoutNodeSource> resolved;
     resolved.reserve(identifiers.size());

@@ -54,6 +54,8 @@ double CountBags(LayoutNode const& node, bool withItems) {
 
 MetaFileWholeRead::MetaFileWholeRead(ParameterLayout& layout, ReadReport* report)
     : LayoutRead(layout), m_report(report), m_references(report) {
+    // The handle leads to the node below "Version". Only a version that this layout owns is met in a file: in
+    // a copy the handle leads to the source's.
     LayoutNode* const minor = NodeOf(&Layout::m_versionNode);
     LayoutNode* const version = minor != nullptr ? minor->m_parent : nullptr;
     if (version != nullptr && version->GetOwner() == &layout) {
@@ -74,6 +76,7 @@ bool MetaFileWholeRead::ReadElement(std::string const& tag, KelSAX::ISAXReader& 
     case Kind::Node:
         return ReadInNode(tag, reader);
     case Kind::Container:
+        // Before the item is read, which opens an element of its own and may move this one.
         around.kind = Kind::Filled;
         return ReadItem(tag, reader);
     case Kind::Filled:
@@ -193,6 +196,7 @@ bool MetaFileWholeRead::BeginsOptions(std::string_view tag, KelSAX::ISAXReader& 
 /// Such a node is met wherever the one that holds it is open. Of the version each node is met once: who reads
 /// a file that tells one with ReadFile has two of them, and writes two.
 bool MetaFileWholeRead::EnterOwnNode(std::string_view tag) {
+    // By owner: in a copied layout the handles lead to nodes of the source, which no read may touch.
     for (OwnNode const& own : OwnNodes) {
         LayoutNode const* const node = NodeOf(own.handle);
         bool const isInJob = own.isAlsoInJob && IsAt(&Layout::m_jobConfigurator);
@@ -254,6 +258,7 @@ bool MetaFileWholeRead::ReadMarks(KelSAX::ISAXReader& reader) {
     bool const isList = isTransformed || (hasType && m_word == Word::ListContainer);
     bool const isCategoryList = reader.ReadAttribute(m_word, Word::CategoriesName);
     bool const isProfileList = reader.ReadAttribute(m_word, Word::ProfilesXmlName) || isCategoryList;
+    // A node that the layout has from its making may be a container already, and stays one.
     node.m_isList = node.m_isList || isList;
     node.m_canBeTransformed = node.m_canBeTransformed || isTransformed;
     node.m_isCategoryList = node.m_isCategoryList || isCategoryList;
@@ -325,6 +330,7 @@ void MetaFileWholeRead::FindCategoryLevel() {
         return editor->m_children.Find(StringConversion::Utf8ToNative(name));
     };
     LayoutNode* const categories = find(Word::Categories);
+    // One that is only called so is a parameter like any other.
     if (categories != nullptr && categories->m_isCategoryList) {
         m_layout.m_categories = categories;
         if (NodeOf(&Layout::m_genericParameters) == nullptr) {

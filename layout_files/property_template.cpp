@@ -43,6 +43,8 @@ bool ReadWholeStream(ParameterLayout& layout, std::basic_istream<char>& in, Read
     return KelAM::SaxUtilities::ReadStream(in, handler, report);
 }
 
+/// Says no of every file: see the check, which asks for a name that no root has. Whether the document can be
+/// read plays no part in that, and only the report tells it.
 bool IsValidFile(std::wstring const& path, ReadReport* report) {
     ParameterLayoutIOPropertyTemplateValidityCheck check;
     ReadReport failure; // alone: the check takes no element

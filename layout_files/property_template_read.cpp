@@ -84,6 +84,7 @@ bool ParameterLayoutIOPropertyTemplateRead::ReadPropertyNode(KelSAX::ISAXReader&
     }
     m_isWhole ? ReadWhole(*node, reader) : CountPassedOver(reader);
     if (reader.ReadAttribute(m_word, Word::ProfileList)) {
+        // The format doesn't say how entries are called, and so they are called alike in all templates.
         node->SetProfile(true, L"Profile");
     }
     if (reader.ReadAttribute(m_word, Word::List)) { // after the profiles: of a node that is both this stays

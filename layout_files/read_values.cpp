@@ -19,6 +19,7 @@ template <class T> void Read(T& number, std::string_view word, KelSAX::ISAXReade
     if (!reader.ReadAttribute(text, word)) {
         return;
     }
+    // All of the text has to be the number: of "12 mm" nothing is taken, and not 12.
     std::string_view const digits = Text::Trim(text);
     char const* const end = digits.data() + digits.size();
     T value{};
@@ -43,6 +44,7 @@ bool IsValue(std::wstring const& text, eTypeLayoutNode type) {
 std::vector<std::wstring_view> Split(std::wstring_view text, std::size_t most) {
     std::vector<std::wstring_view> parts;
     std::size_t end = 0;
+    // The last part takes what is left, with what separates in it. An empty text is one empty part.
     while (parts.size() + 1 < most && (end = text.find(L';')) != text.npos) {
         parts.push_back(text.substr(0, end));
         text.remove_prefix(end + 1);

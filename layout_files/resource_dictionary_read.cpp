@@ -7,6 +7,7 @@
 
 namespace Word = Zantrel::LayoutWord;
 
+/// Entries aren't nested into handlers of their own: a translation belongs to the entry met last.
 bool ResourceDictionaryFileRead::HandleTag(std::string const& tag, KelSAX::ISAXReader& reader) {
     if (tag == Word::Entry) {
         m_entryKey.clear(); // so that without a key its texts don't go to the entry before it
