@@ -35,6 +35,7 @@ bool ElementWatch::Admits(FileElement const& element, std::string_view tag, std:
         return false;
     }
     if (depth > m_validity.maxDepth) {
+        // Of elements that weren't looked at nobody knows whether one was missing, and so none is told to be.
         m_isLookedAtWhole = false;
         return false;
     }

@@ -47,6 +47,7 @@ KelAM::SaxUtilities::WriteOptions DocumentOf(ParameterDatabase const& database) 
 
 } // namespace
 
+// A read that fails hides nothing: the document may have ended before its general parameters came.
 bool ReadFile(ParameterDatabase& database, std::wstring const& path, ReadReport* report) {
     ParameterNodeRead handler(database.GetProfileEditor());
     if (!KelAM::SaxUtilities::ReadFile(path, handler, report)) {

@@ -8,6 +8,7 @@
 namespace Zantrel {
 
 bool ParameterDatabaseIOFilteringReader::HandleTag(std::string const& tag, KelSAX::ISAXReader& reader) {
+    // Every element is taken, so that a filter's file may have others beside the two, at any depth.
     if (m_filtering == nullptr) {
         return true;
     }

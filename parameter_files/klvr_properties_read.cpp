@@ -3,6 +3,9 @@
 
 using namespace Zantrel;
 
+// Elements of parameters are all called alike here and bear the name as an attribute, and none has a flag.
+// The rest is as in every parameter file, and NodeRead does it.
+
 namespace {
 
 constexpr std::string_view PropertyWords[] = {ParameterFileWord::Type, ParameterFileWord::ProfileList};

@@ -56,6 +56,8 @@ public:
 
 private:
     KelSAX::PreparedTag const& TagOf(LayoutNode const& layout) {
+        // By the node's address: the same tag is asked for in each entry of a list, and has to be escaped
+        // once.
         return m_tags.Of(static_cast<void const*>(&layout), [&layout] { return PropertyTag(layout); });
     }
 

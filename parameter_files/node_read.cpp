@@ -44,6 +44,7 @@ bool ReadPlainValue(eTypeLayoutNode type, IPersistentProperty& value, KelSAX::IS
     });
 }
 
+// A text that says no value leaves the one that stands there.
 void TakeText(std::string_view text, std::int32_t& value) {
     value = Text::ParseInteger(text).value_or(value);
 }
@@ -81,6 +82,7 @@ NodeShape const* FittingShape(ParameterNode const& node, FittingShapes& fitting)
 
 } // namespace
 
+// With a watch there is no shape: the check has to hear of each element, and is in no hurry.
 NodeRead::NodeRead(ParameterNode const& node, ParameterFileGrammar const& grammar,
                    ParameterFileValidity* validity)
     : m_place{node, nullptr}, m_grammar(grammar), m_fitting(std::make_shared<FittingShapes>()),
@@ -173,6 +175,7 @@ bool NodeRead::HandleGroup(std::string_view tag) {
         m_watch == nullptr && !m_grammar.NamesParametersByAttribute() && FindGroup(tag, inner.node);
     if (isTaken) {
         inner.shape = FittingShape(inner.node, *m_fitting);
+        // In a stack of places and not in a handler of its own, which would be an allocation for each group.
         m_around.push_back(std::move(m_place));
         m_place = std::move(inner);
     }
@@ -188,6 +191,8 @@ bool NodeRead::FindGroup(std::string_view tag, ParameterNode& node) {
     if (NodeShape::Child const* const child = NextCalled(tag)) {
         return FindGroupByShape(*child, node);
     }
+    // What isn't known by shape is left to HandleTag, but for default profiles and items, of which files have
+    // most.
     if (m_place.node.m_pNode == nullptr || !m_place.node.IsValid()) {
         return false;
     }
@@ -288,6 +293,8 @@ FileElement NodeRead::RecogniseParameter(std::string const& tag, KelSAX::ISAXRea
         m_place.node.m_pNode->FindChildUtf8(isNamedByAttribute ? m_name : tag, m_place.childHint);
     if (NodeShape::Child const* const met =
             child != nullptr && m_place.shape != nullptr ? m_place.shape->FindChild(*child) : nullptr) {
+        // After an element out of order the next one is expected behind it, so that one gap or exchange costs
+        // one look-up and not all that follow.
         m_place.nextChild = static_cast<std::size_t>(met - m_place.shape->Children().data()) + 1;
     }
     return {child != nullptr ? Kind::Parameter : Kind::Unknown, child};
@@ -320,6 +327,7 @@ void NodeRead::KnowAttributes(Kind kind, KelSAX::ISAXReader& reader) const {
 // Reading it
 
 void NodeRead::ReadDefault(KelSAX::ISAXReader& reader) {
+    // A cursor on nothing has no node, and what is read beside the layout needs one.
     ParameterNode profile = m_place.node.GetDefault();
     profile.m_pNode = m_place.node.m_pNode;
     ReadChildren(profile, reader);
@@ -357,6 +365,7 @@ void NodeRead::ReadContent(ParameterNode& node, KelSAX::ISAXReader& reader) {
         ReadValue(node, reader);
         return;
     }
+    // What the file lists replaces what is there, also where it lists nothing.
     if (node.IsValid()) {
         node.Clear();
     }

@@ -57,6 +57,7 @@ template <class Take> void TakeLeafValue(ParameterNode const& leaf, Take take) {
 
 } // namespace
 
+/// Where the element is open already, as one with attributes is.
 void WriteLeafValue(ParameterNode const& leaf, KelSAX::ISAXWriter& writer) {
     TakeLeafValue(leaf, [&writer]<class T>(T const& value) {
         if constexpr (!std::is_same_v<T, NoValue>) {
@@ -91,6 +92,7 @@ bool WritePlainElement(KelSAX::PreparedTag const& tag, eTypeLayoutNode type, IPe
         if constexpr (std::is_same_v<T, NoValue>) {
             return false;
         } else {
+            // No cast that asks: whoever calls knows by the bag's shape that the value is of the node's type.
             auto const& property = static_cast<PersistentProperty<T> const&>(value);
             if (!property.m_deleted) {
                 WriteElement(tag, property.m_value, writer);

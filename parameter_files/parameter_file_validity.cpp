@@ -18,6 +18,8 @@ namespace {
 template <class Handler, class Read>
 bool Check(ParameterLayout const& layout, ParameterFileValidityOptions const& options,
            ParameterFileValidityResult* result, ReadReport* report, Read const& read) {
+    // The file is read like any other, into a database that ends with the check: so there is no second
+    // grammar that could differ from the reader's.
     ParameterDatabase database(&layout);
     ParameterFileValidity validity(options);
     Handler handler(database.GetProfileEditor(), &validity);

@@ -31,6 +31,7 @@ constexpr ParameterFileGrammar Grammar{.parameterTag = {},
 ParameterNodeRead::ParameterNodeRead(ParameterNode const& node, ParameterFileValidity* validity)
     : NodeRead(node, Grammar, validity) {}
 
+/// By the tag alone, also of one that isn't taken: what counts is whether a writer has left the element out.
 bool ParameterNodeRead::HandleTag(std::string const& tag, KelSAX::ISAXReader& reader) {
     m_hasMetGenericParameters =
         m_hasMetGenericParameters || Text::EqualsUtf8(ParameterFileWord::GenericParameters, tag);

@@ -70,6 +70,7 @@ public:
             writer.WriteAttribute(Word::Name, walk.Name());
         }
         std::span<FlagAttribute const> const flags = FlagsOf(walk);
+        // Whether a bag has flags is worth asking first only where there are several to look for.
         bool const isAnySet = flags.size() == 1 || HasFlags(walk.Node());
         for (FlagAttribute const& flag : flags) {
             bool const isSet = isAnySet && (walk.Node().*flag.get)();

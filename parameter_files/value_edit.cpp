@@ -36,6 +36,7 @@ struct Refusal {
     std::wstring path;
 };
 
+/// What tells the two formats apart here; all else knows neither.
 struct FormatFunctions {
     ParameterFileFormat format;
     bool (*read)(ParameterDatabase& database, std::basic_istream<char>& in, ReadReport* report);
@@ -51,6 +52,8 @@ std::string BytesOf(std::wstring const& path) {
     return std::string(reinterpret_cast<char const*>(bytes.data()), bytes.size());
 }
 
+/// Places count characters, which are found here by the bytes of UTF-8. What isn't recognised as another
+/// encoding is counted wrongly then, and found out by the comparison.
 bool IsUtf16(std::string const& document) {
     return document.compare(0, 2, "\xFF\xFE") == 0 || document.compare(0, 2, "\xFE\xFF") == 0;
 }
@@ -126,6 +129,7 @@ std::string Escaped(ValueText const& value) {
 
 Patch PatchOf(std::string const& document, std::size_t begin, std::size_t end, ValueText const& value) {
     std::size_t const inside = EndOfStartTag(document, begin);
+    // The tag gets an end of its own; its attributes stay as they are, byte for byte.
     if (document[inside - 2] == '/') { // an empty-element tag
         std::size_t const tag = begin + 1;
         std::string const name = document.substr(tag, document.find_first_of(" \t\r\n/>", tag) - tag);
@@ -158,6 +162,8 @@ std::string Patched(std::string const& document, Wanted const& wanted, Parameter
         }
         ordered.push_back({elements[i], &value});
     }
+    // In the order of the document, so that offsets are counted in one pass and what is between is copied
+    // once.
     std::sort(ordered.begin(), ordered.end(), [](auto const& left, auto const& right) {
         auto const &one = left.first.begin, &other = right.first.begin;
         return std::pair(one.line, one.column) < std::pair(other.line, other.column);
@@ -253,11 +259,13 @@ void Edit(ParameterLayout const& layout, std::wstring const& path, std::vector<V
     if (IsUtf16(document)) {
         throw Refusal{L"The file is in UTF-16.", L""};
     }
+    // Both come from text, so that whatever a read makes of the rest of the file is the same in both.
     ParameterDatabase before(&layout), after(&layout);
     Read(before, document, functions);
     std::string const result = Patched(document, wanted, before, functions.format);
     Read(after, result, functions);
     RequireOnlyThese(before, after, wanted);
+    // Only now is a file touched, and it is replaced as a whole.
     Io::OutputFile out;
     if (!out.Open(target) || !out.Write(result) || !out.Commit()) {
         throw Refusal{out.FailureText(), L""};

@@ -91,6 +91,7 @@ public:
             }
         }
         m_open.pop_back();
+        // The one way is cut and lengthened, so that no element costs more than its own step.
         m_way.resize(m_open.empty() ? 0 : m_open.back().wayLength);
     }
 
@@ -114,6 +115,8 @@ private:
                 hasName = true;
             }
         }
+        // Counted by tag and name together: so items go by their number, and a parameter that stands twice
+        // has another step the second time, which no place of a database has.
         std::size_t const earlier = m_open.back().met[Step(tokeniser.Name(), name, hasName, 0)]++;
         return Step(tokeniser.Name(), name, hasName, earlier);
     }
@@ -142,6 +145,8 @@ ElementWays WaysOf(ParameterDatabase const& database, std::vector<std::wstring> 
             way += StepTo(walk, format);
             auto const found = wanted.find(walk.Path());
             if (found != wanted.end()) {
+                // Of two places with one way the first stays; where that is the wrong one, reading finds it
+                // out.
                 ways.emplace(way, found->second);
             }
         }
@@ -166,6 +171,7 @@ std::vector<ValueElement> FindElements(std::string_view document, ElementWays co
         case Xml::Token::End:
             return search.Take();
         case Xml::Token::Error:
+            // Nothing found is better than half: the document is none, and its reader says why.
             return std::vector<ValueElement>(count);
         case Xml::Token::Text: // NextTag passes over it
             break;
