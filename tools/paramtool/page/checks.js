@@ -67,8 +67,7 @@ const Checks = (() => {
     const found = [];
     if (node.maxLength && [...text].length > node.maxLength) {
       found.push(error("TooLong", `This is longer than ${node.maxLength} characters.`));
-    }
-    if (node.regex && !Patterns.matches(node.regex, text)) {
+    } else if (node.regex && !Patterns.matches(node.regex, text)) {
       found.push(error("AgainstPattern", `This doesn't follow the rule: ${node.regexText || node.regex}`));
     }
     return found;
