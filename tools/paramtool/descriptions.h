@@ -15,8 +15,8 @@ inline constexpr char const* About =
 /// And behind it.
 inline constexpr char const* Notes[] = {
     "A file called - is the standard input, or output.",
-    "Exit status: 0; 1 when a check found something, a diff or conversion a difference, or a query by "
-    "--contains nothing; 2 for wrong arguments and for what can't be done.",
+    ("Exit status: 0; 1 when a check found something, a diff or conversion a difference, or a query by "
+     "--contains nothing; 2 for wrong arguments and for what can't be done."),
     "Colours only on a terminal, and not when NO_COLOR is set.",
 };
 
