@@ -127,12 +127,12 @@ void Write(ParameterDatabase const& database, std::wstring const& path, Paramete
     }
 }
 
-std::vector<Difference> LossesOf(ParameterDatabase const& database, ParameterFormat format) {
+std::vector<Difference> LossesOf(ParameterDatabase const& database, ParameterDatabase& readBack,
+                                 ParameterFormat format) {
     ScratchFile const scratch;
     Write(database, scratch.Path(), format);
-    ParameterDatabase copy(database.GetLayout());
-    Read(copy, scratch.Path(), scratch.Path(), format);
-    return Differences(database, copy);
+    Read(readBack, scratch.Path(), scratch.Path(), format);
+    return Differences(database, readBack);
 }
 
 std::vector<std::wstring> CausesOfLosses(ParameterDatabase const& database, ParameterFormat format) {

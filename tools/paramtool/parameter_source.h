@@ -46,7 +46,9 @@ void Write(Zantrel::ParameterDatabase const& database, std::wstring const& path,
 
 /// In what a database differs that is read back from what a format makes of it. Nothing is known here of what
 /// a format can carry, so that a loss which nobody has thought of shows as well.
+/// `readBack` is a new database on the same layout, which takes what is read; the differences point into it.
 std::vector<Zantrel::Editing::Difference> LossesOf(Zantrel::ParameterDatabase const& database,
+                                                   Zantrel::ParameterDatabase& readBack,
                                                    ParameterFormat format);
 /// Why a format doesn't carry all of this database: the causes that are known, each a sentence.
 std::vector<std::wstring> CausesOfLosses(Zantrel::ParameterDatabase const& database, ParameterFormat format);

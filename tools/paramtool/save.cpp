@@ -175,7 +175,8 @@ void SaveAnew(ParameterFile const& file, ParameterDatabase const& database, std:
     bool const isInPlace = IsInPlace(file, options);
     std::wstring const name = TargetOf(file, options);
     OutputFile const target(name, output);
-    std::vector<Difference> losses = LossesOf(database, file.m_format);
+    ParameterDatabase readBack(database.GetLayout());
+    std::vector<Difference> losses = LossesOf(database, readBack, file.m_format);
     losses.erase(std::remove_if(losses.begin(), losses.end(),
                                 [&](Difference const& loss) { return IsOfNewProfile(loss, edits); }),
                  losses.end());

@@ -27,7 +27,8 @@ int ConvertParameters(Context& context, Options const& options, ParameterFormat 
     OutputFile const target(options.output, output);
     Write(file.m_database, target.Path(), format);
     target.Finish();
-    std::vector<Difference> const losses = LossesOf(file.m_database, format);
+    Zantrel::ParameterDatabase readBack(file.m_database.GetLayout());
+    std::vector<Difference> const losses = LossesOf(file.m_database, readBack, format);
     if (!losses.empty()) {
         output.Remark(options.output + L" can't carry all of " + file.m_input.Name());
         for (std::wstring const& cause : CausesOfLosses(file.m_database, format)) {
