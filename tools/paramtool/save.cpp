@@ -117,9 +117,11 @@ void BackUp(std::wstring const& path, SaveOptions const& options, Output& output
         return;
     }
     std::wstring const backup = path + L".bak";
+    // The one before goes first: on Windows libstdc++ takes any two files for the same one and overwrites
+    // none.
     std::error_code error;
-    std::filesystem::copy_file(Host::PathOf(Utf8(path)), Host::PathOf(Utf8(backup)),
-                               std::filesystem::copy_options::overwrite_existing, error);
+    std::filesystem::remove(Host::PathOf(Utf8(backup)), error);
+    std::filesystem::copy_file(Host::PathOf(Utf8(path)), Host::PathOf(Utf8(backup)), error);
     if (error) {
         Host::Fail(L"Can't keep " + path + L" as " + backup + L", and so it isn't changed");
     }
