@@ -86,18 +86,19 @@ void WriteLeafElement(KelSAX::PreparedTag const& tag, ParameterNode const& leaf,
     TakeLeafValue(leaf, [&](auto const& value) { WriteElement(tag, value, writer); });
 }
 
-bool WritePlainElement(KelSAX::PreparedTag const& tag, eTypeLayoutNode type, IPersistentProperty const& value,
-                       KelSAX::ISAXWriter& writer) {
-    return VisitValueType(type, [&]<class T>(TypeTag<T>) {
+PlainElement PlainElementOf(eTypeLayoutNode type) {
+    return VisitValueType(type, []<class T>(TypeTag<T>) -> PlainElement {
         if constexpr (std::is_same_v<T, NoValue>) {
-            return false;
+            return nullptr;
         } else {
-            // No cast that asks: whoever calls knows by the bag's shape that the value is of the node's type.
-            auto const& property = static_cast<PersistentProperty<T> const&>(value);
-            if (!property.m_deleted) {
-                WriteElement(tag, property.m_value, writer);
-            }
-            return !property.m_deleted;
+            return [](KelSAX::PreparedTag const& tag, IPersistentProperty const& value,
+                      KelSAX::ISAXWriter& writer) {
+                auto const& property = static_cast<PersistentProperty<T> const&>(value);
+                if (!property.m_deleted) {
+                    WriteElement(tag, property.m_value, writer);
+                }
+                return !property.m_deleted;
+            };
         }
     });
 }

@@ -30,9 +30,11 @@ void WriteLeafValue(ParameterNode const& leaf, KelSAX::ISAXWriter& writer);
 /// is a plain one.
 void WriteLeafElement(KelSAX::PreparedTag const& tag, ParameterNode const& leaf, KelSAX::ISAXWriter& writer);
 
-/// The same for a property of the class that the type of a leaf's node has. False, and nothing is written,
-/// where it is marked deleted.
-bool WritePlainElement(KelSAX::PreparedTag const& tag, eTypeLayoutNode type, IPersistentProperty const& value,
-                       KelSAX::ISAXWriter& writer);
+/// The same for a property of the class that leaves of one type have, which isn't asked for. False, and
+/// nothing is written, where it is marked deleted.
+using PlainElement = bool (*)(KelSAX::PreparedTag const& tag, IPersistentProperty const& value,
+                              KelSAX::ISAXWriter& writer);
+/// Null for a type that has no value.
+PlainElement PlainElementOf(eTypeLayoutNode type);
 
 } // namespace Zantrel

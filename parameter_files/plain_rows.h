@@ -2,9 +2,9 @@
 #pragma once
 
 #include "database/layout_shapes.h"
+#include "parameter_files/node_value_sax.h"
 
 #include <zantrel/layout/layout_node.h>
-#include <zantrel/layout/node_type.h>
 #include <zantrel/sax/prepared_tag.h>
 
 #include <cstddef>
@@ -19,11 +19,11 @@ namespace Zantrel {
 /// What a file has for the children in the bags of one shape, in the layout's order.
 struct PlainRow {
     struct Child {
-        KelSAX::PreparedTag const* tag = nullptr; ///< null: no child to be written from the block
-        NodeShape const* body = nullptr;          ///< that a group's bag has; null: a value
-        PlainRow* row = nullptr;                  ///< of that, once somebody asked for it
-        std::uint32_t place = 0;                  ///< of its bag
-        eTypeLayoutNode type = eTypeLayoutNode::Group;
+        PlainElement write = nullptr; ///< null: no value to be written from the block
+        KelSAX::PreparedTag const* tag = nullptr;
+        NodeShape const* body = nullptr; ///< that a group's bag has; null: no group to be written from there
+        PlainRow* row = nullptr;         ///< of that, once somebody asked for it
+        std::uint32_t place = 0;         ///< of its bag
     };
 
     struct Body {
@@ -81,7 +81,10 @@ private:
             PlainRow::Child& child = row.children.emplace_back();
             if (position < known && IsAsFormatted(shape.Children()[position], *node, shape.Node())) {
                 NodeShape::Child const& own = shape.Children()[position];
-                child = {format.TagOfPlain(*node), own.body, nullptr, shape.At(own.slot).place, own.type};
+                if (KelSAX::PreparedTag const* const tag = format.TagOfPlain(*node)) {
+                    child = {own.body == nullptr ? PlainElementOf(own.type) : nullptr, tag, own.body, nullptr,
+                             shape.At(own.slot).place};
+                }
             }
         }
     }

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "parameter_files/node_value_sax.h"
 #include "parameter_files/plain_rows.h"
 
 #include <zantrel/database/walk.h>
@@ -148,24 +147,24 @@ private:
 
     /// The values that come next, up to a group or to what isn't plain.
     void WriteValues(Group& group) {
-        for (; group.next != group.row->children.size(); ++group.next) {
-            PlainRow::Child const& child = group.row->children[group.next];
-            if (child.tag == nullptr || child.body != nullptr) {
-                return;
-            }
-            auto const& bag = BagAccess::BagIn(*group.block, child.place);
+        PlainRow::Child const* const begin = group.row->children.data();
+        PlainRow::Child const* const end = begin + group.row->children.size();
+        ShapedBlock const& block = *group.block;
+        PlainRow::Child const* child = begin + group.next;
+        for (; child != end && child->write != nullptr; ++child) {
+            auto const& bag = BagAccess::BagIn(block, child->place);
             IPersistentProperty const* const value = BagAccess::PlainValueOf(bag);
-            if (value == nullptr || bag.m_deleted ||
-                !WritePlainElement(*child.tag, child.type, *value, m_writer)) {
-                return;
+            if (value == nullptr || bag.m_deleted || !child->write(*child->tag, *value, m_writer)) {
+                break;
             }
         }
+        group.next = static_cast<std::size_t>(child - begin);
     }
 
     /// Opens the group that comes next; false where it isn't a plain one.
     bool GoIn(Group& group) {
         PlainRow::Child& child = group.row->children[group.next];
-        if (child.tag == nullptr || child.body == nullptr || m_depth == MostGroups || m_writer.HasFailed()) {
+        if (child.body == nullptr || m_depth == MostGroups || m_writer.HasFailed()) {
             return false;
         }
         auto const& bag = BagAccess::BagIn(*group.block, child.place);

@@ -58,13 +58,14 @@ constexpr std::string_view Line = "\n                               ";
 /// How long that is at any depth: two blanks a level.
 constexpr std::size_t LineSize(std::size_t depth) { return 1 + 2 * depth; }
 
-/// One of a prepared tag's two, of which most are as short as is Readable.
+/// One of a prepared tag's two. Writes up to Readable bytes behind it, too.
 inline char* CopyTag(std::string_view bytes, char* into) noexcept {
-    constexpr std::size_t First = KelSAX::PreparedTag::Readable;
-    std::memcpy(into, bytes.data(), First);
-    if (bytes.size() > First) {
-        std::memcpy(into + First, bytes.data() + First, bytes.size() - First);
-    }
+    constexpr std::size_t Piece = KelSAX::PreparedTag::Readable;
+    std::size_t done = 0;
+    do {
+        std::memcpy(into + done, bytes.data() + done, Piece);
+        done += Piece;
+    } while (done < bytes.size());
     return into + bytes.size();
 }
 
@@ -238,9 +239,17 @@ bool WriteDriver::IsNewAttribute(std::string_view name) {
     if (std::find(m_attributes.begin(), end, name) != end) {
         return false;
     }
-    m_attributes[m_attributeCount] = name;
-    ++m_attributeCount;
+    KeepAttribute(name);
     return true;
+}
+
+// Most elements that follow each other have the same ones.
+void WriteDriver::KeepAttribute(std::string_view name) {
+    std::string& kept = m_attributes[m_attributeCount];
+    if (kept != name) {
+        kept = name;
+    }
+    ++m_attributeCount;
 }
 
 void WriteDriver::WriteValue(std::string_view value) {
@@ -299,21 +308,21 @@ char* WriteDriver::BeginElement(std::size_t endSize,
         m_manyAttributes.clear();
     }
     for (KelSAX::PreparedTag::Attribute const& attribute : attributes) {
-        static_cast<void>(IsNewAttribute(attribute.name)); // they are: the tag is ready
+        KeepAttribute(attribute.name);
     }
-    if (m_ends.size() < m_endsUsed + endSize + KelSAX::PreparedTag::Readable) {
-        m_ends.resize(2 * m_ends.size() + endSize + KelSAX::PreparedTag::Readable);
+    std::size_t const room = endSize + KeptOfName + KelSAX::PreparedTag::Readable;
+    if (m_open.size() < m_openUsed + room) {
+        m_open.resize(2 * m_open.size() + room);
     }
-    m_names.reserve(m_names.size() + KeptOfName);
     WrittenTo(BeginTag());
     if (!m_levels.empty()) {
         m_levels.back().hasChildren = true;
     }
-    m_levels.push_back({m_endsUsed, m_names.size()}); // there is room for all that may be open
+    char* const end = m_open.data() + m_openUsed;
+    m_levels.push_back({m_openUsed, m_openUsed + endSize}); // there is room for all that may be open
+    m_openUsed += endSize;
     SetLeafLine();
     m_startTag = StartTag::TakesAttributes;
-    char* const end = m_ends.data() + m_endsUsed;
-    m_endsUsed += endSize;
     return end;
 }
 
@@ -421,8 +430,7 @@ void WriteDriver::EndElement() noexcept {
         PutTag(end);
     }
     m_startTag = StartTag::Complete;
-    m_endsUsed = level.endBegin;
-    m_names.resize(level.nameBegin);
+    m_openUsed = level.endBegin;
     SetLeafLine();
 }
 
@@ -458,9 +466,8 @@ void WriteDriver::PutChecked(std::string_view text, TextPlace place) {
 }
 
 std::string_view WriteDriver::EndTagOf(std::size_t level) const noexcept {
-    std::size_t const begin = m_levels[level].endBegin;
-    std::size_t const end = level + 1 < m_levels.size() ? m_levels[level + 1].endBegin : m_endsUsed;
-    return std::string_view(m_ends).substr(begin, end - begin);
+    Level const& at = m_levels[level];
+    return {m_open.data() + at.endBegin, at.nameBegin - at.endBegin};
 }
 
 std::string_view WriteDriver::TagOf(std::size_t level) const noexcept {
@@ -470,16 +477,16 @@ std::string_view WriteDriver::TagOf(std::size_t level) const noexcept {
 
 // There is room for it since the element was opened.
 void WriteDriver::KeepName(std::string_view attribute, std::string_view value) noexcept {
-    bool const isFirst = m_names.size() == m_levels.back().nameBegin;
+    bool const isFirst = m_openUsed == m_levels.back().nameBegin;
     if (isFirst && NamesElements(attribute) && !HasFailed()) {
-        m_names.append(value.substr(0, KeptOfName));
+        m_openUsed += value.copy(m_open.data() + m_openUsed, KeptOfName);
     }
 }
 
 std::string_view WriteDriver::NameOf(std::size_t level) const noexcept {
     std::size_t const begin = m_levels[level].nameBegin;
-    std::size_t const end = level + 1 < m_levels.size() ? m_levels[level + 1].nameBegin : m_names.size();
-    return std::string_view(m_names).substr(begin, end - begin);
+    std::size_t const end = level + 1 < m_levels.size() ? m_levels[level + 1].endBegin : m_openUsed;
+    return {m_open.data() + begin, end - begin};
 }
 
 void WriteDriver::PutTag(std::string_view bytes) noexcept {

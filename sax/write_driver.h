@@ -46,10 +46,9 @@ enum class WriteFault {
 /// does nothing. End tags of open elements stand in one string: once warm, an element costs no allocation.
 ///
 /// What holds between two calls:
-/// - m_levels are the open elements from the root inwards, m_ends their end tags one behind the other,
-/// m_names
-///   likewise what an attribute calls them. After a fault all stay as they were, for they are the path that
-///   the report shows.
+/// - m_levels are the open elements from the root inwards, and m_open has the end tag of each and what an
+///   attribute calls it, one behind the other. After a fault both stay as they were, for they are the path
+///   that the report shows.
 /// - m_startTag says what the start tag that was written last still takes. Its ">" is left out until
 ///   something follows, since nothing may, and then it becomes "/>".
 /// - m_attributes holds the names of that tag's attributes, as many as there are strings in it; from then on
@@ -104,8 +103,8 @@ private:
 
     /// An element that is open.
     struct Level {
-        std::size_t endBegin = 0;  ///< in m_ends; the end tag goes on to where the next level's begins
-        std::size_t nameBegin = 0; ///< in m_names, likewise
+        std::size_t endBegin = 0;  ///< in m_open, of the end tag
+        std::size_t nameBegin = 0; ///< likewise; the name goes on to where the next level's end tag begins
         bool hasText = false;
         bool hasChildren = false;
     };
@@ -124,8 +123,8 @@ private:
     void ReferToSchema(KelAM::SaxUtilities::WriteOptions const& options);
     /// Closes the innermost element, be it the root.
     void EndElement() noexcept;
-    /// Opens an element up to the bytes of its tag. Gives the place of its end tag of `endSize` bytes, where
-    /// PreparedTag::Readable bytes may be written in any case; null when the element is too deep.
+    /// Opens an element up to the bytes of its tag. Gives the place of its end tag of `endSize` bytes, behind
+    /// which PreparedTag::Readable more may be written; null when the element is too deep.
     char* BeginElement(std::size_t endSize, std::vector<KelSAX::PreparedTag::Attribute> const& attributes);
     /// The place of a tag behind what comes before any. That stands in the buffer from then on, but nothing
     /// counts as written before m_used says so.
@@ -138,6 +137,8 @@ private:
     void SetLeafLine() noexcept;
     /// Keeps the name; false when the start tag has it.
     bool IsNewAttribute(std::string_view name);
+    /// Keeps one of the first few, which the start tag hasn't.
+    void KeepAttribute(std::string_view name);
     /// Whether text may follow; from then on the element has no line for each child.
     bool BeginText() noexcept;
     /// Writes the ">" that is still due, if one is.
@@ -152,7 +153,7 @@ private:
 
     // Into the buffer, unchecked. After a failed sink they write nowhere, without harm.
     void Put(std::string_view bytes) noexcept;
-    /// Of these bytes PreparedTag::Readable may be read in any case.
+    /// Of these bytes so many may be read as PreparedTag says.
     void PutTag(std::string_view bytes) noexcept;
     void Put(char byte) noexcept {
         *MakeRoom(1) = byte;
@@ -172,9 +173,8 @@ private:
     std::unique_ptr<char[]> m_buffer;
     std::size_t m_used = 0;
 
-    std::string m_ends; ///< longer by PreparedTag::Readable at least than what stands in it
-    std::size_t m_endsUsed = 0;
-    std::string m_names; ///< what an attribute calls the elements that are open
+    std::string m_open; ///< longer than what stands in it
+    std::size_t m_openUsed = 0;
     std::vector<Level> m_levels;
     /// Of the line before a leaf's tag; 0 where none is written in one go: there is text, or a fault, or no
     /// element is open, or as many as may be.

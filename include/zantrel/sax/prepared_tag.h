@@ -46,8 +46,8 @@ public:
     std::string_view Start() const noexcept { return {m_bytes.data() + m_endSize, m_startSize}; }
     /// The bytes of the end tag, as in `</name>`.
     std::string_view End() const noexcept { return {m_bytes.data(), m_endSize}; }
-    /// So many bytes from the beginnings of Start and End on may be read where the tag is ready, also behind
-    /// their ends: a known number is copied fastest.
+    /// Where the tag is ready, Start and End may be read in pieces of so many bytes, of which the last one
+    /// goes on behind the end: a known number is copied fastest.
     static constexpr std::size_t Readable = 32;
 
 private:
