@@ -42,8 +42,16 @@ public:
         return TagOf(walk.Layout());
     }
 
-    KelSAX::PreparedTag const* TagOfPlain(LayoutNode const& child) {
-        return m_options.m_profileListsOnly ? nullptr : &TagOf(child);
+    bool IsPlain(LayoutNode const&) const { return !m_options.m_profileListsOnly; }
+
+    static KelSAX::PreparedTag MakeTag(LayoutNode const& layout) {
+        KelSAX::PreparedTag tag(Word::Property);
+        tag.AddAttribute(Word::Name, std::wstring_view(layout.m_name));
+        tag.AddAttribute(Word::Type, Word::WordOf(layout.m_type));
+        if (layout.m_isProfileList) {
+            tag.AddAttribute(Word::ProfileList, std::string_view());
+        }
+        return tag;
     }
 
     static bool MayHaveAttributes(FileWalk const& walk) { return walk.Kind() == PlaceKind::Profile; }
@@ -58,17 +66,7 @@ private:
     KelSAX::PreparedTag const& TagOf(LayoutNode const& layout) {
         // By the node's address: the same tag is asked for in each entry of a list, and has to be escaped
         // once.
-        return m_tags.Of(static_cast<void const*>(&layout), [&layout] { return PropertyTag(layout); });
-    }
-
-    static KelSAX::PreparedTag PropertyTag(LayoutNode const& layout) {
-        KelSAX::PreparedTag tag(Word::Property);
-        tag.AddAttribute(Word::Name, std::wstring_view(layout.m_name));
-        tag.AddAttribute(Word::Type, Word::WordOf(layout.m_type));
-        if (layout.m_isProfileList) {
-            tag.AddAttribute(Word::ProfileList, std::string_view());
-        }
-        return tag;
+        return m_tags.Of(static_cast<void const*>(&layout), [&layout] { return MakeTag(layout); });
     }
 
     KlvrProperties::WriteOptions const& m_options;

@@ -56,9 +56,9 @@ public:
                           m_tags);
     }
 
-    KelSAX::PreparedTag const* TagOfPlain(LayoutNode const& child) {
-        std::wstring_view const name = child.m_name;
-        return name != Word::GenericParameters ? &Sax::TagOf(name, m_tags) : nullptr;
+    static bool IsPlain(LayoutNode const& child) { return child.m_name != Word::GenericParameters; }
+    static KelSAX::PreparedTag MakeTag(LayoutNode const& child) {
+        return KelSAX::PreparedTag(std::wstring_view(child.m_name));
     }
 
     static bool MayHaveAttributes(FileWalk const& walk) {

@@ -10,6 +10,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <variant>
 #include <vector>
@@ -19,8 +20,8 @@ namespace Zantrel {
 /// What a file has for the children in the bags of one shape, in the layout's order.
 struct PlainRow {
     struct Child {
-        PlainElement write = nullptr; ///< null: no value to be written from the block
-        KelSAX::PreparedTag const* tag = nullptr;
+        KelSAX::PreparedTag tag;
+        PlainElement write = nullptr;    ///< null: no value to be written from the block
         NodeShape const* body = nullptr; ///< that a group's bag has; null: no group to be written from there
         PlainRow* row = nullptr;         ///< of that, once somebody asked for it
         std::uint32_t place = 0;         ///< of its bag
@@ -47,8 +48,8 @@ struct PlainRow {
 /// compared with the layout once, and the layout mustn't change meanwhile.
 class PlainRows {
 public:
-    /// The format's TagOfPlain gives the tag of a child, which must live as long as the rows; null where the
-    /// child isn't to be written from the block. Of a shape whose node is known to be there.
+    /// The format's IsPlain says whether a child may be written from the block, and its MakeTag gives the
+    /// tag of one. Of a shape whose node is known to be there.
     template <class Format> PlainRow& Of(NodeShape const& shape, Format& format) {
         auto const [row, isNew] = m_rows.try_emplace(&shape);
         if (isNew) {
@@ -76,15 +77,17 @@ private:
                 row.texts.push_back(place);
             }
         }
+        row.children.reserve(shape.Node().Size());
         for (LayoutNode const* const node : shape.Node().m_children) {
             std::size_t const position = row.children.size();
-            PlainRow::Child& child = row.children.emplace_back();
-            if (position < known && IsAsFormatted(shape.Children()[position], *node, shape.Node())) {
+            if (position < known && IsAsFormatted(shape.Children()[position], *node, shape.Node()) &&
+                format.IsPlain(*node)) {
                 NodeShape::Child const& own = shape.Children()[position];
-                if (KelSAX::PreparedTag const* const tag = format.TagOfPlain(*node)) {
-                    child = {own.body == nullptr ? PlainElementOf(own.type) : nullptr, tag, own.body, nullptr,
-                             shape.At(own.slot).place};
-                }
+                row.children.push_back({format.MakeTag(*node),
+                                        own.body == nullptr ? PlainElementOf(own.type) : nullptr, own.body,
+                                        nullptr, shape.At(own.slot).place});
+            } else {
+                row.children.push_back({KelSAX::PreparedTag(std::string_view())});
             }
         }
     }

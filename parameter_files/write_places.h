@@ -95,8 +95,7 @@ public:
         bool isGoingOn = true;
         while (isGoingOn) {
             Group& group = m_groups[m_depth - 1];
-            WriteValues(group);
-            bool const isAtEnd = group.next == group.row->children.size();
+            bool const isAtEnd = WriteValues(group);
             if (isAtEnd && m_depth != 1) {
                 --m_depth;
                 m_elements.CloseTo(from.depth + m_depth - 2);
@@ -111,7 +110,12 @@ private:
     struct Group {
         PlainRow* row;
         ShapedBlock const* block;
-        std::size_t next;
+        PlainRow::Child* next;
+        PlainRow::Child* end;
+
+        std::size_t Position() const noexcept {
+            return static_cast<std::size_t>(next - row->children.data());
+        }
     };
     /// Groups in each other beyond these are left to the walk.
     static constexpr std::size_t MostGroups = 32;
@@ -142,28 +146,27 @@ private:
         for (std::uint32_t const place : row.texts) {
             BagAccess::AnnounceText(BagAccess::BagIn(*block, place));
         }
-        m_groups[m_depth++] = {&row, block, next};
+        PlainRow::Child* const children = row.children.data();
+        m_groups[m_depth++] = {&row, block, children + next, children + row.children.size()};
     }
 
-    /// The values that come next, up to a group or to what isn't plain.
-    void WriteValues(Group& group) {
-        PlainRow::Child const* const begin = group.row->children.data();
-        PlainRow::Child const* const end = begin + group.row->children.size();
-        ShapedBlock const& block = *group.block;
-        PlainRow::Child const* child = begin + group.next;
-        for (; child != end && child->write != nullptr; ++child) {
-            auto const& bag = BagAccess::BagIn(block, child->place);
+    /// The values that come next, up to a group or to what isn't plain. Whether that were all.
+    bool WriteValues(Group& group) {
+        PlainRow::Child* child = group.next;
+        for (; child != group.end && child->write != nullptr; ++child) {
+            auto const& bag = BagAccess::BagIn(*group.block, child->place);
             IPersistentProperty const* const value = BagAccess::PlainValueOf(bag);
-            if (value == nullptr || bag.m_deleted || !child->write(*child->tag, *value, m_writer)) {
+            if (value == nullptr || bag.m_deleted || !child->write(child->tag, *value, m_writer)) {
                 break;
             }
         }
-        group.next = static_cast<std::size_t>(child - begin);
+        group.next = child;
+        return child == group.end;
     }
 
     /// Opens the group that comes next; false where it isn't a plain one.
     bool GoIn(Group& group) {
-        PlainRow::Child& child = group.row->children[group.next];
+        PlainRow::Child& child = *group.next;
         if (child.body == nullptr || m_depth == MostGroups || m_writer.HasFailed()) {
             return false;
         }
@@ -178,7 +181,7 @@ private:
                 group.row->outers.push_back({child.place, child.row});
             }
         }
-        m_elements.Open(*child.tag);
+        m_elements.Open(child.tag);
         ++group.next;
         Enter(*child.row, bag.m_value, 0);
         return true;
@@ -187,11 +190,11 @@ private:
     /// Lets the walk go into the groups that are open, and pass over what was written of each.
     void TakeAlong(FileWalk& walk) {
         for (std::size_t outer = 0; outer + 1 < m_depth; ++outer) {
-            walk.PassTo(m_groups[outer].next - 1);
+            walk.PassTo(m_groups[outer].Position() - 1);
             walk.Next();
             walk.PeekRow(); // goes in
         }
-        walk.PassTo(m_groups[m_depth - 1].next);
+        walk.PassTo(m_groups[m_depth - 1].Position());
         m_depth = 0;
     }
 
@@ -208,7 +211,7 @@ private:
 /// operations: IsLeftOut(walk), which is asked for each place in order, and passes over all below it, too;
 /// TagOf(walk), the tag of a place's element, which the top doesn't have; MayHaveAttributes(walk), of leaves
 /// only; and WriteAttributes(walk, writer), what the element of this very place has beyond its tag. Beside
-/// these TagOfPlain(node), of a plain child: null where the others are to be asked.
+/// these, of a plain child, IsPlain(node): false where the others are to be asked; and MakeTag(node).
 template <class Format>
 void WritePlaces(ParameterView const& top, Format& format, KelSAX::ISAXWriter& writer) {
     OpenElements elements(writer);

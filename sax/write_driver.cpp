@@ -61,11 +61,10 @@ constexpr std::size_t LineSize(std::size_t depth) { return 1 + 2 * depth; }
 /// One of a prepared tag's two. Writes up to Readable bytes behind it, too.
 inline char* CopyTag(std::string_view bytes, char* into) noexcept {
     constexpr std::size_t Piece = KelSAX::PreparedTag::Readable;
-    std::size_t done = 0;
-    do {
+    std::memcpy(into, bytes.data(), Piece); // nearly always all of it
+    for (std::size_t done = Piece; done < bytes.size(); done += Piece) {
         std::memcpy(into + done, bytes.data() + done, Piece);
-        done += Piece;
-    } while (done < bytes.size());
+    }
     return into + bytes.size();
 }
 
@@ -118,9 +117,8 @@ char* CopyPlain(std::wstring_view text, char* into) noexcept {
 } // namespace
 
 WriteDriver::WriteDriver(Io::ByteSink& sink)
-    : m_sink(sink), m_buffer(std::make_unique_for_overwrite<char[]>(BufferSize)) {
-    m_levels.reserve(Xml::MaxDepth);
-}
+    : m_sink(sink), m_buffer(std::make_unique_for_overwrite<char[]>(BufferSize)),
+      m_levels(std::make_unique_for_overwrite<Level[]>(Xml::MaxDepth)) {}
 
 // The root is written as any element; the declaration and the comments before it stand in no element. Whether
 // the handler has failed the write is asked before what it has left open, and both before the root is closed.
@@ -136,7 +134,7 @@ bool WriteDriver::Run(ISAXPersist const& handler, KelAM::SaxUtilities::WriteOpti
     if (!HasFailed() && !handler.Write(*this)) {
         Fail(WriteFault::HandlerRefused);
     }
-    if (m_levels.size() > 1) {
+    if (m_depth > 1) {
         Fail(WriteFault::NotClosed);
     }
     if (HasFailed()) {
@@ -284,7 +282,7 @@ void WriteDriver::OpenPrepared(KelSAX::PreparedTag const& tag) {
     char* const end = HasFailed() ? nullptr : BeginElement(tag.End().size(), tag.Attributes());
     if (end != nullptr) {
         CopyTag(tag.End(), end);
-        PutTag(tag.Start());
+        PutTag(tag.Start(), 0);
         for (KelSAX::PreparedTag::Attribute const& attribute : tag.Attributes()) {
             KeepName(attribute.name, attribute.value);
         }
@@ -296,7 +294,7 @@ void WriteDriver::OpenPrepared(KelSAX::PreparedTag const& tag) {
 // their count.
 char* WriteDriver::BeginElement(std::size_t endSize,
                                 std::vector<KelSAX::PreparedTag::Attribute> const& attributes) {
-    if (m_levels.size() == Xml::MaxDepth) {
+    if (m_depth == Xml::MaxDepth) {
         Fail(WriteFault::TooDeep);
         return nullptr;
     }
@@ -315,11 +313,11 @@ char* WriteDriver::BeginElement(std::size_t endSize,
         m_open.resize(2 * m_open.size() + room);
     }
     WrittenTo(BeginTag());
-    if (!m_levels.empty()) {
-        m_levels.back().hasChildren = true;
+    if (m_depth != 0) {
+        Innermost().hasChildren = true;
     }
     char* const end = m_open.data() + m_openUsed;
-    m_levels.push_back({m_openUsed, m_openUsed + endSize}); // there is room for all that may be open
+    m_levels[m_depth++] = {m_openUsed, m_openUsed + endSize, false, false};
     m_openUsed += endSize;
     SetLeafLine();
     m_startTag = StartTag::TakesAttributes;
@@ -331,14 +329,34 @@ inline char* WriteDriver::BeginTag() noexcept {
     if (m_startTag != StartTag::Complete) {
         *at++ = '>';
     }
-    bool const isInText = !m_levels.empty() && m_levels.back().hasText;
-    return isInText ? at : BreakLine(at, LineSize(m_levels.size()));
+    bool const isInText = m_depth != 0 && Innermost().hasText;
+    return isInText ? at : BreakLine(at, LineSize(m_depth));
 }
 
 void WriteDriver::SetLeafLine() noexcept {
-    bool const takesLeaves =
-        !m_levels.empty() && !m_levels.back().hasText && m_levels.size() < Xml::MaxDepth && !HasFailed();
-    m_leafLine = takesLeaves ? LineSize(m_levels.size()) : 0;
+    bool const takesLeaves = m_depth != 0 && !Innermost().hasText && m_depth < Xml::MaxDepth && !HasFailed();
+    m_leafLine = takesLeaves ? LineSize(m_depth) : 0;
+}
+
+inline char* WriteDriver::BeginLeaf(KelSAX::PreparedTag const& tag, std::size_t textSize) noexcept {
+    std::size_t const size = TagRoom + tag.Start().size() + textSize + tag.End().size();
+    bool const isTooLong = size > BufferSize - m_used && size > BufferSize;
+    if (m_leafLine == 0 || isTooLong || !tag.IsReady()) {
+        return nullptr;
+    }
+    char* at = MakeRoom(size);
+    if (m_startTag != StartTag::Complete) {
+        *at++ = '>';
+    }
+    at = CopyTag(tag.Start(), BreakLine(at, m_leafLine));
+    *at = '>';
+    return at + 1;
+}
+
+inline void WriteDriver::EndLeaf(KelSAX::PreparedTag const& tag, char* at) noexcept {
+    WrittenTo(CopyTag(tag.End(), at));
+    m_startTag = StartTag::Complete;
+    Innermost().hasChildren = true;
 }
 
 // Whatever is out of the ordinary goes the long way, which also says what is wrong with it.
@@ -383,29 +401,9 @@ void WriteDriver::WriteDoubleLeaf(KelSAX::PreparedTag const& tag, double value, 
     }
 }
 
-char* WriteDriver::BeginLeaf(KelSAX::PreparedTag const& tag, std::size_t textSize) noexcept {
-    std::size_t const size = tag.Start().size() + 1 + textSize + tag.End().size();
-    if (m_leafLine == 0 || size >= BufferSize - TagRoom || !tag.IsReady()) {
-        return nullptr;
-    }
-    char* at = MakeRoom(TagRoom + size);
-    if (m_startTag != StartTag::Complete) {
-        *at++ = '>';
-    }
-    at = CopyTag(tag.Start(), BreakLine(at, m_leafLine));
-    *at = '>';
-    return at + 1;
-}
-
-void WriteDriver::EndLeaf(KelSAX::PreparedTag const& tag, char* at) noexcept {
-    WrittenTo(CopyTag(tag.End(), at));
-    m_startTag = StartTag::Complete;
-    m_levels.back().hasChildren = true;
-}
-
 // The root was not opened by the handler.
 void WriteDriver::CloseElement() noexcept {
-    if (m_levels.size() > 1) {
+    if (m_depth > 1) {
         EndElement();
     } else {
         Fail(WriteFault::NotOpened);
@@ -418,16 +416,12 @@ void WriteDriver::EndElement() noexcept {
     if (HasFailed()) {
         return;
     }
-    Level const level = m_levels.back();
-    std::string_view const end = EndTagOf(m_levels.size() - 1);
-    m_levels.pop_back();
+    std::string_view const end = EndTagOf(--m_depth);
+    Level const& level = m_levels[m_depth];
     if (m_startTag != StartTag::Complete) {
         Put("/>");
     } else {
-        if (level.hasChildren && !level.hasText) {
-            WrittenTo(BreakLine(MakeRoom(TagRoom), LineSize(m_levels.size())));
-        }
-        PutTag(end);
+        PutTag(end, level.hasChildren && !level.hasText ? LineSize(m_depth) : 0);
     }
     m_startTag = StartTag::Complete;
     m_openUsed = level.endBegin;
@@ -436,14 +430,14 @@ void WriteDriver::EndElement() noexcept {
 
 /// Whether text can follow.
 bool WriteDriver::BeginText() noexcept {
-    if (m_levels.empty()) {
+    if (m_depth == 0) {
         Fail(WriteFault::NotOpened);
     }
     if (HasFailed()) {
         return false;
     }
     CompleteStartTag();
-    m_levels.back().hasText = true;
+    Innermost().hasText = true;
     m_leafLine = 0;
     return true;
 }
@@ -477,7 +471,7 @@ std::string_view WriteDriver::TagOf(std::size_t level) const noexcept {
 
 // There is room for it since the element was opened.
 void WriteDriver::KeepName(std::string_view attribute, std::string_view value) noexcept {
-    bool const isFirst = m_openUsed == m_levels.back().nameBegin;
+    bool const isFirst = m_openUsed == Innermost().nameBegin;
     if (isFirst && NamesElements(attribute) && !HasFailed()) {
         m_openUsed += value.copy(m_open.data() + m_openUsed, KeptOfName);
     }
@@ -485,14 +479,15 @@ void WriteDriver::KeepName(std::string_view attribute, std::string_view value) n
 
 std::string_view WriteDriver::NameOf(std::size_t level) const noexcept {
     std::size_t const begin = m_levels[level].nameBegin;
-    std::size_t const end = level + 1 < m_levels.size() ? m_levels[level + 1].endBegin : m_openUsed;
+    std::size_t const end = level + 1 < m_depth ? m_levels[level + 1].endBegin : m_openUsed;
     return {m_open.data() + begin, end - begin};
 }
 
-void WriteDriver::PutTag(std::string_view bytes) noexcept {
+void WriteDriver::PutTag(std::string_view bytes, std::size_t line) noexcept {
     if (bytes.size() < BufferSize - TagRoom) {
-        WrittenTo(CopyTag(bytes, MakeRoom(bytes.size() + KelSAX::PreparedTag::Readable)));
+        WrittenTo(CopyTag(bytes, BreakLine(MakeRoom(TagRoom + bytes.size()), line)));
     } else {
+        WrittenTo(BreakLine(MakeRoom(TagRoom), line));
         Put(bytes);
     }
 }
@@ -550,9 +545,7 @@ std::wstring WriteDriver::FaultText() const {
 
 // Nothing is closed after a fault, so these are the elements that were open then.
 std::wstring WriteDriver::FaultPath() const {
-    return PathOf(m_levels.size(), [this](std::size_t level) {
-        return PathStep{TagOf(level), NameOf(level)};
-    });
+    return PathOf(m_depth, [this](std::size_t level) { return PathStep{TagOf(level), NameOf(level)}; });
 }
 
 } // namespace Zantrel::Sax

@@ -103,14 +103,16 @@ private:
 
     /// An element that is open.
     struct Level {
-        std::size_t endBegin = 0;  ///< in m_open, of the end tag
-        std::size_t nameBegin = 0; ///< likewise; the name goes on to where the next level's end tag begins
-        bool hasText = false;
-        bool hasChildren = false;
+        std::size_t endBegin;  ///< in m_open, of the end tag
+        std::size_t nameBegin; ///< likewise; the name goes on to where the next level's end tag begins
+        bool hasText;
+        bool hasChildren;
     };
 
     /// What the start tag that came last still takes. Its ">" is written when something follows.
     enum class StartTag { TakesAttributes, TakesContent, Complete };
+
+    Level& Innermost() noexcept { return m_levels[m_depth - 1]; }
 
     /// The first fault is kept; later ones are its consequences.
     void Fail(WriteFault fault) noexcept;
@@ -153,8 +155,8 @@ private:
 
     // Into the buffer, unchecked. After a failed sink they write nowhere, without harm.
     void Put(std::string_view bytes) noexcept;
-    /// Of these bytes so many may be read as PreparedTag says.
-    void PutTag(std::string_view bytes) noexcept;
+    /// Behind a line of that size; 0: none. Of the bytes so many may be read as PreparedTag says.
+    void PutTag(std::string_view bytes, std::size_t line) noexcept;
     void Put(char byte) noexcept {
         *MakeRoom(1) = byte;
         ++m_used;
@@ -175,7 +177,8 @@ private:
 
     std::string m_open; ///< longer than what stands in it
     std::size_t m_openUsed = 0;
-    std::vector<Level> m_levels;
+    std::unique_ptr<Level[]> m_levels; ///< as many as may be open, of which m_depth are
+    std::size_t m_depth = 0;
     /// Of the line before a leaf's tag; 0 where none is written in one go: there is text, or a fault, or no
     /// element is open, or as many as may be.
     std::size_t m_leafLine = 0;
