@@ -84,6 +84,9 @@ PlaceKind KindOf(ParameterNode const& at, LayoutNode const& layout, TwofoldConta
     return layout.Size() == 0 ? PlaceKind::Leaf : PlaceKind::Group;
 }
 
+/// As many as an item may well have.
+constexpr std::size_t BlockBytes = 512;
+
 bool IsWholeContainer(PlaceKind kind) { return kind == PlaceKind::List || kind == PlaceKind::ProfileList; }
 
 } // namespace
@@ -284,6 +287,9 @@ bool WalkState::NextItem(Level& level) {
     }
     std::size_t const index = level.given++;
     PersistentProperties& item = level.items->GetProperty(static_cast<std::int32_t>(index));
+    if (level.given != level.size) {
+        BagAccess::Announce(level.items->GetProperty(static_cast<std::int32_t>(level.given)), BlockBytes);
+    }
     StandOnEntry(level, PlaceKind::Item, &item, index, {});
     return true;
 }
