@@ -92,7 +92,8 @@ NodeRead::NodeRead(ParameterNode const& node, ParameterFileGrammar const& gramma
 
 NodeRead::NodeRead(ParameterNode const& node, NodeRead const& parent, KelSAX::ISAXReader const& reader)
     : m_place{node, nullptr}, m_grammar(parent.m_grammar), m_fitting(parent.m_fitting),
-      m_watch(parent.m_watch != nullptr ? parent.m_watch->Below(*node.m_pNode, reader.GetPlace()) : nullptr) {
+      m_watch(parent.m_watch != nullptr ? parent.m_watch->Below(*node.m_pNode, reader.GetPlace()) : nullptr),
+      m_leavesOutLongTexts(parent.m_leavesOutLongTexts) {
     FindShape();
 }
 

@@ -29,6 +29,11 @@ public:
     bool HandleLeaf(std::string_view tag, std::string_view text) override;
     bool HandleGroup(std::string_view tag) override;
     void HandleGroupEnd() override;
+    bool HandleTextPiece(std::string const&, std::string_view) override { return m_leavesOutLongTexts; }
+
+    /// For who asks for the places of values alone: of a text so long that it comes in pieces the end counts
+    /// for the whole, so that it takes no room. Before the read.
+    void LeaveOutLongTexts() { m_leavesOutLongTexts = true; }
 
 protected:
     /// For the root, with a watch that reports to `validity` where one is given.
@@ -84,6 +89,7 @@ private:
     std::shared_ptr<FittingShapes> m_fitting; ///< of the whole read
     std::unique_ptr<ElementWatch> m_watch;    ///< null in a plain read
     std::string m_name;                       ///< of the parameter met last, where an attribute has it
+    bool m_leavesOutLongTexts = false;
 };
 
 } // namespace Zantrel

@@ -2,13 +2,12 @@
 #include "parameter_files/value_elements.h"
 
 #include "parameter_files/vocabulary.h"
+#include "sax/pieces_source.h"
 #include "text/unicode.h"
 #include "xml/tokeniser.h"
 
 #include <zantrel/database/walk.h>
 
-#include <algorithm>
-#include <cstring>
 #include <map>
 
 // Both sides put the same text together for a step of the way: what the layout and the database say of a
@@ -54,20 +53,6 @@ std::string StepTo(AnyWalk const& walk, ParameterFileFormat format) {
                                                       : Step(Utf8(walk.Name()), {}, false, 0);
     }
 }
-
-class MemorySource final : public Io::ByteSource {
-public:
-    explicit MemorySource(std::string_view bytes) : m_rest(bytes) {}
-    std::ptrdiff_t Read(char* into, std::size_t size) override {
-        std::size_t const taken = std::min(size, m_rest.size());
-        std::memcpy(into, m_rest.data(), taken);
-        m_rest.remove_prefix(taken);
-        return static_cast<std::ptrdiff_t>(taken);
-    }
-
-private:
-    std::string_view m_rest;
-};
 
 /// Goes through a document with the way of the element that it is in.
 class ElementSearch {
@@ -157,7 +142,7 @@ ElementWays WaysOf(ParameterDatabase const& database, std::vector<std::wstring> 
 
 std::vector<ValueElement> FindElements(std::string_view document, ElementWays const& ways,
                                        std::size_t count) {
-    MemorySource source(document);
+    Sax::PiecesSource source({document});
     Xml::Tokeniser tokeniser(source);
     ElementSearch search(ways, count);
     for (;;) {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <zantrel/parameter_files/value_edit.h>
 
+#include "tests/support/failing_allocator.h"
 #include "tests/support/small_parameter_file.h"
 
 #include <zantrel/store/file_content.h>
@@ -82,6 +83,35 @@ TEST_F(ValueEdits, AreRefusedWhereMoreWouldChange) {
         EXPECT_EQ(m_report.Format(), row.reason);
     }
     EXPECT_FALSE(m_isEdited);
+}
+
+// A long text comes to a reader in pieces, whose ends the change moves; an edit of its own needs all of it.
+TEST_F(ValueEdits, TakeLongTextsBesideThemAndForThemselves) {
+    std::string const text(300000, 'x'), spaces(300000, ' ');
+    std::string const before = "<Root><G><D>1.5</D><S>" + text + "&amp;</S>" + spaces + "</G></Root>";
+    EXPECT_EQ(Edited(before, {{L"G_D", L"2.25"}}),
+              "<Root><G><D>2.25</D>" + before.substr(before.find("<S>")));
+    EXPECT_TRUE(m_isEdited);
+    EXPECT_EQ(Edited(before, {{L"G_S", L"y"}}), "<Root><G><D>1.5</D><S>y</S>" + spaces + "</G></Root>");
+    EXPECT_EQ(Edited("<Root><G><S/></G></Root>", {{L"G_S", std::wstring(text.begin(), text.end())}}),
+              "<Root><G><S>" + text + "</S></G></Root>");
+}
+
+TEST_F(ValueEdits, LeaveTheFileWhereMemoryEnds) {
+    std::string const before = "<Root><G><D>1</D><S/></G></Root>",
+                      after = "<Root><G><D>2</D><S>s</S></G></Root>";
+    std::wstring const path(m_path.begin(), m_path.end());
+    std::vector<ValueText> const values = {{L"G_D", L"2"}, {L"G_S", L"s"}};
+    auto const check = [&](std::size_t nth, bool completed) {
+        std::ostringstream bytes;
+        bytes << std::ifstream(m_path, std::ios::binary).rdbuf();
+        EXPECT_EQ(bytes.str(), completed ? after : before) << nth;
+        std::ofstream(m_path, std::ios::binary) << before;
+    };
+    std::ofstream(m_path, std::ios::binary) << before;
+    EXPECT_GT(FailEachAllocation([&] { EXPECT_TRUE(EditValueTexts(m_layout, path, values, path)); }, check),
+              100u);
+    EXPECT_EQ(FindValuePlaces(m_layout, path, {L"G_S"})[0].column, 18u);
 }
 
 } // namespace
