@@ -5,6 +5,7 @@
 
 #include "descriptions.h"
 
+#include <algorithm>
 #include <iostream>
 #include <memory>
 #include <sstream>
@@ -74,6 +75,19 @@ std::vector<std::string> WordsOf(Command const& command) {
     return words;
 }
 
+/// All that an option's value can be that isn't a file.
+std::vector<std::string> ValuesOf(Parameter const& parameter) {
+    return parameter.name == "--layout" ? std::vector<std::string>{"sample"} : parameter.choices;
+}
+
+/// Whether an argument can be a file.
+bool TakesFiles(Command const& command) {
+    std::vector<Parameter> const parameters = ParametersOf(command);
+    return std::any_of(parameters.begin(), parameters.end(), [](Parameter const& parameter) {
+        return !IsOption(parameter) && parameter.choices.empty();
+    });
+}
+
 // --- bash ---
 
 /// What finds the command in the words of a line: the values of options are no words of a command.
@@ -96,12 +110,13 @@ _paramtool() {
 )";
 
 /// Files are completed beside words, since an argument may be either; not where one of a few words is wanted.
+/// Their names come a line each, as they may hold blanks.
 constexpr char const* BashEnd = R"(    esac
-    COMPREPLY=($(compgen -W "$words" -- "$current"))
-    case $current in
-    -*) ;;
-    *) [ -z "$files" ] || COMPREPLY+=($(compgen -f -- "$current")) ;;
-    esac
+    case $current in -*) files= ;; esac
+    mapfile -t COMPREPLY < <(
+        compgen -W "$words" -- "$current"
+        [ -z "$files" ] || compgen -f -- "$current"
+    )
 }
 complete -o filenames -F _paramtool paramtool
 )";
@@ -129,20 +144,27 @@ std::string Alternatives(std::vector<std::string> const& words) {
     return text;
 }
 
+/// What may stand behind an option.
+std::string BashValue(std::string const& option, std::vector<std::string> const& words, bool takesFiles) {
+    return "        [ \"$previous\" != " + option + " ] || { words=\"" + Joined(words) +
+           "\" files=" + (takesFiles ? "1" : "") + "; }\n";
+}
+
 void PrintBash() {
     std::cout << Replaced(BashBegin, "GROUPS", Alternatives(Groups()));
-    std::cout << "    '') words=\"" << Joined(FirstWords())
-              << " --layout --json --version --help\" files= ;;\n";
+    std::cout << "    '')\n        words=\"" << Joined(FirstWords())
+              << " --layout --json --version --help\"\n"
+              << BashValue("--layout", {"sample"}, true) << "        ;;\n";
     for (std::string const& group : Groups()) {
         std::cout << "    '" << group << "') words=\"" << Joined(CommandsOf(group)) << "\" files= ;;\n";
     }
     for (Command const& command : Commands) {
         std::cout << "    '" << command.name << "')\n        words=\"" << Joined(WordsOf(command))
-                  << " --help\" files=1\n";
+                  << " --help\" files=" << (TakesFiles(command) ? "1" : "") << '\n';
         for (Parameter const& parameter : ParametersOf(command)) {
-            if (IsOption(parameter) && !parameter.choices.empty()) {
-                std::cout << "        [ \"$previous\" != " << parameter.name << " ] || { words=\""
-                          << Joined(parameter.choices) << "\" files=; }\n";
+            for (std::string const& name :
+                 parameter.value.empty() ? std::vector<std::string>() : NamesOf(parameter)) {
+                std::cout << BashValue(name, ValuesOf(parameter), parameter.choices.empty());
             }
         }
         std::cout << "        ;;\n";
@@ -195,7 +217,9 @@ void PrintZsh() {
         << Alternatives(Groups()) << ") ;; *) break ;; esac\n            ;;\n        esac\n"
         << "        ((++i))\n    done\n"
         << "    ((i < last)) && { words=(\"$words[1]\" \"${words[@]:$i}\"); ((CURRENT = last - i + 1)); }\n"
-        << "    case $command in\n    '')\n        local -a commands=(";
+        << "    case $command in\n    '')\n        [[ $words[CURRENT-1] != --layout ]] || { _files; return; "
+           "}\n"
+        << "        local -a commands=(";
     for (std::string const& word : FirstWords()) {
         std::cout << ' ' << word;
     }
@@ -220,23 +244,42 @@ std::string FishText(std::string const& text) {
     return '\'' + escaped + '\'';
 }
 
-/// When the words of the line are those of the command so far.
+/// The same search once more; and whether it finds just that command.
+constexpr char const* FishBegin = R"(# fish completion for paramtool; paramtool completion fish prints it
+function __paramtool_is
+    set -l words (commandline -opc)
+    set -l command
+    set -l isValue 0
+    for word in $words[2..-1]
+        if test $isValue = 1
+            set isValue 0
+            continue
+        end
+        switch $word
+            case --layout
+                set isValue 1
+            case '-*'
+            case '*'
+                set command $command $word
+                contains -- $command[1] GROUPS; and test (count $command) -lt 2; or break
+        end
+    end
+    test $isValue = 0; and test "$command" = "$argv[1]"
+end
+)";
+
 std::string FishCondition(std::string const& name) {
-    std::string condition;
-    std::istringstream in(name);
-    for (std::string word; in >> word;) {
-        condition +=
-            (condition.empty() ? "__fish_seen_subcommand_from " : "; and __fish_seen_subcommand_from ") +
-            word;
-    }
-    return condition;
+    return "-n " + FishText("__paramtool_is " + FishText(name));
 }
 
 void PrintFishCommand(Command const& command) {
-    std::string const begin = "complete -c paramtool -n " + FishText(FishCondition(command.name));
+    std::string const begin =
+        "complete -c paramtool " + FishCondition(command.name) + (TakesFiles(command) ? "" : " -f");
     for (Parameter const& parameter : ParametersOf(command)) {
         std::string const values =
             parameter.choices.empty() ? "" : " -xa " + FishText(Joined(parameter.choices));
+        // Beside the files that are offered for any value.
+        std::string const more = ValuesOf(parameter).empty() ? "" : " -a " + Joined(ValuesOf(parameter));
         if (!IsOption(parameter)) {
             if (!values.empty()) {
                 std::cout << begin << values << '\n';
@@ -248,28 +291,29 @@ void PrintFishCommand(Command const& command) {
             std::cout << (name.compare(0, 2, "--") == 0 ? " -l " + name.substr(2) : " -s " + name.substr(1));
         }
         std::cout << (parameter.value.empty() ? ""
-                      : values.empty()        ? " -r"
+                      : values.empty()        ? " -r" + more
                                               : values)
                   << " -d " << FishText(parameter.help) << '\n';
     }
 }
 
 void PrintFish() {
-    std::cout << "# fish completion for paramtool; paramtool completion fish prints it\n";
+    std::cout << Replaced(FishBegin, "GROUPS", Joined(Groups()));
+    std::string const any = "complete -c paramtool -f " + FishCondition("");
+    std::cout << "complete -c paramtool " << FishCondition("") << " -l layout -r\n"
+              << any << " -l json\n"
+              << any << " -l version\n"
+              << "complete -c paramtool -l help\n";
+    for (std::string const& group : Groups()) {
+        std::cout << any << " -a " << group << '\n';
+    }
     for (Command const& command : Commands) {
         std::string const name = command.name;
         std::size_t const blank = name.find(' ');
-        std::string const condition =
-            blank == std::string::npos ? "__fish_use_subcommand" : FishCondition(name.substr(0, blank));
-        std::cout << "complete -c paramtool -f -n " << FishText(condition) << " -a "
-                  << name.substr(blank == std::string::npos ? 0 : blank + 1) << " -d "
-                  << FishText(command.purpose) << '\n';
-        // A group is offered once, with the first of its commands, and has no purpose of its own to show.
-        if (blank != std::string::npos &&
-            CommandsOf(name.substr(0, blank)).front() == name.substr(blank + 1)) {
-            std::cout << "complete -c paramtool -f -n __fish_use_subcommand -a " << name.substr(0, blank)
-                      << '\n';
-        }
+        bool const isOfGroup = blank != std::string::npos;
+        std::cout << "complete -c paramtool -f " << FishCondition(isOfGroup ? name.substr(0, blank) : "")
+                  << " -a " << name.substr(isOfGroup ? blank + 1 : 0) << " -d " << FishText(command.purpose)
+                  << '\n';
     }
     for (Command const& command : Commands) {
         PrintFishCommand(command);
