@@ -180,11 +180,16 @@ void OutputFile::Finish() const {
 }
 
 std::string BytesOf(std::wstring const& path) {
-    KelAM::FileContent content;
-    if (!content.LoadFile(path)) {
+    std::ifstream in(Host::PathOf(Utf8(path)), std::ios::binary);
+    std::string bytes;
+    // In pieces, as a pipe has no size to ask for.
+    for (char piece[1 << 16]; in.read(piece, sizeof piece) || in.gcount() != 0;) {
+        bytes.append(piece, static_cast<std::size_t>(in.gcount()));
+    }
+    if (in.bad() || !in.eof()) {
         Host::Fail(L"Can't read " + path);
     }
-    return std::string(reinterpret_cast<char const*>(content.m_data.data()), content.m_data.size());
+    return bytes;
 }
 
 void WriteBytes(OutputFile const& file, std::string const& bytes) {

@@ -29,7 +29,7 @@ std::size_t Distance(std::wstring const& from, std::wstring const& to) {
             row[j + 1] = std::min({exchanged, diagonal + 1, row[j] + 1});
         }
     }
-    return row.back();
+    return row[to.size()];
 }
 
 } // namespace

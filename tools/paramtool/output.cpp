@@ -118,7 +118,15 @@ void Output::Finish(std::string const& command, int status, std::string const& e
     std::cout << document.dump(2, ' ', false, Json::error_handler_t::replace) << '\n';
 }
 
-std::string Utf8(std::wstring_view text) { return StringConversion::NativeToUtf8(std::wstring(text)); }
+std::string Utf8(std::wstring_view text) { return StringConversion::NativeToUtf8(text); }
+
+std::wstring ShownValue(Zantrel::ParameterView const& leaf) {
+    constexpr std::size_t longest = 2000;
+    auto const* const text = leaf.FindValue<std::wstring>();
+    return text == nullptr || text->size() <= longest ? Host::ValueText(leaf)
+                                                      : L'"' + text->substr(0, longest) + L"\u2026\", " +
+                                                            std::to_wstring(text->size()) + L" characters";
+}
 
 Json JsonOf(Zantrel::ParameterView const& leaf) {
     Json json;

@@ -62,6 +62,8 @@ private:
 
 /// A text for a document.
 std::string Utf8(std::wstring_view text);
+/// The value of a leaf for people; of a text that fills more than a screen its beginning.
+std::wstring ShownValue(Zantrel::ParameterView const& leaf);
 /// The value of a leaf: a number, flag or text; of an attachment its name, size and checksum; null for none.
 Json JsonOf(Zantrel::ParameterView const& leaf);
 

@@ -86,6 +86,12 @@ ParameterFile::ParameterFile(Output& output, LayoutSource const& layout, std::ws
     CompleteChoices(m_database);
 }
 
+void ParameterFile::ReadAgain() {
+    Empty();
+    Read(m_database, m_input.Path(), m_input.Name(), m_format);
+    CompleteChoices(m_database);
+}
+
 Place ParameterFile::Find(std::wstring const& path) {
     // An empty path is the editor's, which no command means.
     std::optional<Place> place;

@@ -30,6 +30,10 @@ public:
     Zantrel::ParameterDatabase m_database;
     std::size_t m_passedOver = 0; ///< by the read: what the database doesn't know
 
+    /// Gives the room for values back, until they are read again as the file has them.
+    void Empty() { m_database = Zantrel::ParameterDatabase(m_database.GetLayout()); }
+    void ReadAgain();
+
     /// The place of that path. Fails when there is none, with the nearest.
     Zantrel::Editing::Place Find(std::wstring const& path);
     Zantrel::Editing::Place FindLeaf(std::wstring const& path);

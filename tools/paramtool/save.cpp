@@ -8,6 +8,8 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <map>
+#include <set>
 #include <system_error>
 
 namespace Paramtool {
@@ -24,42 +26,72 @@ using namespace Zantrel::Editing;
 using TextsEditor = bool (*)(ParameterLayout const&, std::wstring const&, std::vector<ValueText> const&,
                              std::wstring const&, WriteReport*);
 
-std::size_t CountOf(std::string const& text, std::string_view word) {
+std::size_t CommentsIn(std::wstring const& path) {
+    static constexpr std::string_view beginning = "<!--";
+    std::string const text = BytesOf(path);
     std::size_t count = 0;
-    for (std::size_t at = text.find(word); at != std::string::npos; at = text.find(word, at + word.size())) {
+    for (std::size_t at = text.find(beginning); at != std::string::npos;
+         at = text.find(beginning, at + beginning.size())) {
         ++count;
     }
     return count;
 }
 
-/// Whether it is a flag of a profile that an edit has made: no file keeps these, and none has had them.
-bool IsOfNewProfile(Difference const& loss, std::vector<Edit> const& edits) {
-    auto const isMadeBy = [&](Edit const& edit) {
+/// What edits say of places, to be asked for each of many losses.
+class Edited {
+public:
+    explicit Edited(std::vector<Edit> const& edits) {
+        for (Edit const& edit : edits) {
+            m_paths.insert(edit.words.front());
+            if (edit.action.compare(0, 7, L"profile") == 0) {
+                m_lists[edit.words.back()].insert(edit.words.front());
+            }
+        }
+    }
+
+    /// Whether it is a flag of a profile that an edit has made: no file keeps these, and none has had them.
+    bool HasMade(Difference const& loss) const {
         // By the two ends of the path, which can't be taken apart: names may hold what joins them.
-        std::wstring const &list = edit.words.front(), name = L'[' + edit.words.back() + L']';
-        return edit.action.compare(0, 7, L"profile") == 0 && loss.path.compare(0, list.size(), list) == 0 &&
-               loss.path.size() > name.size() &&
-               loss.path.compare(loss.path.size() - name.size(), name.size(), name) == 0;
-    };
-    return loss.kind == Difference::Kind::Flag && std::any_of(edits.begin(), edits.end(), isMadeBy);
-}
+        std::wstring const& path = loss.path;
+        bool const isFlag = loss.kind == Difference::Kind::Flag && !path.empty() && path.back() == L']';
+        for (std::size_t at = path.find(L'['); isFlag && at != path.npos; at = path.find(L'[', at + 1)) {
+            auto const lists = m_lists.find(path.substr(at + 1, path.size() - at - 2));
+            if (lists != m_lists.end() && HasBeginning(lists->second, path)) {
+                return true;
+            }
+        }
+        return false;
+    }
+
+    /// The path of an edit at that place or below it; null where there is none.
+    std::wstring const* FindBelow(std::wstring const& path) const {
+        auto const found = m_paths.lower_bound(path);
+        return found != m_paths.end() && found->compare(0, path.size(), path) == 0 ? &*found : nullptr;
+    }
+
+private:
+    static bool HasBeginning(std::set<std::wstring> const& lists, std::wstring const& path) {
+        return std::any_of(lists.begin(), lists.end(),
+                           [&](std::wstring const& list) { return path.compare(0, list.size(), list) == 0; });
+    }
+
+    std::set<std::wstring> m_paths;
+    std::map<std::wstring, std::set<std::wstring>> m_lists; ///< of profiles, by the name that an edit gives
+};
 
 /// Fails where an edit itself is among what can't be read back: no force keeps it.
-void RequireKept(ParameterFile const& file, std::vector<Edit> const& edits,
-                 std::vector<Difference> const& losses) {
+void RequireKept(ParameterFile const& file, Edited const& edited, std::vector<Difference> const& losses) {
     for (Difference const& loss : losses) {
-        for (Edit const& edit : edits) {
-            std::wstring const& path = edit.words.front();
-            // A loss of a place is told at its top, so that an edit below it has the loss's path as its
-            // beginning.
-            bool const isPlace = loss.kind != Difference::Kind::Flag; // without a flag the values are kept
-            if (isPlace && path.compare(0, loss.path.size(), loss.path) == 0) {
-                std::wstring reason;
-                for (std::wstring const& cause : CausesOfLosses(file.m_database, file.m_format)) {
-                    reason += L"; " + cause;
-                }
-                Host::Fail(file.m_input.Name() + L" is not written, since it can't keep " + path + reason);
+        // A loss of a place is told at its top, so that an edit below it has the loss's path as its
+        // beginning. Without a flag the values are kept.
+        std::wstring const* const path =
+            loss.kind == Difference::Kind::Flag ? nullptr : edited.FindBelow(loss.path);
+        if (path != nullptr) {
+            std::wstring reason;
+            for (std::wstring const& cause : CausesOfLosses(file.m_database, file.m_format)) {
+                reason += L"; " + cause;
             }
+            Host::Fail(file.m_input.Name() + L" is not written, since it can't keep " + *path + reason);
         }
     }
 }
@@ -84,29 +116,44 @@ void RequireNoLoss(ParameterFile const& file, std::vector<Difference> const& los
     }
 }
 
-/// The file as the library writes what it holds.
-std::string BytesAsWritten(ParameterFile const& file) {
-    // From the file and not from the database, which has the edits by now: what differs is the form alone.
-    ParameterDatabase copy(file.m_database.GetLayout());
-    Read(copy, file.m_input.Path(), file.m_input.Name(), file.m_format);
+/// That what is to be written comes back but for what may be lost.
+void RequireReturn(ParameterFile const& file, ParameterDatabase const& database,
+                   std::vector<Edit> const& edits, SaveOptions const& options, Output& output) {
+    Edited const edited(edits);
+    ParameterDatabase readBack(database.GetLayout());
+    std::vector<Difference> losses = LossesOf(database, readBack, file.m_format);
+    losses.erase(std::remove_if(losses.begin(), losses.end(),
+                                [&](Difference const& loss) { return edited.HasMade(loss); }),
+                 losses.end());
+    RequireKept(file, edited, losses);
+    RequireNoLoss(file, losses, options.isForced, output);
+}
+
+/// Whether the file is as the library writes what it holds.
+bool IsAsWritten(ParameterFile const& file) {
     ScratchFile const scratch;
-    Write(copy, scratch.Path(), file.m_format);
-    return BytesOf(scratch.Path());
+    {
+        // From the file and not from the database, which has the edits by now: what differs is the form
+        // alone.
+        ParameterDatabase copy(file.m_database.GetLayout());
+        Read(copy, file.m_input.Path(), file.m_input.Name(), file.m_format);
+        Write(copy, scratch.Path(), file.m_format);
+    }
+    return BytesOf(file.m_input.Path()) == BytesOf(scratch.Path());
 }
 
 /// The same of comments and of how the file is laid out, where it is written over itself.
 void RequireNoCommentLost(ParameterFile const& file, SaveOptions const& options, Output& output) {
-    std::string const bytes = BytesOf(file.m_input.Path());
     std::wstring const& name = file.m_input.Name();
     // In a CDATA section the same text is no comment: then one is told too many, which is better than one too
     // few.
-    std::size_t const comments = CountOf(bytes, "<!--");
+    std::size_t const comments = CommentsIn(file.m_input.Path());
     if (comments != 0 && !options.isForced && !options.isBackedUp) {
         Refuse(name, std::to_wstring(comments) + (comments == 1 ? L" comment" : L" comments") +
                          L" that a file loses when it is written anew; --backup keeps the old one, --force "
                          L"accepts it");
     }
-    if (bytes != BytesAsWritten(file)) {
+    if (!IsAsWritten(file)) {
         output.Remark(name + L" is written anew, which sets its lines and blanks otherwise" +
                       (comments != 0 ? L" and ends its comments" : L""));
     }
@@ -142,9 +189,6 @@ bool SaveTexts(ParameterFile const& file, std::vector<Edit> const& edits, SaveOp
                Output& output) {
     std::vector<ValueText> texts;
     for (Edit const& edit : edits) {
-        if (edit.action != L"set") {
-            return false;
-        }
         texts.push_back({edit.words[0], edit.words[1]});
     }
     // Overloaded by the kind of path; the casts pick the function that takes wide ones.
@@ -177,13 +221,7 @@ void SaveAnew(ParameterFile const& file, ParameterDatabase const& database, std:
     bool const isInPlace = IsInPlace(file, options);
     std::wstring const name = TargetOf(file, options);
     OutputFile const target(name, output);
-    ParameterDatabase readBack(database.GetLayout());
-    std::vector<Difference> losses = LossesOf(database, readBack, file.m_format);
-    losses.erase(std::remove_if(losses.begin(), losses.end(),
-                                [&](Difference const& loss) { return IsOfNewProfile(loss, edits); }),
-                 losses.end());
-    RequireKept(file, edits, losses);
-    RequireNoLoss(file, losses, options.isForced, output);
+    RequireReturn(file, database, edits, options, output);
     if (isInPlace) {
         RequireNoCommentLost(file, options, output);
         BackUp(name, options, output);
@@ -194,9 +232,18 @@ void SaveAnew(ParameterFile const& file, ParameterDatabase const& database, std:
 }
 
 void Save(ParameterFile& file, std::vector<Edit> const& edits, SaveOptions const& options, Output& output) {
-    if (!SaveTexts(file, edits, options, output)) {
-        SaveAnew(file, file.m_database, edits, options, output);
+    bool const isOfValues =
+        std::all_of(edits.begin(), edits.end(), [](Edit const& edit) { return edit.action == L"set"; });
+    if (isOfValues) {
+        // Its values have done their part, and a file may be so large that there is no room for them twice.
+        file.Empty();
+        if (SaveTexts(file, edits, options, output)) {
+            return;
+        }
+        file.ReadAgain();
+        Apply(edits, file, options.isForced, output);
     }
+    SaveAnew(file, file.m_database, edits, options, output);
 }
 
 int Change(Context& context, std::wstring const& name, std::vector<Edit> const& edits,

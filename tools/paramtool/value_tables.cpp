@@ -119,8 +119,10 @@ std::vector<ValueRow> ReadJson(std::string const& text, std::wstring const& name
 std::string CsvOf(ParameterDatabase const& database) {
     std::string text = "path,value,unit\r\n";
     ForEachValue(database, [&](std::wstring_view path, PlaceView const& place) {
-        text += Field(Utf8(path)) + ',' + Field(Utf8(Editing::TextOf(place.GetCursor()))) + ',' +
-                Field(Utf8(place.GetLayoutNode()->m_postfix)) + "\r\n";
+        auto const* const stored = place.GetCursor().FindValue<std::wstring>(); // which may be long
+        text += Field(Utf8(path)) + ',';
+        text += Field(stored != nullptr ? Utf8(*stored) : Utf8(Editing::TextOf(place.GetCursor())));
+        text += ',' + Field(Utf8(place.GetLayoutNode()->m_postfix)) + "\r\n";
     });
     return text;
 }

@@ -34,6 +34,7 @@ std::wstring Folded(std::wstring text) {
 int List(Output& output, ParameterFile const& file, Options const& options) {
     std::wstring const wanted = options.ignoresCase ? Folded(options.contains) : options.contains;
     Json found = Json::array();
+    bool isFound = false;
     for (PlaceWalk walk(file.m_database); walk.Next();) {
         PlaceView const& place = walk.GetPlace();
         std::wstring const path(walk.GetPathBelowTop());
@@ -41,11 +42,14 @@ int List(Output& output, ParameterFile const& file, Options const& options) {
             (options.ignoresCase ? Folded(path) : path).find(wanted) == std::wstring::npos) {
             continue;
         }
-        std::wstring const value = Host::ValueText(place.GetCursor());
-        output.Print(path + (value.empty() ? L"" : L" = " + value));
-        found.push_back({{"path", Utf8(path)}, {"value", JsonOf(place.GetCursor())}});
+        isFound = true;
+        if (output.m_isJson) {
+            found.push_back({{"path", Utf8(path)}, {"value", JsonOf(place.GetCursor())}});
+        } else {
+            std::wstring const value = ShownValue(place.GetCursor());
+            output.Print(path + (value.empty() ? L"" : L" = " + value));
+        }
     }
-    bool const isFound = !found.empty();
     if (!isFound) {
         output.Remark(L"no path of " + file.m_input.Name() + L" contains \"" + options.contains + L'"' +
                       (options.ignoresCase ? L"" : L"; --ignore-case looks for it in any case"));

@@ -58,7 +58,7 @@ private:
 
 /// Value and flags, as a line says them behind the name: " = 0.03 mm (read-only)".
 std::wstring TextOf(ParameterView const& node) {
-    std::wstring const value = Host::ValueText(node);
+    std::wstring const value = ShownValue(node);
     std::wstring const flags = Host::FlagsText(node);
     return (value.empty() ? L"" : L" = " + value) + (flags.empty() ? L"" : L" (" + flags + L')');
 }
@@ -85,9 +85,18 @@ std::wstring LineOf(PlaceView const& place) {
     return line + TextOf(node);
 }
 
+/// By what is told of them; texts where they stand, as they may be long.
+bool HaveSameValue(ParameterView const& one, ParameterView const& other) {
+    auto const *const text = one.FindValue<std::wstring>(), *const otherText =
+                                                                other.FindValue<std::wstring>();
+    return text != nullptr && otherText != nullptr ? *text == *otherText
+                                                   : Host::ValueText(one) == Host::ValueText(other);
+}
+
 bool IsChanged(PlaceView const& place, Defaults const& defaults) {
     ParameterView const& node = place.GetCursor();
-    return defaults.LacksIt(place) || TextOf(node) != TextOf(defaults.Get()) ||
+    return defaults.LacksIt(place) || !HaveSameValue(node, defaults.Get()) ||
+           Host::FlagsText(node) != Host::FlagsText(defaults.Get()) ||
            (node.IsContainer() && node.GetSize() != defaults.Get().GetSize());
 }
 
