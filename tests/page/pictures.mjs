@@ -19,7 +19,9 @@ for (const scheme of ["light", "dark"]) {
   await named("Materials").click();
   await named("Maximum powder uses").fill("15");
   await named("Scan speed").fill("1150");
+  await named("Hatch distance").fill("0.3");
   await named("Laser power").fill("310");
+  await named("Stripe width").click();
   await page.screenshot({ path: join(folder, `layout_page_${scheme}.png`) });
   await page.close();
 }

@@ -7,8 +7,18 @@ const Containers = (() => {
 
   const { element, text, button, heading, set, newId } = Dom;
 
+  // The sections of the build ticket have names of their own in every layout, and no display names.
+  const sectionTitles = new Map([
+    ["PlatformOptions", "Platform options"],
+    ["PartOptions", "Part options"],
+    ["PartConfigurator", "Part overrides"],
+  ]);
+
   const titleOf = (app, place) => {
     const { node } = place;
+    if (app.document.sections.includes(place) && !node.displayName && sectionTitles.has(node.name)) {
+      return sectionTitles.get(node.name);
+    }
     return app.translate((place.isContainer && node.containerDisplayName) || node.displayName || node.name);
   };
 
