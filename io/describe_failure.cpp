@@ -3,8 +3,13 @@
 
 namespace Zantrel::Io {
 
-std::wstring DescribeFailure(std::wstring_view action, std::wstring_view path, Error error) {
-    return std::wstring(action).append(L" \"").append(path).append(L"\": ") + Describe(error) + L'.';
+std::wstring DescribeFailure(std::wstring_view action, std::wstring_view path, Error error,
+                             std::wstring_view explanation) {
+    std::wstring text = std::wstring(action).append(L" \"").append(path).append(L"\": ") + Describe(error);
+    if (!explanation.empty()) {
+        text.append(L" (").append(explanation).append(L")");
+    }
+    return text + L'.';
 }
 
 std::wstring DescribeBadPath(std::wstring_view path) {

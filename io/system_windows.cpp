@@ -16,13 +16,15 @@
 #include <windows.h>
 
 #include <algorithm>
-#include <system_error>
+#include <memory>
+#include <new>
 #include <utility>
 
 namespace Zantrel::Io {
 
 namespace {
 
+constexpr int MostEntries = 5000; ///< of a folder that are looked at
 constexpr int MostMoves = 10;
 constexpr DWORD PauseBetweenMoves = 50; // milliseconds
 constexpr std::size_t MostOfAPath = 32768;
@@ -90,6 +92,19 @@ Error ReplaceKeepingRights(NativePath const& target, NativePath const& by, Nativ
     }
 }
 
+/// With the separator at its end.
+NativePath FolderOf(NativePath const& path) { return path.substr(0, path.rfind(L'\\') + 1); }
+
+bool IsOld(FILETIME written) noexcept {
+    constexpr ULONGLONG OldAge = 10 * 60 * 10'000'000ull; // ten minutes, in the system's units
+    FILETIME now{};
+    ::GetSystemTimeAsFileTime(&now);
+    auto const number = [](FILETIME time) {
+        return ULARGE_INTEGER{{time.dwLowDateTime, time.dwHighDateTime}}.QuadPart;
+    };
+    return number(now) > number(written) + OldAge;
+}
+
 bool IsPipe(NativePath const& path) {
     constexpr std::wstring_view Pipes = L"\\\\.\\pipe\\";
     int const size = static_cast<int>(Pipes.size());
@@ -141,12 +156,11 @@ bool Exists(NativePath const& path, Error& error) {
     return file.IsOpen();
 }
 
-std::uint32_t RandomBits() {
-    unsigned bits = 0;
-    if (errno_t const error = ::rand_s(&bits)) {
-        throw std::system_error(error, std::generic_category(), "no random bits");
-    }
-    return bits;
+Error RandomBits(std::uint32_t& bits) noexcept {
+    unsigned drawn = 0;
+    bool const areThere = ::rand_s(&drawn) == 0;
+    bits = drawn;
+    return areThere ? 0 : ERROR_GEN_FAILURE; // it tells no cause
 }
 
 Error File::OpenToRead(NativePath const& path) { // without the flag that opens folders
@@ -174,6 +188,8 @@ Error File::Write(std::string_view bytes) noexcept {
     }
     return 0;
 }
+
+Error File::EndHere() noexcept { return ErrorOf(::SetEndOfFile(HandleOf(*this))); }
 
 Error File::Flush() noexcept { return ErrorOf(::FlushFileBuffers(HandleOf(*this))); }
 
@@ -226,11 +242,37 @@ Error Target::OpenDirectly(File& file) const {
     return Open(file, m_target, GENERIC_WRITE, ShareAll, OPEN_EXISTING, 0);
 }
 
+// A writer shares its new file with nobody, so that it can't be deleted. What stands aside as ".old" is never
+// removed: it may be all that is left of its file.
+void Target::RemoveLeftovers(bool (*isTemporary)(NativePathView name)) noexcept {
+    struct EndSearch {
+        void operator()(HANDLE search) const noexcept { ::FindClose(search); }
+    };
+    try {
+        NativePath const folder = FolderOf(m_target);
+        WIN32_FIND_DATAW found{};
+        HANDLE const first = ::FindFirstFileW((folder + L'*').c_str(), &found);
+        if (first == INVALID_HANDLE_VALUE) {
+            return;
+        }
+        std::unique_ptr<void, EndSearch> const search(first);
+        for (int left = MostEntries; left > 0; --left) {
+            if (isTemporary(found.cFileName) && IsOld(found.ftLastWriteTime)) {
+                ::DeleteFileW((folder + found.cFileName).c_str());
+            }
+            left = ::FindNextFileW(search.get(), &found) ? left : 0;
+        }
+    } catch (std::bad_alloc const&) { // they stay
+    }
+}
+
 Error Target::CreateBeside(NativePath const& name, File& file) {
-    m_temporary = m_target.substr(0, m_target.rfind(L'\\') + 1) + name;
+    m_temporary = FolderOf(m_target) + name;
     Error const error = Open(file, m_temporary, GENERIC_WRITE, 0, CREATE_NEW, FILE_ATTRIBUTE_NORMAL);
     if (error != 0) {
         m_temporary.clear();
+        bool const isFolders = error == ERROR_ACCESS_DENIED || error == ERROR_WRITE_PROTECT;
+        m_refusal = m_exists && isFolders ? Refusal::NewFile : Refusal::None;
     }
     return error;
 }

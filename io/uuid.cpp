@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <string_view>
+#include <system_error>
 
 namespace KelSDK {
 
@@ -20,7 +21,9 @@ std::wstring CreateUUID_t() {
             continue;
         }
         if (left == 0) {
-            bits = Zantrel::Io::RandomBits();
+            if (Zantrel::Io::Error const error = Zantrel::Io::RandomBits(bits)) {
+                throw std::system_error(error, std::system_category(), "no random bits");
+            }
             left = 8;
         }
         place = Digits[place == L'x' ? bits & 0xF : 0x8 | (bits & 0x3)]; // the variant has two random bits

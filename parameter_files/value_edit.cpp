@@ -8,6 +8,7 @@
 #include "parameter_files/value_elements.h"
 #include "sax/escaping.h"
 #include "sax/pieces_source.h"
+#include "sax/report_texts.h"
 #include "text/numbers.h"
 #include "text/unicode.h"
 
@@ -338,8 +339,8 @@ void RequireOnlyThese(Pieces const& before, Pieces const& after, std::vector<Pat
     }
 }
 
-void Write(Pieces const& document, std::wstring const& target) {
-    Io::OutputFile out;
+void Write(Pieces const& document, std::wstring const& target, WriteReport* report) {
+    Io::OutputFile out(report != nullptr && report->m_mayWriteInPlace);
     bool isWritten = out.Open(target);
     for (std::string_view const piece : document) {
         isWritten = isWritten && out.Write(piece);
@@ -347,12 +348,15 @@ void Write(Pieces const& document, std::wstring const& target) {
     if (!isWritten || !out.Commit()) {
         throw Refusal{out.FailureText(), L""};
     }
+    if (report != nullptr) {
+        report->m_notes = out.Notes();
+    }
 }
 
 bool IsLong(ValueText const& value) { return value.text.size() > LongText; }
 
 void Edit(ParameterLayout const& layout, std::wstring const& path, std::vector<ValueText> const& values,
-          std::wstring const& target, ParameterFileFormat format) {
+          std::wstring const& target, ParameterFileFormat format, WriteReport* report) {
     Wanted wanted;
     for (ValueText const& value : values) {
         wanted[value.path] = &value;
@@ -376,17 +380,15 @@ void Edit(ParameterLayout const& layout, std::wstring const& path, std::vector<V
     }
     RequireOnlyThese({document}, result, patches);
     // Only now is a file touched, and it is replaced as a whole.
-    Write(result, target);
+    Write(result, target, report);
 }
 
 bool EditOrReport(ParameterLayout const& layout, std::wstring const& path,
                   std::vector<ValueText> const& values, std::wstring const& target,
                   ParameterFileFormat format, WriteReport* report) {
-    if (report != nullptr) {
-        *report = WriteReport();
-    }
+    Sax::Restart(report);
     try {
-        Edit(layout, path, values, target, format);
+        Edit(layout, path, values, target, format, report);
         return true;
     } catch (Refusal& refusal) {
         if (report != nullptr) {

@@ -27,6 +27,14 @@ std::wstring WithPath(std::wstring_view sentence, std::wstring_view path) {
     return path.empty() ? std::wstring(sentence) : Text::Fill(L"{0} ({1})", {sentence, path});
 }
 
+void Restart(WriteReport* report) {
+    if (report != nullptr) {
+        bool const mayWriteInPlace = report->m_mayWriteInPlace;
+        *report = WriteReport();
+        report->m_mayWriteInPlace = mayWriteInPlace;
+    }
+}
+
 void NoteStrayText(KelSAX::ISAXReader& reader) {
     if (reader.HasReport() && !Text::Trim(reader.GetText()).empty()) {
         reader.NoteDropped(L"The element holds elements only; its text was passed over.");

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <zantrel/sax/sax_reader.h>
+#include <zantrel/sax/write_report.h>
 
 #include <cstddef>
 #include <string>
@@ -46,6 +47,9 @@ template <class StepOf> std::wstring PathOf(std::size_t depth, StepOf const& ste
 
 /// "sentence (path)", without the path when it is empty.
 std::wstring WithPath(std::wstring_view sentence, std::wstring_view path);
+
+/// Empties the report of a write that begins, if there is one; the host's leave stays.
+void Restart(WriteReport* report);
 
 /// Notes the text of an element that should hold elements only.
 void NoteStrayText(KelSAX::ISAXReader& reader);

@@ -7,6 +7,7 @@
 #include "io/input_file.h"
 #include "io/output_file.h"
 #include "sax/read_driver.h"
+#include "sax/report_texts.h"
 #include "sax/write_driver.h"
 
 #include <istream>
@@ -160,21 +161,20 @@ bool ReadStream(std::basic_istream<char>& in, ISAXPersist& handler, ReadReport* 
 // the target is as it was.
 bool WriteFile(std::wstring const& path, ISAXPersist const& handler, WriteOptions const& options,
                WriteReport* report) {
-    if (report != nullptr) {
-        *report = WriteReport();
-    }
+    Sax::Restart(report);
     // The driver refers to the file, so it must end before the file does.
-    Io::OutputFile file;
+    Io::OutputFile file(report != nullptr && report->m_mayWriteInPlace);
     Sax::WriteDriver driver(file);
     bool const succeeded = file.Open(path) && driver.Run(handler, options) && file.Commit();
+    if (succeeded && report != nullptr) {
+        report->m_notes = file.Notes();
+    }
     return Conclude(succeeded, driver, file.FailureText(), report);
 }
 
 bool WriteStream(std::basic_ostream<char>& out, ISAXPersist const& handler, WriteOptions const& options,
                  WriteReport* report) {
-    if (report != nullptr) {
-        *report = WriteReport();
-    }
+    Sax::Restart(report);
     StreamSink sink(out);
     Sax::WriteDriver driver(sink);
     bool const succeeded = !sink.HasFailed() && driver.Run(handler, options) && sink.Flush();

@@ -5,6 +5,12 @@
 
 namespace Zantrel {
 
-std::wstring WriteReport::Format() const { return Sax::WithPath(m_sentence, m_path); }
+std::wstring WriteReport::Format() const {
+    std::wstring text = Sax::WithPath(m_sentence, m_path);
+    for (std::wstring const& note : m_notes) {
+        text.append(text.empty() ? L"" : L"\n").append(note);
+    }
+    return text;
+}
 
 } // namespace Zantrel

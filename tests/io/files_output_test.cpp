@@ -9,17 +9,21 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <chrono>
 #include <stdexcept>
 #include <thread>
 
 #ifdef _WIN32
 #include <windows.h>
 #else
-#include <csignal>
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#endif
+#ifdef __linux__
+#include <sys/xattr.h>
 #endif
 
 using namespace Zantrel::Io;
@@ -186,16 +190,39 @@ TEST_F(Files, AreReplacedBehindLinksWhichStay) {
 }
 
 TEST_F(Files, StayWhenTheDiskFillsUp) {
-    auto const oldAction = std::signal(SIGXFSZ, SIG_IGN);
-    rlimit oldLimit{};
+    rlimit oldLimit{}; // whose signal ends a process that doesn't hold it back
     getrlimit(RLIMIT_FSIZE, &oldLimit);
     rlimit const limit{1000, oldLimit.rlim_max};
     setrlimit(RLIMIT_FSIZE, &limit);
     bool const isWritten = Write(m_file, std::string(5000, 'x'));
     setrlimit(RLIMIT_FSIZE, &oldLimit);
-    std::signal(SIGXFSZ, oldAction);
     EXPECT_FALSE(isWritten);
     Expect("old");
+}
+
+TEST_F(Files, LeftByKilledWritersGoOnceTheyAreOldAndNobodyWritesThem) {
+    char const* const names[] = {".0123abcd.new", ".0123abcd.new.old", ".0123ABCD.new", ".00000000.new"};
+    auto const hourAgo = fs::file_time_type::clock::now() - std::chrono::hours(1);
+    for (char const* const name : names) {
+        Fill(m_folder / name, "left");
+        fs::last_write_time(m_folder / name, hourAgo);
+    }
+    Fill(m_folder / ".fedcba98.new", "young");
+    int const living = open((m_folder / names[3]).c_str(), O_RDONLY);
+    flock(living, LOCK_EX);
+    EXPECT_TRUE(Write(m_file, "new"));
+    EXPECT_FALSE(fs::exists(m_folder / names[0]));
+    EXPECT_EQ(m_folder.CountEntries(), 5);
+    close(living);
+    EXPECT_TRUE(Write(m_file, "newer"));
+    EXPECT_FALSE(fs::exists(m_folder / names[3]));
+}
+
+TEST_F(Files, TellWhichNamesKeepTheOldContent) {
+    fs::create_hard_link(m_file, m_folder / "other");
+    OutputFile file;
+    EXPECT_TRUE(file.Open(WidePath(m_file)) && file.Write("new") && file.Commit());
+    EXPECT_THAT(file.Notes(), testing::ElementsAre(IsSentence(L"Other names of the file (hard links)")));
 }
 
 TEST_F(Files, ThatAreNotRegularAreWrittenDirectly) {
@@ -214,6 +241,48 @@ TEST_F(Files, ThatAreNotRegularAreWrittenDirectly) {
     EXPECT_TRUE(Write("/dev/null", "new"));
     EXPECT_FALSE(Write("/dev/full", "new"));
 }
+
+#ifdef __linux__
+namespace {
+
+/// An access list as Linux has it: per entry what it is for and what it gives.
+std::string AccessList(std::vector<std::pair<char, char>> const& entries) {
+    std::string list("\2\0\0\0", 4);
+    for (auto const& [kind, rights] : entries) {
+        list += {kind, 0, rights, 0};
+        list += kind == 2 ? std::string("\1\0\0\0", 4) : std::string(4, '\xFF'); // user 1, or nobody's
+    }
+    return list;
+}
+
+std::string AttributeOf(fs::path const& path, char const* name) {
+    char value[128];
+    ssize_t const size = getxattr(path.c_str(), name, value, sizeof value);
+    return {value, value + std::max<ssize_t>(size, 0)};
+}
+
+} // namespace
+
+TEST_F(Files, KeepTheirAccessListAndAttributes) {
+    constexpr char List[] = "system.posix_acl_access", Default[] = "system.posix_acl_default";
+    std::string const narrow = AccessList({{1, 6}, {2, 6}, {4, 4}, {16, 6}, {32, 0}});
+    std::string const wide = AccessList({{1, 7}, {2, 7}, {4, 7}, {16, 7}, {32, 7}});
+    if (setxattr(m_file.c_str(), List, narrow.data(), narrow.size(), 0) != 0 ||
+        setxattr(m_file.c_str(), "user.a", "x", 1, 0) != 0) {
+        GTEST_SKIP() << "the file system has none";
+    }
+    ASSERT_EQ(setxattr((m_folder / "").c_str(), Default, wide.data(), wide.size(), 0), 0);
+    EXPECT_TRUE(Write(m_file, "new"));
+    EXPECT_EQ(AttributeOf(m_file, List), narrow);
+    EXPECT_EQ(AttributeOf(m_file, "user.a"), "x");
+    // What the folder gives to new files isn't for one that had no list.
+    removexattr(m_file.c_str(), List);
+    fs::permissions(m_file, fs::perms(0640));
+    EXPECT_TRUE(Write(m_file, "newer"));
+    EXPECT_EQ(AttributeOf(m_file, List), "");
+    EXPECT_EQ(fs::status(m_file).permissions(), fs::perms(0640));
+}
+#endif
 
 TEST_F(Files, ThatBreakOffLeaveWhatTheyWereReadInto) {
     MFile file;

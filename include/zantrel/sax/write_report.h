@@ -4,17 +4,33 @@
 #include <zantrel/export.h>
 
 #include <string>
+#include <vector>
 
 namespace Zantrel {
 
-/// Why a write gave false. A writing function empties it at its start and fills it when it fails. Belongs to
-/// one thread at a time.
+/// What a write tells its caller beyond true and false, and what it may do for it. A writing function empties
+/// it at its start, but for the host's leave. Belongs to one thread at a time.
 class ZANTREL_EXPORT WriteReport {
 public:
-    std::wstring m_sentence; ///< the first cause, for a person; empty after a write that succeeded
-    std::wstring m_path;     ///< the elements that were open, as ReadReport::Entry has it; may be empty
+    std::wstring
+        m_sentence;      ///< the first cause of a failure, for a person; empty after a write that succeeded
+    std::wstring m_path; ///< the elements that were open, as ReadReport::Entry has it; may be empty
 
-    /// "sentence (path)", without the path when there is none.
+    /// After a write that succeeded, a sentence for each thing that isn't as it should be: owner, access
+    /// control list, extended attributes or hard links of the old file that the new one couldn't take over,
+    /// a folder that couldn't be flushed, so that a power loss may bring the old file back, and a file that
+    /// was written in place. Mostly empty.
+    std::vector<std::wstring> m_notes;
+
+    /// Set by the host, off by default: whether a file that may be written but can't be replaced may be
+    /// written over where it stands. That is so where its folder takes no new file (read-only, or without the
+    /// right), and of a file that is mounted by itself, as into a container. The document is held in memory
+    /// until it is complete, so that one which can't be written still leaves the file as it was; but a full
+    /// disk, a kill or a power loss while it is written over leaves a part of it, and a reader may see one.
+    bool m_mayWriteInPlace = false;
+
+    /// "sentence (path)", without the path when there is none; after a write that succeeded the notes, each
+    /// on a line.
     std::wstring Format() const;
 };
 
