@@ -83,7 +83,7 @@ add_test(NAME RefusedValues
 # Not with sanitisers, whose own system calls would fail instead.
 if(UNIX AND NOT CMAKE_CXX_FLAGS MATCHES "-fsanitize")
   add_executable(zantrel_write_one_file tests/write_faults/write_one_file.cpp)
-  target_link_libraries(zantrel_write_one_file PRIVATE zantrel_internal zantrel_warnings)
+  target_link_libraries(zantrel_write_one_file PRIVATE Zantrel::Editing zantrel_warnings)
   add_test(NAME WriteFaults
     COMMAND ${PROJECT_SOURCE_DIR}/tests/write_faults/run $<TARGET_FILE:zantrel_write_one_file>)
   set_tests_properties(WriteFaults PROPERTIES SKIP_RETURN_CODE 77)

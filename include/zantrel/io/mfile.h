@@ -50,7 +50,8 @@ public:
     template <class Path, Zantrel::IfPath<Path> = 0> bool ReadFromFile(Path const& path) {
         return ReadFromFile(Zantrel::WidePath(path));
     }
-    /// Replaces the file as a whole. False, and the file stays as it was, when it can't be written.
+    /// Replaces the file as a whole, as docs/saving.md has it, and never writes it in place. False, and the
+    /// file stays as it was, when it can't be written.
     bool WriteToFile(std::wstring const& path) const;
     /// The same for a path of the standard library.
     template <class Path, Zantrel::IfPath<Path> = 0> bool WriteToFile(Path const& path) const {

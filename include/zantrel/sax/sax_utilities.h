@@ -114,10 +114,12 @@ ZANTREL_EXPORT bool ReadStream(std::basic_istream<char>& in, ISAXPersist& handle
 /// Writes a document whose root's content is what `handler` writes. False when it can't be written, when the
 /// handler answers false, or when it wrote what XML can't carry: the file at `path` is then as it was, or
 /// absent if it was absent. The file is replaced as a whole once the document is safe on the disk; its
-/// permissions stay, a link is followed, and a pipe or device is written to directly. Windows doesn't replace
+/// permissions stay or become narrower, and its access control list and extended attributes stay where the
+/// system lets them; a link is followed, and a pipe or device is written to directly. Windows doesn't replace
 /// a file that another program holds open: the write tries for half a second before it gives up. An exception
-/// of the handler reaches the caller.
-/// `report`, when given, is emptied at the start and tells the first cause of a failure. What the options
+/// of the handler reaches the caller. docs/saving.md has all that a save does and promises.
+/// `report`, when given, is emptied at the start; it tells the first cause of a failure, and of a success
+/// what the file couldn't keep. It may give leave to write in place what can't be replaced. What the options
 /// and the handler refer to must not change while the write runs.
 ZANTREL_EXPORT bool WriteFile(std::wstring const& path, ISAXPersist const& handler,
                               WriteOptions const& options, Zantrel::WriteReport* report = nullptr);

@@ -36,7 +36,8 @@ public:
     template <class Path, Zantrel::IfPath<Path> = 0> bool LoadFile(Path const& path) {
         return LoadFile(Zantrel::WidePath(path));
     }
-    /// Writes the bytes to `path`, whole or not at all. False when that fails; an old file is then as it was.
+    /// Writes the bytes to `path`, whole or not at all (docs/saving.md), and never in place. False when that
+    /// fails; an old file is then as it was.
     /// The content's name plays no part.
     bool SaveFile(std::wstring const& path) const;
     /// The same for a path of the standard library.
