@@ -37,6 +37,10 @@ constexpr OwnNode OwnNodes[] = {
     {&Layout::m_partConfigurator, true}, {&Layout::m_jobConfigurator, false},
 };
 
+bool IsListWord(std::string_view type) {
+    return type == Word::ListContainer || type == Word::TransformListContainer;
+}
+
 constexpr double MostBags = 1e6;
 
 /// How many bags formatting makes of a node, with or without the items that lists begin with. A list makes
@@ -141,9 +145,9 @@ bool MetaFileWholeRead::ReadInNode(std::string const& tag, KelSAX::ISAXReader& r
         Open(Kind::Options);
         return true;
     }
-    bool const isOwn = EnterOwnNode(tag);
-    if (isOwn || AddNode(tag, reader)) {
-        ReadNode(reader, !isOwn);
+    bool const isMet = EnterOwnNode(tag);
+    if (isMet || AddNode(tag, reader)) {
+        ReadNode(reader, !isMet && !IsAt(&Layout::m_jobConfigurator));
     }
     return true;
 }
@@ -232,7 +236,7 @@ bool MetaFileWholeRead::AddNode(std::string const& tag, KelSAX::ISAXReader& read
 }
 
 void MetaFileWholeRead::ReadNode(KelSAX::ISAXReader& reader, bool isNew) {
-    if (!ReadMarks(reader)) {
+    if (!ReadMarks(reader, isNew)) {
         Open(Kind::Node);
         ReadValue(reader, isNew);
         return;
@@ -247,23 +251,28 @@ void MetaFileWholeRead::ReadNode(KelSAX::ISAXReader& reader, bool isNew) {
     }
 }
 
-/// What the node is a container of; it can be several at once.
-bool MetaFileWholeRead::ReadMarks(KelSAX::ISAXReader& reader) {
+/// What the node is a container of; it can be several at once. A node that the layout has is what the layout
+/// made it, as what it looks for there has to be found: only the category list of its own is a container.
+bool MetaFileWholeRead::ReadMarks(KelSAX::ISAXReader& reader, bool isNew) {
     if (!reader.HasAttributes()) {
         return false;
     }
     LayoutNode& node = *m_currentNode;
     bool const hasType = reader.ReadAttribute(m_word, Word::Type);
-    bool const isTransformed = hasType && m_word == Word::TransformListContainer;
-    bool const isList = isTransformed || (hasType && m_word == Word::ListContainer);
+    bool const isList = hasType && IsListWord(m_word);
+    bool const isTransformed = isList && m_word == Word::TransformListContainer;
     bool const isCategoryList = reader.ReadAttribute(m_word, Word::CategoriesName);
     bool const isProfileList = reader.ReadAttribute(m_word, Word::ProfilesXmlName) || isCategoryList;
-    // A node that the layout has from its making may be a container already, and stays one.
-    node.m_isList = node.m_isList || isList;
-    node.m_canBeTransformed = node.m_canBeTransformed || isTransformed;
-    node.m_isCategoryList = node.m_isCategoryList || isCategoryList;
-    node.m_isProfileList = node.m_isProfileList || isProfileList;
-    return isList || isProfileList;
+    if (isNew) {
+        node.m_isList = isList;
+        node.m_canBeTransformed = isTransformed;
+        node.m_isCategoryList = isCategoryList;
+        node.m_isProfileList = isProfileList;
+    } else if ((isList && !node.m_isList) || (isCategoryList && !node.m_isCategoryList) ||
+               (isProfileList && !node.m_isProfileList)) {
+        reader.NoteDropped(L"A node that the layout has is no such container; the mark was passed over.");
+    }
+    return (isList && node.m_isList) || (isProfileList && node.m_isProfileList);
 }
 
 void MetaFileWholeRead::ReadValue(KelSAX::ISAXReader& reader, bool isNew) {
@@ -287,6 +296,12 @@ void MetaFileWholeRead::ReadType(KelSAX::ISAXReader& reader, bool isNew) {
     LayoutNode& node = *m_currentNode;
     eTypeLayoutNode type = node.m_type;
     bool const hasWord = reader.ReadAttribute(m_word, Word::Type);
+    if (!isNew && type == Group) {
+        if (hasWord && !IsListWord(m_word)) {
+            reader.NoteDropped(L"A node that the layout has is a group; the type was passed over.");
+        }
+        return;
+    }
     if (hasWord) {
         type = TypeOf(&Word::TypeRow::inMetaFile, m_word, reader);
     } else if (isNew) {
@@ -333,8 +348,10 @@ void MetaFileWholeRead::FindCategoryLevel() {
     // One that is only called so is a parameter like any other.
     if (categories != nullptr && categories->m_isCategoryList) {
         m_layout.m_categories = categories;
-        if (NodeOf(&Layout::m_genericParameters) == nullptr) {
-            m_layout.m_genericParameters = find(Word::GenericParameters);
+        LayoutNode* const generic = find(Word::GenericParameters);
+        bool const isGroup = generic != nullptr && generic->m_type == Group && !IsContainer(*generic);
+        if (isGroup && NodeOf(&Layout::m_genericParameters) == nullptr) {
+            m_layout.m_genericParameters = generic;
         }
     }
 }

@@ -58,7 +58,7 @@ private:
     bool AddNode(std::string const& tag, KelSAX::ISAXReader& reader);
     /// The current node from its element, or from the outer one of two.
     void ReadNode(KelSAX::ISAXReader& reader, bool isNew);
-    bool ReadMarks(KelSAX::ISAXReader& reader);
+    bool ReadMarks(KelSAX::ISAXReader& reader, bool isNew);
     void ReadValue(KelSAX::ISAXReader& reader, bool isNew);
     void ReadType(KelSAX::ISAXReader& reader, bool isNew);
     void BoundItems();

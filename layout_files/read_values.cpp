@@ -20,7 +20,10 @@ template <class T> void Read(T& number, std::string_view word, KelSAX::ISAXReade
         return;
     }
     // All of the text has to be the number: of "12 mm" nothing is taken, and not 12.
-    std::string_view const digits = Text::Trim(text);
+    std::string_view digits = Text::Trim(text);
+    if (digits.size() > 1 && digits[0] == '+' && digits[1] != '-') { // as in all numbers of files
+        digits.remove_prefix(1);
+    }
     char const* const end = digits.data() + digits.size();
     T value{};
     auto const [stop, error] = std::from_chars(digits.data(), end, value);

@@ -206,8 +206,8 @@ TEST(WholeLayout, SaysWhatItsFileSays) {
                       grows = " CanUserAddRemove='True' CanUserSort='False' RemovingType='RemoveAny'";
     Row const rows[] = {
         {"<A><B/></A><C>1.5</C>", "<A><B/></A><C Type='Double' Precision='4'>1.5</C>"},
-        {"<A Type='Distance'>1</A><B Type='Distance' Precision='4' Postfix=''/>",
-         "<A Type='Distance' Precision='4' Postfix='mm'>1</A><B Type='Distance' Precision='4' Postfix=''/>"},
+        {"<A Type='Distance' Precision=' +5'>1</A><B Type='Distance' Precision='4' Postfix=''/>",
+         "<A Type='Distance' Precision='5' Postfix='mm'>1</A><B Type='Distance' Precision='4' Postfix=''/>"},
         {"<InheritOverrides><A><OverrideEntry/></A></InheritOverrides><B Type='Group'/>",
          "<A/><B Type='String'/>", "The type \"Group\" is not known here; the parameter becomes a text.\n"},
         // Choices
@@ -295,6 +295,11 @@ TEST(WholeLayout, FindsTheNodesOfEveryLayout) {
          "</ResourceDictionary><Entry/>",
          "Entry", "dropped ResourceDictionary"},
         {"<A><ResourceDictionary/></A><A></A><R/>", "A{ResourceDictionary} A R"},
+        {"<ProfileEditor @P><A/><B/></ProfileEditor><PartConfigurator Type='Int'>1</PartConfigurator>"
+         "<Version @L><Minor CategoriesName=''>1</Minor></Version><JobConfigurator @L><C/></JobConfigurator>",
+         "Version{Major:Int'1' Minor:Int'1'} ProfileEditor{A B} PartConfigurator'1' JobConfigurator{C}",
+         "dropped ProfileEditor dropped PartConfigurator dropped Version dropped Minor dropped "
+         "JobConfigurator"},
     };
     ExpectOutlines(WholeMetaFile, rows);
 }
