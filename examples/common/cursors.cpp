@@ -3,7 +3,7 @@
 // What a cursor shows to a user, whatever layout it stands on: value, unit, flags.
 //
 // To look at: VisitValue, which hands over a value in its type; the getters of flags, which throw where a
-// place can't have the flag, so that FlagsOf asks the layout first; the fields of LayoutNode that tell how to
+// place can't have the flag, so that CanHave asks the layout first; the fields of LayoutNode that tell how to
 // show a value.
 
 #include "common/cursors.h"
@@ -32,6 +32,13 @@ std::wstring AttachmentText(KelAM::FileContent const& value) {
     return L'"' + value.m_name + L"\", " + std::to_wstring(value.m_data.size()) + L" bytes #" + hex;
 }
 
+struct Flag {
+    enum class Of { Any, Container, Profile };
+    wchar_t const* word;  ///< that files have for it
+    wchar_t const* words; ///< what it means to the user when it is set
+    Of isOf;
+    bool (ParameterView::*get)() const;
+};
 constexpr Flag AllFlags[] = {
     {L"ReadOnly", L"read-only", Flag::Of::Any, &ParameterView::GetReadOnly},
     {L"Hidden", L"hidden", Flag::Of::Any, &ParameterView::GetHidden},
@@ -41,23 +48,20 @@ constexpr Flag AllFlags[] = {
     {L"UserDefaultProfile", L"the user's default", Flag::Of::Profile, &ParameterView::GetUserDefaultProfile},
 };
 
-} // namespace
-
-std::vector<Flag> FlagsOf(ParameterView const& node) {
-    if (!node.IsValid()) {
-        return {};
-    }
+/// Asking for a flag that the place can't have would throw.
+bool CanHave(ParameterView const& node, Flag const& flag) {
     LayoutNode const& layout = *node.GetLayoutNode();
-    bool const isProfile = layout.m_isProfileList && !node.IsContainer();
-    std::vector<Flag> flags;
-    for (Flag const& flag : AllFlags) {
-        if (flag.isOf == Flag::Of::Any || (flag.isOf == Flag::Of::Profile && isProfile) ||
-            (flag.isOf == Flag::Of::Container && (layout.m_isProfileList || layout.m_isList))) {
-            flags.push_back(flag);
-        }
+    switch (flag.isOf) {
+    case Flag::Of::Container:
+        return layout.m_isProfileList || layout.m_isList;
+    case Flag::Of::Profile:
+        return layout.m_isProfileList && !node.IsContainer();
+    default:
+        return true;
     }
-    return flags;
 }
+
+} // namespace
 
 std::wstring FlagWords(std::wstring const& word) {
     for (Flag const& flag : AllFlags) {
@@ -92,8 +96,8 @@ std::wstring ValueText(ParameterView const& leaf) {
 
 std::wstring FlagsText(ParameterView const& node) {
     std::wstring text;
-    for (Flag const& flag : FlagsOf(node)) {
-        if ((node.*flag.get)()) {
+    for (Flag const& flag : AllFlags) {
+        if (node.IsValid() && CanHave(node, flag) && (node.*flag.get)()) {
             text += (text.empty() ? L"" : L", ") + std::wstring(flag.words);
         }
     }

@@ -4,22 +4,10 @@
 #include <zantrel/zantrel.h>
 
 #include <string>
-#include <vector>
 
 /// What hosts ask of any cursor, whatever its layout: which flags and which value stand there, and their
 /// texts. Nothing stands on a cursor that is not valid.
 namespace Host {
-
-struct Flag {
-    enum class Of { Any, Container, Profile };
-    wchar_t const* word;  ///< that files have for it
-    wchar_t const* words; ///< what it means to the user when it is set
-    Of isOf;
-    bool (Zantrel::ParameterView::*get)() const;
-};
-
-/// The flags that the node under the cursor can have; asking for any other would throw.
-std::vector<Flag> FlagsOf(Zantrel::ParameterView const& node);
 
 /// What a flag means to the user, by its word in files.
 std::wstring FlagWords(std::wstring const& word);

@@ -12,15 +12,14 @@ namespace RoundTrip {
 /// group.
 void Show(Zantrel::ParameterView const& top, std::ostream& out);
 
-/// How much two trees were found to have in common.
+/// How much two databases were found to have in common.
 struct Equalities {
     std::size_t values = 0;
-    std::size_t flags = 0;
     std::size_t entries = 0; ///< profiles and list items
 };
 
-/// Walks both trees side by side and compares every value, flag, profile name and list size. Throws
-/// std::runtime_error that names, in UTF-8, the first place where they differ.
-Equalities Compare(Zantrel::ParameterView const& first, Zantrel::ParameterView const& second);
+/// Compares every value, flag, profile and list item. Throws std::runtime_error that names, in UTF-8, the
+/// first place where the two differ.
+Equalities Compare(Zantrel::ParameterDatabase const& first, Zantrel::ParameterDatabase const& second);
 
 } // namespace RoundTrip
