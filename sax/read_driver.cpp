@@ -266,14 +266,15 @@ bool ReadDriver::Handle() {
 void ReadDriver::ReportUntaken(bool isTaken) {
     if (!isTaken) {
         if (m_depth > 1 && !m_isReported) {
-            Report(Kind::UntakenElement, {Excerpt(Innermost().tag)});
+            Report(Kind::UntakenElement, {ShownAs(Kind::UntakenElement, Innermost().tag)});
         }
         return;
     }
     for (std::size_t i = 0; i < m_attributes.size(); ++i) {
         Xml::Attribute const& attribute = m_attributes[i];
         if (!m_isAsked[i] && !IsReserved(attribute.name)) {
-            Report(Kind::UntakenAttribute, {Excerpt(attribute.name), Excerpt(attribute.value)});
+            Report(Kind::UntakenAttribute, {ShownAs(Kind::UntakenAttribute, attribute.name),
+                                            ShownAs(Kind::UntakenAttribute, attribute.value)});
         }
     }
 }
@@ -358,14 +359,15 @@ std::optional<std::string_view> ReadDriver::FindAttribute(std::string_view name)
 
 void ReadDriver::ReportUnparsedText(std::wstring_view expected) {
     if (m_report != nullptr) {
-        Report(Kind::UnparsedText, {Excerpt(m_text), expected});
+        Report(Kind::UnparsedText, {ShownAs(Kind::UnparsedText, m_text), expected});
     }
 }
 
 void ReadDriver::ReportUnparsedAttribute(std::string_view name, std::wstring_view expected) {
     if (m_report != nullptr) {
         std::string_view const text = FindAttribute(name).value_or(std::string_view());
-        Report(Kind::UnparsedAttribute, {Excerpt(name), Excerpt(text), expected});
+        Report(Kind::UnparsedAttribute,
+               {ShownAs(Kind::UnparsedAttribute, name), ShownAs(Kind::UnparsedAttribute, text), expected});
     }
 }
 
@@ -400,6 +402,10 @@ ReadReport::Entry ReadDriver::EntryOf(Kind kind) const {
         });
     }
     return entry;
+}
+
+std::wstring ReadDriver::ShownAs(Kind kind, std::string_view text) const {
+    return m_report->HasRoomFor(kind) ? Excerpt(text) : std::wstring();
 }
 
 // An entry that has no room costs no text, only the count.

@@ -122,6 +122,8 @@ private:
     void ReportError();
     /// Without a sentence; without all else, too, where the report would not keep it.
     ReadReport::Entry EntryOf(ReadReport::Kind kind) const;
+    /// A text of the document as part of a sentence, where the report, which there is, would keep that.
+    std::wstring ShownAs(ReadReport::Kind kind, std::string_view text) const;
     /// `parts` fill the sentence of that kind. Does nothing without a report.
     void Report(ReadReport::Kind kind, std::initializer_list<std::wstring_view> parts);
 
