@@ -104,7 +104,7 @@ ExternalProperties* DatabaseExternalProperties::GetProperties(ExternalPropertyID
     if (store == nullptr || (store->IsDeleted() && !create)) {
         return nullptr;
     }
-    store->m_value.m_names = m_names.get();
+    store->m_value.m_names = m_names;
     store->SetDeleted(false);
     return &store->m_value;
 }

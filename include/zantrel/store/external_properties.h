@@ -51,9 +51,11 @@ public:
 
 private:
     friend class DatabaseExternalProperties;
-    Zantrel::NameCopier* _SharedNames() const noexcept override { return m_names; }
+    Zantrel::NameCopier* _SharedNames() const noexcept override { return m_names.get(); }
 
-    Zantrel::NameCopier* m_names = nullptr; ///< of the database that this stands in; no copy has it
+    /// Those of the database that this stands in, which ends before the bag of its stores does; no copy has
+    /// them.
+    std::shared_ptr<Zantrel::NameCopier> m_names;
 };
 
 /// The properties of many objects: a bag of PersistentProperty<ExternalProperties>, keyed by
