@@ -29,7 +29,7 @@ bool BuildTicketRead::HandleTag(std::string const& tag, KelSAX::ISAXReader& read
             return (this->*rule.read)(reader);
         }
     }
-    return false;
+    return reader.GetDepth() == 0; // the root, which may have any name
 }
 
 /// What the element holds comes to this handler.

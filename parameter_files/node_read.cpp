@@ -134,9 +134,9 @@ bool NodeRead::HandleTag(std::string const& tag, KelSAX::ISAXReader& reader) {
         }
         return isRoot;
     case Kind::Unhandled:
-        return false;
+        break;
     }
-    return false;
+    return isRoot;
 }
 
 // By shape

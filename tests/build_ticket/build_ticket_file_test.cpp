@@ -120,6 +120,9 @@ TEST(LoadedTicket, IsAddedToWhateverTheRoot) {
     EXPECT_EQ(Dump(with), "from's' item p 1{c:{a{} a{} a{}}}");
     EXPECT_EQ(Dump(without), Dump(with));
     EXPECT_TRUE(with.HasPropertyTemplate() && !without.HasPropertyTemplate());
+    ReadReport report;
+    EXPECT_TRUE(Load(with, "<R x='' xmlns='u'/>", &report));
+    EXPECT_EQ(Reported(report), "unknown R");
 }
 
 TEST(SavedTicket, IsThisDocument) {

@@ -68,9 +68,9 @@ TEST(MachineParametersFile, IsReadByTheNamesOfItsProperties) {
         {
             {"<R>[G:[I:5][D:-INF][L:2][B:1][S: a ][X:x]]</R>",
              "G/I=5 G/D=-INF G/L=2 G/B=True G/S=' a ' G/X='x'"},
-            {"<R><Property Name='G' Type='bool' ProfileList='' ReadOnly='true' "
+            {"<R x=''><Property Name='G' Type='bool' ProfileList='' ReadOnly='true' "
              "Hidden='true'>[I:5]</Property></R>",
-             "G/I=5", "unknown@1:4:R/Property \"G\" unknown@1:4:R/Property \"G\""},
+             "G/I=5", "unknown@1:1:R unknown@1:9:R/Property \"G\" unknown@1:9:R/Property \"G\""},
             {"<R>[G:[I:5][I:x][I:6][D:y][A:<Name>n</Name>[I:7]<Data>AQ==</Data>]]</R>", "G/I=6 G/A='n':01",
              "text@1:54:R/Property \"G\"/Property \"I\" text@1:116:R/Property \"G\"/Property \"D\" "
              "untaken@1:180:R/Property \"G\"/Property \"A\"/Property \"I\""},
