@@ -69,6 +69,9 @@ std::wstring_view NameOf(PlaceView const& place) {
     return isShown ? std::wstring_view(layout->m_displayName) : place.GetName();
 }
 
+/// In a sentence: a longer text would drown it, and the finding has all of it.
+constexpr std::size_t LongestQuoted = 80;
+
 /// A number as it stands, everything else in quotes.
 bool IsPlain(FindingKind kind) {
     return kind == FindingKind::BelowMinimum || kind == FindingKind::AboveMaximum ||
@@ -78,16 +81,22 @@ bool IsPlain(FindingKind kind) {
 
 } // namespace
 
-std::wstring Quoted(std::wstring_view text) {
-    // A long value would drown the sentence; the finding has all of it.
-    constexpr std::size_t longest = 80;
-    bool const isLong = text.size() > longest;
-    std::wstring quoted;
-    quoted.reserve(isLong ? longest + 5 : text.size() + 2);
-    return quoted.append(L"\"").append(text.substr(0, longest)).append(isLong ? L"...\"" : L"\"");
+std::wstring Cut(std::wstring_view text, std::size_t longest) {
+    if (text.size() <= longest) {
+        return std::wstring(text);
+    }
+    // Where characters are of two halves none is cut in two.
+    bool const isHalf = text[longest - 1] >= 0xD800 && text[longest - 1] <= 0xDBFF;
+    return std::wstring(text.substr(0, isHalf ? longest - 1 : longest)) + L"...";
 }
 
-Finding MakeFinding(FindingKind kind, PlaceView const& place, std::wstring value, std::wstring limit) {
+std::wstring Quoted(std::wstring_view text) {
+    return std::wstring(L"\"").append(Cut(text, LongestQuoted)).append(L"\"");
+}
+
+Finding MakeFinding(FindingKind kind, PlaceView const& place, std::wstring value, std::wstring limit,
+                    std::wstring_view shownLimit) {
+    constexpr std::size_t longestLimit = 200;
     // The kind is the index, which the assertion above keeps true.
     Words const& words = Table[static_cast<std::size_t>(kind)];
     Finding finding;
@@ -95,7 +104,9 @@ Finding MakeFinding(FindingKind kind, PlaceView const& place, std::wstring value
     finding.severity = words.severity;
     finding.path = place.GetPath();
     finding.cursor = place.GetCursor();
-    finding.sentence = Fill(words.sentence, IsPlain(kind) ? value : Quoted(value), limit, NameOf(place));
+    finding.sentence =
+        Fill(words.sentence, IsPlain(kind) ? value : Quoted(value),
+             shownLimit.empty() ? Cut(limit, longestLimit) : shownLimit, Cut(NameOf(place), LongestQuoted));
     finding.value = std::move(value);
     finding.limit = std::move(limit);
     return finding;

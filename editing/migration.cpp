@@ -2,6 +2,7 @@
 #include <zantrel/editing/migration.h>
 
 #include "editing/compared_value.h"
+#include "editing/findings.h"
 #include "editing/paired_places.h"
 #include "editing/place_flags.h"
 #include "editing/type_word.h"
@@ -85,7 +86,7 @@ bool SetConverted(ParameterNode const& cursor, From const& value, std::wstring c
 }
 
 std::wstring NoValueOf(std::wstring const& text, eTypeLayoutNode type) {
-    return L"\"" + text + L"\" is no value of the type " + TypeWord(type) + L".";
+    return Quoted(text) + L" is no value of the type " + TypeWord(type) + L".";
 }
 
 // --- What is put down ---

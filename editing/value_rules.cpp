@@ -8,6 +8,7 @@
 #include "editing/scope.h"
 
 #include <zantrel/database/value_type.h>
+#include <zantrel/editing/validation.h>
 
 #include <algorithm>
 #include <cmath>
@@ -29,14 +30,13 @@ std::wstring WholeTextOf(double number) {
     return isWhole ? std::to_wstring(static_cast<std::int64_t>(number)) : TextOf(number);
 }
 
-/// The first few, since a list may be long and be told at many places.
-std::wstring ListOf(std::vector<std::wstring> const& options) {
-    constexpr std::size_t most = 20;
+/// The first ones, since a list may be long and be told at many places.
+std::wstring ListOf(std::vector<std::wstring> const& options, std::size_t most) {
     std::wstring list;
     for (std::size_t i = 0; i != std::min(options.size(), most); ++i) {
         list.append(i == 0 ? L"" : L", ").append(Quoted(options[i]));
     }
-    return options.size() > most ? list + L", ..." : list;
+    return options.size() > most ? list + L" and " + std::to_wstring(options.size() - most) + L" more" : list;
 }
 
 bool HasText(LayoutNode const& node) {
@@ -44,9 +44,11 @@ bool HasText(LayoutNode const& node) {
         node.m_type, [](auto tag) { return std::is_same_v<typename decltype(tag)::Type, std::wstring>; });
 }
 
-/// Whether it is worth a note that there is nothing. What is to be chosen or picked has no default that could
-/// tell; a text that the layout itself leaves empty may stay so.
-bool IsEmptyNoted(LayoutNode const& node) {
+} // namespace
+
+// What is to be chosen or picked has no default that could tell; a text that the layout itself leaves empty
+// may stay so.
+bool IsEmptyNoted(LayoutNode const& node) noexcept {
     switch (node.m_type) {
     case eTypeLayoutNode::Options:
         return !node.m_allowEmpty && !node.m_optionValues.empty();
@@ -59,14 +61,13 @@ bool IsEmptyNoted(LayoutNode const& node) {
     }
 }
 
-} // namespace
-
 ValueRules::ValueRules(LayoutNode const& node, ProfileLists& lists)
     : m_node(node), m_minimum(ParseDouble(node.m_min)), m_maximum(ParseDouble(node.m_max)),
       m_isEmptyNoted(IsEmptyNoted(node)) {
     if (node.m_type == eTypeLayoutNode::Options && !node.m_optionValues.empty()) {
         auto const& values = node.m_optionValues;
-        m_options = std::make_unique<Options const>(Options{{values.begin(), values.end()}, ListOf(values)});
+        m_options = std::make_unique<Options const>(
+            Options{{values.begin(), values.end()}, ListOf(values, 20), ListOf(values, 5)});
     }
     if (node.m_type == eTypeLayoutNode::OptionsFromProfiles) {
         m_profileList = lists.ListOf(node);
@@ -120,7 +121,8 @@ void ValueRules::Check(PlaceView const& place, KelAM::FileContent const& value,
 void ValueRules::CheckText(PlaceView const& place, std::wstring const& value,
                            std::vector<Finding>& findings) const {
     if (m_options != nullptr && m_options->values.count(value) == 0) {
-        findings.push_back(MakeFinding(FindingKind::NoOption, place, value, m_options->list));
+        findings.push_back(
+            MakeFinding(FindingKind::NoOption, place, value, m_options->list, m_options->shown));
     }
     if (m_profileList != nullptr) {
         CheckProfile(place, value, findings);
@@ -132,9 +134,9 @@ void ValueRules::CheckText(PlaceView const& place, std::wstring const& value,
     }
     // What is too long isn't matched: that takes time in its length.
     if (!isTooLong && m_pattern != nullptr && !m_pattern->Matches(value)) {
-        bool const hasWords = !m_node.m_regexUserFriendly.empty();
+        std::wstring const& words = m_node.m_regexUserFriendly;
         findings.push_back(MakeFinding(FindingKind::AgainstPattern, place, value,
-                                       hasWords ? m_node.m_regexUserFriendly : m_node.m_regex));
+                                       words.empty() ? m_node.m_regex : words, words));
     }
 }
 

@@ -35,7 +35,8 @@ public:
 private:
     struct Options {
         std::unordered_set<std::wstring_view> values;
-        std::wstring list; ///< for a person
+        std::wstring list;  ///< the first ones
+        std::wstring shown; ///< as many as a sentence has room for
     };
 
     void CheckLimits(PlaceView const& place, double value, std::wstring (*textOf)(double),

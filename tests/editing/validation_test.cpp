@@ -279,6 +279,10 @@ TEST_F(ValidationTest, SaysWhatIsWrongAndWhatWouldBeRight) {
     Add(L"Power", Int)->SetRange<std::int32_t>(5, 2000000000)->SetDisplayName(L"Laser power");
     Add(L"Scale", Double)->SetRange(0.5, 1.25)->SetReadOnly(true);
     Add(L"Mode", Options)->AddOption(L"fast", L"Fast")->AddOption(L"fine", L"");
+    Add(L"Many", Options);
+    for (wchar_t const* option : {L"1", L"2", L"3", L"4", L"5", L"6", L"7"}) {
+        m_layout.m_profileEditor->Back()->AddOption(option, L"");
+    }
     Add(L"Part", String)->m_maxLength = 3;
     Add(L"Code", String)->m_regex = L"[A-Z]\\d{2,}";
     Add(L"Word", String)->m_regex = L"\\w+";
@@ -292,6 +296,7 @@ TEST_F(ValidationTest, SaysWhatIsWrongAndWhatWouldBeRight) {
         {L"Power", L"1.5", L"\"1.5\" is no whole number of 32 bits."},
         {L"Scale", L"1", L"\"Scale\" is read-only."},
         {L"Mode", L"Fast", L"\"Fast\" is none of the options: \"fast\", \"fine\"."},
+        {L"Many", L"0", L"\"0\" is none of the options: \"1\", \"2\", \"3\", \"4\", \"5\" and 2 more."},
         {L"Mode", L"", L"\"Mode\" is empty, which the layout doesn't allow."},
         {L"Part", L"\x00E4\U0001F600\xD83D\xDE00", L""}, // a pair is one character
         {L"Part", L"abcd", L"\"abcd\" is longer than 3 characters."},

@@ -108,20 +108,6 @@ std::string DefaultOf(LayoutNode const& node) {
     }
 }
 
-/// Whether Editing::Validate notes that a value is empty.
-bool IsEmptyTold(LayoutNode const& node) {
-    switch (node.m_type) {
-    case eTypeLayoutNode::Options:
-        return !node.m_allowEmpty && !node.m_optionValues.empty();
-    case eTypeLayoutNode::OptionsFromProfiles:
-    case eTypeLayoutNode::FileAbsolute:
-    case eTypeLayoutNode::FileAttachment:
-        return !node.m_allowEmpty;
-    default:
-        return !node.m_allowEmpty && (!node.m_defaultValue.empty() || node.m_isValueUnique);
-    }
-}
-
 // Nodes
 
 // The tables say which fields a page gets, under which word. What is as a new node has it isn't written, as
@@ -358,7 +344,7 @@ json Nodes::DataOf(LayoutNode const& node) const {
     AddReferences(data, node);
     if (!isGroup) {
         data["default"] = DefaultOf(node);
-        data["emptyIsTold"] = IsEmptyTold(node);
+        data["emptyIsTold"] = Editing::IsEmptyNoted(node);
     }
     if (!node.m_regex.empty()) {
         data[m_badPatterns.count(&node) != 0 ? "badRegex" : "regex"] = NativeToUtf8(node.m_regex);

@@ -41,4 +41,8 @@ ZANTREL_EDITING_EXPORT std::vector<Finding> Validate(PlaceView const& top);
 /// where the value has to be unique, and in the nodes of the layout for a choice from profiles.
 ZANTREL_EDITING_EXPORT std::vector<Finding> Objections(PlaceView const& place, std::wstring_view text);
 
+/// Whether Validate notes an empty text, or attachment without name and bytes, as the value of this node: for
+/// a host that checks elsewhere, as a page does. Where the node has an option that is empty it notes nothing.
+ZANTREL_EDITING_EXPORT bool IsEmptyNoted(LayoutNode const& node) noexcept;
+
 } // namespace Zantrel::Editing
