@@ -30,6 +30,15 @@ bool IsInJob(LayoutNode const&, LintPlace const& place) {
     return place.parent != nullptr && place.parent == place.layout->m_jobConfigurator.GetNode();
 }
 bool IsInEditor(LayoutNode const&, LintPlace const& place) { return place.isInEditor; }
+/// A plain group in front of whose content nothing tells it from the choices of the text around it. In the
+/// editor nothing below a text is reached anyway.
+bool IsLikeChoices(LayoutNode const& node, LintPlace const& place) {
+    bool const isBelowText =
+        place.parent != nullptr && (place.parent->m_type == String || place.parent->m_type == Options);
+    bool const isPlain = node.m_type == Group && !IsContainer(node) && node.m_displayName.empty();
+    return isBelowText && !place.isInEditor && isPlain &&
+           (node.Size() == 0 || node.m_children.At(0).m_name == L"Option");
+}
 bool IsInProfile(LayoutNode const&, LintPlace const& place) {
     return place.isInEditor && place.parent->m_isProfileList;
 }
@@ -57,6 +66,8 @@ constexpr Word NodeWords[] = {
     {L"Minor", IsBelowRoot, Severity::Error, IsSection},
     {L"PlatformConfigurator", IsInJob, Severity::Error, IsSection},
     {L"PartConfigurator", IsInJob, Severity::Error, IsSection},
+    {L"Options", IsLikeChoices, Severity::Error,
+     L"reading a whole layout file takes the element for the choices of the text around it"},
     {L"GenericParameters", IsDeepInEditor, Severity::Warning,
      L"parameter files leave it out where it is hidden or filtered, and then it comes back with defaults"},
     {L"ReadOnly", IsInEditor, Severity::Warning, IsFlag},

@@ -71,6 +71,14 @@ Case const Cases[] = {
          l.m_jobConfigurator->AddNode(L"PartConfigurator");
      },
      {{FormatWord, N}, {FormatWord, L"JobConfigurator/PartConfigurator"}}},
+    {"like choices",
+     [](auto& l, auto&) {
+         l.m_partOptions->AddNode(L"Options")->SetIdentifier(L"x");
+         LayoutNode* const text = l.m_partOptions->AddNode(L"N", String, L"");
+         text->AddNode(L"Options")->AddNode(L"Option");
+         l.m_partOptions->AddNode(L"M", String, L"")->AddNode(L"Options")->AddNode(L"Other");
+     },
+     {{FormatWord, L"PlatformConfigurator/PartOptions/N/Options"}}},
     {"list",
      [](auto& l, auto& e) {
          e.AddNode(L"P")->SetProfile(true, L"E");
