@@ -8,7 +8,11 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <map>
 #include <regex>
+#include <set>
+#include <string>
+#include <vector>
 
 namespace {
 
@@ -23,6 +27,31 @@ std::string TextOfFile(char const* path) {
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
+std::vector<std::smatch> MatchesIn(char const* path, char const* pattern) {
+    static std::map<std::string, std::string> texts; // which the matches lead into
+    std::string const& text = texts.try_emplace(path, TextOfFile(path)).first->second;
+    std::regex const regex(pattern);
+    return {std::sregex_iterator(text.begin(), text.end(), regex), {}};
+}
+
+/// The cells of its row by the name of the field.
+std::map<std::string, std::vector<std::string>> const& PageOfAttributes() {
+    static std::map<std::string, std::vector<std::string>> const page = [] {
+        std::map<std::string, std::vector<std::string>> rows;
+        for (std::smatch const& row :
+             MatchesIn("docs/layout_attributes.md",
+                       "\\n\\|([^|\n]*m_[^|\n]*)\\|([^|]*)\\|([^|]*)\\|([^|]*)\\|([^|]*)\\|")) {
+            std::string const fields = row.str(1);
+            std::regex const field("m_\\w+");
+            for (std::sregex_iterator at(fields.begin(), fields.end(), field), end; at != end; ++at) {
+                rows[at->str()] = {row[1], row[2], row[3], row[4], row[5]};
+            }
+        }
+        return rows;
+    }();
+    return page;
+}
+
 Lines LinesOf(std::vector<LayoutDifference> const& differences) {
     static wchar_t const* const words[] = {L"added ", L"removed ", L"moved ", L""};
     Lines lines;
@@ -33,17 +62,55 @@ Lines LinesOf(std::vector<LayoutDifference> const& differences) {
     return lines;
 }
 
-TEST(LayoutDifferencesTest, LeaveNoFieldOutNorDoesThePageOfAttributes) {
+TEST(LayoutDifferencesTest, LeaveNoFieldOut) {
     std::string const catalogue = TextOfFile("editing/layout_differences.cpp");
-    std::string const page = TextOfFile("docs/layout_attributes.md");
-    std::string const header = TextOfFile("include/zantrel/layout/layout_node_attributes.h");
-    std::regex const field("\n    [A-Za-z][^/\n;=]* (m_[A-Za-z]+)[ ;=]");
     std::size_t fields = 0;
-    for (std::sregex_iterator at(header.begin(), header.end(), field), end; at != end; ++at, ++fields) {
-        EXPECT_NE(catalogue.find("<&Node::" + at->str(1) + ">"), catalogue.npos) << at->str(1);
-        EXPECT_TRUE(std::regex_search(page, std::regex("\n\\|[^|]*`" + at->str(1) + "`"))) << at->str(1);
+    for (std::smatch const& match : MatchesIn("include/zantrel/layout/layout_node_attributes.h",
+                                              "\n    [A-Za-z][^/\n;=]* (m_[A-Za-z]+)[ ;=]")) {
+        EXPECT_NE(catalogue.find("<&Node::" + match.str(1) + ">"), catalogue.npos) << match.str(1);
+        EXPECT_EQ(PageOfAttributes().count(match.str(1)), 1U) << match.str(1);
+        ++fields;
     }
     EXPECT_GE(fields, 60U);
+}
+
+TEST(PageOfAttributesTest, HasTheSettersAndTheWordsOfFilesThatTheCodeHas) {
+    auto const expect = [](std::string const& field, std::size_t cell, std::string const& name) {
+        auto const row = PageOfAttributes().find(field);
+        bool const isThere =
+            row != PageOfAttributes().end() && row->second[cell].find('`' + name + '`') != std::string::npos;
+        EXPECT_TRUE(isThere) << field << ' ' << name;
+    };
+    char const* const header = "include/zantrel/layout/layout_node.h";
+    std::set<std::string> known{"m_nodeName"};
+    for (std::smatch const& match : MatchesIn(header, "\\b((?:Set|Add)\\w+)\\(")) {
+        known.insert(match.str(1));
+    }
+    for (std::smatch const& match : MatchesIn(header, "\\* (\\w+)\\([^;{]*\\{\\s*return Set\\((m_\\w+)")) {
+        expect(match.str(2), 1, match.str(1));
+    }
+    std::map<std::string, std::string> words;
+    for (std::smatch const& match : MatchesIn("layout_files/vocabulary.h", "(\\w+) = \"(\\w+)\"")) {
+        words[match.str(1)] = match.str(2);
+        known.insert(match.str(2));
+    }
+    for (std::smatch const& match : MatchesIn("layout_files/meta_file_attributes.cpp",
+                                              "\\{Word::(\\w+), L\"[^;}]*<&Node::(m_\\w+)>\\}")) {
+        expect(match.str(2), 3, words[match.str(1)]);
+    }
+    for (std::smatch const& match : MatchesIn("layout_files/property_template_attributes.h",
+                                              "\\{LayoutWord::(\\w+), &LayoutNode::(m_\\w+)")) {
+        expect(match.str(2), 4, words[match.str(1)]);
+    }
+    std::regex const quoted("[`\"](\\w+)[`\"]");
+    for (auto const& [field, cells] : PageOfAttributes()) {
+        for (std::size_t const cell : {1U, 3U, 4U}) {
+            for (std::sregex_iterator at(cells[cell].begin(), cells[cell].end(), quoted), end; at != end;
+                 ++at) {
+                EXPECT_EQ(known.count(at->str(1)), 1U) << field << ' ' << at->str(1);
+            }
+        }
+    }
 }
 
 /// One change of one node, and the word that it must be told by.
