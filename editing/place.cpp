@@ -20,7 +20,7 @@ template <class Cursor> PlaceKind KindOf(Cursor const& cursor) {
     return walk.Next() ? walk.Kind() : PlaceKind::Group;
 }
 
-/// The number that the text is, if it is one.
+/// The number that the text is, if it is one and written as paths have it.
 std::optional<std::size_t> IndexIn(std::wstring_view text) {
     std::size_t index = 0;
     for (wchar_t const digit : text) {
@@ -29,7 +29,8 @@ std::optional<std::size_t> IndexIn(std::wstring_view text) {
         }
         index = 10 * index + static_cast<std::size_t>(digit - L'0');
     }
-    return text.empty() ? std::nullopt : std::optional(index);
+    bool const isWritten = text == L"0" || (!text.empty() && text.front() != L'0');
+    return isWritten ? std::optional(index) : std::nullopt;
 }
 
 } // namespace

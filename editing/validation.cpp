@@ -59,7 +59,7 @@ public:
             using T = typename decltype(tag)::Type;
             if constexpr (std::is_same_v<T, NoValue>) {
                 add(FindingKind::NoValue);
-            } else if (!CanTake<T>(m_top.GetCursor())) {
+            } else if (!CanTakeHere<T>(m_top.GetCursor())) {
                 add(FindingKind::NoValue);
             } else if (auto const value = ParseValue(text, tag)) {
                 CheckValue(m_top, *value);

@@ -46,12 +46,31 @@ inline std::optional<KelAM::FileContent> ParseValue(std::wstring_view text, Type
     return isFile && content.LoadFile(std::wstring(text)) ? std::optional(std::move(content)) : std::nullopt;
 }
 
-/// Whether a value can be set: it is there, or would be made, as that of a choice of the driver's. Of
-/// siblings that share a name the first has the place, and its type.
+/// Whether a value can be set: it is there, or would be made, as that of a choice of the driver's. The caller
+/// sees to it that the node is one that HasOwnContent.
 template <class T> bool CanTake(ParameterView const& cursor) {
     bool const isMade = std::is_same_v<T, std::wstring> && !cursor.IsContainer() &&
                         cursor.GetLayoutNode()->m_type == eTypeLayoutNode::StandardOptions;
     return cursor.FindValue<T>() != nullptr || isMade;
+}
+
+/// Of siblings that share a name the first has the place, and its type; what was made for another one would
+/// stand in that one's content. Takes time in the number of the siblings.
+inline bool HasOwnContent(LayoutNode const& node) {
+    LayoutNode const* const owner = node.GetOwner();
+    if (owner != nullptr) {
+        for (LayoutNode const* const sibling : owner->m_children) {
+            if (sibling == &node || sibling->m_name == node.m_name) {
+                return sibling == &node;
+            }
+        }
+    }
+    return true;
+}
+
+/// The same, of any node.
+template <class T> bool CanTakeHere(ParameterView const& cursor) {
+    return CanTake<T>(cursor) && (cursor.FindValue<T>() != nullptr || HasOwnContent(*cursor.GetLayoutNode()));
 }
 
 /// Sets what can be taken.

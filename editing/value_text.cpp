@@ -27,7 +27,7 @@ std::optional<Finding> SetText(Place const& place, std::wstring_view text) {
         if constexpr (!std::is_same_v<T, NoValue>) {
             // The node says a type, but a second node of a name has no content of its own: what stands there
             // may be of another one.
-            if (CanTake<T>(cursor)) {
+            if (CanTakeHere<T>(cursor)) {
                 auto const value = ParseValue(text, tag);
                 if (!value) {
                     return MakeFinding(NoSuchValue<T>, place, std::wstring(text));

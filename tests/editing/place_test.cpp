@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <zantrel/editing/place.h>
+#include <zantrel/editing/validation.h>
 #include <zantrel/editing/value_text.h>
 #include <zantrel/zantrel.h>
 
 #include <gtest/gtest.h>
+
+#include <utility>
 
 namespace {
 
@@ -44,7 +47,8 @@ TEST_F(PlaceTest, IsFoundByItsPathWhateverNamesHold) {
     EXPECT_EQ(places, 1 + 1 + 5 * 4 + 4 * 2);
     for (wchar_t const* path :
          {L"Material", L"Materials_", L"Materials_Profile[b]", L"Materials_Profile",
-          L"Materials_Profile[a]_Power_Profile_Pass[1]", L"Materials_Profile[::DefaultProfile::]"}) {
+          L"Materials_Profile[a]_Power_Profile_Pass[1]", L"Materials_Profile[a]_Power_Profile_Pass[00]",
+          L"Materials_Profile[::DefaultProfile::]"}) {
         EXPECT_FALSE(Place::Find(database, path)) << path;
     }
 }
@@ -61,6 +65,27 @@ TEST_F(PlaceTest, TakesOnlyTextsThatAreWhollyAValue) {
         EXPECT_EQ(finding->path, L"Materials_Profile::Default::_Power");
     }
     EXPECT_EQ(TextOf(power.GetCursor()), L"52.5");
+}
+
+TEST_F(PlaceTest, SetsNothingInTheContentOfAnotherNodeOfItsName) {
+    std::pair<wchar_t const*, eTypeLayoutNode> const firsts[] = {
+        {L"Alone", StandardOptions}, {L"Number", Int}, {L"Group", Group}};
+    for (auto const& [name, type] : firsts) {
+        m_layout.m_profileEditor->AddNode(name, type, L"");
+        m_layout.m_profileEditor->AddNode(name, StandardOptions, L"");
+    }
+    ParameterDatabase database(&m_layout);
+    std::wstring refused;
+    for (PlaceWalk walk(database); walk.Next();) {
+        Place const& place = walk.GetPlace();
+        if (place.GetLayoutNode()->m_type == StandardOptions) {
+            bool const isRefused = SetText(place, L"x").has_value();
+            EXPECT_EQ(TextOf(place.GetCursor()), isRefused ? L"" : L"x");
+            EXPECT_EQ(Objections(place, L"x").empty(), !isRefused);
+            refused += isRefused ? place.GetName() : L"";
+        }
+    }
+    EXPECT_EQ(refused, L"NumberGroup");
 }
 
 } // namespace
