@@ -148,7 +148,8 @@ TEST(Writing, TakesPreparedTagsAsItTakesTheirParts) {
     };
     for (auto const& prepared :
          {tag("plain"), tag("two", "a", "b"), many, lone, tag("1a", "b"), tag(L"", "1b"),
-          tag("twice", "a", "a"), tag("late", "last"), tag("none", "\x01")}) {
+          tag("twice", "a", "a"), tag("late", "last"), tag("none", "\x01"), own, tag(std::string(29, 't')),
+          tag(std::string(31, 't')), tag(std::string(64, 't'), "a"), tag(std::string(70000, 't'))}) {
         for (std::string const& text : {"x"s, ""s, "<&\xC3\xA4"s, "\x01"s, std::string(300000, 'x')}) {
             for (int const depth : {0, 31, 32}) {
                 EXPECT_TRUE(outcome(false, prepared, text, depth) == outcome(true, prepared, text, depth));
