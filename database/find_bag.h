@@ -22,6 +22,12 @@ inline PersistentProperties* LiveBag(IPersistentProperty* entry) {
     return property != nullptr && !property->IsDeleted() ? &property->m_value : nullptr;
 }
 
+/// The bag in a slot of one that has a shape, or null when it is marked deleted.
+inline PersistentProperties* LiveBagAt(PersistentProperties& bag, std::size_t slot) {
+    PersistentProperty<PersistentProperties>& property = BagAccess::BagAt(bag, slot);
+    return property.m_deleted ? nullptr : &property.m_value;
+}
+
 /// The bag under the first entry of `name`, or null when that entry is missing, no bag or deleted.
 inline PersistentProperties* FindBag(PersistentProperties& bag, std::wstring const& name) {
     return LiveBag(BagAccess::Find(bag, name));

@@ -189,7 +189,7 @@ PersistentProperties* Formatter::ModelBelow(PersistentProperties* modelOfParent,
 PersistentProperties* Formatter::ModelBelow(Model const& model, NodeShape::Child const& child) {
     bool const isByPlace = model.bag != nullptr && ShapeOf(*model.bag) == model.shape && child.isFirst &&
                            !child.isList && !child.isProfileList;
-    return isByPlace ? LiveBag(&BagAt(*model.bag, child.slot)) : ModelBelow(model.bag, *child.node);
+    return isByPlace ? LiveBagAt(*model.bag, child.slot) : ModelBelow(model.bag, *child.node);
 }
 
 void Formatter::Fill(LayoutNode const& node, PersistentProperties& bag, RecordRoom& room, Model model) {

@@ -62,7 +62,7 @@ public:
     /// that isn't settled here: `node` is another one, its list has changed, or there is no such child.
     Child const* FindByName(LayoutNode const& node, std::wstring_view name) const noexcept {
         bool const isUnchanged = &node == &m_node && node.m_children.m_changes == m_changes;
-        std::size_t const slot = isUnchanged ? Find(name) : Size();
+        std::size_t const slot = isUnchanged ? FindFixed(name) : Size();
         bool const isChild = slot != Size() && At(slot).flagBit == 0;
         Child const* const child = isChild ? &m_children[m_childOfSlot[slot]] : nullptr;
         // Found by the name that the child has now; so that is also the one that it had.

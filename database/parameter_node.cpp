@@ -99,7 +99,7 @@ ParameterNode ParameterNode::Get(wchar_t const* name) const {
     NodeShape::Child const* const found =
         shape != nullptr && name != nullptr ? shape->FindByName(*m_pNode, name) : nullptr;
     if (found != nullptr && found->node->Parent() == m_pNode) {
-        return CursorOn(*found->node, LiveBag(&BagAccess::BagAt(*m_pProperties, found->slot)));
+        return CursorOn(*found->node, LiveBagAt(*m_pProperties, found->slot));
     }
     return m_pProperties != nullptr ? Get(&FindChild(m_pNode, name)) : ParameterNode();
 }

@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <iterator>
 #include <string>
 #include <vector>
 
@@ -48,10 +49,12 @@ struct Level {
 };
 
 void AppendStep(Level const& level, std::wstring& path) {
-    path.append(path.empty() ? L"" : L"_");
+    if (!path.empty()) {
+        path.push_back(L'_');
+    }
     switch (level.content) {
     case Level::Content::Children:
-        path.append(level.layout->At(level.given - 1).m_name);
+        path.append((*std::prev(level.child))->m_name);
         return;
     case Level::Content::Items:
         path.append(level.layout->m_nodeName).append(L"[").append(std::to_wstring(level.given - 1));
@@ -221,8 +224,7 @@ PersistentProperties* WalkState::BagOf(PersistentProperties& bag, LayoutNode con
     if (shape != nullptr && index < shape->Children().size()) {
         NodeShape::Child const& own = shape->Children()[index];
         if (own.IsFoundAs(child)) {
-            auto& entry = BagAccess::BagAt(bag, own.slot);
-            return entry.m_deleted ? nullptr : &entry.m_value;
+            return LiveBagAt(bag, own.slot);
         }
     }
     return FindBag(bag, child.m_name);

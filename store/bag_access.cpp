@@ -52,15 +52,6 @@ void Format(PersistentProperties& bag, BagShape const& shape) {
     BagInside::SetWord(bag, WordOf(ShapedForm{ShapedBlock::Make(shape)}));
 }
 
-BagShape const* ShapeOf(PersistentProperties const& bag) noexcept {
-    ShapedBlock const* const block = BagInside::Shaped(bag);
-    return block != nullptr ? block->shape : nullptr;
-}
-
-PersistentProperty<PersistentProperties>& BagAt(PersistentProperties& bag, std::size_t slot) noexcept {
-    return BagInside::Shaped(bag)->BagAt(slot);
-}
-
 IPersistentProperty* PlainValueAt(PersistentProperties const& bag, BagShape const& shape,
                                   std::size_t slot) noexcept {
     ShapedBlock const* const block = BagInside::Shaped(bag);

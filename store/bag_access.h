@@ -50,9 +50,14 @@ void SetFlag(PersistentProperties& bag, std::wstring const& name, bool value);
 /// all bags that take its entries over within the tree. On std::bad_alloc the bag stays empty.
 void Format(PersistentProperties& bag, BagShape const& shape);
 /// The shape whose entries the bag has; null where it has others.
-BagShape const* ShapeOf(PersistentProperties const& bag) noexcept;
+inline BagShape const* ShapeOf(PersistentProperties const& bag) noexcept {
+    ShapedBlock const* const block = BagInside::Shaped(bag);
+    return block != nullptr ? block->shape : nullptr;
+}
 /// Of a bag that has a shape, the bag in a slot that isn't a flag's.
-PersistentProperty<PersistentProperties>& BagAt(PersistentProperties& bag, std::size_t slot) noexcept;
+inline PersistentProperty<PersistentProperties>& BagAt(PersistentProperties& bag, std::size_t slot) noexcept {
+    return BagInside::Shaped(bag)->BagAt(slot);
+}
 /// The value that was formatted with that bag, where it holds this one and nothing else; otherwise null, and
 /// so where the bag or the value is marked deleted, or `bag` has not the entries of `shape` any more.
 IPersistentProperty* PlainValueAt(PersistentProperties const& bag, BagShape const& shape,
