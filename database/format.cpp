@@ -126,12 +126,12 @@ void Formatter::AddChildren(OpenGroup const& group) {
 /// What the block doesn't hold itself is added below.
 void Formatter::AddByShape(OpenGroup const& group) {
     Format(*group.bag, *group.model.shape);
-    for (NodeShape::Child const& child : group.model.shape->Children()) {
-        if (child.body != nullptr || child.isList || child.isProfileList) {
-            RecordRoom none;
-            Fill(*child.node, BagAt(*group.bag, child.slot).m_value, none,
-                 {ModelBelow(group.model, child), child.body});
-        }
+    NodeShape const& shape = *group.model.shape;
+    for (std::size_t const index : shape.WithContent()) {
+        NodeShape::Child const& child = shape.Children()[index];
+        RecordRoom none;
+        Fill(*child.node, BagAt(*group.bag, child.slot).m_value, none,
+             {ModelBelow(group.model, child), child.body});
     }
 }
 

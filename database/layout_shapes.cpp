@@ -6,6 +6,7 @@
 #include <zantrel/text/string_conversion.h>
 
 #include <algorithm>
+#include <cwchar>
 #include <type_traits>
 
 namespace Zantrel {
@@ -27,10 +28,15 @@ BagShape::Model ModelOf(LayoutNode const& node, DefaultValues const& defaults) {
     });
 }
 
+/// By the library of C, which is quicker here: all are compared, and all but always to the end.
+bool IsStill(std::wstring_view before, std::wstring const& now) {
+    return before.size() == now.size() && std::wmemcmp(before.data(), now.data(), now.size()) == 0;
+}
+
 bool IsAsBefore(NodeShape::Child const& child, LayoutNode const& node) {
     return child.node == &node && child.type == node.m_type && child.isList == node.m_isList &&
-           child.isProfileList == node.m_isProfileList && Text::IsSame(child.name, node.m_name) &&
-           Text::IsSame(child.defaultText, DefaultText(node)) && (child.body != nullptr) == HasBody(node);
+           child.isProfileList == node.m_isProfileList && IsStill(child.name, node.m_name) &&
+           IsStill(child.defaultText, DefaultText(node)) && (child.body != nullptr) == HasBody(node);
 }
 
 } // namespace
@@ -38,13 +44,25 @@ bool IsAsBefore(NodeShape::Child const& child, LayoutNode const& node) {
 NodeShape::NodeShape(LayoutShapes const& all, std::size_t number, LayoutNode const& node,
                      DefaultValues const& defaults)
     : m_all(all), m_number(number), m_node(node), m_changes(node.m_children.m_changes) {
+    std::size_t size = 0;
+    for (LayoutNode const* const child : node.m_children) {
+        size += child->m_name.size() + DefaultText(*child).size();
+    }
+    m_texts.reserve(size); // so that what has a part of it in view keeps that
+    auto const keep = [this](std::wstring const& text) {
+        m_texts += text;
+        return std::wstring_view(m_texts).substr(m_texts.size() - text.size());
+    };
     m_children.reserve(node.Size());
     for (LayoutNode const* const child : node.m_children) {
         bool const isFound = node.GetNode(std::wstring_view(child->m_name)) == child;
         m_children.push_back({child, 0, nullptr, child->m_type, child->m_isList, child->m_isProfileList,
-                              child->m_name, DefaultText(*child), false,
+                              keep(child->m_name), keep(DefaultText(*child)), false,
                               isFound ? StringConversion::NativeToUtf8(child->m_name) : std::string()});
         AddBag(child->m_name, ModelOf(*child, defaults));
+        if (HasBody(*child) || child->m_isList || child->m_isProfileList) {
+            m_withContent.push_back(m_children.size() - 1);
+        }
     }
     if (node.m_isProfileList) {
         AddFlag(Reserved().canBeDeleted);

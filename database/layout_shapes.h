@@ -32,8 +32,8 @@ public:
         eTypeLayoutNode type;
         bool isList;
         bool isProfileList;
-        std::wstring name;
-        std::wstring defaultText;
+        std::wstring_view name; ///< as it was then, in m_texts like the default text
+        std::wstring_view defaultText;
         bool isFirst = false; ///< of its name: a look-up in the bag finds this child's
         std::string
             utf8Name; ///< empty where a look-up of this name, in layout or bag, finds another child or none
@@ -52,6 +52,8 @@ public:
     LayoutNode const& Node() const noexcept { return m_node; }
     LayoutShapes const& All() const noexcept { return m_all; }
     std::vector<Child> const& Children() const noexcept { return m_children; }
+    /// The positions of those whose bags are filled one by one, since their content is no value.
+    std::vector<std::size_t> const& WithContent() const noexcept { return m_withContent; }
     /// The child whose bag has this name, which is `child` itself unless several have one name; null: none.
     Child const* FindChild(LayoutNode const& child) const noexcept {
         std::size_t const slot = FindBorrowed(child.m_name);
@@ -81,7 +83,9 @@ private:
     std::size_t m_number;
     LayoutNode const& m_node;
     std::uint32_t m_changes; ///< of its list, when this was made
+    std::wstring m_texts;    ///< of all children one behind the other, as they are compared with the layout
     std::vector<Child> m_children;
+    std::vector<std::size_t> m_withContent;
     std::vector<std::size_t> m_childOfSlot;
 };
 

@@ -46,6 +46,7 @@ public:
 
     std::size_t Size() const noexcept { return m_slots.size(); }
     Slot const& At(std::size_t slot) const noexcept { return m_slots[slot]; }
+    std::vector<Slot> const& Slots() const noexcept { return m_slots; }
     EntryName const& NameAt(std::size_t slot) const noexcept { return m_names[slot]; }
     EntryName const* Names() const noexcept { return m_names.data(); }
     std::uint32_t FlagBits() const noexcept { return m_flagBits; } ///< of all flags

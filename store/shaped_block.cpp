@@ -17,12 +17,11 @@ ShapedBlock* ShapedBlock::Make(BagShape const& shape) {
     PersistentProperties ended; // with what is there when memory runs out
     ShapedBlock* const block = MakeEmpty(shape);
     BagInside::SetWord(ended, WordOf(ShapedForm{block}));
-    while (block->made != shape.Size()) {
-        BagShape::Slot const& slot = shape.At(block->made);
+    for (BagShape::Slot const& slot : shape.Slots()) {
         if (slot.flagBit != 0) {
             block->PassFlag();
         } else {
-            block->AddBag(slot.model);
+            block->AddBag(slot);
         }
     }
     BagInside::TakeWord(ended);
@@ -31,18 +30,18 @@ ShapedBlock* ShapedBlock::Make(BagShape const& shape) {
 
 void ShapedBlock::Free(ShapedBlock* block) noexcept { ::operator delete(block); }
 
-ShapedBlock::Bag& ShapedBlock::AddBag(BagShape::Model const& model) {
-    auto* const bag = ::new (PlaceOf(made)) Bag;
+void ShapedBlock::AddBag(BagShape::Slot const& slot) {
+    auto* const place = reinterpret_cast<std::byte*>(this) + slot.place;
+    auto* const bag = ::new (place) Bag;
     std::visit(
-        [&]<class T>(T const& value) {
+        [bag, place]<class T>(T const& value) {
             if constexpr (!std::is_same_v<T, std::monostate>) {
-                auto* const property = ::new (ValuePlaceOf(made)) PersistentProperty<T>(value);
+                auto* const property = ::new (place + ValueOffset) PersistentProperty<T>(value);
                 BagInside::SetWord(bag->m_value, WordOf(SingleForm{PropertyHandle::Placed(property)}));
             }
         },
-        model);
+        slot.model);
     ++made; // only now: a value that can't be made leaves a bag that holds nothing and needs no end
-    return *bag;
 }
 
 ShapedBlock::Bag& ShapedBlock::AddCopy(Bag const& source, IPersistentProperty const* value) {

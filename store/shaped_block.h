@@ -53,8 +53,8 @@ struct ShapedBlock {
     /// The value of a leaf, where its bag holds what was placed with it and nothing else; otherwise null.
     inline IPersistentProperty* PlainValueAt(std::size_t slot) const noexcept;
 
-    /// Gives the next slot a bag, and its value where the slot has one.
-    Bag& AddBag(BagShape::Model const& model);
+    /// Gives the next slot, which this is, a bag, and its value where the slot has one.
+    void AddBag(BagShape::Slot const& slot);
     /// The same for a slot that has the value of a plain one, which becomes a copy of that; null: no value.
     Bag& AddCopy(Bag const& source, IPersistentProperty const* value);
     /// Passes over the next slot, a flag's.
