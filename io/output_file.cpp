@@ -63,7 +63,7 @@ constexpr LossText LossTexts[] = {
 constexpr std::wstring_view RefusalTexts[] = {
     L"",
     L"no file can be made in its folder, which replacing it as a whole asks for",
-    L"nothing can be moved over it, as over a file that is mounted by itself",
+    L"no file can be moved over it; it may be mounted by itself, or its folder's rights don't allow it",
 };
 
 } // namespace

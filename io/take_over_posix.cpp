@@ -91,7 +91,7 @@ Error Set(int file, char const* attribute, std::string const& value) noexcept {
 }
 
 unsigned NumberAt(std::string_view bytes, std::size_t at) noexcept {
-    return static_cast<unsigned char>(bytes[at]) | static_cast<unsigned char>(bytes[at + 1]) << 8;
+    return static_cast<unsigned char>(bytes[at]) | unsigned{static_cast<unsigned char>(bytes[at + 1])} << 8;
 }
 
 /// The permissions for a file that doesn't get this list: those that each of its entries gives. The list is
