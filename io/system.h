@@ -9,8 +9,8 @@
 #include <string_view>
 #include <utility>
 
-/// All that the library asks of the operating system. system_posix.cpp and system_windows.cpp answer it, one
-/// of them on each platform; beside them only the export macro and the width of a character depend on it.
+/// All that the library asks of the operating system. The sources that end with _posix and _windows answer it
+/// on their platform; beside them only the export macro and the width of a character depend on it.
 namespace Zantrel::Io {
 
 /// A path as the system takes it: wide on Windows, elsewhere bytes.
