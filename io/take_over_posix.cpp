@@ -45,7 +45,7 @@ mode_t ForOthers(mode_t mode, bool isSameOwner, bool isSameGroup) noexcept {
 #ifdef __linux__
 
 constexpr char AccessListName[] = "system.posix_acl_access";
-constexpr std::size_t MostBytes = 64 * 1024; ///< of a value, and of all names, in Linux
+constexpr std::size_t MostBytes = std::size_t(64) * 1024; ///< of a value, and of all names, in Linux
 
 /// The attributes of a file that may be one which can be written to and not read.
 class Attributes {

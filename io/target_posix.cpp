@@ -20,7 +20,8 @@ namespace {
 
 constexpr int MostLinks = 40;
 constexpr int MostEntries = 5000;
-constexpr std::time_t OldAge = 10 * 60; ///< in seconds; longer than a clock of another machine is wrong
+constexpr std::time_t OldAge =
+    std::time_t(10) * 60; ///< in seconds; longer than a clock of another machine is wrong
 
 struct SplitPath {
     NativePath folder;
