@@ -3,6 +3,9 @@
 
 #include <CLI/CLI.hpp>
 
+#include <iostream>
+#include <sstream>
+
 namespace Paramtool {
 
 void DeclareCommon(CommandLine& line, bool takesLayout, Context& context) {
@@ -12,6 +15,17 @@ void DeclareCommon(CommandLine& line, bool takesLayout, Context& context) {
                   "LAYOUT");
     }
     line.Flag("--json", context.output.m_isJson, "one JSON document instead of lines");
+}
+
+void PrintText(Output& output, std::function<void()> const& print) {
+    if (!output.m_isJson) {
+        return print();
+    }
+    std::ostringstream text;
+    std::streambuf* const terminal = std::cout.rdbuf(text.rdbuf());
+    print();
+    std::cout.rdbuf(terminal);
+    output.m_json["text"] = text.str();
 }
 
 /// By declaring the command to a parser that is never run, so that descriptions have no list of their own

@@ -3,6 +3,7 @@
 
 #include "command_table.h"
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -25,5 +26,8 @@ void DeclareCommon(CommandLine& line, bool takesLayout, Context& context);
 
 /// All that a command takes.
 std::vector<Parameter> ParametersOf(Command const& command);
+
+/// Prints a text, which goes into the document as "text" where one is wanted.
+void PrintText(Output& output, std::function<void()> const& print);
 
 } // namespace Paramtool

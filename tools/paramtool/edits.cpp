@@ -61,8 +61,8 @@ Refusals SetValue(Edit const& edit, ParameterFile& file, bool isForced) {
         // isn't shown is no reason against setting it.
         for (LookReason const& reason : look.reasons) {
             if (!reason.isAboutVisibility) {
-                refusals.push_back(Objection(place, FindingKind::ReadOnly, Severity::Error,
-                                             SentenceOf(reason, place) + L" (--force sets it all the same)"));
+                refusals.push_back(
+                    Objection(place, FindingKind::ReadOnly, Severity::Error, SentenceOf(reason, place)));
                 return refusals;
             }
         }
@@ -196,6 +196,16 @@ Edit ReadEdit(std::wstring const& line, std::wstring const& where) {
     return edit;
 }
 
+/// Whether --force would do it: what is no value, or isn't there, can't be had by any force.
+bool IsForcible(Edit const& edit, Finding const& refusal) {
+    if (edit.action == L"profile remove") {
+        return refusal.kind == FindingKind::NotAllowed;
+    }
+    return edit.action == L"set" &&
+           (refusal.kind == FindingKind::ReadOnly ||
+            (refusal.kind >= FindingKind::BelowMinimum && refusal.kind <= FindingKind::NotUnique));
+}
+
 } // namespace
 
 // A "=" may stand in the name of a profile, between brackets; of such names those with a bracket in them are
@@ -237,7 +247,7 @@ std::vector<Edit> ReadEdits(std::string const& text, std::wstring const& name) {
 }
 
 void Apply(std::vector<Edit> const& edits, ParameterFile& file, bool isForced, Output& output) {
-    bool hasRefusals = false;
+    bool hasRefusals = false, hasForcible = false;
     for (Edit const& edit : edits) {
         std::wstring const& name = edit.where.empty() ? file.m_input.Name() : edit.where;
         try {
@@ -246,6 +256,7 @@ void Apply(std::vector<Edit> const& edits, ParameterFile& file, bool isForced, O
             for (Finding const& refusal : refusals) {
                 output.Tell(MessageOf(name, refusal));
                 hasRefusals = true;
+                hasForcible = hasForcible || IsForcible(edit, refusal);
             }
         } catch (std::runtime_error const& error) {
             // A path that isn't there ends its own edit alone: what is wrong with the others is told as well,
@@ -256,7 +267,8 @@ void Apply(std::vector<Edit> const& edits, ParameterFile& file, bool isForced, O
         }
     }
     if (hasRefusals) {
-        Host::Fail(file.m_input.Name() + L" is not changed");
+        Host::Fail(file.m_input.Name() + L" is not changed" +
+                   (hasForcible && !isForced ? L"; --force makes changes that the layout objects to" : L""));
     }
 }
 

@@ -11,6 +11,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
 #include <iostream>
 #include <string>
 #include <vector>
@@ -72,10 +73,15 @@ void Declare(CLI::App& app, Command const& command, Run& run) {
     for (std::string const& word : app.remaining(true)) {
         if (word.empty() || word.front() != '-') {
             std::wstring const wide = StringConversion::Utf8ToNative(word);
-            Host::Fail(L"There is no command \"" + wide + L"\"" + Suggestion(wide, known) + help);
+            std::wstring const nearest = Suggestion(wide, known);
+            Host::Fail(L"There is no command \"" + wide + L"\"" + (nearest.empty() ? help : nearest));
         }
     }
     Host::Fail(L"A command is wanted" + help);
+}
+
+[[noreturn]] void FailToParse(CLI::ParseError const& error) {
+    Host::Fail(StringConversion::Utf8ToNative(error.what()) + L"; --help says what is wanted");
 }
 
 int Parse(CLI::App& app, Host::Arguments const& words, Run& run) {
@@ -87,9 +93,11 @@ int Parse(CLI::App& app, Host::Arguments const& words, Run& run) {
         if (run.command.empty() && std::string(error.what()).find("ubcommand") != std::string::npos) {
             FailWithoutCommand(app);
         }
-        return app.exit(error) == 0 ? Same : Failed;
+        FailToParse(error);
+    } catch (CLI::Success const& error) {
+        return app.exit(error); // prints the help that was asked for
     } catch (CLI::ParseError const& error) {
-        return app.exit(error) == 0 ? Same : Failed; // prints the help that was asked for, or what is wrong
+        FailToParse(error);
     }
     return run.status;
 }
@@ -117,9 +125,12 @@ int RunWords(Host::Arguments const& words) {
     } catch (std::exception const& failure) {
         error = failure.what();
     }
-    // Without a command nobody has asked for a document. With one it is printed also of a failure, which is
-    // then thrown on, for the line on the standard error.
-    if (!run.command.empty()) {
+    // Of words that are wrong there may be no command yet, and nobody has taken the flag.
+    bool const isWrong = run.command.empty() && !error.empty();
+    run.context.output.m_isJson = run.context.output.m_isJson ||
+                                  (isWrong && std::find(words.begin(), words.end(), "--json") != words.end());
+    // The document is printed also of a failure, which is then thrown on, for the line on the standard error.
+    if (!run.command.empty() || isWrong) {
         run.context.output.Finish(run.command, status, error);
     }
     if (!error.empty()) {

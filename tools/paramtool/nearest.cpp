@@ -50,7 +50,7 @@ std::wstring Suggestion(std::wstring const& word, std::vector<std::wstring> cons
             }
         }
     }
-    return best == nullptr ? L"" : L"; did you mean \"" + *best + L"\"?";
+    return best == nullptr || word.empty() ? L"" : L"; did you mean \"" + *best + L"\"?";
 }
 
 } // namespace Paramtool

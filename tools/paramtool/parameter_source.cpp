@@ -99,8 +99,9 @@ Place ParameterFile::Find(std::wstring const& path) {
         place = Place::Find(m_database, path);
     }
     if (!place) {
-        Host::Fail(m_input.Name() + L" has no parameter " + path + NearestPath(m_database, path) +
-                   L"; paramtool query lists all");
+        std::wstring const nearest = NearestPath(m_database, path);
+        Host::Fail(m_input.Name() + L" has no parameter " + (path.empty() ? L"without a name" : path) +
+                   (nearest.empty() ? L"; paramtool query lists all" : nearest));
     }
     return *place;
 }

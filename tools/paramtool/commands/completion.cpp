@@ -325,8 +325,8 @@ void PrintFish() {
 Action DeclareCompletion(CommandLine& line) {
     auto const shell = std::make_shared<std::wstring>();
     line.NeedOneOf("SHELL", *shell, {"bash", "zsh", "fish"}, "bash, zsh or fish");
-    return [shell](Context&) {
-        *shell == L"bash" ? PrintBash() : *shell == L"zsh" ? PrintZsh() : PrintFish();
+    return [shell](Context& context) {
+        PrintText(context.output, *shell == L"bash" ? PrintBash : *shell == L"zsh" ? PrintZsh : PrintFish);
         return Same;
     };
 }

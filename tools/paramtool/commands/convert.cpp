@@ -27,6 +27,7 @@ int ConvertParameters(Context& context, Options const& options, ParameterFormat 
     OutputFile const target(options.output, output);
     Write(file.m_database, target.Path(), format);
     target.Finish();
+    output.m_json["output"] = Utf8(options.output);
     Zantrel::ParameterDatabase readBack(file.m_database.GetLayout());
     std::vector<Difference> const losses = LossesOf(file.m_database, readBack, format);
     if (!losses.empty()) {
@@ -60,6 +61,7 @@ int ConvertLayout(Context& context, Options const& options, LayoutFormat format)
     auto const losses = SayTheSame(source, copy) ? std::vector<LayoutDifference>()
                                                  : LayoutDifferences(*source.m_layout, *copy.m_layout);
     target.Finish();
+    output.m_json["output"] = Utf8(options.output);
     if (!losses.empty()) {
         output.Remark(options.output + L" can't carry all of " + source.m_name +
                       L". Read back, it differs by:");

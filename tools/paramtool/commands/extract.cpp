@@ -27,6 +27,7 @@ int Extract(Context& context, Options const& options) {
                std::string(reinterpret_cast<char const*>(content->m_data.data()), content->m_data.size()));
     // Told, so that a script can decide for itself what it makes of the name.
     context.output.m_json["name"] = Utf8(content->m_name);
+    context.output.m_json["output"] = Utf8(options.output);
     context.output.m_json["bytes"] = content->m_data.size();
     return Same;
 }

@@ -43,7 +43,7 @@ void PrintCommand(Command const& command) {
 
 // Without a date and whatever else differs from run to run: the page is kept with the sources, and compared
 // with what this prints.
-int Manual(Context&) {
+void PrintManual() {
     std::cout << ".TH PARAMTOOL 1 \"\" \"paramtool " PARAMTOOL_VERSION "\" \"User Commands\"\n"
               << ".SH NAME\nparamtool \\- looks after parameter files\n"
               << ".SH SYNOPSIS\n.B paramtool\n[\\fB\\-\\-layout\\fR \\fILAYOUT\\fR]\n[\\fB\\-\\-json\\fR]\n"
@@ -57,11 +57,15 @@ int Manual(Context&) {
     for (Command const& command : Commands) {
         PrintCommand(command);
     }
-    return Same;
 }
 
 } // namespace
 
-Action DeclareManual(CommandLine&) { return Manual; }
+Action DeclareManual(CommandLine&) {
+    return [](Context& context) {
+        PrintText(context.output, PrintManual);
+        return Same;
+    };
+}
 
 } // namespace Paramtool
