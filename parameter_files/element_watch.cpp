@@ -11,13 +11,27 @@
 
 namespace Zantrel {
 
+ParameterFileValidity::ParameterFileValidity(ParameterFileValidityOptions const& given,
+                                             ReadReport const* report)
+    : options(given), hasReport(report != nullptr) {
+    if (report != nullptr) {
+        missing.m_limit = report->m_limit;
+        missing.m_byteLimit = report->m_byteLimit;
+    }
+}
+
 void ParameterFileValidity::Report(std::initializer_list<std::wstring_view> parts) {
     result.m_isValid = false;
+    if (result.m_messages.size() >= options.m_maxMessages || m_messageBytes >= options.m_maxMessageBytes) {
+        ++result.m_leftOut;
+        return;
+    }
     std::wstring message;
     for (std::wstring_view const part : parts) {
         message.append(part);
     }
     result.m_messages.push_back(std::move(message));
+    m_messageBytes += result.m_messages.back().size() * sizeof(wchar_t);
 }
 
 ElementWatch::~ElementWatch() {
@@ -34,7 +48,7 @@ bool ElementWatch::Admits(FileElement const& element, std::string_view tag, std:
         }
         return false;
     }
-    if (depth > m_validity.maxDepth) {
+    if (depth > m_validity.options.m_maxDepth) {
         // Of elements that weren't looked at nobody knows whether one was missing, and so none is told to be.
         m_isLookedAtWhole = false;
         return false;
@@ -80,13 +94,19 @@ void ElementWatch::ReportMissing() {
 }
 
 void ElementWatch::NotePlaceOfMissing(LayoutNode const& child) const {
-    if (m_place.line == 0) {
-        return; // nobody wants to hear of it
+    if (!m_validity.hasReport) {
+        return;
+    }
+    constexpr auto Kind = ReadReport::Kind::MissingElement;
+    // An element that came when the report was full has no place.
+    if (m_place.line == 0 || !m_validity.missing.HasRoomFor(Kind)) {
+        ++m_validity.missing.m_leftOut;
+        return;
     }
     ReadReport::Entry entry = m_place;
-    entry.kind = ReadReport::Kind::MissingElement;
+    entry.kind = Kind;
     entry.sentence = L"The element \"" + child.m_name + L"\" must be in here and isn't.";
-    m_validity.missing.push_back(std::move(entry));
+    m_validity.missing.Add(std::move(entry));
 }
 
 } // namespace Zantrel

@@ -18,15 +18,20 @@ namespace Zantrel {
 
 /// What one validity check has found so far. Outlives its watches.
 struct ParameterFileValidity {
-    explicit ParameterFileValidity(ParameterFileValidityOptions const& options)
-        : maxDepth(options.m_maxDepth) {}
+    /// `report` is that of the read, which gets what is missing at last; or null.
+    ParameterFileValidity(ParameterFileValidityOptions const& given, ReadReport const* report);
 
-    /// Adds the message that the parts give together. Throws std::bad_alloc, with the verdict in place.
+    /// Adds the message that the parts give together, or counts it where there are enough. Throws
+    /// std::bad_alloc, with the verdict in place.
     void Report(std::initializer_list<std::wstring_view> parts);
 
-    std::size_t maxDepth;
-    std::vector<ReadReport::Entry> missing; ///< what must be there and isn't, with its place
+    ParameterFileValidityOptions options;
+    bool hasReport;
+    ReadReport missing; ///< what must be there and isn't, as much as the read's report would keep
     ParameterFileValidityResult result;
+
+private:
+    std::size_t m_messageBytes = 0;
 };
 
 /// Hears of the children of one element as they are read, and reports what doesn't fit the layout; what must

@@ -21,7 +21,7 @@ bool Check(ParameterLayout const& layout, ParameterFileValidityOptions const& op
     // The file is read like any other, into a database that ends with the check: so there is no second
     // grammar that could differ from the reader's.
     ParameterDatabase database(&layout);
-    ParameterFileValidity validity(options);
+    ParameterFileValidity validity(options, report);
     Handler handler(database.GetProfileEditor(), &validity);
     if (!read(handler)) {
         if (result != nullptr) {
@@ -29,15 +29,17 @@ bool Check(ParameterLayout const& layout, ParameterFileValidityOptions const& op
         }
         return false;
     }
+    bool const isValid = validity.result.m_isValid;
     if (report != nullptr) {
-        for (ReadReport::Entry& entry : validity.missing) {
+        for (ReadReport::Entry& entry : validity.missing.m_entries) {
             report->Add(std::move(entry));
         }
+        report->m_leftOut += validity.missing.m_leftOut;
     }
     if (result != nullptr) {
-        *result = validity.result;
+        *result = std::move(validity.result);
     }
-    return validity.result.m_isValid;
+    return isValid;
 }
 
 template <class Handler>

@@ -129,6 +129,28 @@ TEST(Validity, LooksAtNothingDeeperThanItIsTold) {
            {machine, property + "ProfileEditor]; " + property + "G]; " + property + "H]; " + missing, 3}});
 }
 
+TEST(Validity, KeepsSoManyMessagesAndCountsTheOthers) {
+    ValidityLayout const layout;
+    auto const check = [&](std::size_t messages, std::size_t bytes, std::size_t entries) {
+        ParameterFileValidityOptions options;
+        options.m_maxMessages = messages;
+        options.m_maxMessageBytes = bytes;
+        ReadReport report;
+        report.m_limit = entries;
+        std::istringstream in("<R><G/><U/><G><A>1</A></G></R>"); // three, one and two
+        Result result;
+        EXPECT_FALSE(Generic.check(layout, in, options, &result, &report) || result.m_isValid);
+        EXPECT_EQ(result.m_messages.size() + result.m_leftOut, 6u);
+        EXPECT_EQ(report.m_entries.size() + report.m_leftOut, 6u);
+        EXPECT_LE(report.m_entries.size(), entries);
+        return result.m_messages.size();
+    };
+    EXPECT_EQ(check(6, 10'000, 100), 6u);
+    EXPECT_EQ(check(5, 10'000, 2), 5u);
+    EXPECT_EQ(check(0, 10'000, 0), 0u);
+    EXPECT_EQ(check(6, 1, 100), 1u);
+}
+
 TEST(Validity, OfAWrittenMachineParametersFileAsksForALayoutNamedLikeItsRoot) {
     for (auto const& [root, messages] :
          {std::pair(L"R", "Wrong root tag-name."), {L"KlvrMachineParameters", ""}}) {

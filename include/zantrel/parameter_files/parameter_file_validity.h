@@ -7,6 +7,7 @@
 #include <zantrel/sax/read_report.h>
 
 #include <cstddef>
+#include <cstdint>
 #include <iosfwd>
 #include <string>
 #include <vector>
@@ -18,6 +19,10 @@ struct ParameterFileValidityOptions {
 
     /// The deepest elements that are looked at: the root has depth 0, its children depth 1.
     std::size_t m_maxDepth;
+    /// How many messages are kept, and none once their texts take so many bytes. The others are counted, and
+    /// the verdict is the same.
+    std::size_t m_maxMessages = 10000;
+    std::size_t m_maxMessageBytes = std::size_t(16) << 20;
 };
 
 struct ParameterFileValidityResult {
@@ -25,6 +30,7 @@ struct ParameterFileValidityResult {
 
     bool m_isValid = true;
     std::vector<std::wstring> m_messages; ///< in the order of discovery, for a person
+    std::uint64_t m_leftOut = 0;          ///< how many messages were not kept
 };
 
 /// Whether a generic parameter file fits `layout`: its root bears the name of the layout's root, each element
@@ -34,11 +40,12 @@ struct ParameterFileValidityResult {
 /// missing, at the one that lacks it. Reads into a database of its own, so that nothing of the caller's
 /// changes.
 ///
-/// There is one message for each thing that doesn't fit, however many these are: for an element without
-/// content, one for each child that must be there. A layout whose "ProfileEditor" isn't its own, such as a
-/// copy, fits no file.
+/// There is one message for each thing that doesn't fit, up to the limits of the options: for an element
+/// without content, one for each child that must be there. A layout whose "ProfileEditor" isn't its own, such
+/// as a copy, fits no file.
 ///
-/// `result`, where given, is replaced. Only a file that can't be read, or isn't well-formed, leaves its
+/// `report` carries the limits of the read, as for every reader: a file beyond them can't be read. `result`,
+/// where given, is replaced. Only a file that can't be read, or isn't well-formed, leaves its
 /// messages as they were; it isn't valid either. Throws std::bad_alloc. Any thread, as long as nobody changes
 /// `layout`.
 ZANTREL_EXPORT bool IsValidParameterFile(ParameterLayout const& layout, std::wstring const& path,
