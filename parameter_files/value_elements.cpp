@@ -57,19 +57,28 @@ std::string StepTo(AnyWalk const& walk, ParameterFileFormat format) {
 /// Goes through a document with the way of the element that it is in.
 class ElementSearch {
 public:
-    ElementSearch(ElementWays const& ways, std::size_t count) : m_ways(ways), m_found(count) {}
+    ElementSearch(ElementWays const& ways, std::size_t count) : m_ways(ways), m_found(count) {
+        for (auto const& [way, places] : ways) {
+            m_longest = std::max(m_longest, way.size());
+        }
+    }
 
     void Open(Xml::Tokeniser const& tokeniser) {
         if (!m_open.empty()) {
             m_open.back().isPlain = false;
-            m_way += StepOf(tokeniser);
+            // Nothing is looked for so far down, where to look each time would cost the depth of the document
+            // times its size.
+            if (m_way.size() <= m_longest) {
+                m_way += StepOf(tokeniser);
+            }
         }
         m_open.push_back({m_way.size(), tokeniser.Where(), true, {}});
     }
 
     void Close(Xml::Position end) {
         Element const& element = m_open.back();
-        auto const found = m_open.size() > 1 ? m_ways.find(m_way) : m_ways.end();
+        bool const mayBeOne = m_open.size() > 1 && m_way.size() <= m_longest;
+        auto const found = mayBeOne ? m_ways.find(m_way) : m_ways.end();
         if (found != m_ways.end()) {
             for (std::size_t const index : found->second) {
                 m_found[index] = {true, element.isPlain, element.begin, end};
@@ -107,6 +116,7 @@ private:
     }
 
     ElementWays const& m_ways;
+    std::size_t m_longest = 0; ///< of them
     std::vector<ValueElement> m_found;
     std::string m_way;
     std::vector<Element> m_open; ///< from the root on
