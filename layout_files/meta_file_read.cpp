@@ -2,6 +2,7 @@
 #include "layout_files/meta_file_read.h"
 
 #include "layout_files/meta_file_attributes.h"
+#include "layout_files/read_values.h"
 #include "layout_files/resource_dictionary_read.h"
 #include "text/numbers.h"
 #include "text/unicode.h"
@@ -164,6 +165,9 @@ void ParameterLayoutIOMetaFileRead::ReadParameter(std::string const& tag, KelSAX
         // Kept as parameters or not at all: the report is to say who takes them as choices.
         if (isChoice || (type != Options && reader.HasAttribute(Word::Options))) {
             m_passedOver.Count(L"choices");
+        }
+        if (type != Group && !isChoice) {
+            NoteUnlessValue(node->m_defaultValue, type, "The default", reader);
         }
     }
     if (m_pending.IsPending()) {

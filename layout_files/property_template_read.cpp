@@ -78,6 +78,7 @@ bool ParameterLayoutIOPropertyTemplateRead::ReadPropertyNode(KelSAX::ISAXReader&
     node->m_name = std::move(name);
     if (type != Group) {
         reader.ReadAttribute(node->m_defaultValue, Word::Default);
+        NoteUnlessValue(node->m_defaultValue, type, Word::Default, reader);
     }
     for (TextAttribute const& text : TextAttributes) {
         reader.ReadAttribute((*node).*text.field, text.word);
@@ -103,7 +104,6 @@ eTypeLayoutNode ParameterLayoutIOPropertyTemplateRead::ReadType(KelSAX::ISAXRead
 }
 
 void ParameterLayoutIOPropertyTemplateRead::ReadWhole(LayoutNode& node, KelSAX::ISAXReader& reader) {
-    NoteUnlessValue(node.m_defaultValue, node.m_type, Word::Default, reader);
     if (node.m_type == Double) {
         ReadNumber(node.m_precision, Word::Precision, reader);
     }

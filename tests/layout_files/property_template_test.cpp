@@ -22,7 +22,7 @@ TEST(PropertyTemplateReader, MakesANodeOfEachPropertyNode) {
         {"<N Name='A' Type='Complex' Default='x'/><N Name='B' Type='integer' Default='1'/>", "A B:Int'1'",
          "unknown PropertyNode"},
         {"<N Name='A' Type='number' Default='x' Precision='2'/><N Name='B' Type='bool' Default='true'/>",
-         "A:Double'x' B:Bool'true'", "passed "},
+         "A:Double'x' B:Bool'true'", "dropped PropertyNode dropped PropertyNode passed "},
         {"<N Name='A' Type='string' Default=' x '/><N Name='B' Type='ProfileName' ProfileName='P'/>",
          "A:String' x ' B:Profiles(from=P)"},
         {"<N Name='A' Type='FileAbsolute' ProfileName='P'/><N Name='B' Type='StandardOptions'/><N Name='C'/>",

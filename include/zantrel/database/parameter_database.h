@@ -21,7 +21,9 @@ class ParameterLayout;
 /// layout.
 class ZANTREL_EXPORT ParameterDatabase {
 public:
-    /// Formats the database to `layout`. Null gives an empty database. Throws std::bad_alloc.
+    /// Formats the database to `layout`. Null gives an empty database. The numbers of defaults are read under
+    /// the global locale as it is now: under another one than the layout was built under, 200.0 can become
+    /// 2,000,000 (docs/locale.md). Throws std::bad_alloc.
     explicit ParameterDatabase(ParameterLayout const* layout);
     /// Copies the values deeply and borrows the same layout.
     ParameterDatabase(ParameterDatabase const& other);

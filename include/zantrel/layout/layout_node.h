@@ -137,7 +137,9 @@ struct ZANTREL_EXPORT LayoutNode : LayoutNodeAttributes {
     /// with no number is 0. Only "True" is true.
     template <class T> T GetValue(std::wstring const& text) const;
 
-    /// The default, or both limits, as FormatValue gives them with the precision that the node has by then.
+    /// The default, or both limits, as FormatValue gives them with the precision that the node has by then. A
+    /// database reads them under the locale of its own time: build a layout under the locale that is global
+    /// when databases are made and files of it are read, or under the classic one (docs/locale.md).
     template <class T> LayoutNode* SetDefaultValue(T const& value);
     template <class T> LayoutNode* SetRange(T const& minimum, T const& maximum);
 

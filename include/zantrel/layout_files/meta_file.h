@@ -30,8 +30,9 @@ namespace Zantrel {
 ///
 /// False only when the file can't be opened, isn't well-formed, or would make the tree deeper than 256 levels
 /// below the root; the layout then holds what had arrived. `report`, where given, says why, names type words
-/// and attributes that aren't known, and counts in one entry at the end (ReadReport::Kind::PassedOver) what
-/// is there for ReadWholeFile only. Throws std::bad_alloc.
+/// and attributes that aren't known and defaults that aren't wholly a value of their type, as of a file that
+/// was written under another locale (docs/locale.md), and counts in one entry at the end
+/// (ReadReport::Kind::PassedOver) what is there for ReadWholeFile only. Throws std::bad_alloc.
 ZANTREL_EXPORT bool ReadFile(ParameterLayout& layout, std::wstring const& path, ReadReport* report = nullptr);
 template <class Path, IfPath<Path> = 0>
 bool ReadFile(ParameterLayout& layout, Path const& path, ReadReport* report = nullptr) {

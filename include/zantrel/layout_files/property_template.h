@@ -25,8 +25,9 @@ namespace KlvrPropertyTemplate {
 ///
 /// False only when the file can't be opened, isn't well-formed, or would make the tree deeper than 256 levels
 /// below the root; the layout then holds what had arrived, without the category option. `report`, where
-/// given, says why, names type words, elements and attributes that aren't known, and counts in one entry at
-/// the end (ReadReport::Kind::PassedOver) what is there for ReadWholeFile only. Throws std::bad_alloc.
+/// given, says why, names type words, elements and attributes that aren't known and defaults that aren't
+/// wholly a value of their type (docs/locale.md), and counts in one entry at the end
+/// (ReadReport::Kind::PassedOver) what is there for ReadWholeFile only. Throws std::bad_alloc.
 ZANTREL_EXPORT bool ReadFile(ParameterLayout& layout, std::wstring const& path, ReadReport* report = nullptr);
 template <class Path, IfPath<Path> = 0>
 bool ReadFile(ParameterLayout& layout, Path const& path, ReadReport* report = nullptr) {
@@ -37,7 +38,6 @@ ZANTREL_EXPORT bool ReadStream(ParameterLayout& layout, std::basic_istream<char>
                                ReadReport* report = nullptr);
 
 /// The same as ReadFile, and with it the precision of numbers and the choices that WriteFile writes.
-/// `report`, where given, also names defaults that aren't wholly a value of their type.
 ZANTREL_EXPORT bool ReadWholeFile(ParameterLayout& layout, std::wstring const& path,
                                   ReadReport* report = nullptr);
 template <class Path, IfPath<Path> = 0>
