@@ -316,6 +316,7 @@ bool WalkState::NextProfile(Level& level) {
             continue;
         }
         level.profile = entry.name;
+        m_place.isRepeated = isGivenAlready;
         ++level.entry;
         PersistentProperties* const bag = m_sameNames == SameNames::Each
                                               ? &PropertyCast<PersistentProperties>(entry.property)->m_value

@@ -3,6 +3,7 @@
 
 #include "parameter_files/parameter_node_read.h"
 #include "parameter_files/parameter_node_write.h"
+#include "parameter_files/repeated_profiles.h"
 #include "parameter_files/vocabulary.h"
 #include "sax/document_options.h"
 
@@ -72,14 +73,18 @@ ISAXPersist* _CreateSaxHandlerForReading(ParameterDatabase& database) {
 
 bool WriteFile(ParameterDatabase const& database, std::wstring const& path, std::wstring const& filterPath,
                WriteReport* report) {
-    ParameterNodeWrite const handler(database.GetProfileEditor(), ReadFilter(filterPath));
-    return KelAM::SaxUtilities::WriteFile(path, handler, DocumentOf(database), report);
+    std::vector<std::wstring> notes;
+    ParameterNodeWrite const handler(database.GetProfileEditor(), ReadFilter(filterPath), &notes);
+    return ConcludeWrite(KelAM::SaxUtilities::WriteFile(path, handler, DocumentOf(database), report), notes,
+                         report);
 }
 
 bool WriteStream(ParameterDatabase const& database, std::basic_ostream<char>& out,
                  ParameterDatabaseIOFiltering const& filtering, WriteReport* report) {
-    ParameterNodeWrite const handler(database.GetProfileEditor(), filtering);
-    return KelAM::SaxUtilities::WriteStream(out, handler, DocumentOf(database), report);
+    std::vector<std::wstring> notes;
+    ParameterNodeWrite const handler(database.GetProfileEditor(), filtering, &notes);
+    return ConcludeWrite(KelAM::SaxUtilities::WriteStream(out, handler, DocumentOf(database), report), notes,
+                         report);
 }
 
 ISAXPersist* _CreateSaxHandlerForWriting(ParameterDatabase const& database,

@@ -77,6 +77,9 @@ private:
 
 bool ParameterNodeWriteKlvrProperties::Write(KelSAX::ISAXWriter& writer) const {
     MachineFormat format(*m_options);
-    WritePlaces(m_node, format, writer);
+    RepeatedProfiles const repeated = WritePlaces(m_node, format, writer);
+    if (m_notes != nullptr) {
+        *m_notes = repeated.Notes();
+    }
     return true;
 }

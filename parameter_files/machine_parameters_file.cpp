@@ -3,6 +3,7 @@
 
 #include "parameter_files/klvr_properties_read.h"
 #include "parameter_files/klvr_properties_write.h"
+#include "parameter_files/repeated_profiles.h"
 #include "parameter_files/vocabulary.h"
 #include "sax/document_options.h"
 
@@ -34,14 +35,16 @@ bool ReadStream(ParameterDatabase& database, std::basic_istream<char>& in, ReadR
 
 bool WriteFile(ParameterDatabase const& database, std::wstring const& path, WriteOptions const& options,
                WriteReport* report) {
-    ParameterNodeWriteKlvrProperties const handler(database.GetProfileEditor(), options);
-    return KelAM::SaxUtilities::WriteFile(path, handler, Document(), report);
+    std::vector<std::wstring> notes;
+    ParameterNodeWriteKlvrProperties const handler(database.GetProfileEditor(), options, &notes);
+    return ConcludeWrite(KelAM::SaxUtilities::WriteFile(path, handler, Document(), report), notes, report);
 }
 
 bool WriteStream(ParameterDatabase const& database, std::basic_ostream<char>& out,
                  WriteOptions const& options, WriteReport* report) {
-    ParameterNodeWriteKlvrProperties const handler(database.GetProfileEditor(), options);
-    return KelAM::SaxUtilities::WriteStream(out, handler, Document(), report);
+    std::vector<std::wstring> notes;
+    ParameterNodeWriteKlvrProperties const handler(database.GetProfileEditor(), options, &notes);
+    return ConcludeWrite(KelAM::SaxUtilities::WriteStream(out, handler, Document(), report), notes, report);
 }
 
 } // namespace Zantrel::KlvrProperties

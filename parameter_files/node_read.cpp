@@ -4,9 +4,11 @@
 #include "database/add_entry.h"
 #include "database/find_bag.h"
 #include "parameter_files/node_value_sax.h"
+#include "sax/limit_texts.h"
 #include "sax/report_texts.h"
 #include "text/numbers.h"
 #include "text/same_bytes.h"
+#include "text/sentences.h"
 #include "text/unicode.h"
 
 #include <zantrel/text/string_conversion.h>
@@ -337,17 +339,55 @@ void NodeRead::ReadDefault(KelSAX::ISAXReader& reader) {
 void NodeRead::ReadEntry(KelSAX::ISAXReader& reader) {
     if (!m_place.node.IsValid()) {
         reader.NoteDropped(NoPlace);
+    } else if (!IsEntryWithinLimit(reader)) {
+        return;
     } else if (IsOnProfileList()) {
-        std::wstring name;
-        reader.ReadAttribute(name, Word::Name);
-        ParameterNode profile = AddProfile(m_place.node, name, *m_fitting);
-        ReadFlags(m_grammar.profileFlags, profile, reader);
-        ReadChildren(profile, reader);
+        ReadProfile(reader);
     } else {
         ParameterNode item = AddItem(m_place.node, *m_fitting);
         ReadFlags(m_grammar.itemFlags, item, reader);
         ReadValue(item, reader);
     }
+}
+
+void NodeRead::ReadProfile(KelSAX::ISAXReader& reader) {
+    std::wstring name;
+    reader.ReadAttribute(name, Word::Name);
+    if (reader.HasReport() && !IsNameAdmitted(name, reader)) {
+        return;
+    }
+    ParameterNode profile = AddProfile(m_place.node, name, *m_fitting);
+    ReadFlags(m_grammar.profileFlags, profile, reader);
+    ReadChildren(profile, reader);
+}
+
+bool NodeRead::IsEntryWithinLimit(KelSAX::ISAXReader& reader) {
+    bool const isProfile = IsOnProfileList();
+    std::uint64_t const most = isProfile ? reader.GetLimits().m_profiles : reader.GetLimits().m_listItems;
+    bool const isWithin = ++m_entries <= most;
+    if (!isWithin) {
+        reader.Refuse(Sax::BeyondLimit(isProfile ? Sax::Limit::Profiles : Sax::Limit::ListItems, most));
+    }
+    return isWithin;
+}
+
+// Only the first of one name is found by it, by the writer too: it writes that one for each of them, with all
+// the lists in it, so that n such profiles on each of k levels become n^k.
+bool NodeRead::IsNameAdmitted(std::wstring const& name, KelSAX::ISAXReader& reader) const {
+    if (!m_place.node.HasProfile(name.c_str())) {
+        return true;
+    }
+    bool const isRefused = reader.GetLimits().m_refusesSameProfiles;
+    std::wstring const sentence = Text::Fill(
+        L"A profile \"{0}\" stands here already, and is the only one that is found by that name{1}.",
+        {Sax::Excerpt(reader.FindAttribute(Word::Name).value_or("")),
+         isRefused ? L"; this read refuses such (m_refusesSameProfiles)" : L""});
+    if (isRefused) {
+        reader.Refuse(sentence);
+    } else {
+        reader.NoteDropped(sentence);
+    }
+    return !isRefused;
 }
 
 void NodeRead::ReadParameter(LayoutNode const& child, KelSAX::ISAXReader& reader) {

@@ -9,6 +9,7 @@
 #include <zantrel/database/parameter_node.h>
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -67,6 +68,11 @@ private:
     // children pushes a handler for them; a value, flag or entry without a place in the database is noted.
     void ReadDefault(KelSAX::ISAXReader& reader);
     void ReadEntry(KelSAX::ISAXReader& reader);
+    void ReadProfile(KelSAX::ISAXReader& reader);
+    /// Counts one more item or profile of this list; false refuses the document.
+    bool IsEntryWithinLimit(KelSAX::ISAXReader& reader);
+    /// Tells of a profile that shares its name with an earlier one; false refuses the document for it.
+    bool IsNameAdmitted(std::wstring const& name, KelSAX::ISAXReader& reader) const;
     void ReadParameter(LayoutNode const& child, KelSAX::ISAXReader& reader);
     void ReadContent(ParameterNode& node, KelSAX::ISAXReader& reader);
     void ReadValue(ParameterNode const& node, KelSAX::ISAXReader& reader);
@@ -90,6 +96,7 @@ private:
     std::unique_ptr<ElementWatch> m_watch;    ///< null in a plain read
     std::string m_name;                       ///< of the parameter met last, where an attribute has it
     bool m_leavesOutLongTexts = false;
+    std::uint64_t m_entries = 0;              ///< items or profiles so far
 };
 
 } // namespace Zantrel

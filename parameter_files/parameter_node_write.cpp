@@ -114,6 +114,9 @@ private:
 
 bool ParameterNodeWrite::Write(KelSAX::ISAXWriter& writer) const {
     GenericFormat format(m_filtering);
-    WritePlaces(m_node, format, writer);
+    RepeatedProfiles const repeated = WritePlaces(m_node, format, writer);
+    if (m_notes != nullptr) {
+        *m_notes = repeated.Notes();
+    }
     return true;
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "parameter_files/plain_rows.h"
+#include "parameter_files/repeated_profiles.h"
 
 #include <zantrel/database/walk.h>
 #include <zantrel/sax/prepared_tag.h>
@@ -60,6 +61,7 @@ public:
     /// until Next.
     ParameterNode const& Node() const noexcept { return AsNode(); }
 
+    using AnyWalk::IsRepeated;
     using AnyWalk::PassTo;
     using AnyWalk::PeekRow;
     using AnyWalk::Row;
@@ -211,9 +213,11 @@ private:
 /// operations: IsLeftOut(walk), which is asked for each place in order, and passes over all below it, too;
 /// TagOf(walk), the tag of a place's element, which the top doesn't have; MayHaveAttributes(walk), of leaves
 /// only; and WriteAttributes(walk, writer), what the element of this very place has beyond its tag. Beside
-/// these, of a plain child, IsPlain(node): false where the others are to be asked; and MakeTag(node).
+/// these, of a plain child, IsPlain(node): false where the others are to be asked; and MakeTag(node). Gives
+/// what profiles were written again.
 template <class Format>
-void WritePlaces(ParameterView const& top, Format& format, KelSAX::ISAXWriter& writer) {
+RepeatedProfiles WritePlaces(ParameterView const& top, Format& format, KelSAX::ISAXWriter& writer) {
+    RepeatedProfiles repeated;
     OpenElements elements(writer);
     PlainWriter plain(format, elements, writer);
     for (FileWalk walk(top); !writer.HasFailed() && walk.Next();) {
@@ -231,11 +235,15 @@ void WritePlaces(ParameterView const& top, Format& format, KelSAX::ISAXWriter& w
             elements.Open(format.TagOf(walk));
         }
         format.WriteAttributes(walk, writer);
+        if (walk.Kind() == PlaceKind::Profile && walk.IsRepeated()) {
+            repeated.Count(walk.Path());
+        }
         if (walk.IsLeaf()) {
             WriteLeafValue(walk.Node(), writer);
         }
         plain.WriteOn(walk);
     }
+    return repeated;
 }
 
 } // namespace Zantrel

@@ -55,7 +55,9 @@ PlainHandler* PlainOf(ISAXPersist* handler) { return dynamic_cast<PlainHandler*>
 } // namespace
 
 ReadDriver::ReadDriver(DocumentSource& source, ISAXPersist& root, ReadReport* report)
-    : m_source(source), m_tokeniser(source), m_root(root), m_report(report) {
+    : m_limits(report != nullptr ? report->m_limits : ReadLimits()), m_source(source, m_limits.m_bytes),
+      m_tokeniser(m_source), m_root(root), m_report(report) {
+    m_tokeniser.LimitTokens(m_limits.m_textBytes);
     m_open.push_back(std::make_unique<Element>());
     m_open.front()->receiverOfChildren = &root;
 }
@@ -75,7 +77,9 @@ bool ReadDriver::Run() {
             }
             break;
         case Xml::Token::Text:
-            HoldText();
+            if (!HoldText()) {
+                return false;
+            }
             break;
         case Xml::Token::EndTag:
             if (!Deliver(false)) {
@@ -88,6 +92,9 @@ bool ReadDriver::Run() {
             break;
         case Xml::Token::End:
             m_root.ResolveReferences(*this);
+            if (m_isRefused) {
+                return false;
+            }
             m_root.InitAfterLoading();
             return true;
         case Xml::Token::Error:
@@ -144,12 +151,54 @@ bool ReadDriver::DeliverGroup() {
 }
 
 bool ReadDriver::Begin() {
+    if (m_report != nullptr && !IsStartWithinLimits()) {
+        return false;
+    }
     Open();
     if (m_tokeniser.TakeLeaf()) {
         return DeliverWhole();
     }
     Hold();
     return true;
+}
+
+bool ReadDriver::IsStartWithinLimits() {
+    m_textBytes = 0;
+    ++m_elements;
+    struct Count {
+        Limit limit;
+        std::uint64_t number, most;
+    };
+    Count const counts[] = {
+        {Limit::Text, m_tokeniser.TagSize(), m_limits.m_textBytes},
+        {Limit::Elements, m_elements, m_limits.m_elements},
+        {Limit::Depth, m_depth + 1, m_limits.m_depth},
+    };
+    for (Count const& count : counts) {
+        if (count.number > count.most) {
+            return RefuseBeyond(count.limit, count.most, m_tokeniser.Where());
+        }
+    }
+    return true;
+}
+
+// At the element and not where the piece begins, which depends on how the document comes.
+bool ReadDriver::IsTextWithinLimits(std::size_t more) {
+    if (m_report == nullptr) {
+        return true;
+    }
+    m_textBytes += more;
+    return m_textBytes <= m_limits.m_textBytes || RefuseBeyond(Limit::Text, m_limits.m_textBytes, m_place);
+}
+
+bool ReadDriver::RefuseBeyond(Limit limit, std::uint64_t number, Xml::Position place) {
+    m_isRefused = true;
+    ReadReport::Entry entry = EntryOf(Kind::RefusedDocument);
+    entry.line = place.line;
+    entry.column = place.column;
+    entry.sentence = BeyondLimit(limit, number);
+    m_report->Add(std::move(entry));
+    return false;
 }
 
 void ReadDriver::Open() {
@@ -184,7 +233,7 @@ void ReadDriver::NameInnermost() {
 bool ReadDriver::DeliverWhole() {
     m_text = m_tokeniser.Text();
     m_attributes = m_tokeniser.Attributes();
-    bool const isGoingOn = Handle();
+    bool const isGoingOn = IsTextWithinLimits(m_text.size()) && Handle();
     if (isGoingOn) {
         End();
     }
@@ -213,7 +262,10 @@ void ReadDriver::Hold() {
 }
 
 /// Of an element whose text goes on.
-void ReadDriver::HoldText() {
+bool ReadDriver::HoldText() {
+    if (!IsTextWithinLimits(m_tokeniser.Text().size())) {
+        return false;
+    }
     m_heldText.append(m_tokeniser.Text());
     if (m_heldText.size() > LongText) {
         ISAXPersist* const receiver = m_open[m_depth - 1]->receiverOfChildren;
@@ -221,6 +273,7 @@ void ReadDriver::HoldText() {
             m_heldText.clear();
         }
     }
+    return true;
 }
 
 // White space in front of a child is layout and no text; in a leaf it is what the document says.
@@ -381,7 +434,11 @@ void ReadDriver::RefuseDocument(std::wstring_view sentence) {
 
 // Of a source that failed the tokeniser only knows that it did.
 void ReadDriver::ReportError() {
-    if (m_report != nullptr) {
+    if (m_source.IsBeyond() || m_tokeniser.HasMetLongToken()) {
+        bool const isLong = m_tokeniser.HasMetLongToken();
+        RefuseBeyond(isLong ? Limit::Text : Limit::Bytes, isLong ? m_limits.m_textBytes : m_limits.m_bytes,
+                     m_tokeniser.Where());
+    } else if (m_report != nullptr) {
         std::wstring const failure = m_source.FailureText();
         bool const sourceFailed = !failure.empty();
         Report(sourceFailed ? Kind::CannotRead : Kind::DocumentError,
@@ -418,7 +475,20 @@ void ReadDriver::Report(Kind kind, std::initializer_list<std::wstring_view> part
     if (m_report->HasRoomFor(kind)) {
         entry.sentence = Text::Fill(KindTexts[static_cast<std::size_t>(kind)].pattern, parts);
     }
-    m_report->Add(std::move(entry));
+    if (kind <= Kind::RefusedDocument || IsReportWithinLimits(entry)) {
+        m_report->Add(std::move(entry));
+    }
+}
+
+// The first that is beyond it ends the read, when its handler returns; what that still has to say is gone.
+bool ReadDriver::IsReportWithinLimits(ReadReport::Entry const& entry) {
+    bool const wasWithin = m_reportedBytes <= m_limits.m_reportBytes;
+    m_reportedBytes += (entry.path.size() + entry.sentence.size()) * sizeof(wchar_t);
+    bool const isWithin = m_reportedBytes <= m_limits.m_reportBytes;
+    if (wasWithin && !isWithin) {
+        RefuseBeyond(Limit::Report, m_limits.m_reportBytes, {entry.line, entry.column});
+    }
+    return isWithin;
 }
 
 } // namespace Zantrel::Sax

@@ -5,6 +5,8 @@
 #include <zantrel/sax/sax_persist.h>
 #include <zantrel/sax/sax_reader.h>
 
+#include "sax/limit_texts.h"
+#include "sax/limited_source.h"
 #include "sax/plain_handler.h"
 #include "xml/tokeniser.h"
 
@@ -18,13 +20,6 @@
 #include <vector>
 
 namespace Zantrel::Sax {
-
-/// The bytes of one document.
-class DocumentSource : public Io::ByteSource {
-public:
-    /// Why Read failed, one sentence; empty unless it did.
-    virtual std::wstring FailureText() const = 0;
-};
 
 /// Turns the tokens of one document into calls on handlers.
 ///
@@ -46,7 +41,9 @@ public:
 /// Only while HandleTag runs (Stage::Handled) is there an element that can be asked; at any other time the
 /// questions have the answers of an element without anything.
 ///
-/// A report changes nothing in what is read: places are kept for it only, and texts are built for it only.
+/// A report changes nothing in what is read, but for the limits that it carries: places are kept for it only,
+/// and texts are built for it only. Limits are looked at with a report only, before anything is built or kept
+/// of what is beyond them; so the fast path, which has none, knows nothing of them.
 class ReadDriver final : public KelSAX::ISAXReader {
 public:
     /// All three must outlive the driver; `report` may be null.
@@ -64,6 +61,7 @@ public:
     bool HasReport() const override { return m_report != nullptr; }
     bool HasAttributes() const override { return m_stage == Stage::Handled && !m_attributes.empty(); }
     ReadReport::Entry GetPlace() const override { return EntryOf(ReadReport::Kind::DroppedValue); }
+    ReadLimits const& GetLimits() const override { return m_limits; }
 
 protected:
     std::optional<std::string_view> FindText() const override;
@@ -89,8 +87,14 @@ private:
 
     Element& Innermost() { return *m_open[m_depth]; }
     /// Opens the element of the tokeniser's start tag, and delivers and ends it where the tokeniser has all
-    /// of it. False when its handler refused the document.
+    /// of it. False when its handler refused the document, or a limit does.
     bool Begin();
+    /// Counts the tokeniser's start tag, in a read with a report.
+    bool IsStartWithinLimits();
+    /// Counts more text of the innermost element.
+    bool IsTextWithinLimits(std::size_t more);
+    /// Refuses the document; false for the caller to give.
+    bool RefuseBeyond(Limit limit, std::uint64_t number, Xml::Position place);
     /// Opens the element of the tokeniser's start tag.
     void Open();
     /// Keeps what an attribute calls it, for paths.
@@ -106,8 +110,8 @@ private:
     bool DeliverWhole();
     /// Keeps what the tokeniser will forget of the start tag.
     void Hold();
-    /// Keeps a piece of its text, unless its handler takes it.
-    void HoldText();
+    /// Keeps a piece of its text, unless its handler takes it. False when that is too much.
+    bool HoldText();
     /// Delivers the element that is held back, if one is. False when its handler refused the document.
     bool Deliver(bool hasChildren);
     /// Calls the handler of the innermost element, whose text and attributes are set. False when it refused.
@@ -124,10 +128,13 @@ private:
     ReadReport::Entry EntryOf(ReadReport::Kind kind) const;
     /// A text of the document as part of a sentence, where the report, which there is, would keep that.
     std::wstring ShownAs(ReadReport::Kind kind, std::string_view text) const;
+    /// False when the entry would be beyond the limit of what is reported.
+    bool IsReportWithinLimits(ReadReport::Entry const& entry);
     /// `parts` fill the sentence of that kind. Does nothing without a report.
     void Report(ReadReport::Kind kind, std::initializer_list<std::wstring_view> parts);
 
-    DocumentSource& m_source;
+    ReadLimits const m_limits;
+    LimitedSource m_source;
     Xml::Tokeniser m_tokeniser;
     ISAXPersist& m_root;
     ReadReport* m_report;
@@ -138,6 +145,11 @@ private:
     std::size_t m_depth = 0;
     /// Owned in the order of pushing, each once.
     std::vector<std::unique_ptr<ISAXPersist>> m_pushed;
+
+    // Counted with a report only.
+    std::uint64_t m_elements = 0;
+    std::uint64_t m_reportedBytes = 0;
+    std::uint64_t m_textBytes = 0; ///< of the innermost element
 
     /// What follows is of the element whose start tag came last.
     Stage m_stage = Stage::None;

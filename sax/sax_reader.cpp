@@ -92,4 +92,9 @@ void ISAXReader::RefuseDocument(std::wstring_view) {}
 
 Zantrel::ReadReport::Entry ISAXReader::GetPlace() const { return {}; }
 
+Zantrel::ReadLimits const& ISAXReader::GetLimits() const {
+    static constexpr Zantrel::ReadLimits none;
+    return none;
+}
+
 } // namespace KelSAX

@@ -49,6 +49,7 @@ constexpr Sentence Sentences[] = {
      "The value of the attribute '{0}' contains '<', which must be written as '&lt;'."},
     {Fault::AttributeTwice, "The attribute '{0}' is given twice."},
     {Fault::TooDeep, "The element '{0}' is nested too deep."},
+    {Fault::TooLong, "The tag is too long."},
     {Fault::NoStartTag, "The end tag '{0}' has no start tag."},
     {Fault::OtherEndTag, "The end tag of '{1}' was expected, not that of '{0}'."},
     {Fault::MalformedEndTag, "The end tag '{0}' must be followed by '>'."},

@@ -41,6 +41,7 @@ enum class Fault : std::uint8_t {
     LessThanInValue,
     AttributeTwice,
     TooDeep,
+    TooLong,
     NoStartTag,
     OtherEndTag,
     MalformedEndTag,

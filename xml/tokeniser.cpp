@@ -6,6 +6,7 @@
 #include "xml/reference.h"
 
 #include <algorithm>
+#include <limits>
 
 namespace Zantrel::Xml {
 
@@ -45,7 +46,12 @@ Fault FaultOf(InputState state) noexcept {
 } // namespace
 
 Tokeniser::Tokeniser(Io::ByteSource& source, std::size_t pieceSize, std::size_t maxDepth)
-    : m_input(source, pieceSize), m_maxDepth(maxDepth), m_at(m_input.Begin()), m_token(m_at) {}
+    : m_input(source, pieceSize), m_maxDepth(maxDepth), m_pieceSize(pieceSize),
+      m_maxToken(std::numeric_limits<std::uint64_t>::max()), m_at(m_input.Begin()), m_token(m_at) {}
+
+void Tokeniser::LimitTokens(std::uint64_t bytes) noexcept {
+    m_maxToken = std::max<std::uint64_t>(bytes, m_pieceSize);
+}
 
 Position Tokeniser::Where() const noexcept { return m_input.PositionOf(m_token != nullptr ? m_token : m_at); }
 
@@ -454,6 +460,8 @@ template <class Function> inline char const* Tokeniser::Scan(Function scan) {
         // Inside of the buffer a stop is final; at its end only when nothing can follow.
         if (m_stop.place != m_input.End() || m_input.State() != InputState::Open)
             return nullptr;
+        if (static_cast<std::uint64_t>(m_input.End() - m_at) > m_maxToken)
+            return m_stop.At(Fault::TooLong, m_at);
         m_token = nullptr;
         m_input.ReadAsMuchAgain(m_at);
     }

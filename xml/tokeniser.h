@@ -56,6 +56,12 @@ public:
     Tokeniser(Tokeniser const&) = delete;
     Tokeniser& operator=(Tokeniser const&) = delete;
 
+    /// A tag that is cut is read on only up to so many bytes, or up to one piece where that is more; a longer
+    /// one is an error at its beginning, which HasMetLongToken() tells from others. At first there is no such
+    /// limit.
+    void LimitTokens(std::uint64_t bytes) noexcept;
+    bool HasMetLongToken() const noexcept { return m_stop.fault == Fault::TooLong; }
+
     /// What the source throws goes through, and Next() gives Error from then on. After std::bad_alloc it does
     /// the same, or takes the step once more.
     Token Next();
@@ -77,6 +83,8 @@ public:
     std::string_view Name() const noexcept { return m_name; }
     /// Of the start tag, in the document's order, no name twice. Good until the next Next().
     std::vector<Attribute> const& Attributes() const noexcept { return m_tag.Attributes(); }
+    /// The bytes of the start tag as UTF-8, right behind it.
+    std::size_t TagSize() const noexcept { return static_cast<std::size_t>(m_at - m_token); }
     /// References replaced, line ends normalised. Good until the next Next().
     std::string_view Text() const noexcept { return m_text; }
     /// The first character of the current token, or the place of the error.
@@ -152,6 +160,8 @@ private:
     // them right after it then has to wait.
     InputBuffer m_input;
     std::size_t const m_maxDepth;
+    std::size_t const m_pieceSize;
+    std::uint64_t m_maxToken;
     char const* m_at; ///< where the next token begins
     Stage m_stage = Stage::Beginning;
     std::string_view m_name;

@@ -36,6 +36,7 @@
 #include <zantrel/io/path.h>
 #include <zantrel/io/uuid.h>
 #include <zantrel/sax/prepared_tag.h>
+#include <zantrel/sax/read_limits.h>
 #include <zantrel/sax/read_report.h>
 #include <zantrel/sax/sax_persist.h>
 #include <zantrel/sax/sax_reader.h>

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/formats/formats.h"
 #include "tests/support/characters.h"
+#include "tests/support/failing_allocator.h"
 
 #include <gtest/gtest.h>
 
@@ -101,6 +102,7 @@ TEST(HostileDocument, HasTensOfThousandsOfSiblings) {
         char const* format;
         char const *before, *repeated, *after; ///< "#" is another number each time
         std::size_t each;                      ///< characters written for each repetition
+        std::size_t memory = 64;               ///< bytes for each byte of the document, at the most
     };
     Row const rows[] = {
         {"GenericParameters", "<R><Z>", "<Both Name='#'/>", "</Z></R>", 8},
@@ -108,10 +110,10 @@ TEST(HostileDocument, HasTensOfThousandsOfSiblings) {
         {"GenericParameters", "<R>", "<U/><C/><M><Item/></M>", "</R>", 0},
         {"MachineParameters", "<R><Property Name='Z'>", "<Profile Name='#'/>", "</Property></R>", 8},
         {"MachineParameters", "<R><Property Name='N'>", "<Instance>#</Instance>", "</Property></R>", 3},
-        {"MetaFile", "<R><ProfileEditor>", "<A/>", "</ProfileEditor></R>", 2},
+        {"MetaFile", "<R><ProfileEditor>", "<A/>", "</ProfileEditor></R>", 2, 400},
         {"MetaFile", "<R><ProfileEditor>", "<L# ProfilesXMLName=''><A><B/></A></L#>", "</ProfileEditor></R>",
-         4},
-        {"MetaFile", "<R>", "<JobConfigurator/><ProfileEditor/><A#/>", "</R>", 2},
+         4, 80},
+        {"MetaFile", "<R>", "<JobConfigurator/><ProfileEditor/><A#/>", "</R>", 2, 80},
         {"MetaFile", "<R><ResourceDictionary>", "<Entry Key='#'><Translation Language='#'/></Entry>",
          "</ResourceDictionary></R>", 0},
         {"PropertyTemplate", "<R><MachineParameters>", "<PropertyNode Name='#' ProfileList=''/>",
@@ -133,7 +135,11 @@ TEST(HostileDocument, HasTensOfThousandsOfSiblings) {
         }
         document += row.after;
         auto const subject = FormatCalled(row.format).make(), back = subject->Fresh();
-        EXPECT_TRUE(ReadText(*subject, document) && ReadText(*back, WriteText(*subject))) << row.repeated;
+        ReadReport report;
+        MemoryPeak const peak;
+        EXPECT_TRUE(ReadText(*subject, document, &report)) << row.repeated;
+        EXPECT_LE(peak.Bytes(), row.memory * document.size()) << row.repeated;
+        EXPECT_TRUE(ReadText(*back, WriteText(*subject))) << row.repeated;
         EXPECT_EQ(subject->Use(), "") << row.repeated;
         EXPECT_GE(WriteText(*subject).size(), row.each * Count) << row.repeated;
     }

@@ -1,15 +1,25 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/support/failing_allocator.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <limits>
+#include <malloc.h>
 
 namespace {
 
 constexpr std::size_t Never = std::numeric_limits<std::size_t>::max();
 
+std::size_t SizeOf(void* memory) noexcept {
+#ifdef _WIN32
+    return _msize(memory);
+#else
+    return malloc_usable_size(memory);
+#endif
+}
+
 struct ThreadState {
-    std::ptrdiff_t live = 0;
+    std::ptrdiff_t live = 0, bytes = 0, peak = 0;
     std::size_t untilFailure = Never;
     bool goesOn = false;
     bool happened = false;
@@ -26,7 +36,11 @@ void* Allocate(std::size_t size) noexcept {
         --state.untilFailure;
     }
     void* const memory = std::malloc(size != 0 ? size : 1);
-    state.live += memory != nullptr;
+    if (memory != nullptr) {
+        ++state.live;
+        state.bytes += static_cast<std::ptrdiff_t>(SizeOf(memory));
+        state.peak = std::max(state.peak, state.bytes);
+    }
     return memory;
 }
 
@@ -39,7 +53,10 @@ void* AllocateOrThrow(std::size_t size) {
 }
 
 void Free(void* memory) noexcept {
-    state.live -= memory != nullptr;
+    if (memory != nullptr) {
+        --state.live;
+        state.bytes -= static_cast<std::ptrdiff_t>(SizeOf(memory));
+    }
     std::free(memory);
 }
 
@@ -60,6 +77,10 @@ void operator delete[](void* memory, std::nothrow_t const&) noexcept { Free(memo
 namespace TestSupport {
 
 std::ptrdiff_t LiveAllocations() noexcept { return state.live; }
+
+MemoryPeak::MemoryPeak() noexcept : m_before(state.bytes) { state.peak = state.bytes; }
+
+std::size_t MemoryPeak::Bytes() const noexcept { return static_cast<std::size_t>(state.peak - m_before); }
 
 AllocationFailure::AllocationFailure(std::size_t nth, Times times) noexcept {
     state.untilFailure = nth;

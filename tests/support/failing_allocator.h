@@ -13,6 +13,17 @@ namespace TestSupport {
 /// Allocations of this thread minus its deallocations.
 std::ptrdiff_t LiveAllocations() noexcept;
 
+/// The most memory that this thread has had at once since this was made, beyond what it had then. One at a
+/// time.
+class MemoryPeak {
+public:
+    MemoryPeak() noexcept;
+    std::size_t Bytes() const noexcept;
+
+private:
+    std::ptrdiff_t m_before;
+};
+
 /// While it lives, the allocation number `nth`, counted from 0, throws std::bad_alloc, and with FromThenOn
 /// each one after it too. One at a time.
 class AllocationFailure {

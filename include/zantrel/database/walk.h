@@ -68,6 +68,9 @@ protected:
     AnyWalk(ParameterView const& top, SameNames sameNames, TwofoldContainers twofold);
     ~AnyWalk();
 
+    /// Whether an earlier profile of the same list has the name of this one. For a Profile only.
+    bool IsRepeated() const noexcept { return m_place.isRepeated; }
+
     /// Children of a group of which some are still to come.
     struct Row {
         LayoutNode const* layout = nullptr;  ///< the group; null: there is no such row
@@ -97,7 +100,8 @@ private:
         std::size_t index = 0;
         PlaceKind kind = PlaceKind::Group;
         bool isLeaf = false;
-        bool goesIn = false; ///< to what stands below, at the next step
+        bool goesIn = false;     ///< to what stands below, at the next step
+        bool isRepeated = false; ///< of a profile: an earlier one has its name
     };
     Place m_place;
     std::unique_ptr<WalkState> m_state;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <zantrel/export.h>
+#include <zantrel/sax/read_limits.h>
 
 #include <cstddef>
 #include <cstdint>
@@ -11,15 +12,15 @@
 namespace Zantrel {
 
 /// What a read tells its caller beyond true and false. Given to a reading function, it collects what went
-/// wrong and what was passed over, in document order; entries of earlier reads stay. Belongs to one thread at
-/// a time.
+/// wrong and what was passed over, in document order; entries of earlier reads stay. It also carries the
+/// limits of the read. Belongs to one thread at a time.
 class ZANTREL_EXPORT ReadReport {
 public:
     /// The first three make a read fail; the others tell what was passed over in a read that goes on.
     enum class Kind {
         CannotRead,        ///< the file or stream can't be opened or read
         DocumentError,     ///< the document is not well-formed, or not of the kind that is taken
-        RefusedDocument,   ///< well-formed, and refused by the reader of its format
+        RefusedDocument,   ///< refused by the reader of its format, or beyond a limit of the read
         UntakenElement,    ///< an element below the root that no handler took
         UnparsedText,      ///< an element's text that is no value of the wanted type
         UnparsedAttribute, ///< the same of an attribute, which then counts as absent
@@ -52,6 +53,8 @@ public:
     std::size_t m_byteLimit = std::size_t(16) << 20;
     /// How many entries were not kept.
     std::uint64_t m_leftOut = 0;
+    /// What each read that gets the report keeps to. Looked at when a read begins.
+    ReadLimits m_limits;
 
     /// Keeps the entry, or counts it as left out. A host may add entries of its own.
     void Add(Entry entry);

@@ -116,6 +116,9 @@ public:
     /// later whether something is to be said of it, and then adds it to the report. Empty where no report is
     /// attached.
     virtual Zantrel::ReadReport::Entry GetPlace() const;
+    /// What the read keeps to. What can be counted without a handler is counted already; a handler that
+    /// meets more than its share of the rest refuses. None is set where no report is attached.
+    virtual Zantrel::ReadLimits const& GetLimits() const;
 };
 
 } // namespace KelSAX

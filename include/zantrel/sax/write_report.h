@@ -12,11 +12,11 @@ namespace Zantrel {
 /// it at its start, but for the host's leave. Belongs to one thread at a time.
 class ZANTREL_EXPORT WriteReport {
 public:
-    std::wstring
-        m_sentence;      ///< the first cause of a failure, for a person; empty after a write that succeeded
-    std::wstring m_path; ///< the elements that were open, as ReadReport::Entry has it; may be empty
+    std::wstring m_sentence; ///< what made it fail, for a person; empty after a write that succeeded
+    std::wstring m_path;     ///< the elements that were open, as ReadReport::Entry has it; may be empty
 
-    /// After a write that succeeded, a sentence for each thing that isn't as it should be: owner, access
+    /// After a write that succeeded, a sentence for each thing that isn't as it should be, or may not be what
+    /// was meant: profiles of a parameter file that share their name with an earlier one; owner, access
     /// control list, extended attributes or hard links of the old file that the new one couldn't take over,
     /// a folder that couldn't be flushed, so that a power loss may bring the old file back, and a file that
     /// was written in place. Mostly empty.
