@@ -80,7 +80,8 @@ TEST(MetaFileReader, FindsTheNodesOfEveryLayoutWhereTheyStand) {
         {"<Entry><A/></Entry><OverrideEntry/><R><B/></R><C/>", "A:String R{B:String} C:String"},
         {"<ResourceDictionary><Entry Key='k'><Translation Language='l'>t</Translation></Entry>"
          "</ResourceDictionary><B/>",
-         "Translation:Double't' B:String", "dropped ResourceDictionary unknown Translation"},
+         "Translation:Double't' B:String",
+         "dropped ResourceDictionary dropped Translation unknown Translation"},
         // "Version" is no anchor, but the node "Minor" in it is.
         {"<Version><Major Type='Int'>2</Major></Version>", "Version{Major:Int'2'}"},
         {"<Minor>5<A>6</A></Minor><B/>", "Version{Major:Int'1' Minor:Int'0' B:String}"},
