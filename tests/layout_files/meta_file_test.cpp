@@ -20,7 +20,7 @@ TEST(MetaFileReader, MakesANodeOfEachParameterElement) {
         {"<A/><B> \n </B><C> 1.5</C>", "A:String B:String C:Double' 1.5'"},
         {"<A><B>1</B></A><C>1<B/></C>", "A{B:Double'1'} C:Double'1'{B:String}"},
         {"<A Type='Int'>7</A><B Type='Double' Precision='2'/><C Type='Distance'>0.1</C><D Type='Bool'>x</D>",
-         "A:Int'7' B:Double C:Distance'0.1'mm D:Bool'x'", "passed "},
+         "A:Int'7' B:Double C:Distance'0.1'mm D:Bool'x'", "dropped D passed "},
         {"<A Type='Int' Typ='Int' Max='1'/><B IsReadOnly='True' Key=''/>", "A:Int B:String",
          "unknown A unknown B passed "},
         {"<A Type='String'> x </A><B Type='OptionsFromProfiles' ProfileName='P'>x</B>",
