@@ -74,7 +74,8 @@ TEST(GenericParameterFile, ReadsElementsByTheirNamesInTheLayout) {
          "Z<{I=3}; 'a'{I=1} 'b'{I=2}>"},
         // Both a list and a profile list: emptied as a list is, and the first of a name is the one that
         // is found.
-        {"<Z><Both Name='a'><I>2</I></Both></Z><Z><Both Name='a'/></Z>", "Z<{I=1}; 'a'{I=2} 'a'{I=2}>"},
+        {"<Z><Both Name='a'><I>2</I></Both></Z><Z><Both Name='a'/></Z>", "Z<{I=1}; 'a'{I=2} 'a'{I=2}>",
+         "dropped@1:47:Root/Z/Both \"a\""},
         {"<M><Row/><Item><I>2</I></Item><I>5</I></M>", "M[{I=1 N[=0;]}; {I=2 N[=0;]}]",
          "untaken@1:10:Root/M/Row untaken@1:37:Root/M/I"},
     });
@@ -127,7 +128,8 @@ TEST(GenericParameterFile, PassesOverWhatHasNoPlaceInTheDatabase) {
         {"<C><Profile Name='ReadOnly'><I>2</I></Profile></C>",
          "C<{I=1 N[=0;] C<{S='s'};>}; 'ReadOnly'{I=2 N[=0;] C<{S='s'};>}>"},
         {"<Z><I>5</I></Z>", "", "dropped@1:10:Root/Z/I"}, // a list, too, but not looked up as one
-        {"<Z><Both Name='::DefaultProfile::'><I>2</I></Both></Z>", ""},
+        {"<Z><Both Name='::DefaultProfile::'><I>2</I></Both></Z>", "",
+         "dropped@1:10:Root/Z/Both \"::DefaultProfile::\""},
         // A document that ends too early, and what had arrived.
         {"<?xml version='1.0'?><Root><N><Item>1</Item><Item>2</N></Root>", "N[=0; =1]",
          "document@1:52:Root/N/Item"},
