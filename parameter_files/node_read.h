@@ -96,7 +96,7 @@ private:
     std::unique_ptr<ElementWatch> m_watch;    ///< null in a plain read
     std::string m_name;                       ///< of the parameter met last, where an attribute has it
     bool m_leavesOutLongTexts = false;
-    std::uint64_t m_entries = 0;              ///< items or profiles so far
+    std::uint64_t m_entries = 0; ///< items or profiles so far
 };
 
 } // namespace Zantrel
