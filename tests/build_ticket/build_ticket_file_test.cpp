@@ -99,7 +99,8 @@ TEST(LoadedTicket, HasPropertiesInTheOrderOfNames) {
                 ? store.AddProperty(
                       ExternalPropertyID(StringConversion::Utf8ToNative(Expand("@"))).FormatGuid(true, true),
                       new PersistentProperty<KelAM::SubProperties>)
-                : store.AddProperty(std::wstring(1, name), new PersistentProperty<std::int32_t>(1));
+                : store.AddProperty(StringConversion::Utf8ToNative(std::string(1, name)),
+                                    new PersistentProperty<std::int32_t>(1));
         }
         content += "</I>";
     }
