@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <exception>
+#include <new>
 #include <utility>
 
 // What may be seen from outside, at any moment and after a crash at any moment: the old file, or the new one
@@ -154,17 +155,21 @@ std::wstring OutputFile::FailureText() const {
                            m_isInPlace ? L"in place, so that it may hold a part of the new content" : why);
 }
 
-std::vector<std::wstring> OutputFile::Notes() const {
-    if (m_isInPlace) { // the file itself was written: it has all that it had
-        return {L"The file was written in place: a failure meanwhile would have left a part of it."};
-    }
-    std::vector<std::wstring> notes;
-    for (LossText const& row : LossTexts) {
-        if ((m_target.Losses() & row.loss) != 0) {
-            notes.emplace_back(row.text);
+std::vector<std::wstring> OutputFile::Notes() const noexcept {
+    try {
+        if (m_isInPlace) { // the file itself was written: it has all that it had
+            return {L"The file was written in place: a failure meanwhile would have left a part of it."};
         }
+        std::vector<std::wstring> notes;
+        for (LossText const& row : LossTexts) {
+            if ((m_target.Losses() & row.loss) != 0) {
+                notes.emplace_back(row.text);
+            }
+        }
+        return notes;
+    } catch (std::bad_alloc const&) {
+        return {};
     }
-    return notes;
 }
 
 bool WriteWholeFile(std::wstring const& path, std::string_view bytes) {

@@ -36,8 +36,9 @@ public:
 
     /// Why one of them gave false, one sentence; empty before.
     std::wstring FailureText() const;
-    /// What isn't as it should be after a Commit that gave true, a sentence each.
-    std::vector<std::wstring> Notes() const;
+    /// What isn't as it should be after a Commit that gave true, a sentence each; none where memory runs out,
+    /// since then nothing fails any more.
+    std::vector<std::wstring> Notes() const noexcept;
 
 private:
     Error OpenBeside();

@@ -116,9 +116,10 @@ public:
     bool IsReplaceable() const noexcept { return m_isReplaceable; }
     /// Opens the file itself, whose content stays.
     Error OpenDirectly(File& file) const;
-    /// Removes what writers that were killed have left in the target's folder: files of such names that are
-    /// older than ten minutes and that no writer has open. Only among the first thousands of the folder, so
-    /// that a save takes no longer the more files a folder has. What can't be removed stays.
+    /// Removes what writers that were killed have left in the target's folder: files of such names, but the
+    /// target itself, that are older than ten minutes and that no writer has open. Only among the first
+    /// thousands of the folder, so that a save takes no longer the more files a folder has. What can't be
+    /// removed stays.
     void RemoveLeftovers(bool (*isTemporary)(NativePathView name)) noexcept;
     /// Makes the new file, with what a move wouldn't keep of the old one: its permissions, which are never
     /// wider than they were, and what Losses doesn't tell. The name is one in the target's folder. Here or in

@@ -257,8 +257,9 @@ void Target::RemoveLeftovers(bool (*isTemporary)(NativePathView name)) noexcept 
         }
         std::unique_ptr<void, EndSearch> const search(first);
         for (int left = MostEntries; left > 0; --left) {
-            if (isTemporary(found.cFileName) && IsOld(found.ftLastWriteTime)) {
-                ::DeleteFileW((folder + found.cFileName).c_str());
+            NativePath const path = folder + found.cFileName;
+            if (isTemporary(found.cFileName) && path != m_target && IsOld(found.ftLastWriteTime)) {
+                ::DeleteFileW(path.c_str());
             }
             left = ::FindNextFileW(search.get(), &found) ? left : 0;
         }

@@ -143,7 +143,7 @@ void Target::RemoveLeftovers(bool (*isTemporary)(NativePathView name)) noexcept 
         if (entry == nullptr) {
             return;
         }
-        if (isTemporary(entry->d_name)) {
+        if (isTemporary(entry->d_name) && entry->d_name != m_target) {
             RemoveLeftover(folder, entry->d_name, now);
         }
     }

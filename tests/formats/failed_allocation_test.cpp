@@ -74,9 +74,11 @@ TEST_P(FailedAllocation, LeavesWhatCanBeUsed) {
 TEST_P(FailedAllocation, LeavesTheOldFile) {
     auto const check = [&](std::size_t, bool completed) {
         EXPECT_EQ(ContentOf(m_folder / "target") == "old", !completed);
-        EXPECT_EQ(m_folder.CountEntries(), 2);
+        EXPECT_EQ(m_folder.CountEntries(), 3);
     };
     Fill(m_folder / "target", "old");
-    FailEachAllocation([&] { m_filled->WriteFile(m_target); }, check, m_times);
+    std::filesystem::create_hard_link(m_folder / "target", m_folder / "other"); // for a note of the report
+    WriteReport report;
+    FailEachAllocation([&] { m_filled->WriteFile(m_target, &report); }, check, m_times);
     EXPECT_TRUE(m_filled->Fresh()->ReadFile(m_target));
 }

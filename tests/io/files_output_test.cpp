@@ -163,6 +163,10 @@ TEST_F(Files, LeftByKilledWritersGoOnceTheyAreOldAndNobodyWritesThem) {
     EXPECT_TRUE(Write(m_file, "newer"));
     EXPECT_FALSE(fs::exists(m_folder / names[3]));
     EXPECT_EQ(m_folder.CountEntries(), 4);
+    fs::rename(m_folder / names[2], m_folder / names[0]); // old, and no leftover to who writes it
+    OutputFile file;
+    EXPECT_TRUE(file.Open(WidePath(m_folder / names[0])));
+    EXPECT_TRUE(fs::exists(m_folder / names[0]));
 }
 
 #ifdef _WIN32
