@@ -49,6 +49,9 @@ bool IsValidFile(std::wstring const& path, ReadReport* report) {
     ParameterLayoutIOPropertyTemplateValidityCheck check;
     ReadReport failure; // alone: the check takes no element
     failure.m_limit = 0;
+    if (report != nullptr) {
+        failure.m_limits = report->m_limits;
+    }
     KelAM::SaxUtilities::ReadFile(path, check, &failure); // the root's name is all that counts
     for (ReadReport::Entry& entry : failure.m_entries) {
         if (report != nullptr) {

@@ -3,6 +3,7 @@
 
 #include "text/unicode.h"
 
+#include <algorithm>
 #include <utility>
 
 // A reader tells its watch what it has recognised, once for each element, and knows nothing else of the
@@ -16,7 +17,8 @@ ParameterFileValidity::ParameterFileValidity(ParameterFileValidityOptions const&
     : options(given), hasReport(report != nullptr) {
     if (report != nullptr) {
         missing.m_limit = report->m_limit;
-        missing.m_byteLimit = report->m_byteLimit;
+        missing.m_byteLimit = static_cast<std::size_t>(
+            std::min<std::uint64_t>(report->m_byteLimit, report->m_limits.m_reportBytes));
     }
 }
 

@@ -110,13 +110,19 @@ TEST(ReadLimits, NameTheNumberAndThePlace) {
 
 TEST(ReadLimits, AreThoseOfAValidityCheckToo) {
     SmallLayout const layout;
-    for (auto const check : {&IsValidParameterStream, &KlvrProperties::IsValidParameterStream}) {
+    for (auto const& [check, document] :
+         {std::pair(&IsValidParameterStream, "<R><G/><G/></R>"),
+          {&KlvrProperties::IsValidParameterStream, "<R><Property Name='G'/><Property Name='G'/></R>"}}) {
         ReadReport report = WithLimit(&ReadLimits::m_elements, 1);
         ParameterFileValidityResult result;
         std::istringstream in("<R><G/></R>");
         EXPECT_FALSE(check(layout, in, {}, &result, &report) || result.m_isValid);
         EXPECT_EQ(Last(report),
                   "1:4: The document has more than 1 elements, the limit of this read (m_elements). (R)");
+        ReadReport small = WithLimit(&ReadLimits::m_reportBytes, 1);
+        std::istringstream missing(document);
+        EXPECT_FALSE(check(layout, missing, {}, &result, &small));
+        EXPECT_TRUE(small.m_entries.size() == 1 && small.m_leftOut != 0); // as the byte limit does it
     }
 }
 

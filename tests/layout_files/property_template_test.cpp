@@ -119,6 +119,9 @@ TEST(PropertyTemplateReader, CallsNoFileValid) {
     EXPECT_FALSE(KlvrPropertyTemplate::IsValidFile(path.wstring(), &report));
     EXPECT_EQ(report.m_entries.size(), 1u) << "nothing was wrong with the file";
     EXPECT_TRUE(KlvrPropertyTemplate::ReadFile(layout, path));
+    report.m_limits.m_bytes = 1;
+    EXPECT_FALSE(KlvrPropertyTemplate::IsValidFile(path.wstring(), &report));
+    EXPECT_EQ(report.m_entries.back().kind, ReadReport::Kind::RefusedDocument);
 }
 
 TEST(PropertyTemplateWriter, WritesTheSectionsInOrderAndOfTheProfilesTheListsAlone) {

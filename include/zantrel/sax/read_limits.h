@@ -20,11 +20,13 @@ struct ReadLimits {
     /// Bytes of the text of one element, an attachment's base64 too, and of one start tag with its
     /// attributes.
     std::uint64_t m_textBytes = None;
-    std::uint64_t m_elements = None;    ///< of the document
-    std::uint64_t m_depth = None;       ///< the root has depth 1; 1,024 is never exceeded
-    std::uint64_t m_listItems = None;   ///< of one list of a parameter file
-    std::uint64_t m_profiles = None;    ///< of one profile list of a parameter file, the default aside
-    std::uint64_t m_reportBytes = None; ///< of the texts that one read adds to its report
+    std::uint64_t m_elements = None;  ///< of the document
+    std::uint64_t m_depth = None;     ///< the root has depth 1; 1,024 is never exceeded
+    std::uint64_t m_listItems = None; ///< of one list of a parameter file
+    std::uint64_t m_profiles = None;  ///< of one profile list of a parameter file, the default aside
+    /// Of the texts that one read adds to its report. Of what a validity check misses, which it knows only
+    /// when the read is over, the rest is counted instead.
+    std::uint64_t m_reportBytes = None;
     /// Whether a second profile of one name in one list is beyond the limits, too. A file without such is
     /// written back in about its own size; with them it can be far larger.
     bool m_refusesSameProfiles = false;
