@@ -372,9 +372,15 @@ bool NodeRead::IsEntryWithinLimit(KelSAX::ISAXReader& reader) {
 }
 
 // Only the first of one name is found by it, by the writer too: it writes that one for each of them, with all
-// the lists in it, so that n such profiles on each of k levels become n^k.
+// the lists in it, so that n such profiles on each of k levels become n^k. In front of it may stand a flag of
+// the list that has the name, for which HasProfile would say no.
 bool NodeRead::IsNameAdmitted(std::wstring const& name, KelSAX::ISAXReader& reader) const {
-    if (!m_place.node.HasProfile(name.c_str())) {
+    PersistentProperties const& list = *m_place.node.m_pProperties;
+    auto at = list.Find(name);
+    while (at != list.end() && (*at).name == name && !PropertyCast<PersistentProperties>((*at).property)) {
+        ++at;
+    }
+    if (at == list.end() || (*at).name != name) {
         return true;
     }
     bool const isRefused = reader.GetLimits().m_refusesSameProfiles;

@@ -136,6 +136,9 @@ TEST(ReadLimits, RefuseProfilesOfOneNameThatAreOtherwiseTold) {
          "<R><Z><Both Name='a'/><Both Name='b'/><Both Name='a'/><Both/><Both Name=''/></Z></R>",
          "dropped@1:39:R/Z/Both \"a\" dropped@1:62:R/Z/Both",
          L"2 profiles have the name of an earlier one in their list, \"Z_Both[]\" first; "},
+        {"GenericParameters", "<R><Z ReadOnly='true'><Both Name='ReadOnly'/><Both Name='ReadOnly'/></Z></R>",
+         "dropped@1:46:R/Z/Both \"ReadOnly\"",
+         L"1 profiles have the name of an earlier one in their list, \"Z_Both[ReadOnly]\" first; "},
         {"MachineParameters",
          "<R><Property Name='C'><Profile Name='a'/></Property><Property Name='C'><Profile Name='a'/>"
          "<Profile Name='a'/></Property></R>",
