@@ -22,8 +22,9 @@ namespace {
 
 /// Holds back the signals that a write can raise: SIGPIPE, of a pipe whose reader has gone, and SIGXFSZ, at
 /// the process's limit for files. The write is to fail, not the process to end. They are blocked for this
-/// thread, and one that the write has raised is taken before it is let through again. One that was pending
-/// before belongs to somebody else and stays.
+/// thread, and the one that a failed write has raised is taken before it is let through again. One that was
+/// pending before belongs to somebody else and stays; so does one that somebody sends meanwhile, for which
+/// another thread may be waiting: who waited for it here might wait for ever.
 class WithoutWriteSignals {
 public:
     WithoutWriteSignals() noexcept {
@@ -33,17 +34,19 @@ public:
     }
     WithoutWriteSignals(WithoutWriteSignals const&) = delete;
     WithoutWriteSignals& operator=(WithoutWriteSignals const&) = delete;
-    ~WithoutWriteSignals() {
+    ~WithoutWriteSignals() { ::pthread_sigmask(SIG_SETMASK, &m_before, nullptr); }
+
+    /// Of a write that failed so.
+    void TakeThatOf(Error error) noexcept {
+        int const signal = error == EPIPE ? SIGPIPE : SIGXFSZ;
         sigset_t pending;
         ::sigpending(&pending);
-        for (int const signal : {SIGPIPE, SIGXFSZ}) {
-            if (::sigismember(&m_pending, signal) == 0 && ::sigismember(&pending, signal) == 1) {
-                sigset_t const raised = SetOf({signal});
-                int taken = 0;
-                ::sigwait(&raised, &taken);
-            }
+        if ((error == EPIPE || error == EFBIG) && ::sigismember(&m_pending, signal) == 0 &&
+            ::sigismember(&pending, signal) == 1) {
+            sigset_t const raised = SetOf({signal});
+            int taken = 0;
+            ::sigwait(&raised, &taken);
         }
-        ::pthread_sigmask(SIG_SETMASK, &m_before, nullptr);
     }
 
 private:
@@ -121,12 +124,14 @@ Error File::Read(char* into, std::size_t size, std::size_t& got) noexcept {
 }
 
 Error File::Write(std::string_view bytes) noexcept {
-    WithoutWriteSignals const held;
+    WithoutWriteSignals held;
     while (!bytes.empty()) {
         ssize_t const written =
             RepeatWhenInterrupted([&] { return ::write(Descriptor(*this), bytes.data(), bytes.size()); });
         if (written <= 0) {
-            return written < 0 ? errno : EIO;
+            Error const error = written < 0 ? errno : EIO;
+            held.TakeThatOf(error);
+            return error;
         }
         bytes.remove_prefix(static_cast<std::size_t>(written));
     }

@@ -16,6 +16,7 @@
 #ifdef _WIN32
 #include <windows.h>
 #else
+#include <csignal>
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/resource.h>
@@ -261,6 +262,27 @@ TEST_F(Files, ThatAreNotRegularAreWrittenDirectly) {
     EXPECT_EQ(m_folder.CountEntries(), 2);
     EXPECT_TRUE(Write("/dev/null", "new"));
     EXPECT_FALSE(Write("/dev/full", "new"));
+}
+
+TEST_F(Files, LeaveASignalToWhomItIsSentWhileTheyAreWritten) {
+    fs::path const path = m_folder / "pipe";
+    ASSERT_EQ(mkfifo(path.c_str(), 0600), 0);
+    sigset_t signal, before, pending;
+    sigemptyset(&signal);
+    sigaddset(&signal, SIGPIPE);
+    pthread_sigmask(SIG_BLOCK, &signal, &before);
+    std::string const bytes(300'000, 'x'); // more than a pipe holds
+    std::thread writer([&] { EXPECT_TRUE(Write(path, bytes)); });
+    std::ifstream reader(path);
+    reader.get(); // so the write has begun, and can't have ended
+    kill(getpid(), SIGPIPE);
+    EXPECT_EQ(std::string(std::istreambuf_iterator(reader), {}).size() + 1, bytes.size());
+    writer.join();
+    sigpending(&pending);
+    ASSERT_EQ(sigismember(&pending, SIGPIPE), 1);
+    int taken = 0;
+    sigwait(&signal, &taken);
+    pthread_sigmask(SIG_SETMASK, &before, nullptr);
 }
 
 #ifdef __linux__
