@@ -20,15 +20,32 @@ constexpr CharacterRange XmlCharacters[] = {
 /// What a schema has no words for: thrown within this file only.
 struct NotSaid {};
 
+// No "$": it is a character like any other there, and an escape of it would be no pattern.
+constexpr std::u32string_view Controls = U"\t\n\r", Special = U"\\|.-^?*+{}()[]";
+
+bool IsEscaped(char32_t character) {
+    return Controls.find(character) != Controls.npos || Special.find(character) != Special.npos;
+}
+
 void AppendEscaped(std::wstring& text, char32_t character) {
-    // No "$": it is a character like any other there, and an escape of it would be no pattern.
-    constexpr std::u32string_view controls = U"\t\n\r", special = U"\\|.-^?*+{}()[]";
-    if (auto const index = controls.find(character); index != controls.npos) {
-        text.append(L"\\").append(1, std::wstring_view(L"tnr")[index]);
-        return;
+    text.append(IsEscaped(character) ? L"\\" : L"");
+    if (auto const index = Controls.find(character); index != Controls.npos) {
+        text.append(1, std::wstring_view(L"tnr")[index]);
+    } else {
+        AppendCharacter(text, character);
     }
-    text.append(special.find(character) != special.npos ? L"\\" : L"");
-    AppendCharacter(text, character);
+}
+
+/// Of what is escaped at its begin one by one: there are validators that take no range to begin so.
+void AppendRange(std::wstring& text, CharacterRange range) {
+    for (; range.first != range.last && IsEscaped(range.first); ++range.first) {
+        AppendEscaped(text, range.first);
+    }
+    AppendEscaped(text, range.first);
+    if (range.last != range.first) {
+        text.append(L"-");
+        AppendEscaped(text, range.last);
+    }
 }
 
 /// Puts the pieces of a pattern together again, in the words of a schema.
@@ -95,14 +112,30 @@ private:
         }
     }
 
+    bool TakesNothing(PatternPiece const& piece) const {
+        auto const takesNothing = [this](std::size_t child) { return TakesNothing(m_pieces[child]); };
+        switch (piece.kind) {
+        case Kind::Set:
+            return false;
+        case Kind::Alternatives:
+            return std::any_of(piece.children.begin(), piece.children.end(), takesNothing);
+        case Kind::Repetition:
+            return piece.least == 0 || takesNothing(piece.children.front());
+        default:
+            return std::all_of(piece.children.begin(), piece.children.end(), takesNothing);
+        }
+    }
+
+    /// What may be nothing may come less often, too. There are validators that don't see that.
     void AppendCounts(PatternPiece const& piece) {
         bool const isEndless = piece.most == PatternPiece::Unbounded;
-        if (isEndless && piece.least <= 1) {
-            m_text.append(piece.least == 0 ? L"*" : L"+");
-        } else if (piece.least == 0 && piece.most == 1) {
+        std::size_t const least = TakesNothing(m_pieces[piece.children.front()]) ? 0 : piece.least;
+        if (isEndless && least <= 1) {
+            m_text.append(least == 0 ? L"*" : L"+");
+        } else if (least == 0 && piece.most == 1) {
             m_text.append(L"?");
         } else {
-            m_text.append(L"{").append(std::to_wstring(piece.least)).append(L",");
+            m_text.append(L"{").append(std::to_wstring(least)).append(L",");
             m_text.append(isEndless ? L"" : std::to_wstring(piece.most)).append(L"}");
         }
     }
@@ -123,11 +156,7 @@ private:
         bool const isOne = ranges.size() == 1 && ranges.front().first == ranges.front().last;
         m_text.append(isOne ? L"" : L"[");
         for (CharacterRange const range : ranges) {
-            AppendEscaped(m_text, range.first);
-            if (range.last != range.first) {
-                m_text.append(L"-");
-                AppendEscaped(m_text, range.last);
-            }
+            AppendRange(m_text, range);
         }
         m_text.append(isOne ? L"" : L"]");
     }

@@ -114,6 +114,7 @@ TEST(Schema, RefusesMistakesAndTakesWhatAReaderTakes) {
     group->AddNode(L"Mode", Options, L"Fast")->AddOption(L"Fast", L"")->AddOption(L"Slow", L"");
     group->AddNode(L"Code", String, L"ab1")->m_regex = L"[a-z]+\\d";
     group->AddNode(L"Label", String, L"abc")->m_maxLength = 4;
+    group->AddNode(L"Sign", String, L"]")->m_regex = L"\\W(\\d?){2}";
     group->AddNode(L"Lens", FileAttachment, L"");
     group->AddNode(L"Optional", Double, 1.0)->m_writeToParameterFile = false;
     LayoutNode* const list = editor.AddNode(L"Points")->SetList(true, L"Point", L"")->SetMultiplicity(2);
@@ -153,6 +154,7 @@ TEST(Schema, RefusesMistakesAndTakesWhatAReaderTakes) {
         {">ab1<", ">ab<", false},
         {">ab1<", ">xab12<", false},
         {">ab1<", "><", true},
+        {">]<", ">12<", false},
         {">abc<", ">abcd<", true},
         {">abc<", ">abcde<", false},
         {"<Data/>", "<Data>AAE=</Data>", true},
