@@ -11,6 +11,7 @@
 #include "files.h"
 
 #include <charconv>
+#include <cstdint>
 #include <optional>
 #include <vector>
 
@@ -24,6 +25,16 @@ using namespace Zantrel;
 std::wstring TextOf(double number) {
     char digits[32];
     return std::wstring(digits, std::to_chars(digits, digits + sizeof digits, number).ptr);
+}
+
+/// Its name, and enough to tell it from another one.
+std::wstring TextOf(KelAM::FileContent const& file) {
+    std::uint64_t sum = 14695981039346656037U; // FNV-1a
+    for (auto const byte : file.m_data) {
+        sum = (sum ^ static_cast<unsigned char>(byte)) * 1099511628211U;
+    }
+    return L'"' + file.m_name + L"\", " + std::to_wstring(file.m_data.size()) + L" bytes, checksum " +
+           std::to_wstring(sum);
 }
 
 /// The value; of what is none of these the type's name.
@@ -40,6 +51,9 @@ std::wstring TextOf(IPersistentProperty const& property) {
     if (auto const* const text = PropertyCast<std::wstring>(&property)) {
         return L'"' + text->m_value + L'"';
     }
+    if (auto const* const file = PropertyCast<KelAM::FileContent>(&property)) {
+        return TextOf(file->m_value);
+    }
     return property.GetType();
 }
 
@@ -48,24 +62,50 @@ struct Bag {
     std::wstring path; ///< of what stands in it, with a "/" at its end
 };
 
+/// Those that a property consists of; none for a single value, and for a sequence of none.
+std::vector<Bag> BagsIn(IPersistentProperty const& property, std::wstring const& path) {
+    if (auto const* const bag = PropertyCast<PersistentProperties>(&property)) {
+        return {{&bag->m_value, path + L'/'}};
+    }
+    if (auto const* const component = PropertyCast<KelAM::SubProperties>(&property)) {
+        return {{&component->m_value, path + L'/'}};
+    }
+    if (auto const* const object = PropertyCast<KelAM::ExternalProperties>(&property)) {
+        return {{&object->m_value, path + L'/'}};
+    }
+    std::vector<Bag> bags;
+    if (auto const* const items = PropertyCast<IndexedProperties<PersistentProperties>>(&property)) {
+        auto const count = static_cast<std::int32_t>(items->m_value.GetNumProperties());
+        for (std::int32_t i = 0; i < count; ++i) {
+            bags.push_back({&items->m_value.GetProperty(i), path + L'[' + std::to_wstring(i) + L"]/"});
+        }
+    }
+    return bags;
+}
+
 /// Without recursion, since files may nest deeply.
 void AddFacts(PersistentProperties const& top, std::wstring const& section, TicketFacts& facts) {
     std::vector<Bag> open{{&top, L""}};
     while (!open.empty()) {
         Bag const bag = std::move(open.back());
         open.pop_back();
-        // Names of one bag may repeat. Counted, so that each has a path of its own and none hides another one
-        // in the map of facts.
+        if (bag.bag->begin() == bag.bag->end() && !bag.path.empty()) {
+            facts.emplace(std::pair(section, bag.path), L"empty");
+        }
+        // Names of one bag may repeat: counted, so that each has a path of its own.
         std::map<std::wstring, std::size_t> met;
         for (auto const& [name, property] : *bag.bag) {
+            if (property->IsDeleted()) {
+                continue;
+            }
             std::wstring path = bag.path + std::wstring(name);
             std::size_t const earlier = met[path]++;
             path += earlier == 0 ? L"" : L'#' + std::to_wstring(earlier + 1); // a further one of this name
-            if (auto const* const inner = PropertyCast<PersistentProperties>(property)) {
-                open.push_back({&inner->m_value, path + L'/'});
-            } else if (!property->IsDeleted()) {
-                facts[{section, path}] = TextOf(*property);
+            std::vector<Bag> inner = BagsIn(*property, path);
+            if (inner.empty()) {
+                facts.emplace(std::pair(section, std::move(path)), TextOf(*property));
             }
+            open.insert(open.end(), inner.begin(), inner.end());
         }
     }
 }
@@ -84,7 +124,7 @@ void AddStores(KelAM::DatabaseExternalProperties const& stores, std::wstring con
 
 } // namespace
 
-BuildTicket ReadTicket(Output& output, std::wstring const& path) {
+BuildTicket ReadTicket(Output& output, std::wstring const& path, std::wstring const& part) {
     InputFile const input(path);
     FileSort const sort = SortOf(input.Path());
     if (sort.kind != FileKind::Ticket) {
@@ -97,6 +137,12 @@ BuildTicket ReadTicket(Output& output, std::wstring const& path) {
         Host::FailToRead(input.Name(), report);
     }
     TellPassedOver(output, input.Name(), report);
+    // Not refused: a part that overrides nothing needs no entry in a ticket.
+    if (!part.empty() &&
+        ticket.GetPartOverrides().GetProperties(KelAM::ExternalPropertyID(part)) == nullptr) {
+        output.Tell({Editing::Severity::Note, input.Name(), 0, 0,
+                     L"There are no overrides of a part " + part + L'.', L""});
+    }
     return ticket;
 }
 

@@ -34,7 +34,7 @@ Json JsonOf(TicketFacts::value_type const& fact) {
 int Show(Context& context, Options const& options) {
     Json json = Json::array();
     std::wstring section;
-    for (auto const& fact : FactsOf(ReadTicket(context.output, options.file), options.part)) {
+    for (auto const& fact : FactsOf(ReadTicket(context.output, options.file, options.part), options.part)) {
         if (fact.first.first != section) {
             section = fact.first.first;
             context.output.Print(section, Style::Bold);
@@ -65,8 +65,9 @@ private:
 };
 
 int Diff(Context& context, Options const& options) {
-    TicketFacts const first = FactsOf(ReadTicket(context.output, options.file), options.part);
-    TicketFacts const second = FactsOf(ReadTicket(context.output, options.second), options.part);
+    TicketFacts const first = FactsOf(ReadTicket(context.output, options.file, options.part), options.part);
+    TicketFacts const second =
+        FactsOf(ReadTicket(context.output, options.second, options.part), options.part);
     Comparison comparison(context.output);
     // Both are in order, so that one pass over the two finds what is in one only.
     auto before = first.begin(), after = second.begin();
@@ -97,7 +98,7 @@ int Diff(Context& context, Options const& options) {
 int Effective(Context& context, Options const& options) {
     static constexpr char const* sources[] = {"layout", "ticket", "part"};
     LayoutSource const source(context.layout);
-    Zantrel::BuildTicket const ticket = ReadTicket(context.output, options.file);
+    Zantrel::BuildTicket const ticket = ReadTicket(context.output, options.file, options.part);
     Json json = Json::array();
     for (EffectiveValue const& value :
          Zantrel::Editing::EffectiveValues(ticket, options.part, *source.m_layout)) {
