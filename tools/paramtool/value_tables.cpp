@@ -6,6 +6,7 @@
 #include <zantrel/editing/editing.h>
 
 #include <charconv>
+#include <string_view>
 
 namespace Paramtool {
 
@@ -37,7 +38,8 @@ std::string Field(std::string text) {
 }
 
 /// One record of a CSV document, which may go over several lines; `at` moves behind it.
-std::vector<std::string> ReadRecord(std::string const& text, std::size_t& at, std::size_t& lines) {
+std::vector<std::string> ReadRecord(std::string_view text, std::size_t& at, std::size_t& lines,
+                                    std::wstring const& where) {
     std::vector<std::string> fields(1);
     bool isQuoted = false;
     for (; at < text.size(); ++at) {
@@ -62,17 +64,21 @@ std::vector<std::string> ReadRecord(std::string const& text, std::size_t& at, st
             fields.back() += c;
         }
     }
+    if (isQuoted) {
+        // All that follows would be in this field, and be set, of a table that breaks off.
+        Host::Fail(where + L": a field begins with a quotation mark that none ends");
+    }
     return fields;
 }
 
-/// Takes also what a spreadsheet makes of a table: a mark of the encoding in front, line ends of either kind,
-/// further columns, empty lines. The header may be missing.
-std::vector<ValueRow> ReadCsv(std::string const& text, std::wstring const& name) {
+/// Takes also what a spreadsheet makes of a table: line ends of either kind, further columns, empty lines.
+/// The header may be missing.
+std::vector<ValueRow> ReadCsv(std::string_view text, std::wstring const& name) {
     std::vector<ValueRow> rows;
     std::size_t line = 0;
-    for (std::size_t at = text.compare(0, 3, "\xEF\xBB\xBF") == 0 ? 3 : 0; at < text.size();) {
+    for (std::size_t at = 0; at < text.size();) {
         std::wstring const where = name + L':' + std::to_wstring(line + 1);
-        std::vector<std::string> const fields = ReadRecord(text, at, line);
+        std::vector<std::string> const fields = ReadRecord(text, at, line, where);
         if (fields.size() == 1 && fields.front().empty()) {
             continue;
         }
@@ -97,9 +103,12 @@ std::wstring TextOf(Json const& value) {
     return Utf8ToNative(value.is_string() ? value.get<std::string>() : value.is_null() ? "" : value.dump());
 }
 
-std::vector<ValueRow> ReadJson(std::string const& text, std::wstring const& name) {
+std::vector<ValueRow> ReadJson(std::string_view text, std::wstring const& name) {
     Json const document = Json::parse(text, nullptr, false);
     std::vector<ValueRow> rows;
+    if (document.is_discarded()) {
+        Host::Fail(name + L" is no JSON document");
+    }
     if (!document.is_object() || !document.contains("values") || !document["values"].is_array()) {
         Host::Fail(name + L" has no values: {\"values\": [{\"path\": ..., \"value\": ...}]} is wanted");
     }
@@ -139,7 +148,10 @@ std::string JsonTextOf(ParameterDatabase const& database) {
     return Json{{"values", std::move(values)}}.dump(1, ' ', false, Json::error_handler_t::replace) + '\n';
 }
 
-std::vector<ValueRow> ReadValues(std::string const& text, std::wstring const& name) {
+std::vector<ValueRow> ReadValues(std::string_view text, std::wstring const& name) {
+    if (text.substr(0, 3) == "\xEF\xBB\xBF") { // the mark of the encoding, which editors put in front
+        text.remove_prefix(3);
+    }
     std::size_t const first = text.find_first_not_of(" \t\r\n");
     // No table begins so, as its first field is a path or the header's.
     return first != std::string::npos && text[first] == '{' ? ReadJson(text, name) : ReadCsv(text, name);

@@ -6,6 +6,7 @@
 #include <zantrel/zantrel.h>
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 /// Values of a file as a table for spreadsheets and scripts.
@@ -23,6 +24,6 @@ std::string CsvOf(Zantrel::ParameterDatabase const& database);
 std::string JsonTextOf(Zantrel::ParameterDatabase const& database);
 
 /// The rows of either; which one it is tells the first character. Fails for what is neither.
-std::vector<ValueRow> ReadValues(std::string const& text, std::wstring const& name);
+std::vector<ValueRow> ReadValues(std::string_view text, std::wstring const& name);
 
 } // namespace Paramtool
