@@ -192,6 +192,12 @@ std::string BytesOf(std::wstring const& path) {
     return bytes;
 }
 
+void RefuseToReplace(std::initializer_list<std::wstring> inputs, std::wstring const& output) {
+    for (std::wstring const& input : inputs) {
+        Host::RefuseToReplace(Host::PathOf(Utf8(input)), Host::PathOf(Utf8(output)));
+    }
+}
+
 void WriteBytes(OutputFile const& file, std::string const& bytes) {
     std::ofstream out(Host::PathOf(Utf8(file.Path())), std::ios::binary);
     if (!out.write(bytes.data(), static_cast<std::streamsize>(bytes.size())).flush()) {

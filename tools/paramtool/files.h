@@ -6,6 +6,7 @@
 #include <zantrel/zantrel.h>
 
 #include <filesystem>
+#include <initializer_list>
 #include <optional>
 #include <string>
 
@@ -73,6 +74,10 @@ private:
 /// The bytes of a file. Fails when it can't be read.
 std::string BytesOf(std::wstring const& path);
 /// Writes bytes to where OutputFile would. Fails when that can't be done.
+/// Fails where the output is one of the files that a command reads, which would be its end; an empty name is
+/// none.
+void RefuseToReplace(std::initializer_list<std::wstring> inputs, std::wstring const& output);
+
 void WriteBytes(OutputFile const& file, std::string const& bytes);
 /// The standard output for bytes, as they are.
 void PrintBytes(std::string_view bytes);

@@ -248,6 +248,7 @@ void Save(ParameterFile& file, std::vector<Edit> const& edits, SaveOptions const
 
 int Change(Context& context, std::wstring const& name, std::vector<Edit> const& edits,
            SaveOptions const& options) {
+    RefuseToReplace({context.layout}, options.output);
     LayoutSource const source(context.layout);
     ParameterFile file(context.output, source, name);
     Apply(edits, file, options.isForced, context.output);

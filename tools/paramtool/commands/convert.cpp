@@ -73,7 +73,7 @@ int ConvertLayout(Context& context, Options const& options, LayoutFormat format)
 }
 
 int Convert(Context& context, Options const& options) {
-    Host::RefuseToReplace(Host::PathOf(Utf8(options.input)), Host::PathOf(Utf8(options.output)));
+    RefuseToReplace({options.input, context.layout}, options.output);
     std::wstring const& to = options.format;
     return to == L"meta"       ? ConvertLayout(context, options, LayoutFormat::Meta)
            : to == L"template" ? ConvertLayout(context, options, LayoutFormat::Template)

@@ -14,6 +14,7 @@ struct Options {
 };
 
 int Export(Context& context, Options const& options) {
+    RefuseToReplace({options.file, context.layout}, options.output);
     // First, so that a target that can't be is refused before anything is read.
     OutputFile const target(options.output, context.output);
     LayoutSource const source(context.layout);

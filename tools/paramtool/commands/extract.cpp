@@ -14,6 +14,7 @@ struct Options {
 };
 
 int Extract(Context& context, Options const& options) {
+    RefuseToReplace({options.file, context.layout}, options.output);
     LayoutSource const source(context.layout);
     ParameterFile file(context.output, source, options.file);
     Zantrel::Editing::Place const place = file.FindLeaf(options.path);

@@ -68,6 +68,7 @@ void AddMissing(ParameterFile& file, ValueRow const& row, std::vector<Edit>& don
 }
 
 int Import(Context& context, Options const& options) {
+    RefuseToReplace({options.values, context.layout}, options.save.output);
     LayoutSource const source(context.layout);
     ParameterFile file(context.output, source, options.file);
     InputFile const values(options.values);

@@ -35,10 +35,7 @@ void RequireLanguage(nlohmann::json const& languages, std::wstring const& langua
 
 int LayoutPage(Context& context, Options const& options) {
     Output& output = context.output;
-    // A page in the place of what it is made from would be its end.
-    for (std::wstring const& input : {options.layout, options.values}) {
-        Host::RefuseToReplace(Host::PathOf(Utf8(input)), Host::PathOf(Utf8(options.output)));
-    }
+    RefuseToReplace({options.layout, options.values}, options.output);
     LayoutSource const source(options.layout);
     TellPassedOver(output, source.m_name, source.m_report);
     std::optional<ParameterFile> values;

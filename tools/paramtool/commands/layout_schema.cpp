@@ -16,6 +16,7 @@ struct Options {
 };
 
 int Schema(Context& context, Options const& options) {
+    RefuseToReplace({options.layout}, options.output);
     // What a read passes over plays no part in a schema, and layout lint tells it.
     LayoutSource const source(options.layout);
     OutputFile const target(options.output, context.output);

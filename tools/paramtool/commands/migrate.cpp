@@ -70,6 +70,7 @@ std::size_t TellSteps(std::vector<MigrationStep> const& steps, Output& output) {
 
 int Migrate(Context& context, Options const& options) {
     Output& output = context.output;
+    RefuseToReplace({options.from, options.to}, options.save.output);
     LayoutSource const from(options.from), to(options.to);
     ParameterFile const file(output, from, options.file);
     Migration const migration = [&] {
