@@ -10,6 +10,7 @@
 
 #include <zantrel/database/visit_value.h>
 #include <zantrel/editing/value_text.h>
+#include <zantrel/text/string_conversion.h>
 
 #include <algorithm>
 #include <cmath>
@@ -339,15 +340,19 @@ Renamed Resolve(std::vector<Renaming> const& renamings, LayoutNode const* from, 
     for (Renaming const& renaming : renamings) {
         auto const oldNode = oldNodes.find(renaming.from);
         auto const newNode = newNodes.find(renaming.to);
-        if (oldNode == oldNodes.end() || newNode == newNodes.end()) {
+        if (bool const isOld = oldNode == oldNodes.end(); isOld || newNode == newNodes.end()) {
             throw std::invalid_argument(
-                "a renaming needs a path of the old layout and one of the new layout");
+                (isOld ? "the old layout has no node \"" : "the new layout has no node \"") +
+                StringConversion::NativeToUtf8(isOld ? renaming.from : renaming.to) +
+                "\" that a renaming names");
         }
         auto const [at, isNew] = renamed.to.try_emplace(oldNode->second, newNode->second);
         // Saying the same renaming twice is none; two ways from one node or to one node are.
         bool const isTaken = isNew && !renamed.taken.insert(newNode->second).second;
         if (isTaken || at->second != newNode->second) {
-            throw std::invalid_argument("two renamings contradict each other");
+            throw std::invalid_argument("two renamings contradict each other, one of them from \"" +
+                                        StringConversion::NativeToUtf8(renaming.from) + "\" to \"" +
+                                        StringConversion::NativeToUtf8(renaming.to) + '"');
         }
     }
     return renamed;

@@ -33,8 +33,9 @@ std::wstring TextOf(KelAM::FileContent const& file) {
     for (auto const byte : file.m_data) {
         sum = (sum ^ static_cast<unsigned char>(byte)) * 1099511628211U;
     }
-    return L'"' + file.m_name + L"\", " + std::to_wstring(file.m_data.size()) + L" bytes, checksum " +
-           std::to_wstring(sum);
+    char digits[16];
+    return file.m_name + L", " + std::to_wstring(file.m_data.size()) + L" bytes, checksum " +
+           std::wstring(digits, std::to_chars(digits, digits + sizeof digits, sum, 16).ptr);
 }
 
 /// The value; of what is none of these the type's name.

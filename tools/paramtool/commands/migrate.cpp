@@ -82,8 +82,17 @@ int Migrate(Context& context, Options const& options) {
         }
     }();
     std::size_t const lost = TellSteps(migration.steps, output);
+    // No reason against the migration: what the new layout objects to is kept, and for its user to mend.
+    std::wstring const& written = options.save.output.empty() ? file.m_input.Name() : options.save.output;
+    for (Finding const& finding : Validate(migration.database)) {
+        if (finding.severity == Severity::Error) {
+            Message message = MessageOf(written, finding);
+            message.severity = Severity::Warning;
+            output.Tell(message);
+        }
+    }
     if (options.isDry) {
-        return lost == 0 ? Same : Different;
+        return lost == 0 && file.m_passedOver == 0 ? Same : Different;
     }
     if (lost != 0 && !options.save.isForced) {
         Host::Fail(file.m_input.Name() + L" is not migrated, because of what is dropped or refused; --force "
