@@ -46,14 +46,17 @@ std::wstring LineOf(MigrationStep const& step) {
     return step.reason.empty() ? line : line + L" (" + step.reason + L')';
 }
 
-/// Tells each step but what stays as it was. Gives how many lose something.
-std::size_t TellSteps(std::vector<MigrationStep> const& steps, Output& output) {
+/// Tells each step but what stays as it was; beside a file that goes to the standard output on the standard
+/// error. Gives how many lose something.
+std::size_t TellSteps(std::vector<MigrationStep> const& steps, bool isBesideFile, Output& output) {
     std::size_t lost = 0;
     Json json = Json::array();
     for (MigrationStep const& step : steps) {
         bool const isLost = step.kind == Kind::Dropped || step.kind == Kind::Refused;
         lost += isLost ? 1 : 0;
-        if (step.kind != Kind::Taken) {
+        if (step.kind != Kind::Taken && isBesideFile) {
+            output.Remark(LineOf(step));
+        } else if (step.kind != Kind::Taken) {
             output.Print(LineOf(step), isLost ? Style::Red : Style::Plain);
         }
         json.push_back({{"kind", KindWords[static_cast<int>(step.kind)]},
@@ -81,12 +84,13 @@ int Migrate(Context& context, Options const& options) {
             Host::Fail(StringConversion::Utf8ToNative(error.what()));
         }
     }();
-    std::size_t const lost = TellSteps(migration.steps, output);
+    std::wstring const target =
+        options.save.output.empty() && file.m_input.IsStandard() ? L"-" : options.save.output;
+    std::size_t const lost = TellSteps(migration.steps, target == L"-" && !options.isDry, output);
     // No reason against the migration: what the new layout objects to is kept, and for its user to mend.
-    std::wstring const& written = options.save.output.empty() ? file.m_input.Name() : options.save.output;
     for (Finding const& finding : Validate(migration.database)) {
         if (finding.severity == Severity::Error) {
-            Message message = MessageOf(written, finding);
+            Message message = MessageOf(target.empty() ? file.m_input.Name() : target, finding);
             message.severity = Severity::Warning;
             output.Tell(message);
         }
