@@ -65,8 +65,11 @@ std::wstring Fill(std::wstring_view sentence, std::wstring_view value, std::wstr
 /// As a user knows the place.
 std::wstring_view NameOf(PlaceView const& place) {
     LayoutNode const* const layout = place.GetLayoutNode();
-    bool const isShown = layout != nullptr && !layout->m_displayName.empty() && !place.IsEntry();
-    return isShown ? std::wstring_view(layout->m_displayName) : place.GetName();
+    if (layout != nullptr && !layout->m_displayName.empty() && !place.IsEntry()) {
+        return layout->m_displayName;
+    }
+    // An item has no name of its own.
+    return layout != nullptr && place.GetName().empty() ? layout->m_nodeName : place.GetName();
 }
 
 /// In a sentence: a longer text would drown it, and the finding has all of it.

@@ -314,7 +314,10 @@ TEST_F(ValidationTest, SaysWhatIsWrongAndWhatWouldBeRight) {
 TEST_F(ValidationTest, SaysOfSizesWhatTheLayoutSays) {
     m_layout.m_profileEditor->AddNode(L"Beams")->SetList(true, L"Beam", L"")->SetMultiplicity(3);
     m_layout.m_profileEditor->Back()->SetMultiplicityMax(2)->SetMultiplicityMaxMessage(L"Two beams at most");
-    EXPECT_EQ(SentenceOf(Validate(ParameterDatabase(&m_layout))), L"Two beams at most");
+    ParameterDatabase const database(&m_layout);
+    EXPECT_EQ(SentenceOf(Validate(database)), L"Two beams at most");
+    EXPECT_EQ(SentenceOf(Objections(PlaceView(database).Get(L"Beams").GetItem(0), L"")),
+              L"\"Beam\" holds no value that could be set."); // an item has no name of its own
 }
 
 TEST_F(ValidationTest, MatchesPatternsAsTheStandardLibraryDoes) {
