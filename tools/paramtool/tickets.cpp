@@ -13,6 +13,7 @@
 #include <charconv>
 #include <cstdint>
 #include <optional>
+#include <utility>
 #include <vector>
 
 namespace Paramtool {
@@ -84,6 +85,14 @@ std::vector<Bag> BagsIn(IPersistentProperty const& property, std::wstring const&
     return bags;
 }
 
+/// A path with its middle left out where it is long: all that stands below begins with it, so that a small
+/// file that nests deeply would else fill the memory.
+std::wstring Shortened(std::wstring path) {
+    constexpr std::size_t longest = 1000, kept = 400;
+    return path.size() <= longest ? std::move(path)
+                                  : path.substr(0, kept) + L"..." + path.substr(path.size() - kept);
+}
+
 /// Without recursion, since files may nest deeply.
 void AddFacts(PersistentProperties const& top, std::wstring const& section, TicketFacts& facts) {
     std::vector<Bag> open{{&top, L""}};
@@ -102,7 +111,7 @@ void AddFacts(PersistentProperties const& top, std::wstring const& section, Tick
             std::wstring path = bag.path + std::wstring(name);
             std::size_t const earlier = met[path]++;
             path += earlier == 0 ? L"" : L'#' + std::to_wstring(earlier + 1); // a further one of this name
-            std::vector<Bag> inner = BagsIn(*property, path);
+            std::vector<Bag> inner = BagsIn(*property, Shortened(path));
             if (inner.empty()) {
                 facts.emplace(std::pair(section, std::move(path)), TextOf(*property));
             }
