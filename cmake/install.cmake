@@ -16,3 +16,5 @@ configure_package_config_file(cmake/package_config.cmake.in ZantrelConfig.cmake
 write_basic_package_version_file(ZantrelConfigVersion.cmake COMPATIBILITY SameMinorVersion)
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/ZantrelConfig.cmake ${CMAKE_CURRENT_BINARY_DIR}/ZantrelConfigVersion.cmake
   DESTINATION ${package_folder})
+
+include(cmake/sbom.cmake)

@@ -14,6 +14,7 @@ function(find_headers package target folder)
     set_target_properties(${target} PROPERTIES INTERFACE_INCLUDE_DIRECTORIES ${PROJECT_BINARY_DIR}/headers)
   endif()
   set(${package}_FOUND ${${package}_FOUND} PARENT_SCOPE)
+  set(${package}_VERSION ${${package}_VERSION} PARENT_SCOPE)
 endfunction()
 
 find_headers(CLI11 CLI11::CLI11 CLI)
@@ -30,7 +31,8 @@ add_executable(paramtool ${tool_sources})
 target_include_directories(paramtool PRIVATE ${PROJECT_SOURCE_DIR}/tools/paramtool ${PROJECT_SOURCE_DIR}/examples)
 target_compile_definitions(paramtool PRIVATE "PARAMTOOL_VERSION=\"${PROJECT_VERSION}\"")
 target_link_libraries(paramtool PRIVATE
-  paramtool_page Zantrel::Zantrel Zantrel::Editing CLI11::CLI11 nlohmann_json::nlohmann_json zantrel_warnings)
+  paramtool_page Zantrel::Zantrel Zantrel::Editing CLI11::CLI11 nlohmann_json::nlohmann_json zantrel_warnings
+  zantrel_hardening)
 set_target_properties(paramtool PROPERTIES
   CXX_STANDARD 17
   CXX_STANDARD_REQUIRED ON
