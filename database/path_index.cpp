@@ -1,7 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "database/path_index.h"
 
+#include "store/prefetch.h"
+
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
 #include <cstring>
 
 // A table half as large again as what it holds. A node stands at the place that the upper half of its hash
@@ -15,6 +19,8 @@ namespace Zantrel {
 namespace {
 
 constexpr std::size_t MaxSteps = 64;
+constexpr std::size_t Line = 64;      ///< bytes that memory gives at once, on most processors
+constexpr std::size_t MaxAhead = 512; ///< further on the processor asks by itself
 /// More than the half of a hash can choose from.
 constexpr std::size_t MaxSize = 0xFFFFFFFF;
 
@@ -32,6 +38,18 @@ struct TwoWords {
         second = (second ^ words[1]) * 0xC2B2AE3D27D4EB4F;
     }
 };
+
+/// Whether that is the node's path. Nearly always it is, and then the cursor's bag is read next.
+bool IsAt(ContentList::Node const& node, std::wstring_view path) {
+    // The text stands behind the node, as a rule; asked for now, its lines come together.
+    auto const begin = reinterpret_cast<std::uintptr_t>(&node);
+    std::size_t const size = sizeof(node) + path.size() * sizeof(wchar_t);
+    for (std::size_t at = Line; at < std::min(size, MaxAhead); at += Line) {
+        Prefetch(reinterpret_cast<void const*>(begin + at));
+    }
+    Prefetch(node.m_pProperties);
+    return node.m_path == path;
+}
 
 } // namespace
 
@@ -74,8 +92,9 @@ PathIndex::Place const* PathIndex::Find(std::wstring_view path) const noexcept {
     std::uint64_t const hash = HashOf(path);
     std::uint8_t const mark = MarkOf(hash);
     std::size_t const first = FirstOf(hash);
+    Prefetch(&m_places[first]);
     for (std::size_t at = first; at != first + MaxSteps && m_marks[at] != 0; ++at) {
-        if (m_marks[at] == mark && m_places[at]->m_path == path) {
+        if (m_marks[at] == mark && IsAt(*m_places[at], path)) {
             return &m_places[at];
         }
     }
