@@ -72,13 +72,20 @@ TEST_P(FailedAllocation, LeavesWhatCanBeUsed) {
 }
 
 TEST_P(FailedAllocation, LeavesTheOldFile) {
+    auto const restore = [&] {
+        std::filesystem::remove(m_folder / "other");
+        Fill(m_folder / "target", "old");
+        std::filesystem::create_hard_link(m_folder / "target",
+                                          m_folder / "other"); // for a note of the report
+    };
+    // A write may get through without what failed: a search for leftovers, the notes.
     auto const check = [&](std::size_t, bool completed) {
         EXPECT_EQ(ContentOf(m_folder / "target") == "old", !completed);
         EXPECT_EQ(m_folder.CountEntries(), 3);
+        EXPECT_EQ(m_filled->Fresh()->ReadFile(m_target), completed);
+        restore();
     };
-    Fill(m_folder / "target", "old");
-    std::filesystem::create_hard_link(m_folder / "target", m_folder / "other"); // for a note of the report
+    restore();
     WriteReport report;
     FailEachAllocation([&] { m_filled->WriteFile(m_target, &report); }, check, m_times);
-    EXPECT_TRUE(m_filled->Fresh()->ReadFile(m_target));
 }

@@ -69,8 +69,9 @@ TEST(ReadLimits, NameTheNumberAndThePlace) {
         std::string document;
         Number limit;
         std::uint64_t number;
-        char const* last;
+        std::string last;
     };
+    std::uint64_t const report = 75 * sizeof(wchar_t); // which holds one entry
     std::string const longText(200'000, 'x');
     Row const rows[] = {
         {"GenericParameters", "<R>\n<N><Item>1</Item><Item>2</Item><Item>3</Item></N></R>",
@@ -95,14 +96,14 @@ TEST(ReadLimits, NameTheNumberAndThePlace) {
          "1:7: A text or start tag has more than 150000 bytes, the limit of this read (m_textBytes). (R/G)"},
         {"Ticket", "<R></" + longText, &ReadLimits::m_textBytes, 5,
          "1:4: A text or start tag has more than 5 bytes, the limit of this read (m_textBytes). (R)"},
-        {"Ticket", "<R><x/><y/><z/></R>", &ReadLimits::m_reportBytes, 300 * sizeof(wchar_t) / 4,
-         "1:8: The report of this read has more than 300 bytes, the limit of this read (m_reportBytes). "
-         "(R/y)"},
+        {"Ticket", "<R><x/><y/><z/></R>", &ReadLimits::m_reportBytes, report,
+         "1:8: The report of this read has more than " + std::to_string(report) +
+             " bytes, the limit of this read (m_reportBytes). (R/y)"},
     };
     for (Row const& row : rows) {
-        ReadReport report = WithLimit(row.limit, row.number), within = WithLimit(row.limit, 3'000'000);
-        EXPECT_FALSE(ReadText(*FormatCalled(row.format).make(), row.document, &report));
-        EXPECT_EQ(Last(report), row.last);
+        ReadReport beyond = WithLimit(row.limit, row.number), within = WithLimit(row.limit, 3'000'000);
+        EXPECT_FALSE(ReadText(*FormatCalled(row.format).make(), row.document, &beyond));
+        EXPECT_EQ(Last(beyond), row.last);
         EXPECT_EQ(ReadText(*FormatCalled(row.format).make(), row.document, &within),
                   row.document.back() == '>');
     }
