@@ -5,11 +5,6 @@
 #include "editing/findings.h"
 
 #include <cstdint>
-#include <memory>
-#include <utility>
-
-// A sequence of bags can only grow. So a list that changes otherwise is built anew beside the old one, which
-// then goes as a whole, when nothing can fail any more.
 
 namespace Zantrel::Editing {
 
@@ -20,18 +15,6 @@ std::optional<Finding> AgainstIndex(Place const& list, std::size_t index) {
                ? std::nullopt
                : std::optional(MakeFinding(FindingKind::OutOfRange, list, std::to_wstring(index),
                                            std::to_wstring(SizeOf(list))));
-}
-
-PersistentProperties const& BagAt(ItemProperty const& items, std::size_t index) {
-    return items.m_value.GetProperty(static_cast<std::int32_t>(index));
-}
-
-/// Puts other items in the place of a list's.
-void Replace(Place const& list, std::unique_ptr<ItemProperty> items) {
-    PersistentProperties& bag = *list.GetCursor().m_pProperties;
-    std::wstring const name = L"Value";
-    bag.AddProperty(name, items.release()); // behind the old ones
-    bag.RemoveProperty(name, true);         // allocates nothing
 }
 
 std::optional<Finding> AgainstRemovingItem(Place const& list, std::size_t index) {
@@ -70,15 +53,9 @@ EntryChange MoveItem(Place const& list, std::size_t from, std::size_t to) {
                 [&] { return AgainstIndex(list, to); });
     if (change) {
         change.entry = EntryPlace::OfItem(list, to);
-        ItemProperty const& old = *FindItems(list);
-        auto moved = std::make_unique<ItemProperty>();
-        for (std::size_t i = 0, next = 0; i < SizeOf(list); ++i) {
-            next += next == from; // which comes at its new place alone
-            moved->m_value.AddProperty() = BagAt(old, i == to ? from : next++);
-        }
-        Replace(list, std::move(moved));
-        EntryPlace::SetBag(*change.entry,
-                           FindItems(list)->m_value.GetProperty(static_cast<std::int32_t>(to)));
+        IndexedProperties<PersistentProperties>& items = FindItems(list)->m_value;
+        items.MoveProperty(static_cast<std::int32_t>(from), static_cast<std::int32_t>(to));
+        EntryPlace::SetBag(*change.entry, items.GetProperty(static_cast<std::int32_t>(to)));
     }
     return change;
 }
@@ -89,14 +66,7 @@ EntryChange RemoveItem(Place const& list, std::size_t index) {
         FirstOf([&] { return AgainstKind(list, PlaceKind::List); }, [&] { return AgainstIndex(list, index); },
                 [&] { return AgainstRemoving(list); }, [&] { return AgainstRemovingItem(list, index); });
     if (change) {
-        ItemProperty const& old = *FindItems(list);
-        auto rest = std::make_unique<ItemProperty>();
-        for (std::size_t i = 0; i < SizeOf(list); ++i) {
-            if (i != index) {
-                rest->m_value.AddProperty() = BagAt(old, i);
-            }
-        }
-        Replace(list, std::move(rest));
+        FindItems(list)->m_value.RemoveProperty(static_cast<std::int32_t>(index));
     }
     return change;
 }

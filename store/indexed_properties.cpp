@@ -57,6 +57,22 @@ unsigned long long Sequence::GetNumProperties() const noexcept {
     return m_content != nullptr ? m_content->Size() : 0;
 }
 
+void Sequence::MoveProperty(std::int32_t from, std::int32_t to) {
+    static_cast<void>(GetProperty(from)); // both are there, or nothing is moved
+    static_cast<void>(GetProperty(to));
+    for (std::int32_t const step = from < to ? 1 : -1; from != to; from += step) {
+        BagInside::Swap(GetProperty(from), GetProperty(from + step));
+    }
+}
+
+void Sequence::RemoveProperty(std::int32_t index) {
+    MoveProperty(index, static_cast<std::int32_t>(GetNumProperties()) - 1);
+    EndEntries(BagInside::TakeWord(m_content->TakeLast()));
+    if (m_content->Size() == 0) {
+        Clear(); // an empty sequence has no content
+    }
+}
+
 void Sequence::Clear() noexcept { EndSequence(std::exchange(m_content, nullptr)); }
 
 void Sequence::Swap(Sequence& other) {

@@ -271,4 +271,45 @@ TEST(Sequence, KeepsItsBagsInPlaceWhileItGrows) {
     EXPECT_THROW(sequence.GetProperty(-1), std::out_of_range);
 }
 
+TEST(Sequence, MovesAndRemovesWhatItsBagsHoldAsAVectorDoes) {
+    Bags sequence;
+    std::vector<std::int32_t const*> values; // each keeps its address, and tells its number
+    std::mt19937 random(7);
+    for (std::int32_t turn = 0; turn < 6000; ++turn) {
+        std::size_t const size = values.size();
+        if (size == 0 || random() % 7 < (turn < 4000 ? 4u : 2u)) {
+            Bag& bag = sequence.AddProperty();
+            bag.SetValue<std::int32_t>(L"i", turn);
+            Sequence(bag, L"below").AddProperty().SetValue<std::int32_t>(L"i", turn);
+            values.push_back(bag.GetValuePointer<std::int32_t>(L"i", false));
+        } else {
+            auto const from = static_cast<std::int32_t>(random() % size);
+            auto const to = static_cast<std::int32_t>(random() % size);
+            auto const* const value = values[static_cast<std::size_t>(from)];
+            values.erase(values.begin() + from);
+            if (random() % 2 != 0) {
+                sequence.RemoveProperty(from);
+            } else {
+                sequence.MoveProperty(from, to);
+                values.insert(values.begin() + to, value);
+            }
+        }
+        ASSERT_EQ(sequence.GetNumProperties(), values.size());
+    }
+    for (std::size_t i = 0; i < values.size(); ++i) {
+        Bag& bag = sequence.GetProperty(static_cast<std::int32_t>(i));
+        ASSERT_EQ(bag.GetValuePointer<std::int32_t>(L"i", false), values[i]);
+        ASSERT_EQ(Sequence(bag, L"below").GetProperty(0).GetValueOr<std::int32_t>(L"i", -1), *values[i]);
+    }
+    auto const end = static_cast<std::int32_t>(values.size());
+    EXPECT_THROW(sequence.MoveProperty(0, end), std::out_of_range);
+    EXPECT_THROW(sequence.MoveProperty(-1, 0), std::out_of_range);
+    EXPECT_THROW(sequence.RemoveProperty(end), std::out_of_range);
+    while (sequence.GetNumProperties() != 0) {
+        sequence.RemoveProperty(0);
+    }
+    EXPECT_TRUE(sequence == Bags());
+    EXPECT_THROW(sequence.RemoveProperty(0), std::out_of_range);
+}
+
 } // namespace

@@ -15,11 +15,11 @@ namespace Zantrel::Editing {
 
 /// Appends a copy of the list's template. Cursors on other items stay good.
 ZANTREL_EDITING_EXPORT EntryChange AddItem(Place const& list);
-/// Takes the item at `from` to where it then stands at `to`. Cursors on items go stale. Takes time in the
-/// size of the list, as its items are copied.
+/// Takes the item at `from` to where it then stands at `to`. A cursor on an item then means the item at that
+/// place of the list. Nothing is copied.
 ZANTREL_EDITING_EXPORT EntryChange MoveItem(Place const& list, std::size_t from, std::size_t to);
-/// Ends the item at `index`, unless that is read-only. Cursors on items go stale. Takes time in the size of
-/// the list, as its other items are copied.
+/// Ends the item at `index`, unless that is read-only. A cursor on an item then means the item at that place
+/// of the list; those on the last one and in what has ended go stale. Nothing is copied.
 ZANTREL_EDITING_EXPORT EntryChange RemoveItem(Place const& list, std::size_t index);
 
 } // namespace Zantrel::Editing

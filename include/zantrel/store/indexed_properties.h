@@ -13,7 +13,8 @@ class SequenceContent;
 }
 
 /// An ordered sequence of bags, as a list of a database holds its items. A reference to a bag stays good
-/// while the sequence grows, until Clear, an assignment or Read. Belongs to one thread at a time.
+/// while the sequence grows, until Clear, an assignment or Read; MoveProperty and RemoveProperty change which
+/// content it has. Belongs to one thread at a time.
 template <> class ZANTREL_EXPORT IndexedProperties<PersistentProperties> : public IMergeablePropertyValue {
 public:
     IndexedProperties() noexcept = default;
@@ -38,6 +39,13 @@ public:
     PersistentProperties const& GetProperty(std::int32_t index) const;
     /// How many bags there are. This and GetProperty take the same time however many.
     unsigned long long GetNumProperties() const noexcept;
+    /// Takes the content of the bag at `from` to where it then stands at `to`; those between move up by one.
+    /// Pointers to properties stay good, a reference to a bag means what then stands at its place. Copies
+    /// nothing; takes time in the distance. Throws std::out_of_range when there is no such bag.
+    void MoveProperty(std::int32_t from, std::int32_t to);
+    /// Ends the content of the bag at `index`; those behind move up by one, as MoveProperty has it. Throws
+    /// std::out_of_range when there is none.
+    void RemoveProperty(std::int32_t index);
     /// Ends all bags.
     /// References to them are bad from here on.
     void Clear() noexcept;
