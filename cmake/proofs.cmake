@@ -10,22 +10,41 @@ if(ZANTREL_BUILD_FUZZ)
   if(NOT CMAKE_CXX_COMPILER_ID MATCHES "Clang")
     message(FATAL_ERROR "The fuzz targets need clang++.")
   endif()
-  # Compiled anew, for only what is instrumented guides the fuzzer.
-  set(fuzz_flags -g -fno-omit-frame-pointer -fsanitize=fuzzer,address,undefined -fno-sanitize-recover=all)
-  function(zantrel_add_fuzz_target name)
-    add_executable(zantrel_fuzz_${name} EXCLUDE_FROM_ALL fuzz/${name}_fuzz.cpp ${ARGN})
-    target_compile_features(zantrel_fuzz_${name} PRIVATE cxx_std_20)
-    target_compile_options(zantrel_fuzz_${name} PRIVATE -O1 ${fuzz_flags})
-    target_include_directories(zantrel_fuzz_${name} PRIVATE include ${CMAKE_CURRENT_SOURCE_DIR})
-    target_link_options(zantrel_fuzz_${name} PRIVATE ${fuzz_flags})
-    target_link_libraries(zantrel_fuzz_${name} PRIVATE zantrel_warnings EXPAT::EXPAT)
-  endfunction()
+  # Who brings an engine brings the flags of the sanitisers, too.
+  set(ZANTREL_FUZZING_ENGINE "" CACHE STRING "What fuzz targets are linked with, instead of libFuzzer")
+  set(ZANTREL_FUZZING_SANITISERS "address,undefined" CACHE STRING "What fuzz targets are built with beside libFuzzer")
+  add_library(zantrel_fuzzing INTERFACE)
+  target_compile_features(zantrel_fuzzing INTERFACE cxx_std_20)
+  target_include_directories(zantrel_fuzzing INTERFACE include ${PROJECT_SOURCE_DIR})
+  target_compile_definitions(zantrel_fuzzing INTERFACE ZANTREL_STATIC ZANTREL_EDITING_STATIC
+    "ZANTREL_TESTS=\"${PROJECT_SOURCE_DIR}/tests\"")
+  if(ZANTREL_FUZZING_ENGINE)
+    set(fuzzing_engine ${ZANTREL_FUZZING_ENGINE})
+  else()
+    if(ZANTREL_FUZZING_SANITISERS)
+      set(fuzzing_sanitisers -fsanitize=${ZANTREL_FUZZING_SANITISERS})
+    endif()
+    target_compile_options(zantrel_fuzzing INTERFACE -O2 -gline-tables-only -fno-omit-frame-pointer
+      -D_GLIBCXX_ASSERTIONS -fsanitize-coverage=inline-8bit-counters,pc-table ${fuzzing_sanitisers} -fno-sanitize-recover=all)
+    target_link_options(zantrel_fuzzing INTERFACE ${fuzzing_sanitisers})
+    set(fuzzing_engine -fsanitize=fuzzer)
+  endif()
 
-  file(GLOB tokeniser_sources CONFIGURE_DEPENDS text/*.cpp xml/*.cpp)
-  zantrel_add_fuzz_target(tokeniser ${tokeniser_sources})
-  file(GLOB_RECURSE layout_file_sources CONFIGURE_DEPENDS
-    text/*.cpp io/*.cpp xml/*.cpp sax/*.cpp store/*.cpp
-    layout/*.cpp database/*.cpp parameter_files/*.cpp layout_files/*.cpp build_ticket/*.cpp)
-  zantrel_add_fuzz_target(layout_file ${layout_file_sources})
-  target_compile_definitions(zantrel_fuzz_layout_file PRIVATE "ZANTREL_TESTS=\"${PROJECT_SOURCE_DIR}/tests\"")
+  # Compiled anew, for only what is instrumented guides the fuzzer.
+  file(GLOB fuzz_sources CONFIGURE_DEPENDS fuzz/*_target.cpp fuzz/*_targets.cpp fuzz/xml_mutator.cpp)
+  add_library(zantrel_fuzzed STATIC EXCLUDE_FROM_ALL ${sources} ${editing_sources} ${fuzz_sources})
+  target_link_libraries(zantrel_fuzzed PUBLIC zantrel_fuzzing EXPAT::EXPAT PRIVATE zantrel_warnings)
+
+  # One program for each row of the tables in fuzz/.
+  add_custom_target(zantrel_fuzz)
+  foreach(target GenericParameters MachineParameters MetaFile WholeMetaFile PropertyTemplate Ticket Filter Validity
+      MachineValidity Editing Tokeniser Texts BinaryForm Calls)
+    add_executable(zantrel_fuzz_${target} EXCLUDE_FROM_ALL fuzz/run_by_fuzzer.cpp)
+    target_compile_definitions(zantrel_fuzz_${target} PRIVATE "ZANTREL_FUZZ_TARGET=\"${target}\"")
+    target_link_libraries(zantrel_fuzz_${target} PRIVATE zantrel_fuzzed zantrel_warnings ${fuzzing_engine})
+    add_dependencies(zantrel_fuzz zantrel_fuzz_${target})
+  endforeach()
+  add_executable(zantrel_fuzz_corpus EXCLUDE_FROM_ALL fuzz/corpus_tool.cpp)
+  target_link_libraries(zantrel_fuzz_corpus PRIVATE zantrel_fuzzed zantrel_warnings)
+  add_dependencies(zantrel_fuzz zantrel_fuzz_corpus)
 endif()

@@ -334,18 +334,41 @@ inline Format const& FormatCalled(std::string_view name) {
                          [&](Format const& format) { return format.name == name; });
 }
 
+inline bool IsRefusal(ReadReport::Entry const& entry) {
+    return entry.kind <= ReadReport::Kind::RefusedDocument;
+}
+
+/// Without the blanks that lines begin with, of which a deep document has as many as the square of its depth.
+inline std::size_t SizeWithoutIndentation(std::string_view document) {
+    std::size_t size = 0;
+    bool isIndentation = false;
+    for (char const character : document) {
+        isIndentation = character == '\n' || (isIndentation && character == ' ');
+        size += isIndentation ? 0 : 1;
+    }
+    return size;
+}
+
 /// Reads the document and does with what was read all that a host can do. Gives what was wrong, or nothing.
-inline std::string FaultOf(Format const& format, std::string const& document) {
-    auto const subject = format.make();
+/// `like` is one of the format, which stays as it is.
+inline std::string FaultOf(Format const& format, Subject const& like, std::string const& document) {
+    auto const subject = like.Fresh();
     ReadReport report;
     bool const isRead = ReadText(*subject, document, &report);
-    auto const refuses = [](ReadReport::Entry const& entry) {
-        return entry.kind <= ReadReport::Kind::RefusedDocument;
-    };
-    if (isRead == std::any_of(report.m_entries.begin(), report.m_entries.end(), refuses)) {
+    if (isRead == std::any_of(report.m_entries.begin(), report.m_entries.end(), IsRefusal)) {
         return "the report";
     }
     std::string written = WriteText(*subject);
+    if (written.empty() && !format.isOfValues) { // whose nodes may have names that not every reader takes
+        return subject->Use();
+    }
+    if (SizeWithoutIndentation(written) > 4'096 + 64 * document.size()) {
+        WriteReport noted; // of profiles of one name, with which a small document is a large one
+        std::ostringstream out;
+        if (subject->Write(out, &noted) && noted.m_notes.empty()) {
+            return "so much from so little";
+        }
+    }
     for (int turn = 0; turn < 3; ++turn) { // the first may bring names and texts into their one form
         auto const back = subject->Fresh();
         ReadReport again;
@@ -355,12 +378,19 @@ inline std::string FaultOf(Format const& format, std::string const& document) {
             return isTooDeep ? subject->Use() : "what was written";
         }
         std::string const next = WriteText(*back);
-        if (turn == 2 && format.settles && next != written) {
+        if (!format.settles || next == written) {
+            break;
+        }
+        if (turn == 2) {
             return "what was written again";
         }
         written = next;
     }
     return subject->Use();
+}
+
+inline std::string FaultOf(Format const& format, std::string const& document) {
+    return FaultOf(format, *format.make(), document);
 }
 
 } // namespace TestSupport

@@ -1,0 +1,111 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "fuzz/target.h"
+#include "tests/support/small_parameter_file.h"
+
+#include <zantrel/editing/differences.h>
+#include <zantrel/editing/look.h>
+#include <zantrel/editing/migration.h>
+#include <zantrel/editing/validation.h>
+#include <zantrel/editing/value_text.h>
+
+namespace Fuzz {
+
+namespace {
+
+using namespace TestSupport;
+using namespace Zantrel::Editing;
+
+/// The same places with other types, and lists where single values were.
+void AppendChanged(LayoutNode& to, LayoutNode const& from) {
+    for (LayoutNode const* const child : from.m_children) {
+        auto const type =
+            child->m_type == Group ? Group : static_cast<eTypeLayoutNode>(child->m_type % 10 + 1);
+        LayoutNode* const made = to.AddNode(child->m_name.c_str(), type, L"1");
+        made->SetIsList(child->m_isList != (child->m_type % 3 == 1))
+            ->SetIsProfileList(child->m_isProfileList);
+        made->SetNodeName(L"Entry");
+        AppendChanged(*made, *child);
+    }
+}
+
+struct ChangedLayout : ParameterLayout {
+    explicit ChangedLayout(ParameterLayout const& from) {
+        m_name = L"Changed";
+        AppendChanged(*m_profileEditor, *from.m_profileEditor);
+    }
+};
+
+bool Read(ParameterDatabase& database, std::string const& document) {
+    std::istringstream in(document);
+    return ReadStream(database, in);
+}
+
+/// What is written, read again and written.
+bool ComesBack(ParameterDatabase const& database) {
+    ParameterDatabase back(database.GetLayout());
+    std::string const written = WriteText(database);
+    return Read(back, written) && WriteText(back) == written;
+}
+
+std::string FaultOfMigration(ParameterDatabase const& database, ParameterLayout const& changed) {
+    using Kind = MigrationStep::Kind;
+    Migration const same = Migrate(database, *database.GetLayout());
+    for (MigrationStep const& step : same.steps) {
+        if (step.kind != Kind::Taken) {
+            return "a step to the same layout";
+        }
+    }
+    if (!same.database.IsEqual(database) && WriteText(same.database) != WriteText(database)) {
+        return "the migration to the same layout";
+    }
+    Migration const other = Migrate(database, changed), twice = Migrate(other.database, changed);
+    return !ComesBack(other.database)                               ? "what was migrated"
+           : WriteText(twice.database) != WriteText(other.database) ? "what was migrated twice"
+                                                                    : "";
+}
+
+/// Any text is taken as a value or leaves the place as it is, and a value's own text leaves it, too.
+bool Takes(Place const& place, std::wstring const& text) {
+    std::wstring const before = TextOf(place.GetCursor());
+    bool const isTaken = !SetText(place, text);
+    std::wstring const after = TextOf(place.GetCursor());
+    return isTaken ? !SetText(place, after) && TextOf(place.GetCursor()) == after : after == before;
+}
+
+std::string FaultOfTexts(ParameterDatabase database, std::wstring const& text) {
+    for (LookWalk walk(database); walk.Next();) {
+        if (walk.GetLook().reasons.empty() != (walk.GetLook().isVisible && walk.GetLook().isEditable)) {
+            return "a look";
+        }
+    }
+    for (PlaceWalk<ParameterNode> walk(database); walk.Next();) {
+        Place const& place = walk.GetPlace();
+        bool const isText =
+            place.IsLeaf() && place.GetLayoutNode()->m_type != FileAttachment; // no file's name
+        if (isText && !(Takes(place, TextOf(place.GetCursor())) && Takes(place, text))) {
+            return "a text";
+        }
+    }
+    return "";
+}
+
+} // namespace
+
+std::string FaultOfEditing(std::string const& document) {
+    static SmallLayout const layout;
+    static ChangedLayout const changed(layout);
+    ParameterDatabase database(&layout);
+    Read(database, document);
+    if (document.size() % 2 == 0) {
+        return FaultOfMigration(database, changed);
+    }
+    if (!Differences(database, ParameterDatabase(database)).empty() ||
+        Validate(database).size() > 64 * document.size() + 100) {
+        return "the differences";
+    }
+    std::size_t const begin = std::min(document.find('>') + 1, document.size());
+    return FaultOfTexts(
+        database, StringConversion::Utf8ToNative(document.substr(begin, document.find('<', begin) - begin)));
+}
+
+} // namespace Fuzz

@@ -1,0 +1,64 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// What the fuzzers and the tests of their corpora run, in tables.
+namespace Fuzz {
+
+struct Target {
+    std::string name;
+    /// Does with the bytes all that the target is about. Gives what was wrong, or nothing.
+    std::function<std::string(std::string const& bytes)> faultOf;
+    /// Whose elements and words the mutator puts into documents; empty where the input is no document.
+    std::string example;
+};
+
+std::string FaultOfTokeniser(std::string const& bytes); ///< needs libexpat
+std::string FaultOfTexts(std::string const& bytes);
+std::string FaultOfBinaryForm(std::string const& bytes);
+std::string FaultOfCalls(std::string const& bytes);
+std::string FaultOfEditing(std::string const& document);
+
+/// Those of documents, one for each format and the two checks.
+std::vector<Target> DocumentTargets();
+/// Those and what else needs nothing but the library.
+inline std::vector<Target> LibraryTargets() {
+    std::vector<Target> targets = DocumentTargets();
+    targets.insert(
+        targets.end(),
+        {{"Texts", FaultOfTexts, ""}, {"BinaryForm", FaultOfBinaryForm, ""}, {"Calls", FaultOfCalls, ""}});
+    return targets;
+}
+/// All of them, with the second library and libexpat.
+inline std::vector<Target> AllTargets() {
+    std::vector<Target> targets = LibraryTargets();
+    std::string const parameters = targets.front().example;
+    targets.insert(targets.end(),
+                   {{"Editing", FaultOfEditing, parameters}, {"Tokeniser", FaultOfTokeniser, ""}});
+    return targets;
+}
+
+/// The input as a sequence of small numbers, 0 when it has ended.
+class Choices {
+public:
+    explicit Choices(std::string_view bytes) : m_bytes(bytes) {}
+    bool HaveEnded() const { return m_bytes.empty(); }
+    /// Below `end`, which is at most 256.
+    unsigned Below(std::size_t end) {
+        if (m_bytes.empty() || end == 0) {
+            return 0;
+        }
+        auto const byte = static_cast<unsigned char>(m_bytes.front());
+        m_bytes.remove_prefix(1);
+        return static_cast<unsigned>(byte % end);
+    }
+
+private:
+    std::string_view m_bytes;
+};
+
+} // namespace Fuzz
