@@ -320,16 +320,15 @@ private:
         case 14:
             return void(bag.SetValue<std::int32_t>(name, 7));
         default:
-            return void(
-                bag.SetValue<std::wstring>(Flag() ? KelAM::PropertyNames::ObjectType : name, TypeText()));
+            return SetText(bag, Flag() ? KelAM::PropertyNames::Text::ObjectType : name);
         }
     }
 
-    std::wstring TypeText() {
+    void SetText(Bag& bag, std::wstring_view name) {
         using namespace KelAM::ObjectTypes;
         static std::wstring const types[] = {ObjectTypePartInstance, ObjectTypePlatform,
                                              ObjectTypeUniquePart};
-        return Flag() ? types[m_choices.Below(std::size(types))] : Text();
+        bag.SetValue<std::wstring>(name, Flag() ? types[m_choices.Below(std::size(types))] : Text());
     }
 
     void ChangeProperty(IPersistentProperty* property, Bag& other) {
