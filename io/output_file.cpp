@@ -137,6 +137,7 @@ Error OutputFile::Replace() {
 // Cut to its length at last: a file that is written over takes no new room where it doesn't grow.
 Error OutputFile::WriteInPlace() {
     Error error = m_target.OpenDirectly(m_file);
+    m_hasBegunInPlace = error == 0;
     error = error == 0 ? m_file.Write(m_bytes) : error;
     error = error == 0 ? m_file.EndHere() : error;
     error = error == 0 ? m_file.Flush() : error;
@@ -152,7 +153,8 @@ std::wstring OutputFile::FailureText() const {
     }
     std::wstring_view const why = RefusalTexts[static_cast<std::size_t>(m_target.WhatIsRefused())];
     return DescribeFailure(L"Can't write", m_path, m_error,
-                           m_isInPlace ? L"in place, so that it may hold a part of the new content" : why);
+                           m_hasBegunInPlace ? L"in place, so that it may hold a part of the new content"
+                                             : why);
 }
 
 std::vector<std::wstring> OutputFile::Notes() const noexcept {

@@ -52,6 +52,7 @@ private:
     bool m_mayWriteInPlace;
     bool m_isOpen = false;
     bool m_isInPlace = false;
+    bool m_hasBegunInPlace = false; ///< the target holds a part until all is written
     Error m_error = 0;
     std::string m_bytes; ///< kept for writing in place
     Target m_target;
