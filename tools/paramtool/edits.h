@@ -34,8 +34,9 @@ struct SaveOptions {
     std::wstring output; ///< empty: in place
     bool isForced = false;
     bool isBackedUp = false;
+    bool mayWriteInPlace = false;
 
-    /// --output, --backup and --force.
+    /// --output, --backup, --in-place and --force.
     void Declare(CommandLine& line);
 };
 

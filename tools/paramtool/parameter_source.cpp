@@ -123,8 +123,10 @@ Place ParameterFile::FindContainer(std::wstring const& path, PlaceKind kind) {
     return place;
 }
 
-void Write(ParameterDatabase const& database, std::wstring const& path, ParameterFormat format) {
+std::vector<std::wstring> Write(ParameterDatabase const& database, std::wstring const& path,
+                                ParameterFormat format, bool mayWriteInPlace) {
     WriteReport report;
+    report.m_mayWriteInPlace = mayWriteInPlace;
     // By its default the format has profile lists only.
     KlvrProperties::WriteOptions everything;
     everything.m_profileListsOnly = false;
@@ -132,6 +134,7 @@ void Write(ParameterDatabase const& database, std::wstring const& path, Paramete
                                              : WriteFile(database, path, L"", &report))) {
         Host::Fail(path + L": " + report.Format());
     }
+    return report.m_notes;
 }
 
 std::vector<Difference> LossesOf(ParameterDatabase const& database, ParameterDatabase& readBack,

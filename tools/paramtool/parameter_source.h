@@ -46,7 +46,9 @@ Zantrel::ReadReport Read(Zantrel::ParameterDatabase& database, std::wstring cons
                          std::wstring const& name, ParameterFormat format);
 
 /// Writes a database, whole or not at all. Fails when that can't be done.
-void Write(Zantrel::ParameterDatabase const& database, std::wstring const& path, ParameterFormat format);
+/// Gives what the library notes of a write that succeeded.
+std::vector<std::wstring> Write(Zantrel::ParameterDatabase const& database, std::wstring const& path,
+                                ParameterFormat format, bool mayWriteInPlace = false);
 
 /// In what a database differs that is read back from what a format makes of it. Nothing is known here of what
 /// a format can carry, so that a loss which nobody has thought of shows as well.

@@ -184,6 +184,15 @@ std::wstring TargetOf(ParameterFile const& file, SaveOptions const& options) {
     return IsInPlace(file, options) ? file.m_input.Name() : options.output.empty() ? L"-" : options.output;
 }
 
+void Finish(OutputFile const& target, std::wstring const& name, std::vector<std::wstring> const& notes,
+            Output& output) {
+    target.Finish();
+    output.m_json["output"] = Utf8(name);
+    for (std::wstring const& note : notes) {
+        output.Remark(name + L": " + note);
+    }
+}
+
 /// Changes the bytes of the values alone. False where that can't be done; then nothing was touched.
 bool SaveTexts(ParameterFile const& file, std::vector<Edit> const& edits, SaveOptions const& options,
                Output& output) {
@@ -200,11 +209,12 @@ bool SaveTexts(ParameterFile const& file, std::vector<Edit> const& edits, SaveOp
     if (IsInPlace(file, options)) {
         BackUp(name, options, output);
     }
-    if (!change(*file.m_database.GetLayout(), file.m_input.Path(), texts, target.Path(), nullptr)) {
+    WriteReport report;
+    report.m_mayWriteInPlace = options.mayWriteInPlace;
+    if (!change(*file.m_database.GetLayout(), file.m_input.Path(), texts, target.Path(), &report)) {
         return false;
     }
-    target.Finish();
-    output.m_json["output"] = Utf8(name);
+    Finish(target, name, report.m_notes, output);
     return true;
 }
 
@@ -213,6 +223,7 @@ bool SaveTexts(ParameterFile const& file, std::vector<Edit> const& edits, SaveOp
 void SaveOptions::Declare(CommandLine& line) {
     line.Take("--output", output, "write here instead of to FILE", "OTHER");
     line.Flag("--backup", isBackedUp, "keep FILE as it was, with .bak behind its name");
+    line.Flag("--in-place", mayWriteInPlace, "write over FILE where it stands if it can't be replaced");
     line.Flag("--force", isForced, "accept losses, and values that the layout objects to");
 }
 
@@ -226,9 +237,7 @@ void SaveAnew(ParameterFile const& file, ParameterDatabase const& database, std:
         RequireNoCommentLost(file, options, output);
         BackUp(name, options, output);
     }
-    Write(database, target.Path(), file.m_format);
-    target.Finish();
-    output.m_json["output"] = Utf8(name);
+    Finish(target, name, Write(database, target.Path(), file.m_format, options.mayWriteInPlace), output);
 }
 
 void Save(ParameterFile& file, std::vector<Edit> const& edits, SaveOptions const& options, Output& output) {
