@@ -2,7 +2,6 @@
 #include <zantrel/layout/parameter_layout.h>
 
 #include "tests/layout_files/layout_formats.h"
-#include "tests/support/failing_allocator.h"
 
 namespace Zantrel {
 namespace {
@@ -93,15 +92,6 @@ TEST(ParameterLayout, TheAnchorsOfACopyStayInItsSource) {
         EXPECT_EQ(layout->m_versionNode->GetQueryName(source), L"Version_Minor");
         EXPECT_EQ(layout->m_jobConfigurator.GetNode(), nullptr);
     }
-}
-
-TEST(ParameterLayout, AFailedAllocationLeaksNothing) {
-    TestSupport::FailEachAllocation([] {
-        CategorisedLayout layout(true);
-        layout.AddCategoryNodeIfNeeded();
-        ParameterLayout copy(layout);
-        copy = layout;
-    });
 }
 
 } // namespace

@@ -109,8 +109,10 @@ TEST_F(ValueEdits, LeaveTheFileWhereMemoryEnds) {
         std::ofstream(m_path, std::ios::binary) << before;
     };
     std::ofstream(m_path, std::ios::binary) << before;
-    EXPECT_GT(FailEachAllocation([&] { EXPECT_TRUE(EditValueTexts(m_layout, path, values, path)); }, check),
-              100u);
+    auto const edit = [&] { EXPECT_TRUE(EditValueTexts(m_layout, path, values, path)); };
+    for (auto const times : {AllocationFailure::Times::Once, AllocationFailure::Times::FromThenOn}) {
+        EXPECT_GT(FailEachAllocation(edit, check, times), 100u);
+    }
     EXPECT_EQ(FindValuePlaces(m_layout, path, {L"G_S"})[0].column, 18u);
 }
 
