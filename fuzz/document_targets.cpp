@@ -31,6 +31,28 @@ std::string FaultOfDocument(Format const& format, Subject const& like, std::stri
     return FaultOfByteLimit(*within, *beyond, document, ReadText(*plain, document));
 }
 
+std::string Told(bool isTaken, std::string const& what, ReadReport const& report) {
+    std::string text = (isTaken ? "taken\n" : "refused\n") + what + "\n\n";
+    for (ReadReport::Entry const& entry : report.m_entries) {
+        text += StringConversion::NativeToUtf8(ReadReport::Format(entry)) + '\n';
+    }
+    return text;
+}
+
+std::string OutcomeOfDocument(Subject const& like, std::istream& document) {
+    auto const subject = like.Fresh();
+    ReadReport report;
+    bool const isRead = subject->Read(document, &report);
+    return Told(isRead, WriteText(*subject), report);
+}
+
+/// How a system hands out a document plays no part in what is read.
+std::string FaultOfPieces(Target const& target, std::string const& document) {
+    PieceBuffer whole(document, document.size()), pieces(document, 1 + document.size() % 7);
+    std::istream in(&whole), inPieces(&pieces);
+    return target.outcomeOf(in) == target.outcomeOf(inPieces) ? "" : "in pieces";
+}
+
 using Check = bool (*)(ParameterLayout const&, std::istream&, ParameterFileValidityOptions const&,
                        ParameterFileValidityResult*, ReadReport*);
 
@@ -50,15 +72,32 @@ std::uint64_t MessagesOf(Check check, ParameterLayout const& layout, std::string
     return count;
 }
 
-template <auto const& Io> std::string FaultOfValidity(Check check, std::string const& document) {
-    static ParameterLayout const& layout = [&]() -> ParameterLayout const& {
-        static SmallLayout made;
-        if (Io.hasFixedNames) {
-            made.SetName(L"KlvrMachineParameters");
-            NameEntries(made);
+template <auto const& Io> ParameterLayout const& CheckedLayout() {
+    struct Layout : SmallLayout {
+        Layout() {
+            if (Io.hasFixedNames) {
+                SetName(L"KlvrMachineParameters");
+                NameEntries(*this);
+            }
         }
-        return made;
-    }();
+    };
+    static Layout const layout;
+    return layout;
+}
+
+template <auto const& Io> std::string OutcomeOfCheck(Check check, std::istream& document) {
+    ParameterFileValidityResult result;
+    ReadReport report;
+    bool const isValid = check(CheckedLayout<Io>(), document, {}, &result, &report);
+    std::string messages;
+    for (std::wstring const& message : result.m_messages) {
+        messages += StringConversion::NativeToUtf8(message) + '\n';
+    }
+    return Told(isValid, messages, report);
+}
+
+template <auto const& Io> std::string FaultOfValidity(Check check, std::string const& document) {
+    ParameterLayout const& layout = CheckedLayout<Io>();
     bool isValid = false, isValidToo = false, isSound = true;
     std::uint64_t const count = MessagesOf(check, layout, document, 1000, isValid, isSound);
     if (MessagesOf(check, layout, document, 1, isValidToo, isSound) != count || isValid != isValidToo ||
@@ -74,30 +113,34 @@ template <auto const& Io> std::string FaultOfValidity(Check check, std::string c
     return isValid && isSound ? "" : "what was valid, when written again";
 }
 
+template <auto const& Io> Target TargetOf(char const* name, Check check, std::string const& example) {
+    return {name, [check](std::string const& document) { return FaultOfValidity<Io>(check, document); },
+            example, [check](std::istream& document) { return OutcomeOfCheck<Io>(check, document); }};
+}
+
+Target TargetOf(Format const& format) {
+    std::shared_ptr<Subject> const like = format.make(); // with the one layout for all documents
+    return {format.name,
+            [&format, like](std::string const& document) { return FaultOfDocument(format, *like, document); },
+            format.example, [like](std::istream& document) { return OutcomeOfDocument(*like, document); }};
+}
+
 } // namespace
 
 std::vector<Target> DocumentTargets() {
     std::vector<Target> targets;
     for (Format const& format : Formats()) {
-        std::shared_ptr<Subject> const like = format.make(); // with the one layout for all documents
-        targets.push_back({format.name,
-                           [&format, like](std::string const& document) {
-                               return FaultOfDocument(format, *like, document);
-                           },
-                           format.example});
+        targets.push_back(TargetOf(format));
     }
-    targets.push_back({"Validity",
-                       [](std::string const& document) {
-                           return FaultOfValidity<GenericParameters>(Zantrel::IsValidParameterStream,
-                                                                     document);
-                       },
-                       SmallFile});
-    targets.push_back({"MachineValidity",
-                       [](std::string const& document) {
-                           return FaultOfValidity<MachineParameterFile<false>>(
-                               KlvrProperties::IsValidParameterStream, document);
-                       },
-                       ExampleOf("machine_parameters")});
+    targets.push_back(TargetOf<GenericParameters>("Validity", Zantrel::IsValidParameterStream, SmallFile));
+    targets.push_back(TargetOf<MachineParameterFile<false>>(
+        "MachineValidity", KlvrProperties::IsValidParameterStream, ExampleOf("machine_parameters")));
+    for (Target& target : targets) {
+        target.faultOf = [whole = target](std::string const& document) {
+            std::string const fault = whole.faultOf(document);
+            return fault.empty() && document.size() % 4 == 1 ? FaultOfPieces(whole, document) : fault;
+        };
+    }
     return targets;
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <iosfwd>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -15,6 +16,9 @@ struct Target {
     std::function<std::string(std::string const& bytes)> faultOf;
     /// Whose elements and words the mutator puts into documents; empty where the input is no document.
     std::string example;
+    /// Of documents: all that reading one gives, as a text. It begins with "taken" or "refused", in a line;
+    /// behind an empty line it has the report.
+    std::function<std::string(std::istream& document)> outcomeOf = nullptr;
 };
 
 std::string FaultOfTokeniser(std::string const& bytes); ///< needs libexpat
