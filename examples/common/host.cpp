@@ -26,10 +26,17 @@ using Zantrel::ReadReport;
 
 void Fail(std::wstring const& sentence) { throw std::runtime_error(NativeToUtf8(sentence)); }
 
-std::filesystem::path PathOf(std::string const& argument) { return std::filesystem::u8path(argument); }
+// UTF-8 is a text of char in C++17 and of char8_t from C++20 on.
+using Utf8 = decltype(std::filesystem::path().u8string());
+
+std::filesystem::path PathOf(std::string const& argument) {
+    Utf8 const text(argument.begin(), argument.end());
+    return std::filesystem::u8path(text.begin(), text.end());
+}
 
 std::wstring Wide(std::filesystem::path const& path) {
-    return StringConversion::Utf8ToNative(path.u8string());
+    Utf8 const text = path.u8string();
+    return StringConversion::Utf8ToNative(std::string(text.begin(), text.end()));
 }
 
 void RefuseToReplace(std::filesystem::path const& input, std::filesystem::path const& output) {

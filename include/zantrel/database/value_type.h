@@ -7,6 +7,8 @@
 #include <cstdint>
 #include <string>
 
+#include <zantrel/macros_away.h>
+
 namespace Zantrel {
 
 /// A type as an argument: what VisitValueType gives its visitor.
@@ -49,3 +51,5 @@ template <class Visitor> decltype(auto) VisitValueType(eTypeLayoutNode type, Vis
 }
 
 } // namespace Zantrel
+
+#include <zantrel/macros_back.h>

@@ -7,6 +7,8 @@
 
 #include <type_traits>
 
+#include <zantrel/macros_away.h>
+
 namespace Zantrel {
 
 /// Calls `visit` with the value at the cursor, typed as the layout says: a std::int32_t, double, bool,
@@ -27,3 +29,5 @@ template <class Visitor> bool VisitValue(ParameterView const& cursor, Visitor&& 
 }
 
 } // namespace Zantrel
+
+#include <zantrel/macros_back.h>

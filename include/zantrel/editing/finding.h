@@ -6,6 +6,8 @@
 
 #include <string>
 
+#include <zantrel/macros_away.h>
+
 namespace Zantrel::Editing {
 
 enum class Severity {
@@ -50,3 +52,5 @@ struct Finding {
 };
 
 } // namespace Zantrel::Editing
+
+#include <zantrel/macros_back.h>

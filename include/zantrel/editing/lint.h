@@ -8,6 +8,8 @@
 #include <string>
 #include <vector>
 
+#include <zantrel/macros_away.h>
+
 namespace Zantrel::Editing {
 
 /// What is wrong with a layout. Numbers are read as files have them, with a point, whatever the locale.
@@ -52,3 +54,5 @@ struct LintFinding {
 ZANTREL_EDITING_EXPORT std::vector<LintFinding> Lint(ParameterLayout const& layout);
 
 } // namespace Zantrel::Editing
+
+#include <zantrel/macros_back.h>

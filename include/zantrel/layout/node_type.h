@@ -3,6 +3,8 @@
 
 #include <cstdint>
 
+#include <zantrel/macros_away.h>
+
 namespace Zantrel {
 
 /// What a layout node declares. The numbers are part of the interface: hosts store them.
@@ -24,3 +26,5 @@ enum eTypeLayoutNode : std::int32_t {
 };
 
 } // namespace Zantrel
+
+#include <zantrel/macros_back.h>

@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <limits>
 
+#include <zantrel/macros_away.h>
+
 namespace Zantrel {
 
 /// How much a read takes of a document that nobody vouches for. None is set at first. A read that comes to
@@ -33,3 +35,5 @@ struct ReadLimits {
 };
 
 } // namespace Zantrel
+
+#include <zantrel/macros_back.h>

@@ -6,6 +6,8 @@
 #include <string>
 #include <string_view>
 
+#include <zantrel/macros_away.h>
+
 namespace KelSAX {
 
 class ISAXReader;
@@ -106,3 +108,5 @@ public:
     virtual void SetObjectId(unsigned int id, KelSAX::SaxIDType type);
     virtual void SetObjectId(unsigned int id);
 };
+
+#include <zantrel/macros_back.h>
