@@ -36,11 +36,15 @@ target_link_libraries(paramtool PRIVATE
 set_target_properties(paramtool PROPERTIES
   CXX_STANDARD 17
   CXX_STANDARD_REQUIRED ON
-  INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}"
   RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/examples)
 
+# The libraries of the system are found without; a package in any other place can be moved.
+if(NOT CMAKE_INSTALL_PREFIX STREQUAL "/usr")
+  set_target_properties(paramtool PROPERTIES INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
+endif()
+
 if(ZANTREL_INSTALL)
-  install(TARGETS paramtool RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT Tools)
+  install(TARGETS paramtool EXPORT ZantrelTools RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT Tools)
   install(FILES tools/paramtool/paramtool.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT Tools)
   set(completions tools/paramtool/completions)
   install(FILES ${completions}/paramtool DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions COMPONENT Tools)

@@ -3,6 +3,8 @@
 
 /// All of the library. A host that wants less includes the headers it needs: each stands alone.
 
+#include <zantrel/version.h>
+
 #include <zantrel/build_ticket/build_ticket.h>
 #include <zantrel/build_ticket/build_ticket_file.h>
 

@@ -59,3 +59,7 @@ TEST(Border, IsPassedByPropertiesAlsoOfAHostsOwnClass) {
     ASSERT_TRUE(Zantrel::SaveBuildTicket(out, ticket, Zantrel::BuildTicketWriteOptions()));
     EXPECT_NE(out.str().find("Type=\"Own\""), std::string::npos) << out.str();
 }
+
+TEST(Border, TellsTheVersionOfTheLibraryThatWasLoaded) {
+    EXPECT_STREQ(Zantrel::Version(), ZANTREL_VERSION_STRING);
+}
