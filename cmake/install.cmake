@@ -59,3 +59,4 @@ install_pc(zantrel-editing zantrel_editing "Validation, differences and migratio
   ZANTREL_EDITING_STATIC)
 
 include(cmake/sbom.cmake)
+include(cmake/packages.cmake)
