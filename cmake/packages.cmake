@@ -34,15 +34,18 @@ describe(RUNTIME libzantrel${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR} lib
   "parameters of build processors: shared libraries" "This package holds the libraries that programs load.")
 describe(DEVELOPMENT libzantrel-dev libdevel
   "parameters of build processors: development files"
-  "This package holds the headers, the static libraries, the schemas and what CMake
-and pkg-config need.")
+  "This package holds the headers, the static libraries, the schemas and what
+CMake and pkg-config need.")
 describe(TOOLS zantrel-tools utils
   "parameters of build processors: paramtool"
   "This package holds paramtool, which shows, checks, changes and compares
 parameter files and layouts.")
 describe(DOCUMENTATION zantrel-doc doc
   "parameters of build processors: documentation" "This package holds the documents.")
-set(CPACK_DEBIAN_RUNTIME_PACKAGE_GENERATE_SHLIBS ON)
+set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
+set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS_POLICY ">=")
+# Beside the calls of ldconfig that CPack writes by itself, of which lintian only warns.
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_CONTROL_EXTRA ${PROJECT_SOURCE_DIR}/cmake/triggers)
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_TOOLS_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${PROJECT_BINARY_DIR})
