@@ -1,6 +1,7 @@
 # SPDX-License-Identifier: Apache-2.0
 # Runs packaging/vcpkg/portfile.cmake with functions of the names that vcpkg has, which do the same by the simplest means:
 # cmake -D ROOT=<sources> -D BUILD=<folder> -D PACKAGES=<folder> -P vcpkg.cmake
+cmake_minimum_required(VERSION 3.22)
 set(CURRENT_PACKAGES_DIR ${PACKAGES})
 set(PORT zantrel)
 set(FEATURES tools)
