@@ -503,16 +503,18 @@ void WriteDriver::Put(std::string_view bytes) noexcept {
         return;
     }
     Flush();
-    if (!HasFailed() && !m_sink.Write(bytes)) {
-        Fail(WriteFault::Sink);
-    }
+    Send(bytes);
 }
 
 void WriteDriver::Flush() noexcept {
-    if (!HasFailed() && !m_sink.Write({m_buffer.get(), m_used})) {
+    Send({m_buffer.get(), m_used});
+    m_used = 0;
+}
+
+void WriteDriver::Send(std::string_view bytes) noexcept {
+    if (!HasFailed() && !m_sink.Write(bytes)) {
         Fail(WriteFault::Sink);
     }
-    m_used = 0;
 }
 
 void WriteDriver::Fail(WriteFault fault) noexcept {

@@ -170,6 +170,7 @@ private:
     }
     void WrittenTo(char const* at) noexcept { m_used = static_cast<std::size_t>(at - m_buffer.get()); }
     void Flush() noexcept;
+    void Send(std::string_view bytes) noexcept;
 
     Io::ByteSink& m_sink;
     std::unique_ptr<char[]> m_buffer;
