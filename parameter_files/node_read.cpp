@@ -204,7 +204,6 @@ bool NodeRead::FindGroup(std::string_view tag, ParameterNode& node) {
             return false;
         }
         node = m_place.node.GetDefault();
-        node.m_pNode = m_place.node.m_pNode;
         return true;
     }
     bool const isItem = IsOnList() && m_place.node.m_pNode->m_type == eTypeLayoutNode::Group &&

@@ -100,7 +100,7 @@ EntryBlock* EntryTable::Grow(std::size_t capacity, std::size_t bytes) {
                                      EntryBlock* const made = EntryBlock::Make(capacity, bytes, kept);
                                      std::uninitialized_move(old->begin(), old->end(), made->begin());
                                      std::destroy(old->begin(), old->end());
-                                     made->size = std::exchange(old->size, 0u);
+                                     made->size = old->size;
                                      if (kept == 0) {
                                          EntryBlock::FreeChain(m_word);
                                      }
@@ -136,7 +136,6 @@ EntryTree* EntryTable::TurnIntoTree() {
                              [&](BlockForm form) {
                                  insertAll(form);
                                  std::destroy(form.block->begin(), form.block->end());
-                                 form.block->size = 0;
                                  if (form.block->MustStay()) {
                                      tree->KeepOlder(m_word);
                                  } else {
