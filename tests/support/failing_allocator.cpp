@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <cstring>
 #include <limits>
 #include <malloc.h>
 
@@ -16,6 +17,11 @@ std::size_t SizeOf(void* memory) noexcept {
 #else
     return malloc_usable_size(memory);
 #endif
+}
+
+/// What was not written yet, or is gone, so that who reads it gets nothing that could pass for something.
+void Spoil(void* memory, std::size_t size) noexcept {
+    std::memset(memory, 0xDB, std::min(size, std::size_t(4096)));
 }
 
 struct ThreadState {
@@ -40,6 +46,7 @@ void* Allocate(std::size_t size) noexcept {
         ++state.live;
         state.bytes += static_cast<std::ptrdiff_t>(SizeOf(memory));
         state.peak = std::max(state.peak, state.bytes);
+        Spoil(memory, size);
     }
     return memory;
 }
@@ -56,6 +63,7 @@ void Free(void* memory) noexcept {
     if (memory != nullptr) {
         --state.live;
         state.bytes -= static_cast<std::ptrdiff_t>(SizeOf(memory));
+        Spoil(memory, SizeOf(memory));
     }
     std::free(memory);
 }
