@@ -24,6 +24,7 @@
 #include <unistd.h>
 #endif
 #ifdef __linux__
+#include <sys/fsuid.h>
 #include <sys/xattr.h>
 #endif
 
@@ -148,7 +149,7 @@ TEST_F(Files, MayBeReplacedBySeveralAtOnce) {
 }
 
 TEST_F(Files, LeftByKilledWritersGoOnceTheyAreOldAndNobodyWritesThem) {
-    char const* const names[] = {".0123abcd.new", ".0123abcd.new.old", ".0123ABCDE.new", ".00000000.new"};
+    char const* const names[] = {".0189abef.new", ".0189abef.new.old", ".0123ABCDE.new", ".00000000.new"};
     auto const hourAgo = fs::file_time_type::clock::now() - std::chrono::hours(1);
     for (char const* const name : names) {
         Fill(m_folder / name, "left");
@@ -227,6 +228,13 @@ TEST_F(Files, AreReplacedBehindLinksWhichStay) {
     EXPECT_EQ(ContentOf(m_file) + ContentOf(m_folder / "sub" / "made"), "newmade");
     EXPECT_TRUE(fs::is_symlink(m_folder / "link") && fs::is_symlink(m_folder / "sub" / "link"));
     EXPECT_FALSE(Write(m_folder / "round", "new"));
+    fs::path target = "a";
+    for (int link = 1; link <= 40; ++link) { // as many as the system follows
+        fs::create_symlink(std::exchange(target, std::to_string(link)),
+                           m_folder / std::to_string(link).c_str());
+    }
+    EXPECT_TRUE(Write(m_folder / "40", "newer"));
+    EXPECT_EQ(ContentOf(m_file), "newer");
 }
 
 TEST_F(Files, StayWhenTheDiskFillsUp) {
@@ -304,7 +312,88 @@ std::string AttributeOf(fs::path const& path, char const* name) {
     return {value, value + std::max<ssize_t>(size, 0)};
 }
 
+/// To files another user than root, who has no part in any group but its own.
+class AsUser1 {
+public:
+    AsUser1() : m_group(setfsgid(1)), m_user(setfsuid(1)) {}
+    AsUser1(AsUser1 const&) = delete;
+    ~AsUser1() {
+        setfsuid(static_cast<uid_t>(m_user));
+        setfsgid(static_cast<gid_t>(m_group));
+    }
+    static bool Reaches(fs::path const& path) {
+        AsUser1 const user;
+        std::error_code error;
+        return setfsuid(static_cast<uid_t>(-1)) == 1 && fs::exists(path, error);
+    }
+
+private:
+    int const m_group, m_user;
+};
+
 } // namespace
+
+TEST_F(Files, ThatCannotBeReplacedAreWrittenInPlaceWhereTheHostAllowsIt) {
+    if (!AsUser1::Reaches(m_file)) {
+        GTEST_SKIP() << "only root can be another user";
+    }
+    fs::permissions(m_file, fs::perms(0666));
+    struct Row {
+        unsigned folder;
+        bool mayWriteInPlace;
+        wchar_t const* end; ///< of the first note, or of the failure
+    };
+    for (Row const& row :
+         {Row{0777, true, L"than before."}, Row{0755, true, L"left a part of it."},
+          Row{01777, true, L"left a part of it."}, Row{0755, false, L"as a whole asks for)."},
+          Row{01777, false, L"folder's rights don't allow it)."}}) {
+        Fill(m_file, "old content");
+        ASSERT_EQ(chown(m_file.c_str(), 0, 0), 0);
+        fs::permissions(m_folder / "", fs::perms(row.folder));
+        {
+            OutputFile file(row.mayWriteInPlace);
+            AsUser1 const user;
+            bool const isWritten = file.Open(WidePath(m_file)) && file.Write("new") && file.Commit();
+            EXPECT_EQ(isWritten, row.mayWriteInPlace);
+            EXPECT_THAT(isWritten ? file.Notes().at(0) : file.FailureText(), testing::EndsWith(row.end));
+        }
+        Expect(row.mayWriteInPlace ? "new" : "old content");
+    }
+}
+
+TEST_F(Files, GiveNobodyMoreThanBeforeWhereAnotherUserReplacesThem) {
+    if (!AsUser1::Reaches(m_file)) {
+        GTEST_SKIP() << "only root can be another user";
+    }
+    fs::permissions(m_folder / "", fs::perms(0777));
+    struct Row {
+        gid_t group;
+        mode_t before, after;
+        std::string list = {};
+    };
+    for (Row const& row : {Row{1, 06775, 02775}, Row{2, 06757, 0755}, Row{2, 0626, 0622}, Row{2, 0666, 0666},
+                           Row{2, 0, 0644, AccessList({{1, 6}, {2, 6}, {4, 4}, {16, 6}, {32, 6}})},
+                           Row{2, 0, 0622, AccessList({{1, 6}, {2, 2}, {4, 6}, {16, 6}, {32, 6}})},
+                           Row{2, 0, 0622, AccessList({{1, 6}, {2, 6}, {4, 6}, {16, 2}, {32, 6}})},
+                           Row{2, 0, 0600, AccessList({{1, 6}, {2, 6}, {4, 4}, {16, 6}, {32, 0}})}}) {
+        fs::remove(m_file);
+        Fill(m_file, "old");
+        ASSERT_EQ(chown(m_file.c_str(), 0, row.group) + chmod(m_file.c_str(), row.before), 0);
+        if (!row.list.empty() &&
+            setxattr(m_file.c_str(), "system.posix_acl_access", row.list.data(), row.list.size(), 0) != 0) {
+            continue; // the file system has none
+        }
+        {
+            AsUser1 const user;
+            EXPECT_TRUE(Write(m_file, "")); // a write would have the system take marks from the mode
+        }
+        struct stat status {};
+        EXPECT_EQ(stat(m_file.c_str(), &status), 0);
+        EXPECT_EQ(status.st_mode & 07777, row.after) << std::oct << row.before;
+        EXPECT_EQ(status.st_uid, 1u);
+        EXPECT_EQ(AttributeOf(m_file, "system.posix_acl_access"), "");
+    }
+}
 
 TEST_F(Files, KeepTheirAccessListAndAttributes) {
     constexpr char List[] = "system.posix_acl_access", Default[] = "system.posix_acl_default";

@@ -62,7 +62,8 @@ inline std::string ContentOf(std::filesystem::path const& path) {
 /// That a text begins so and goes on in the system's words, to one full stop.
 inline auto IsSentence(std::wstring const& start) {
     return testing::AllOf(testing::StartsWith(start), testing::SizeIs(testing::Gt(start.size() + 4)),
-                          testing::Not(testing::EndsWith(L"..")), testing::EndsWith(L"."));
+                          testing::Not(testing::AnyOf(testing::EndsWith(L".."), testing::EndsWith(L"()."))),
+                          testing::EndsWith(L"."));
 }
 
 /// Hands out a text in pieces.
