@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "build_ticket/build_ticket_write.h"
 #include "tests/build_ticket/ticket_text.h"
+#include "tests/support/failing_allocator.h"
 #include "tests/support/generated_ticket.h"
 #include "tests/support/sax_test_support.h"
 
@@ -215,6 +216,26 @@ TEST(SavedTicket, KnowsAComponentByTheShapeOfItsName) {
           "01234567-89AB-CDEFx0123-456789ABCDEF", "{01234567-89AB-CDEF-0123x456789ABCDEF}",
           "{0123456-789AB-CDEF-0123-456789ABCDE}", "{@]", "[@}", "{@", "@}", "@0", "", "@@"}) {
         EXPECT_EQ(saved(name, KelAM::SubProperties()), "<Property ") << name;
+    }
+}
+
+TEST(LoadedTicket, HoldsThePropertiesOfAStoreThatIsLikeTheOneBeforeInOneAllocation) {
+    auto const allocations = [](int stores, std::size_t properties) {
+        std::string content = "<PO>";
+        for (int store = 0; store < stores; ++store) {
+            content += "<I uuid='" + std::to_string(store) + "'>";
+            for (std::size_t property = 0; property < properties; ++property) {
+                content += "<P Name='" + std::to_string(property) + "' Type='integer'>1</P>";
+            }
+            content += "</I>";
+        }
+        std::ptrdiff_t const before = LiveAllocations();
+        BuildTicket ticket(nullptr);
+        EXPECT_TRUE(LoadContent(ticket, content + "</PO>"));
+        return LiveAllocations() - before;
+    };
+    for (std::size_t const properties : {5u, 32u}) {
+        EXPECT_EQ(allocations(22, properties) - allocations(2, properties), 60) << properties;
     }
 }
 

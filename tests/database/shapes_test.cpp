@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/database/test_layout.h"
 #include "tests/support/comma_locale.h"
+#include "tests/support/failing_allocator.h"
 #include "tests/support/generated_database.h"
 
 #include <zantrel/database/walk.h>
@@ -203,17 +204,60 @@ struct InterruptedText : std::streambuf {
 };
 
 TEST(Shapes, MayBeLeftWhileABagIsRead) {
-    DeeperLayout layout;
-    ParameterDatabase database(&layout);
-    ParameterNode const machines = database.GetProfileEditor().Get(L"Machines");
+    std::pair<void (*)(Bag&), double> const rows[] = {
+        {[](Bag& profile) { profile.RemoveProperty(L"Names", true); }, 8},
+        {[](Bag& profile) { profile.FindProperty(L"Axes")->SetDeleted(true); }, 2},
+    };
     std::string const far(200'000, ' '); // beyond what is read ahead
-    InterruptedText text(
-        "<R><Machines><Machine Name='p'><Speed>7</Speed>" + far,
-        [&] { machines.GetProfile(L"p").m_pProperties->RemoveProperty(L"Names", true); },
-        "<Axes><X>8</X></Axes></Machine></Machines></R>");
-    std::istream in(&text);
-    EXPECT_TRUE(ReadStream(database, in));
-    EXPECT_EQ(machines.GetProfile(L"p").Get(L"Axes").Get(L"X").GetValue<double>(), 8);
+    for (auto const& [change, expected] : rows) {
+        DeeperLayout layout;
+        ParameterDatabase database(&layout);
+        ParameterNode const machines = database.GetProfileEditor().Get(L"Machines");
+        InterruptedText text(
+            "<R><Machines><Machine Name='p'><Speed>7</Speed>" + far,
+            [&, change = change] { change(*machines.GetProfile(L"p").m_pProperties); },
+            "<Axes><X>8</X><Speed>9</Speed></Axes></Machine></Machines></R>");
+        std::istream in(&text);
+        ReadReport report;
+        EXPECT_TRUE(ReadStream(database, in, &report));
+        ParameterNode const profile = machines.GetProfile(L"p");
+        profile.m_pProperties->FindProperty(L"Axes")->SetDeleted(false);
+        EXPECT_EQ(profile.Get(L"Axes").Get(L"X").GetValue<double>(), expected);
+        EXPECT_EQ(profile.Get(L"Speed").GetValue<double>(), 7);
+    }
+}
+
+TEST(Shapes, HoldTheLeavesOfAGroupInOneAllocation) {
+    ParameterLayout layout;
+    LayoutNode* const list = layout.m_profileEditor->AddNode(L"L")->SetList(true, L"I", L"");
+    LayoutNode* const profiles = layout.m_profileEditor->AddNode(L"P")->SetProfile(true, L"E");
+    for (std::size_t child = 0; child < 40; ++child) {
+        (child % 8 == 0 ? list : profiles)->AddNode(std::to_wstring(child).c_str(), Int, L"1");
+    }
+    ParameterDatabase database(&layout);
+    ParameterNode const editor = database.GetProfileEditor();
+    ParameterNode lists = editor.Get(L"L"), profile;
+    lists.AddListNode(false);
+    std::unique_ptr<ParameterDatabase> made, copy;
+    Bag own;
+    for (wchar_t const* const name : {L"a", L"b", L"c"}) {
+        own.GetValuePointer<Bag>(name, true)->SetValue<std::int32_t>(L"Value", 1);
+    }
+    auto const allocations = [](auto const& make) {
+        std::ptrdiff_t const before = TestSupport::LiveAllocations();
+        make();
+        return TestSupport::LiveAllocations() - before;
+    };
+    EXPECT_EQ(allocations([&] { made = std::make_unique<ParameterDatabase>(&layout); }), 8);
+    EXPECT_EQ(allocations([&] { copy = std::make_unique<ParameterDatabase>(*made); }), 7);
+    EXPECT_EQ(allocations([&] { lists.AddListNode(false); }), 1);
+    profile = editor.Get(L"P").AddProfile(L"p", false);
+    EXPECT_EQ(allocations([&] { profile.SetCanBeDeleted(false); }), 0);
+    EXPECT_EQ(allocations([&] { *own.GetValuePointer<Bag>(L"b", true) = own; }), 3) << "two of the names";
+    list->AddNode(L"f", Int, L"1");
+    EXPECT_EQ(allocations([&] { lists.AddListNode(false); }), 3) << "by names";
+    profile.m_pProperties->RemoveProperty(L"7", false);
+    EXPECT_EQ(profile.m_pProperties->GetNumProperties(), 35u);
 }
 
 TEST(Shapes, OutliveTheLayoutsLaterOnesAndTheDatabaseThatMadeThem) {
@@ -227,13 +271,13 @@ TEST(Shapes, OutliveTheLayoutsLaterOnesAndTheDatabaseThatMadeThem) {
     first->Format(); // behind the content that stands
     layout.machines->AddNode(L"Later", Int, L"5");
     ParameterDatabase const third(&layout);
-    for (ParameterDatabase* old : {&copy, &assigned}) {
+    for (ParameterDatabase* old : {&copy, &assigned}) { // the second has its shapes alone
         old->GetProfileEditor().Get(L"Counts").AddListNode(true);
         EXPECT_EQ(old->GetProfileEditor().Get(L"Counts").GetSize(), 1u);
         EXPECT_FALSE(old->GetProfileEditor().Get(L"Machines").GetDefault().Get(L"Later").IsValid());
+        copy = third;
     }
     EXPECT_EQ(Dump(*first), Dump(second));
-    copy = third;
     EXPECT_TRUE(copy.IsEqual(third));
 }
 

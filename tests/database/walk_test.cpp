@@ -105,6 +105,10 @@ TEST(Walk, GoesOnOneLevelBelowAPlaceWithoutContentUnlessThatIsSkipped) {
         EXPECT_TRUE(!walk.IsLeaf() && walk.Node().m_pNode == &walk.Layout());
     }
     EXPECT_EQ(names, L"ProfileEditorGNPB");
+    LayoutNode const copy(*database.editor); // which is nobody's parent
+    ParameterNode elsewhere = database.At(database.editor);
+    elsewhere.m_pNode = &copy;
+    EXPECT_EQ(Outline(Walk(elsewhere)), L"0G0 ProfileEditor \n1G0 G G -\n1L1 N N -\n1G2 P P -\n1G3 B B -\n");
 }
 
 TEST(Walk, MayChangeThePlaceWhereItStandsAndForgetsWhatWasAskedThere) {

@@ -131,6 +131,15 @@ TEST(LayoutNode, WhateverComesMovesAndGoesTheChildrenAreThoseOfAPlainList) {
     }
 }
 
+TEST(LayoutNode, ChildrenThatComeAndGoLeaveNoRoomBehind) {
+    Owned const root = Root({L"stays"});
+    TestSupport::MemoryPeak const peak;
+    for (int turn = 0; turn < 5000; ++turn) {
+        delete root->AddNode(L"goes");
+    }
+    EXPECT_LT(peak.Bytes(), 10'000u);
+}
+
 TEST(LayoutNode, EachNodeHasOneOwnerWhateverIsAppended) {
     LeakCheck const leaks;
     Owned const root = Root({L"a", L"b"});

@@ -301,6 +301,7 @@ TEST(Sequence, MovesAndRemovesWhatItsBagsHoldAsAVectorDoes) {
         ASSERT_EQ(bag.GetValuePointer<std::int32_t>(L"i", false), values[i]);
         ASSERT_EQ(Sequence(bag, L"below").GetProperty(0).GetValueOr<std::int32_t>(L"i", -1), *values[i]);
     }
+    EXPECT_TRUE(Bags(sequence) == sequence);
     auto const end = static_cast<std::int32_t>(values.size());
     EXPECT_THROW(sequence.MoveProperty(0, end), std::out_of_range);
     EXPECT_THROW(sequence.MoveProperty(-1, 0), std::out_of_range);
