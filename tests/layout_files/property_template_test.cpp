@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "layout_files/property_template_read.h"
 #include "tests/layout_files/reading_cases.h"
 
 #include <zantrel/layout/resource_dictionary.h>
@@ -41,7 +42,7 @@ TEST(PropertyTemplateReader, MakesANodeOfEachPropertyNode) {
         // Other elements are looked through, and a node without a name leaves the level with its end.
         {"text<X><N Name='A'><Y/><N Name='B'/></N></X><n Name='C'/><p:N Name='D'/>", "A:String{B:String}",
          "dropped X dropped Y dropped n dropped p:N"},
-        {"<N Name='A'><N><N Name='B'/></N><N Name='C'/></N>", "A:String{B:String} C:String",
+        {"<N Name='A'><N Type='bool'><N Name='B'/></N><N Name='C'/></N>", "A:String{B:String} C:String",
          "dropped PropertyNode"},
     };
     ExpectOutlines(PropertyTemplate, rows, "PartOverrides", "PartConfigurator");
@@ -101,6 +102,15 @@ TEST(PropertyTemplateReader, TakesPrecisionAndChoicesWithTheWholeLayout) {
     EXPECT_EQ(Reported(report), "dropped PropertyNode dropped PropertyNode dropped PropertyNode");
     EXPECT_EQ(layout.Back()->m_type, String);
     EXPECT_FALSE(KlvrPropertyTemplate::ReadWholeFile(layout, std::filesystem::path("no file")));
+}
+
+TEST(PropertyTemplateReader, BeginsAtTheRootAgainWhereADocumentBrokeOff) {
+    ParameterLayout layout;
+    ParameterLayoutIOPropertyTemplateRead reader(layout);
+    std::istringstream broken("<R><MachineParameters>"), whole(Document("<N Name='A'/>"));
+    EXPECT_FALSE(KelAM::SaxUtilities::ReadStream(broken, reader));
+    EXPECT_TRUE(KelAM::SaxUtilities::ReadStream(whole, reader));
+    EXPECT_EQ(layout.Back()->m_name, L"A");
 }
 
 TEST(PropertyTemplateReader, CallsNoFileValid) {

@@ -127,6 +127,10 @@ TEST(Validity, LooksAtNothingDeeperThanItIsTold) {
           {{machine, "", 0},
            {machine, property + "ProfileEditor]; " + property + "G]", 2},
            {machine, property + "ProfileEditor]; " + property + "G]; " + property + "H]; " + missing, 3}});
+    ReadReport report;
+    std::istringstream in("<R x='1'><G y='1'><H z='1'/></G></R>");
+    EXPECT_TRUE(Generic.check(ValidityLayout(), in, 1, nullptr, &report));
+    EXPECT_EQ(Reported(report), "unknown R unknown G untaken H");
 }
 
 TEST(Validity, KeepsSoManyMessagesAndCountsTheOthers) {

@@ -200,11 +200,26 @@ TEST(Reading, HasNoElementOutsideOfHandleTag) {
             EXPECT_TRUE(reader.GetAttributes().empty() && reader.GetText().empty());
             EXPECT_TRUE(reader.GetAncestorTag(0).empty() && reader.GetDepth() == 0);
             reader.PushHandler(new ISAXPersistHelper); // a leak if the reader forgot it
+            isRefusing ? reader.Refuse(L"Too late.") : void();
         }
+        void InitAfterLoading() override { EXPECT_FALSE(isRefusing); }
+        bool isRefusing = false;
     } handler;
     ReadReport report;
     EXPECT_TRUE(Read("<r a='1'>5</r>", handler, 1000, &report));
     EXPECT_TRUE(report.m_entries.empty());
+    handler.isRefusing = true;
+    EXPECT_FALSE(Read("<r a='1'>5</r>", handler, 1000, &report));
+    EXPECT_EQ(report.m_entries.size(), 1u);
+}
+
+TEST(Reading, HandlesNoElementWhoseTextIsBeyondTheLimit) {
+    Course course;
+    Recorder root(course, "R");
+    ReadReport report;
+    report.m_limits.m_textBytes = 15;
+    EXPECT_FALSE(Read("<r>0123456789<!---->0123456789<x/></r>", root, 1000, &report));
+    EXPECT_EQ(course.log, "R.defaults ");
 }
 
 TEST(ReadReport, SaysWhatWasLostAndWhere) {

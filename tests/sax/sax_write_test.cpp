@@ -237,8 +237,8 @@ TEST(Writing, FailsOnWhatXmlCannotCarryAndLeavesTheOldFile) {
     };
     TemporaryFolder const folder;
     Fill(folder / "a", "old");
+    WriteReport report;
     for (auto const& [content, reason] : rows) {
-        WriteReport report;
         try {
             EXPECT_FALSE(WriteFile(folder / "a", Handler(content), Root(), &report));
         } catch (std::runtime_error const& error) {
@@ -248,6 +248,8 @@ TEST(Writing, FailsOnWhatXmlCannotCarryAndLeavesTheOldFile) {
         EXPECT_EQ(ContentOf(folder / "a"), "old");
         EXPECT_EQ(folder.CountEntries(), 1);
     }
+    report.m_notes = {L"a", L"b"};
+    EXPECT_EQ(report.Format(), L"a\nb");
 }
 
 TEST(Writing, GoesAsDeepAsCanBeReadAgain) {
