@@ -312,29 +312,35 @@ std::string AttributeOf(fs::path const& path, char const* name) {
     return {value, value + std::max<ssize_t>(size, 0)};
 }
 
-/// To files another user than root, who has no part in any group but its own.
+/// To files another user than root, who has no part in any group but its own. It stands in the folder, as it
+/// may have no right to come there.
 class AsUser1 {
 public:
-    AsUser1() : m_group(setfsgid(1)), m_user(setfsuid(1)) {}
+    explicit AsUser1(fs::path const& folder) : m_before(fs::current_path()) {
+        fs::current_path(folder);
+        m_group = setfsgid(1);
+        m_user = setfsuid(1);
+    }
     AsUser1(AsUser1 const&) = delete;
     ~AsUser1() {
         setfsuid(static_cast<uid_t>(m_user));
         setfsgid(static_cast<gid_t>(m_group));
+        fs::current_path(m_before);
     }
-    static bool Reaches(fs::path const& path) {
-        AsUser1 const user;
-        std::error_code error;
-        return setfsuid(static_cast<uid_t>(-1)) == 1 && fs::exists(path, error);
+    static bool IsPossible() {
+        AsUser1 const user(".");
+        return setfsuid(static_cast<uid_t>(-1)) == 1;
     }
 
 private:
-    int const m_group, m_user;
+    fs::path const m_before;
+    int m_group = 0, m_user = 0;
 };
 
 } // namespace
 
 TEST_F(Files, ThatCannotBeReplacedAreWrittenInPlaceWhereTheHostAllowsIt) {
-    if (!AsUser1::Reaches(m_file)) {
+    if (!AsUser1::IsPossible()) {
         GTEST_SKIP() << "only root can be another user";
     }
     fs::permissions(m_file, fs::perms(0666));
@@ -352,8 +358,8 @@ TEST_F(Files, ThatCannotBeReplacedAreWrittenInPlaceWhereTheHostAllowsIt) {
         fs::permissions(m_folder / "", fs::perms(row.folder));
         {
             OutputFile file(row.mayWriteInPlace);
-            AsUser1 const user;
-            bool const isWritten = file.Open(WidePath(m_file)) && file.Write("new") && file.Commit();
+            AsUser1 const user(m_folder / "");
+            bool const isWritten = file.Open(L"a") && file.Write("new") && file.Commit();
             EXPECT_EQ(isWritten, row.mayWriteInPlace);
             EXPECT_THAT(isWritten ? file.Notes().at(0) : file.FailureText(), testing::EndsWith(row.end));
         }
@@ -362,7 +368,7 @@ TEST_F(Files, ThatCannotBeReplacedAreWrittenInPlaceWhereTheHostAllowsIt) {
 }
 
 TEST_F(Files, GiveNobodyMoreThanBeforeWhereAnotherUserReplacesThem) {
-    if (!AsUser1::Reaches(m_file)) {
+    if (!AsUser1::IsPossible()) {
         GTEST_SKIP() << "only root can be another user";
     }
     fs::permissions(m_folder / "", fs::perms(0777));
@@ -384,8 +390,8 @@ TEST_F(Files, GiveNobodyMoreThanBeforeWhereAnotherUserReplacesThem) {
             continue; // the file system has none
         }
         {
-            AsUser1 const user;
-            EXPECT_TRUE(Write(m_file, "")); // a write would have the system take marks from the mode
+            AsUser1 const user(m_folder / "");
+            EXPECT_TRUE(Write("a", "")); // a write would have the system take marks from the mode
         }
         struct stat status {};
         EXPECT_EQ(stat(m_file.c_str(), &status), 0);

@@ -107,7 +107,7 @@ TEST(PropertyTemplateReader, TakesPrecisionAndChoicesWithTheWholeLayout) {
 TEST(PropertyTemplateReader, BeginsAtTheRootAgainWhereADocumentBrokeOff) {
     ParameterLayout layout;
     ParameterLayoutIOPropertyTemplateRead reader(layout);
-    std::istringstream broken("<R><MachineParameters>"), whole(Document("<N Name='A'/>"));
+    std::istringstream broken("<R><MachineParameters><X/>"), whole(Document("<N Name='A'/>"));
     EXPECT_FALSE(KelAM::SaxUtilities::ReadStream(broken, reader));
     EXPECT_TRUE(KelAM::SaxUtilities::ReadStream(whole, reader));
     EXPECT_EQ(layout.Back()->m_name, L"A");

@@ -222,6 +222,17 @@ TEST(Reading, HandlesNoElementWhoseTextIsBeyondTheLimit) {
     EXPECT_EQ(course.log, "R.defaults ");
 }
 
+TEST(Reading, EndsWhereverARefusedElementStands) {
+    ReadingHandler handler([](std::string const& tag, KelSAX::ISAXReader& reader) {
+        tag == "c" ? reader.Refuse(L"Not here.") : void();
+        EXPECT_NE(tag, "d");
+        return true;
+    });
+    for (char const* const document : {"<c><d/></c>", "<r><c></c><d/></r>", "<r><a></a ><c></c><d/></r>"}) {
+        EXPECT_FALSE(Read(document, handler)) << document;
+    }
+}
+
 TEST(ReadReport, SaysWhatWasLostAndWhere) {
     ReadingHandler handler([](std::string const& tag, KelSAX::ISAXReader& reader) {
         std::int32_t number = 0;
