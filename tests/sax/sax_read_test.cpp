@@ -228,7 +228,8 @@ TEST(Reading, EndsWhereverARefusedElementStands) {
         EXPECT_NE(tag, "d");
         return true;
     });
-    for (char const* const document : {"<c><d/></c>", "<r><c></c><d/></r>", "<r><a></a ><c></c><d/></r>"}) {
+    for (char const* const document :
+         {"<c><d/></c>", "<r><c></c><d/></r>", "<r><c></c ><d/></r>", "<r><a></a ><c></c><d/></r>"}) {
         EXPECT_FALSE(Read(document, handler)) << document;
     }
 }
