@@ -19,9 +19,19 @@ std::size_t SizeOf(void* memory) noexcept {
 #endif
 }
 
+#if defined(__SANITIZE_ADDRESS__)
+#define ZANTREL_MEMORY_IS_WATCHED
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer)
+#define ZANTREL_MEMORY_IS_WATCHED
+#endif
+#endif
+
 /// What was not written yet, or is gone, so that who reads it gets nothing that could pass for something.
-void Spoil(void* memory, std::size_t size) noexcept {
+void Spoil([[maybe_unused]] void* memory, [[maybe_unused]] std::size_t size) noexcept {
+#ifndef ZANTREL_MEMORY_IS_WATCHED // by a sanitiser, which has marks of its own there
     std::memset(memory, 0xDB, std::min(size, std::size_t(4096)));
+#endif
 }
 
 struct ThreadState {
