@@ -11,6 +11,7 @@
 #include <iosfwd>
 #include <string>
 
+/// \file
 /// The build ticket file: a ticket in XML. docs/build_ticket_file.md has the grammar, and names all that
 /// doesn't come back. The functions run on the caller's thread, which the ticket belongs to.
 namespace Zantrel {

@@ -9,9 +9,10 @@
 
 namespace Zantrel::Editing {
 
-// `list` is a list as a whole, and goes on naming it. All honour what LookOf says of editing it, the layout's
-// permissions and limits and the list's flags, and give a finding instead of doing what these don't allow to
-// a user. On std::bad_alloc, which passes through, the database is as it was.
+/// \file
+/// `list` is a list as a whole, and goes on naming it. All honour what LookOf says of editing it, the
+/// layout's permissions and limits and the list's flags, and give a finding instead of doing what these don't
+/// allow to a user. On std::bad_alloc, which passes through, the database is as it was.
 
 /// Appends a copy of the list's template. Cursors on other items stay good.
 ZANTREL_EDITING_EXPORT EntryChange AddItem(Place const& list);

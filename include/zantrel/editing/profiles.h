@@ -22,19 +22,20 @@ struct EntryChange {
     explicit operator bool() const noexcept { return !finding; }
 };
 
-// `list` is a profile list as a whole, and goes on naming it. All honour what LookOf says of editing it, the
-// layout's permissions and limits and the flags of list and profile, and give a finding instead of doing what
-// these don't allow to a user. Cursors on other profiles stay good. On std::bad_alloc, which passes through,
-// the database is as it was.
-//
-// A new name is refused when it is empty, in use, one under which the library keeps something else ("Value",
-// "ReadOnly", ...), "Default", by which choices mean the default profile, or has characters that no file can
-// carry. Of several profiles of one name the first is meant, as by look-ups; once it is renamed or gone, the
-// next one is found by the name.
-//
-// A profile made here can be deleted and renamed and isn't read-only, hidden or the user's default, whatever
-// it is a copy of. One that neither these functions nor a file or host has said it of can't be deleted, as
-// GetCanBeDeleted tells.
+/// \file
+/// `list` is a profile list as a whole, and goes on naming it. All honour what LookOf says of editing it, the
+/// layout's permissions and limits and the flags of list and profile, and give a finding instead of doing
+/// what these don't allow to a user. Cursors on other profiles stay good. On std::bad_alloc, which passes
+/// through, the database is as it was.
+///
+/// A new name is refused when it is empty, in use, one under which the library keeps something else ("Value",
+/// "ReadOnly", ...), "Default", by which choices mean the default profile, or has characters that no file can
+/// carry. Of several profiles of one name the first is meant, as by look-ups; once it is renamed or gone, the
+/// next one is found by the name.
+///
+/// A profile made here can be deleted and renamed and isn't read-only, hidden or the user's default, whatever
+/// it is a copy of. One that neither these functions nor a file or host has said it of can't be deleted, as
+/// GetCanBeDeleted tells.
 
 /// Adds a profile with the values of the default profile.
 ZANTREL_EDITING_EXPORT EntryChange AddProfile(Place const& list, std::wstring const& name);

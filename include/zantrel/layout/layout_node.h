@@ -178,9 +178,11 @@ struct ZANTREL_EXPORT LayoutNode : LayoutNodeAttributes {
     /// The image that goes with the description, and how a host stretches it.
     LayoutNode* SetImageDescription(std::wstring image, std::wstring stretch);
 
-    // --- Attributes: getters copy, setters store and give this node ---
-    // What each one means stands with its field, in layout_node_attributes.h. Which getters are const is what
-    // hosts were compiled against; on a const node read the field. Setters require nothing and check nothing.
+    /// \name Attributes
+    /// Getters copy; setters store, give this node, require nothing and check nothing. What each one means
+    /// stands with its field, in layout_node_attributes.h, and docs/layout_attributes.md has a table of all.
+    /// Which getters are const is what hosts were compiled against; on a const node read the field.
+    /// @{
 
     eTypeLayoutNode GetType() { return m_type; }
     std::wstring GetName() { return m_name; }
@@ -298,6 +300,7 @@ struct ZANTREL_EXPORT LayoutNode : LayoutNodeAttributes {
     LayoutNode* SetPostfixSharedSizeGroup(std::wstring group) {
         return Set(m_postfixSharedSizeGroup, std::move(group));
     }
+    /// @}
 
 protected:
     std::wstring GenerateNewSourceIdentifier();

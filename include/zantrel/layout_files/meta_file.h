@@ -11,6 +11,7 @@
 #include <iosfwd>
 #include <string>
 
+/// \file
 /// The layout meta file: a layout in XML whose element names are those of its nodes.
 ///
 /// There are two pairs of functions. WriteFile puts down nearly all that a layout says about its nodes, and

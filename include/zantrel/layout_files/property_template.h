@@ -11,6 +11,7 @@
 #include <iosfwd>
 #include <string>
 
+/// \file
 /// The property template: the slim form of a layout, a tree of "PropertyNode" elements with a name, a type, a
 /// default and a few display attributes each, in a section for the parameters of the machine and one for
 /// those of a build ticket. docs/property_template.md has the grammar and names all that doesn't come back.

@@ -12,6 +12,7 @@
 #include <iosfwd>
 #include <string>
 
+/// \file
 /// The generic parameter file: the values of a database in XML whose element names are those of its layout.
 /// The functions run on the caller's thread, which the database belongs to.
 namespace Zantrel {

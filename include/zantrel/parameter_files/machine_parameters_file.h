@@ -11,6 +11,7 @@
 #include <iosfwd>
 #include <string>
 
+/// \file
 /// The machine parameters file: the values and profiles of a database in XML with a fixed vocabulary, in
 /// which each parameter is a "Property" that names its node. It carries no flags.
 /// docs/machine_parameters_file.md has the grammar. The functions run on the caller's thread, which the

@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+/// \file
 /// The texts of values where they stand in a parameter file, to point at them and to change them in place.
 /// Any thread, as long as nobody changes the layout.
 namespace Zantrel {

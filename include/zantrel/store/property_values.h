@@ -15,6 +15,7 @@ class ISAXReader;
 class ISAXWriter;
 } // namespace KelSAX
 
+/// \file
 /// What a property's value does by its type. The library instantiates these functions for std::int32_t,
 /// double, bool, std::wstring, KelAM::FileContent, PersistentProperties, KelAM::SubProperties and
 /// KelAM::ExternalProperties, the first three also for IndexedProperties<PersistentProperties>. A host that
