@@ -57,6 +57,7 @@ void ParameterDatabase::Format() {
     if (m_pLayout == nullptr || m_pLayout->m_profileEditor.GetNode() == nullptr) {
         return;
     }
+    m_pLayout->CheckAnchors();
     LayoutNode const& editor = *m_pLayout->m_profileEditor.GetNode();
     if (m_shapes == nullptr) {
         m_shapes = LayoutShapes::Of(*m_pLayout);

@@ -362,6 +362,9 @@ bool Linter::CanHave(LayoutNode const& source, std::wstring const& value) {
 
 } // namespace
 
-std::vector<LintFinding> Lint(ParameterLayout const& layout) { return Linter(layout).Run(); }
+std::vector<LintFinding> Lint(ParameterLayout const& layout) {
+    layout.CheckAnchors();
+    return Linter(layout).Run();
+}
 
 } // namespace Zantrel::Editing

@@ -5,6 +5,7 @@
 #include <deque>
 #include <iterator>
 #include <memory>
+#include <stdexcept>
 
 // The anchors are pointers into the tree that a host may replace or empty, so whatever starts at one asks
 // first. The tree itself is the truth: nothing here is kept beside it, and a question walks what it needs.
@@ -52,8 +53,15 @@ void ParameterLayout::_InitCategoryLevel(bool withGeneric) {
     m_categories = m_profileEditor->AddNode(L"Categories")->SetCategoryList(true, L"Category");
 }
 
+void ParameterLayout::CheckAnchors() const {
+    if (m_anchorSource.HasEnded()) {
+        throw std::logic_error("The layout is a copy whose source has ended: build it where it stays.");
+    }
+}
+
 // Of two profile lists neither is the one that a category is chosen from.
 LayoutNode const* ParameterLayout::FindCategoryNode() const {
+    CheckAnchors();
     LayoutNode const* found = nullptr;
     for (LayoutNode const* const child : ChildrenOf(m_profileEditor)) {
         if (child->m_isProfileList) {
@@ -90,17 +98,20 @@ void ParameterLayout::AddCategoryNodeIfNeeded() {
 }
 
 void ParameterLayout::GetBuildTicketNodes(std::vector<LayoutNode const*>& nodes) const {
+    CheckAnchors();
     nodes.clear();
     Append(ChildrenOf(m_platformOptions), nodes);
     Append(ChildrenOf(m_partOptions), nodes);
 }
 
 void ParameterLayout::GetBuildTicketNodesPartOverrides(std::vector<LayoutNode const*>& nodes) const {
+    CheckAnchors();
     nodes.clear();
     Append(ChildrenOf(m_partConfigurator), nodes);
 }
 
 bool ParameterLayout::GetReferredNodes(LayoutNode const* node, std::vector<LayoutNode const*>& nodes) const {
+    CheckAnchors();
     nodes.clear();
     LayoutNode const* const editor = m_profileEditor;
     LayoutNode const* const list =

@@ -49,6 +49,7 @@ bool HasContent(LayoutNode const* node) {
 /// All sections are written, also those that are empty. The two inner blocks end an element where the one
 /// beside it begins.
 void TemplateWrite::WriteSections() {
+    m_layout.CheckAnchors();
     {
         MSAXTagWriter const machine(m_writer, Word::MachineParameters);
         WriteChildren(m_layout.m_profileEditor, 1);

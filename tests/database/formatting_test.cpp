@@ -3,7 +3,12 @@
 
 #include "tests/support/failing_allocator.h"
 
+#include <zantrel/layout_files/property_template.h>
+
 #include <gtest/gtest.h>
+
+#include <memory>
+#include <sstream>
 
 namespace Zantrel {
 namespace {
@@ -90,6 +95,25 @@ TEST(Database, WithoutALayoutOrOnACopiedOneHasNoEditor) {
     ParameterDatabase onCopy(&copy);
     EXPECT_FALSE(onCopy.GetProfileEditor().IsValid());
     EXPECT_TRUE(onCopy.GetRoot().m_pProperties->HasValue<PersistentProperties>(L"ProfileEditor"));
+}
+
+TEST(Database, RefusesACopiedLayoutWhoseSourceHasEndedAsItsOwnQuestionsDo) {
+    auto source = std::make_unique<TestLayout const>();
+    auto copy = std::make_unique<ParameterLayout>(*source);
+    ParameterLayout const second(*copy);
+    copy.reset();
+    EXPECT_NO_THROW(ParameterDatabase{&second});
+    ParameterLayout last;
+    last = second;
+    source.reset();
+    std::vector<LayoutNode const*> nodes;
+    EXPECT_THROW(ParameterDatabase{&second}, std::logic_error);
+    EXPECT_THROW(last.AddCategoryNodeIfNeeded(), std::logic_error);
+    EXPECT_THROW(last.GetBuildTicketNodes(nodes), std::logic_error);
+    EXPECT_THROW(last.GetBuildTicketNodesPartOverrides(nodes), std::logic_error);
+    EXPECT_THROW(last.GetReferredNodes(nullptr, nodes), std::logic_error);
+    std::ostringstream out;
+    EXPECT_THROW(KlvrPropertyTemplate::WriteStream(last, out, {}), std::logic_error);
 }
 
 TEST(Database, IsEqualToAnotherOnTheSameLayoutWithEqualValuesAsAfterACopyOrAnAssignment) {

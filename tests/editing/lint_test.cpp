@@ -210,6 +210,10 @@ TEST(Lint, SaysOfCopiesThatNothingIsFoundInThem) {
     for (auto const& [kind, path] : KindsAndPaths(copy)) {
         EXPECT_EQ(kind, ForeignAnchor);
     }
+    auto ended = std::make_unique<ParameterLayout>();
+    ParameterLayout const orphan(*ended);
+    ended.reset();
+    EXPECT_THROW(Lint(orphan), std::logic_error);
     ParameterLayout layout;
     layout.m_profileEditor->AddNode(*source.m_slicing.GetNode());
     Found const found = KindsAndPaths(layout);

@@ -23,7 +23,8 @@ class ZANTREL_EXPORT ParameterDatabase {
 public:
     /// Formats the database to `layout`. Null gives an empty database. The numbers of defaults are read under
     /// the global locale as it is now: under another one than the layout was built under, 200.0 can become
-    /// 2,000,000 (docs/locale.md). Throws std::bad_alloc.
+    /// 2,000,000 (docs/locale.md). Throws std::bad_alloc, and std::logic_error for a layout that is a copy
+    /// and whose source has ended (ParameterLayout::CheckAnchors).
     explicit ParameterDatabase(ParameterLayout const* layout);
     /// Copies the values deeply and borrows the same layout.
     ParameterDatabase(ParameterDatabase const& other);

@@ -50,7 +50,8 @@ struct LintFinding {
 /// All that is wrong with a layout, before it is shipped: first of the anchors, then in the order of its
 /// nodes. An error is what loses values or makes a file that isn't read back; a warning works otherwise than
 /// it was meant. Below a node that isn't reached nothing more is said of values. Takes time in the number of
-/// the nodes, options and conditions, and in the depth of the conditions' sources.
+/// the nodes, options and conditions, and in the depth of the conditions' sources. Throws std::bad_alloc, and
+/// as ParameterLayout::CheckAnchors.
 ZANTREL_EDITING_EXPORT std::vector<LintFinding> Lint(ParameterLayout const& layout);
 
 } // namespace Zantrel::Editing

@@ -62,10 +62,16 @@ struct ZANTREL_EXPORT LayoutNode : LayoutNodeAttributes {
     /// `value`.
     template <class T> static LayoutNode* MakeNode(wchar_t const* name, eTypeLayoutNode type, T const& value);
 
-    /// Append a new Group, a copy of `node`, or MakeNode(name, type, value), and give the new child.
+    /// Append a new Group, a copy of `node`, or MakeNode(name, type, value), and give the new child. The
+    /// value becomes a text at once, a number with the four digits of a new node: 0.00005 is kept as 0.0001,
+    /// and for more SetPrecision comes first and SetDefaultValue after it. For a Bool it is a bool: 1 becomes
+    /// "1", which isn't "True" and so is false.
     LayoutNode* AddNode(wchar_t const* name);
     LayoutNode* AddNode(LayoutNode const& node);
-    template <class T> LayoutNode* AddNode(wchar_t const* name, eTypeLayoutNode type, T const& value);
+    template <class T>
+    LayoutNode* AddNode(wchar_t const* name, eTypeLayoutNode type, T const& value)
+        ZANTREL_WARN_IF((type == Bool && std::is_arithmetic_v<T> && !std::is_same_v<T, bool>),
+                        "the default of a Bool is true or false: a number is no flag, and counts as false");
 
     /// Takes ownership of `child`, which must have been made with `new` or end before this node does, lists
     /// it last, indexes it under its name before older children of that name, and gives it this parent and

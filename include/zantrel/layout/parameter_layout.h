@@ -2,6 +2,7 @@
 #pragma once
 
 #include <zantrel/export.h>
+#include <zantrel/layout/anchor_source.h>
 #include <zantrel/layout/layout_node.h>
 #include <zantrel/layout/shared_shapes.h>
 
@@ -18,7 +19,14 @@ class ResourceDictionary;
 ///
 /// Construction makes the anchors' nodes; then the layout is filled, in code or from a file, and finished by
 /// AddCategoryNodeIfNeeded, which reading a file calls itself. From then on it is only read, also by several
-/// threads, and it outlives every database and build ticket made on it.
+/// threads, and it outlives every database and build ticket made on it. What is added later has no value in
+/// the databases that are there.
+///
+/// Parameters with values stand below m_profileEditor: a node that is added to the layout itself stands
+/// beside its sections, where no database holds a value for it. Lint of Zantrel::Editing names such nodes.
+///
+/// A layout stays where it is built, since its anchors do: build it in a constructor of a class of your own,
+/// or behind a std::unique_ptr, and not in a function that gives it by value.
 ///
 ///     ParameterLayout layout;
 ///     layout.SetName(L"Machine");
@@ -60,10 +68,21 @@ public:
     ParameterLayout();
     /// Copies the nodes as LayoutNode does and the anchors as bare pointers: the anchors of the copy stand in
     /// the source's tree, so the source must outlive the copy and keep its nodes: a copy can't be assigned
-    /// back to its source. Moving is copying. Assigning a layout to itself changes nothing.
+    /// back to its source. Moving is copying, and as a rule a mistake: `return layout;` may give a copy whose
+    /// source ends at once. Assigning a layout to itself changes nothing.
     ParameterLayout(ParameterLayout const& source);
     ParameterLayout& operator=(ParameterLayout const& source);
+    [[deprecated("its anchors stay behind: build it in place")]] ParameterLayout(ParameterLayout&& source)
+        : ParameterLayout(static_cast<ParameterLayout const&>(source)) {}
+    [[deprecated("its anchors stay behind: build it in place")]] ParameterLayout&
+    operator=(ParameterLayout&& source) {
+        return *this = static_cast<ParameterLayout const&>(source);
+    }
     ~ParameterLayout() override;
+
+    /// Throws std::logic_error for a copy whose source has ended. Databases and all below that goes by the
+    /// anchors ask it.
+    void CheckAnchors() const;
 
     /// Gives the platform options a first option "Category", a choice among the members of the one profile
     /// list that FindCategoryNode gives. Adds nothing without such a list, or when an option already chooses
@@ -101,6 +120,7 @@ private:
     friend class LayoutShapes;
 
     mutable SharedShapes m_shapes;
+    AnchorSource m_anchorSource;
 };
 
 } // namespace Zantrel

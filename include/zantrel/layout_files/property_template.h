@@ -69,7 +69,8 @@ struct WriteOptions {
 ///
 /// False when the file can't be written, when a text holds what XML can't carry, or when the nodes are nested
 /// too deeply for any reader; `report`, where given, says why. Throws std::filesystem::filesystem_error when
-/// it can't be found out whether the local schema file of XML_namespaces exists.
+/// it can't be found out whether the local schema file of XML_namespaces exists, and as
+/// ParameterLayout::CheckAnchors.
 ZANTREL_EXPORT bool WriteFile(ParameterLayout const& layout, std::wstring const& path,
                               WriteOptions const& options, WriteReport* report = nullptr);
 template <class Path, IfPath<Path> = 0>

@@ -12,8 +12,11 @@
 namespace Zantrel {
 
 /// What a read tells its caller beyond true and false. Given to a reading function, it collects what went
-/// wrong and what was passed over, in document order; entries of earlier reads stay. It also carries the
-/// limits of the read. Belongs to one thread at a time.
+/// wrong and what was passed over, in document order. It also carries the limits of the read. Belongs to one
+/// thread at a time.
+///
+/// Nothing empties it: a report that is given to a second read keeps the entries of the first in front. Take
+/// a new one for each file, or clear m_entries between them. (A WriteReport is emptied by each write.)
 class ZANTREL_EXPORT ReadReport {
 public:
     /// The first three make a read fail; the others tell what was passed over in a read that goes on.
@@ -44,7 +47,7 @@ public:
         std::wstring sentence;    ///< for a person, quotes the text in question
     };
 
-    /// In document order, read by read.
+    /// In document order, read by read: the last one of a read that failed is its cause.
     std::vector<Entry> m_entries;
     /// How many entries are kept. The kinds that make a read fail are kept beyond it, so that the cause is
     /// never lost.

@@ -61,6 +61,10 @@ private:
 /// The properties of many objects: a bag of PersistentProperty<ExternalProperties>, keyed by
 /// FormatGuid(false, false), so that all spellings of one GUID meet in one store. Belongs to one thread at a
 /// time.
+///
+/// The functions below take any spelling. Those of the bag compare names as they stand, and find an entry
+/// only under FormatGuid(false, false): no braces, lower case. Components within an entry have names of
+/// another form, FormatGuid(true, true).
 class ZANTREL_EXPORT DatabaseExternalProperties : public PersistentProperties {
 public:
     DatabaseExternalProperties() = default;
