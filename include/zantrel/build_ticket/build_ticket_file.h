@@ -32,6 +32,7 @@ bool LoadBuildTicket(Path const& path, BuildTicket& ticket, ReadReport* report =
     return LoadBuildTicket(WidePath(path), ticket, report);
 }
 
+/// Which version of the format SaveBuildTicket writes.
 struct BuildTicketWriteOptions {
     BuildTicketWriteOptions() = default;
 

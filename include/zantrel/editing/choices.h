@@ -9,6 +9,7 @@
 
 namespace Zantrel::Editing {
 
+/// One thing that can be chosen.
 struct Choice {
     std::wstring value;            ///< what SetText takes
     std::wstring displayName;      ///< of the layout; the value where it has none

@@ -10,6 +10,7 @@
 
 namespace Zantrel::Editing {
 
+/// How bad it is.
 enum class Severity {
     Note,    ///< worth a look; nothing is wrong
     Warning, ///< works, but as a rule not as it was meant

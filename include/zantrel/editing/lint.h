@@ -37,6 +37,7 @@ enum class LintKind {
     SamePropertyName    ///< of two nodes of one section of the ticket; `other` is the first
 };
 
+/// One thing that is wrong with a layout. It owns its texts and borrows the layout.
 struct LintFinding {
     LintKind kind = LintKind::SameName;
     Severity severity = Severity::Error;

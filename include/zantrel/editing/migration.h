@@ -37,6 +37,7 @@ struct MigrationStep {
     std::wstring reason; ///< English, for a person; empty for what was taken
 };
 
+/// What Migrate gives.
 struct Migration {
     ParameterDatabase database; ///< on the new layout
     /// One for each value, item, profile and set flag, in the order of the new layout, with what was dropped

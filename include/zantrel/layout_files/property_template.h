@@ -56,6 +56,7 @@ template <class Path, IfPath<Path> = 0> bool IsValidFile(Path const& path, ReadR
     return KlvrPropertyTemplate::IsValidFile(WidePath(path), report);
 }
 
+/// What a write leaves out.
 struct WriteOptions {
     WriteOptions() = default;
 

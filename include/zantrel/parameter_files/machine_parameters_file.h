@@ -35,6 +35,7 @@ bool ReadFile(ParameterDatabase& database, Path const& path, ReadReport* report 
 ZANTREL_EXPORT bool ReadStream(ParameterDatabase& database, std::basic_istream<char>& in,
                                ReadReport* report = nullptr);
 
+/// What a write leaves out.
 struct WriteOptions {
     WriteOptions() = default;
 

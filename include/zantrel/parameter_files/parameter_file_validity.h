@@ -14,6 +14,7 @@
 
 namespace Zantrel {
 
+/// How far a validity check looks, and what it keeps.
 struct ParameterFileValidityOptions {
     ParameterFileValidityOptions(std::size_t maxDepth = 100) : m_maxDepth(maxDepth) {}
 
@@ -25,6 +26,7 @@ struct ParameterFileValidityOptions {
     std::size_t m_maxMessageBytes = std::size_t(16) << 20;
 };
 
+/// What a validity check found.
 struct ParameterFileValidityResult {
     ParameterFileValidityResult() = default;
 

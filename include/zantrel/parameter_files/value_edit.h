@@ -15,6 +15,7 @@
 /// Any thread, as long as nobody changes the layout.
 namespace Zantrel {
 
+/// What one value is to be.
 struct ValueText {
     std::wstring path; ///< of a leaf, as ContentList has it: "Materials_Profile[Steel]_Power"
     std::wstring text; ///< as the file is to have it, not escaped: "0.06", "true"

@@ -24,6 +24,7 @@ public:
     virtual bool Filter(std::wstring const& name, IPersistentProperty* property) = 0;
 };
 
+/// Lets a filter judge the properties of a bag.
 struct ZANTREL_EXPORT PersistentPropertyFilter {
     /// Asks `filter` once for each property of `bag` itself, in order, and ends those that it drops. Doesn't
     /// go deeper. A null filter drops nothing.
