@@ -1,0 +1,388 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "documents.h"
+
+#include "records.h"
+
+#include <zantrel/editing/schema.h>
+#include <zantrel/editing/validation.h>
+#include <zantrel/layout_files/meta_file.h>
+#include <zantrel/layout_files/property_template.h>
+#include <zantrel/parameter_files/generic_parameter_file.h>
+#include <zantrel/parameter_files/machine_parameters_file.h>
+#include <zantrel/parameter_files/parameter_file_validity.h>
+#include <zantrel/parameter_files/value_edit.h>
+#include <zantrel/sax/sax_reader.h>
+#include <zantrel/sax/sax_utilities.h>
+#include <zantrel/text/string_conversion.h>
+
+#include <sstream>
+#include <utility>
+
+namespace ZantrelPython {
+
+using namespace Zantrel;
+
+namespace {
+
+constexpr wchar_t const* MachineRoot = L"KlvrMachineParameters";
+constexpr wchar_t const* TemplateRoot = L"KlvrPropertyTemplate";
+
+/// Ends the read at the root, so that a file of any size is told at once.
+class RootReader : public ISAXPersistHelper {
+public:
+    bool HandleTag(std::string const& tag, KelSAX::ISAXReader& reader) override {
+        std::string_view name;
+        KelAM::SaxUtilities::XMLNamespaceHandler().ResolveTag(tag, name, nullptr);
+        m_root = StringConversion::Utf8ToNative(name);
+        reader.Refuse(L"Only the root is wanted");
+        return true;
+    }
+    std::wstring m_root;
+};
+
+/// Calls the reader for a file or the one for a stream.
+template <class OfFile, class OfStream>
+bool ReadDocument(Document const& document, OfFile ofFile, OfStream ofStream) {
+    if (!document.bytes) {
+        return ofFile(document.path);
+    }
+    std::istringstream in(*document.bytes);
+    return ofStream(in);
+}
+
+bool FindRoot(Document const& document, std::wstring& root, ReadReport& report) {
+    RootReader reader;
+    ReadDocument(
+        document,
+        [&](std::wstring const& path) { return KelAM::SaxUtilities::ReadFile(path, reader, &report); },
+        [&](std::istream& in) { return KelAM::SaxUtilities::ReadStream(in, reader, &report); });
+    root = reader.m_root;
+    if (!root.empty()) {
+        report = ReadReport(); // of its own ending
+    }
+    return !root.empty();
+}
+
+bool ReadValues(ParameterDatabase& database, Document const& document, bool isMachine, ReadReport* report) {
+    return ReadDocument(
+        document,
+        [&](std::wstring const& path) {
+            return isMachine ? KlvrProperties::ReadFile(database, path, report)
+                             : ReadFile(database, path, report);
+        },
+        [&](std::istream& in) {
+            return isMachine ? KlvrProperties::ReadStream(database, in, report)
+                             : ReadStream(database, in, report);
+        });
+}
+
+/// The document's format, where nobody says it, and that its root is one of the layout's: a reader takes any
+/// root, and would take nothing of what stands in most.
+struct Sort {
+    bool isRead = false;
+    bool isMachine = false;
+    std::wstring strange; ///< why it is no parameter file of the layout
+};
+
+Sort SortOf(Document const& document, LayoutHandle const& layout, std::wstring const& format,
+            ReadReport& report) {
+    Sort sort;
+    std::wstring root;
+    sort.isRead = FindRoot(document, root, report);
+    sort.isMachine = format == L"machine" || (format.empty() && root == MachineRoot);
+    std::wstring const& wanted = sort.isMachine ? MachineRoot : layout.Get().m_name;
+    if (sort.isRead && root != wanted && (sort.isMachine || !layout.m_isOfTemplate)) {
+        sort.strange = L"no parameter file of this layout: its root is called \"" + root + L"\", and not \"" +
+                       wanted + L'"';
+    }
+    return sort;
+}
+
+std::wstring NameOf(Document const& document) { return document.bytes ? L"<bytes>" : document.path; }
+
+void RequireFormat(std::wstring const& format, wchar_t const* one, wchar_t const* other) {
+    if (!format.empty() && format != one && format != other) {
+        throw py::value_error(py::cast<std::string>(StrOf(
+            L"a format is \"" + std::wstring(one) + L"\" or \"" + other + L"\", not \"" + format + L'"')));
+    }
+}
+
+/// Writes to a file, or gives the bytes where there is no path.
+template <class ToFile, class ToStream>
+py::object SaveDocument(std::optional<FilePath> const& path, WriteReport report, ToFile toFile,
+                        ToStream toStream) {
+    std::ostringstream out;
+    bool isWritten = false, isOfDocument = !path;
+    {
+        py::gil_scoped_release const unlocked;
+        isWritten = path ? toFile(path->value, &report) : toStream(out, &report);
+        if (!isWritten && path) {
+            // The report has words alone: whether document or file is to blame shows by writing without the
+            // file.
+            std::ostringstream nowhere;
+            isOfDocument = !toStream(nowhere, &report);
+        }
+    }
+    if (!isWritten && isOfDocument) {
+        Raise("WriteError", StrOf(report.Format()));
+    }
+    TellWritten(isWritten, path ? path->value : L"", report);
+    return path ? py::object(py::none()) : py::object(py::bytes(out.str()));
+}
+
+} // namespace
+
+ReadLimits LimitsOf(py::object const& limits) {
+    static constexpr struct {
+        char const* name;
+        std::uint64_t ReadLimits::*field;
+    } fields[] = {{"bytes", &ReadLimits::m_bytes},
+                  {"text_bytes", &ReadLimits::m_textBytes},
+                  {"elements", &ReadLimits::m_elements},
+                  {"depth", &ReadLimits::m_depth},
+                  {"list_items", &ReadLimits::m_listItems},
+                  {"profiles", &ReadLimits::m_profiles},
+                  {"report_bytes", &ReadLimits::m_reportBytes}};
+    ReadLimits read;
+    if (limits.is_none()) {
+        return read;
+    }
+    for (auto const& [key, value] : py::dict(limits)) {
+        auto const name = py::cast<std::string>(key);
+        bool isKnown = name == "refuses_same_profiles";
+        if (isKnown) {
+            read.m_refusesSameProfiles = py::cast<bool>(value);
+        }
+        for (auto const& row : fields) {
+            if (name == row.name) {
+                read.*row.field = py::cast<std::uint64_t>(value);
+                isKnown = true;
+            }
+        }
+        if (!isKnown) {
+            throw py::value_error("there is no limit \"" + name + '"');
+        }
+    }
+    return read;
+}
+
+std::wstring RootOf(Document const& document) {
+    std::wstring root;
+    ReadReport report;
+    bool isRead = false;
+    {
+        py::gil_scoped_release const unlocked;
+        isRead = FindRoot(document, root, report);
+    }
+    TellRead(isRead, document, report, {});
+    return root;
+}
+
+py::list TellRead(bool isRead, Document const& document, ReadReport const& report,
+                  ReadOptions const& options) {
+    py::list const notes = NotesOf(report);
+    if (!isRead) {
+        ReadReport::Entry const last =
+            report.m_entries.empty() ? ReadReport::Entry() : report.m_entries.back();
+        if (last.kind == ReadReport::Kind::CannotRead && !document.bytes) {
+            RaiseFileError(document.path, last.sentence, false);
+        }
+        Raise("ReadError", StrOf(NameOf(document) + L':' + ReadReport::Format(last)), notes);
+    }
+    if (options.notes && !options.notes.is_none()) {
+        options.notes.attr("extend")(notes);
+    } else if (notes.size() != 0) {
+        Warn("PassedOver", StrOf(NameOf(document) + L": " + std::to_wstring(notes.size()) +
+                                 (notes.size() == 1 ? L" note" : L" notes") + L" of the read, the first: " +
+                                 WideOf(py::str(notes[0]))));
+    }
+    return notes;
+}
+
+void TellWritten(bool isWritten, std::wstring const& path, WriteReport const& report) {
+    if (!isWritten) {
+        RaiseFileError(path, report.Format(), true);
+    }
+    for (std::wstring const& note : report.m_notes) {
+        Warn("PassedOver", StrOf(path + L": " + note));
+    }
+}
+
+std::shared_ptr<LayoutHandle> LoadLayout(Document const& document, ReadOptions const& options) {
+    auto handle = std::make_shared<LayoutHandle>(std::make_unique<ParameterLayout>());
+    ReadReport report;
+    report.m_limits = options.limits;
+    bool isRead = false;
+    std::wstring root;
+    {
+        ParameterLayout& layout = handle->Change();
+        py::gil_scoped_release const unlocked;
+        if (FindRoot(document, root, report)) {
+            report.m_limits = options.limits;
+            bool const isTemplate = root == TemplateRoot;
+            isRead = ReadDocument(
+                document,
+                [&](std::wstring const& path) {
+                    return isTemplate ? KlvrPropertyTemplate::ReadWholeFile(layout, path, &report)
+                                      : ReadWholeFile(layout, path, &report);
+                },
+                [&](std::istream& in) {
+                    return isTemplate ? KlvrPropertyTemplate::ReadWholeStream(layout, in, &report)
+                                      : ReadWholeStream(layout, in, &report);
+                });
+        }
+    }
+    handle->m_isOfTemplate = root == TemplateRoot;
+    handle->m_path = document.path;
+    handle->m_notes = TellRead(isRead, document, report, options);
+    if (handle->Get().m_profileEditor->Size() == 0) {
+        Raise("ReadError", StrOf(NameOf(document) + L" is no layout: it declares no parameters"));
+    }
+    return handle;
+}
+
+void ReadInto(DatabaseHandle& database, Document const& document, ReadOptions const& options) {
+    RequireFormat(options.format, L"generic", L"machine");
+    ReadReport report;
+    bool isRead = false;
+    Sort sort;
+    {
+        Busy const busy(database);
+        py::gil_scoped_release const unlocked;
+        sort = SortOf(document, *database.Layout(), options.format, report);
+        report.m_limits = options.limits;
+        isRead = sort.isRead && sort.strange.empty() && ReadValues(*busy, document, sort.isMachine, &report);
+    }
+    if (database.m_root != nullptr) {
+        database.m_root->EntriesReplaced();
+    }
+    if (!sort.strange.empty()) {
+        Raise("ReadError", StrOf(NameOf(document) + L" is " + sort.strange));
+    }
+    database.m_notes = TellRead(isRead, document, report, options);
+    database.m_format = sort.isMachine ? L"machine" : L"generic";
+    database.m_path = document.path;
+}
+
+std::shared_ptr<DatabaseHandle> LoadDatabase(std::shared_ptr<LayoutHandle> const& layout,
+                                             Document const& document, ReadOptions const& options) {
+    auto database = std::make_shared<DatabaseHandle>(layout);
+    {
+        py::gil_scoped_release const unlocked;
+        database->Fill();
+    }
+    ReadInto(*database, document, options);
+    return database;
+}
+
+py::object SaveLayout(std::shared_ptr<LayoutHandle> const& handle, std::optional<FilePath> const& path,
+                      std::wstring const& format) {
+    RequireFormat(format, L"meta", L"template");
+    LayoutUse const layout(handle);
+    bool const isTemplate = format == L"template";
+    KlvrPropertyTemplate::WriteOptions everything; // by its default the format has profile lists only
+    everything.m_profileListsOnly = false;
+    return SaveDocument(
+        path, WriteReport(),
+        [&](std::wstring const& to, WriteReport* report) {
+            return isTemplate ? KlvrPropertyTemplate::WriteFile(*layout, to, everything, report)
+                              : WriteWholeFile(*layout, to, report);
+        },
+        [&](std::ostream& out, WriteReport* report) {
+            return isTemplate ? KlvrPropertyTemplate::WriteStream(*layout, out, everything, report)
+                              : WriteWholeStream(*layout, out, report);
+        });
+}
+
+py::object SaveSchema(std::shared_ptr<LayoutHandle> const& handle, std::optional<FilePath> const& path) {
+    LayoutUse const layout(handle);
+    return SaveDocument(
+        path, WriteReport(),
+        [&](std::wstring const& to, WriteReport* report) {
+            return Editing::WriteSchema(*layout, to, report);
+        },
+        [&](std::ostream& out, WriteReport* report) { return Editing::WriteSchema(*layout, out, report); });
+}
+
+py::object SaveDatabase(DatabaseHandle& handle, std::optional<FilePath> const& path,
+                        std::wstring const& format, bool mayWriteInPlace) {
+    RequireFormat(format, L"generic", L"machine");
+    bool const isMachine = (format.empty() ? handle.m_format : format) == L"machine";
+    KlvrProperties::WriteOptions everything; // likewise
+    everything.m_profileListsOnly = false;
+    WriteReport leave;
+    leave.m_mayWriteInPlace = mayWriteInPlace;
+    Busy const database(handle);
+    return SaveDocument(
+        path, leave,
+        [&](std::wstring const& to, WriteReport* report) {
+            return isMachine ? KlvrProperties::WriteFile(*database, to, everything, report)
+                             : WriteFile(*database, to, L"", report);
+        },
+        [&](std::ostream& out, WriteReport* report) {
+            return isMachine ? KlvrProperties::WriteStream(*database, out, everything, report)
+                             : WriteStream(*database, out, {}, report);
+        });
+}
+
+py::list CheckFile(std::shared_ptr<LayoutHandle> const& handle, std::wstring const& path) {
+    LayoutUse const layout(handle);
+    Document const document{path, std::nullopt};
+    ReadReport report;
+    std::vector<Editing::Finding> findings;
+    std::vector<ValuePlace> places;
+    Sort sort;
+    bool isRead = false;
+    ParameterDatabase database(&*layout);
+    {
+        py::gil_scoped_release const unlocked;
+        sort = SortOf(document, *handle, L"", report);
+        if (sort.isRead && sort.strange.empty()) {
+            ParameterFileValidityResult result;
+            isRead =
+                (sort.isMachine ? KlvrProperties::IsValidParameterFile(*layout, path, {}, &result, &report)
+                                : IsValidParameterFile(*layout, path, {}, &result, &report)) ||
+                !result.m_messages.empty();
+            // Once more for the values, and without a report: what doesn't fit is told by now.
+            isRead = isRead && ReadValues(database, document, sort.isMachine, nullptr);
+            findings = Editing::Validate(database);
+            std::vector<std::wstring> paths;
+            for (Editing::Finding const& finding : findings) {
+                paths.push_back(finding.path);
+            }
+            places = sort.isMachine ? KlvrProperties::FindValuePlaces(*layout, path, paths)
+                                    : FindValuePlaces(*layout, path, paths);
+        }
+    }
+    if (!sort.strange.empty()) {
+        Raise("ReadError", StrOf(path + L" is " + sort.strange));
+    }
+    py::list told;
+    py::list structure;
+    ReadOptions options;
+    options.notes = structure;
+    TellRead(isRead, document, report, options);
+    for (py::handle const note : structure) {
+        told.append(TypeNamed("Finding")(note.attr("kind"), "error", note.attr("path"), "", "",
+                                         note.attr("sentence"), note.attr("line"), note.attr("column")));
+    }
+    places.resize(findings.size());
+    for (std::size_t i = 0; i < findings.size(); ++i) {
+        told.append(RecordOf(findings[i], places[i].line, places[i].column));
+    }
+    return told;
+}
+
+bool EditTexts(std::shared_ptr<LayoutHandle> const& handle, std::wstring const& path,
+               std::wstring const& format, py::dict const& texts) {
+    std::vector<ValueText> values;
+    for (auto const& [at, text] : texts) {
+        values.push_back({WideOf(at), WideOf(text)});
+    }
+    LayoutUse const layout(handle);
+    py::gil_scoped_release const unlocked;
+    return format == L"machine" ? KlvrProperties::EditValueTexts(*layout, path, values, path)
+                                : EditValueTexts(*layout, path, values, path);
+}
+
+} // namespace ZantrelPython

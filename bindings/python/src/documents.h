@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "handles.h"
+
+#include <zantrel/sax/read_limits.h>
+#include <zantrel/sax/read_report.h>
+#include <zantrel/sax/write_report.h>
+
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace ZantrelPython {
+
+/// A document in a file or in memory.
+struct Document {
+    std::wstring path;
+    std::optional<std::string> bytes; ///< in place of the file
+};
+
+/// What Python says of a read.
+struct ReadOptions {
+    std::wstring format; ///< "generic", "machine", or empty: what the document is
+    Zantrel::ReadLimits limits;
+    py::object notes; ///< a list that gets them, or None: then a warning tells of them
+};
+
+Zantrel::ReadLimits LimitsOf(py::object const& limits);
+
+// All read and write without the interpreter's lock, and raise OSError for what can't be opened, ReadError
+// and WriteError for what can't be a document.
+
+std::shared_ptr<LayoutHandle> LoadLayout(Document const& document, ReadOptions const& options);
+/// Into a database that may have been read into before.
+void ReadInto(DatabaseHandle& database, Document const& document, ReadOptions const& options);
+std::shared_ptr<DatabaseHandle> LoadDatabase(std::shared_ptr<LayoutHandle> const& layout,
+                                             Document const& document, ReadOptions const& options);
+
+/// Gives the bytes where there is no path. `format` is "meta" or "template".
+py::object SaveLayout(std::shared_ptr<LayoutHandle> const& layout, std::optional<FilePath> const& path,
+                      std::wstring const& format);
+py::object SaveSchema(std::shared_ptr<LayoutHandle> const& layout, std::optional<FilePath> const& path);
+py::object SaveDatabase(DatabaseHandle& database, std::optional<FilePath> const& path,
+                        std::wstring const& format, bool mayWriteInPlace);
+
+/// What is wrong with a parameter file: in its structure, and what the layout has against its values.
+py::list CheckFile(std::shared_ptr<LayoutHandle> const& layout, std::wstring const& path);
+/// Changes the texts of values where they stand in a file. False, and nothing happens, where that can't be
+/// done.
+bool EditTexts(std::shared_ptr<LayoutHandle> const& layout, std::wstring const& path,
+               std::wstring const& format, py::dict const& texts);
+
+/// The name of the root element. Raises as a read does where there is none.
+std::wstring RootOf(Document const& document);
+
+/// Raises what a failed read calls for; otherwise hands the notes to the caller's list, or warns.
+py::list TellRead(bool isRead, Document const& document, Zantrel::ReadReport const& report,
+                  ReadOptions const& options);
+/// Raises what a failed write calls for; otherwise warns of what the file couldn't keep.
+void TellWritten(bool isWritten, std::wstring const& path, Zantrel::WriteReport const& report);
+
+} // namespace ZantrelPython

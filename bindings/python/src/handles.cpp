@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "handles.h"
+
+#include <stdexcept>
+#include <utility>
+
+namespace ZantrelPython {
+
+LayoutHandle::LayoutHandle(std::unique_ptr<Zantrel::ParameterLayout> layout) : m_layout(std::move(layout)) {
+    m_layout->SetResourceDictionary(&m_translations);
+}
+
+Zantrel::ParameterLayout& LayoutHandle::Change() {
+    if (m_uses != 0) {
+        throw std::runtime_error(
+            "the layout is in use and can't be changed: databases stand on it, or another "
+            "thread works with it; copy.deepcopy(layout) gives one that can");
+    }
+    return *m_layout;
+}
+
+Zantrel::ParameterDatabase& DatabaseHandle::Get() {
+    if (m_isBusy) {
+        throw std::runtime_error(
+            "another thread or call works with this database, which belongs to one at a time");
+    }
+    return *m_database;
+}
+
+} // namespace ZantrelPython

@@ -1,0 +1,392 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "node.h"
+
+#include "errors.h"
+
+#include <zantrel/layout/layout_node.h>
+
+#include <algorithm>
+#include <tuple>
+#include <utility>
+
+namespace ZantrelPython {
+
+using namespace Zantrel;
+
+namespace {
+
+PlaceKind KindOf(LayoutNode const& layout) {
+    return layout.m_isProfileList || layout.m_isCategoryList ? PlaceKind::ProfileList
+           : layout.m_isList                                 ? PlaceKind::List
+           : layout.m_type == Group                          ? PlaceKind::Group
+                                                             : PlaceKind::Leaf;
+}
+
+/// The segment up to the next "/", which is taken off with it.
+std::wstring_view NextSegment(std::wstring_view& path) {
+    std::size_t const end = path.find(L'/');
+    std::wstring_view const segment = path.substr(0, end);
+    path = end == std::wstring_view::npos ? std::wstring_view() : path.substr(end + 1);
+    return segment;
+}
+
+std::optional<std::size_t> NumberOf(std::wstring_view text) {
+    std::size_t number = 0;
+    for (wchar_t const digit : text) {
+        if (digit < L'0' || digit > L'9' || number > 100000000) {
+            return std::nullopt;
+        }
+        number = 10 * number + static_cast<std::size_t>(digit - L'0');
+    }
+    return text.empty() ? std::nullopt : std::optional(number);
+}
+
+/// The entry of a profile list that a path begins with, which is taken off. Names may hold "/": the longest
+/// counts.
+std::shared_ptr<Node> NextProfile(Node& profiles, std::wstring_view& path) {
+    for (std::size_t end = path.size();; end = path.rfind(L'/', end - 1)) {
+        if (end == std::wstring_view::npos) {
+            return nullptr;
+        }
+        std::wstring const name(path.substr(0, end));
+        bool const isDefault = name == L"::Default::";
+        if (isDefault || HasProfile(profiles, name)) {
+            path = path.substr(end == path.size() ? end : end + 1);
+            return isDefault ? profiles.DefaultEntry() : profiles.Profile(name);
+        }
+        if (end == 0) {
+            return nullptr;
+        }
+    }
+}
+
+/// The next node on a path, or null; the step is taken off.
+std::shared_ptr<Node> NextNode(Node& node, std::wstring_view& path) {
+    switch (KindOf(node.Layout())) {
+    case PlaceKind::ProfileList:
+        if (node.Kind() == PlaceKind::ProfileList) {
+            return NextProfile(node, path);
+        }
+        break;
+    case PlaceKind::List:
+        if (node.Kind() == PlaceKind::List) {
+            std::optional<std::size_t> const index = NumberOf(NextSegment(path));
+            return index && *index < node.Cursor().GetSize() ? node.Item(*index) : nullptr;
+        }
+        break;
+    default:
+        break;
+    }
+    LayoutNode const* const child =
+        node.Layout().m_type == Group ? node.Layout().GetNode(NextSegment(path)) : nullptr;
+    return child != nullptr ? node.Child(*child) : nullptr;
+}
+
+} // namespace
+
+bool Node::Step::operator<(Step const& other) const {
+    return std::tie(kind, layout, index, profile) <
+           std::tie(other.kind, other.layout, other.index, other.profile);
+}
+
+std::shared_ptr<Node> Node::Make(std::shared_ptr<DatabaseHandle> database, std::shared_ptr<Node> parent,
+                                 Step step) {
+    bool const isEntry = step.kind == PlaceKind::Item || step.kind == PlaceKind::Profile ||
+                         step.kind == PlaceKind::DefaultProfile;
+    std::shared_ptr<Node> node;
+    if (step.kind == PlaceKind::List) {
+        node = std::make_shared<ListNode>();
+    } else if (step.kind == PlaceKind::ProfileList) {
+        node = std::make_shared<ProfilesNode>();
+    } else if (step.kind == PlaceKind::Leaf || (isEntry && step.layout->m_type != Zantrel::Group)) {
+        node = std::make_shared<ParameterNodeOf>();
+    } else {
+        node = std::make_shared<GroupNode>();
+    }
+    node->m_database = std::move(database);
+    node->m_parent = std::move(parent);
+    node->m_step = std::move(step);
+    node->Cursor();
+    return node;
+}
+
+Node::~Node() {
+    if (m_parent) {
+        m_parent->Forget(m_step);
+    } else if (m_database && m_database->m_root == this) {
+        m_database->m_root = nullptr;
+    }
+}
+
+// A node that has gone stands under its old step no more, and somebody else may.
+void Node::Forget(Step const& step) {
+    auto const found = m_below.find(step);
+    if (found != m_below.end() && found->second->weak_from_this().expired()) {
+        m_below.erase(found);
+    }
+}
+
+std::shared_ptr<Node> Node::Root(std::shared_ptr<DatabaseHandle> const& database) {
+    if (database->m_root != nullptr) {
+        return database->m_root->shared_from_this();
+    }
+    Step step;
+    step.layout = database->Get().GetProfileEditor().m_pNode;
+    std::shared_ptr<Node> root = Make(database, nullptr, std::move(step));
+    database->m_root = root.get();
+    return root;
+}
+
+std::shared_ptr<Node> Node::Below(Step step) {
+    auto const found = m_below.find(step);
+    if (found != m_below.end()) {
+        return found->second->shared_from_this();
+    }
+    std::shared_ptr<Node> node = Make(m_database, shared_from_this(), step);
+    m_below.emplace(std::move(step), node.get());
+    return node;
+}
+
+std::shared_ptr<Node> Node::Child(LayoutNode const& layout) {
+    return Below({KindOf(layout), &layout, 0, {}});
+}
+
+std::shared_ptr<Node> Node::Item(std::size_t index) {
+    return Below({PlaceKind::Item, m_step.layout, index, {}});
+}
+
+std::shared_ptr<Node> Node::Profile(std::wstring const& name) {
+    return Below({PlaceKind::Profile, m_step.layout, 0, name});
+}
+
+std::shared_ptr<Node> Node::DefaultEntry() {
+    return Below({PlaceKind::DefaultProfile, m_step.layout, 0, {}});
+}
+
+std::shared_ptr<Node> Node::Of(std::shared_ptr<DatabaseHandle> const& database, Editing::Place const& place) {
+    std::shared_ptr<Node> node = Root(database);
+    for (std::size_t depth = 1; depth <= place.GetDepth(); ++depth) {
+        Editing::Place const step = place.GetOuter(depth);
+        switch (step.GetKind()) {
+        case PlaceKind::Item:
+            node = node->Item(step.GetIndex());
+            break;
+        case PlaceKind::Profile:
+            node = node->Profile(std::wstring(step.GetName()));
+            break;
+        case PlaceKind::DefaultProfile:
+            node = node->DefaultEntry();
+            break;
+        default:
+            node = node->Child(*step.GetLayoutNode());
+        }
+    }
+    return node;
+}
+
+ParameterNode Node::Find() {
+    if (!m_parent) {
+        return m_database->Get().GetProfileEditor();
+    }
+    ParameterNode const& above = m_parent->Cursor();
+    switch (m_step.kind) {
+    case PlaceKind::Item:
+        return m_step.index < above.GetSize() ? above.GetListNode(m_step.index) : ParameterNode();
+    case PlaceKind::Profile:
+        return above.GetProfile(m_step.profile.c_str());
+    case PlaceKind::DefaultProfile:
+        return above.GetDefault();
+    default:
+        return above.Get(m_step.layout);
+    }
+}
+
+ParameterNode const& Node::Cursor() {
+    static_cast<void>(m_database->Get()); // raises while another thread has it
+    if (m_isGone || m_changes != m_database->m_changes) {
+        m_cursor = m_isGone ? ParameterNode() : Find();
+        if (!m_cursor.IsValid()) {
+            Raise("StaleNode",
+                  StrOf(L"the node \"" + Name() + L"\" has gone from its database: take it anew"));
+        }
+        m_changes = m_database->m_changes;
+    }
+    return m_cursor;
+}
+
+Editing::Place Node::Place() {
+    if (!m_parent) {
+        return Editing::Place(m_database->Get());
+    }
+    Cursor();
+    Editing::Place const above = m_parent->Place();
+    switch (m_step.kind) {
+    case PlaceKind::Item:
+        return above.GetItem(m_step.index);
+    case PlaceKind::Profile:
+        return above.GetProfile(m_step.profile);
+    case PlaceKind::DefaultProfile:
+        return above.GetDefaultProfile();
+    default:
+        return above.Get(m_step.layout->m_name);
+    }
+}
+
+std::wstring Node::Name() const {
+    switch (m_step.kind) {
+    case PlaceKind::Item:
+        return std::to_wstring(m_step.index);
+    case PlaceKind::Profile:
+        return m_step.profile;
+    case PlaceKind::DefaultProfile:
+        return L"::Default::";
+    default:
+        return m_step.layout->m_name;
+    }
+}
+
+template <class NewIndex> void Node::Renumber(NewIndex newIndex) {
+    ++m_database->m_changes;
+    std::map<Step, Node*> below;
+    for (auto& [step, node] : m_below) {
+        if (step.kind == PlaceKind::Item) {
+            std::optional<std::size_t> const index = newIndex(step.index);
+            if (!index) {
+                node->m_isGone = true;
+                continue;
+            }
+            node->m_step.index = *index;
+        }
+        below.emplace(node->m_step, node);
+    }
+    m_below = std::move(below);
+}
+
+void Node::ItemRemoved(std::size_t index) {
+    Renumber([=](std::size_t old) {
+        return old == index ? std::nullopt : std::optional(old > index ? old - 1 : old);
+    });
+}
+
+void Node::ItemMoved(std::size_t from, std::size_t to) {
+    Renumber([=](std::size_t old) {
+        return std::optional(old == from               ? to
+                             : from < old && old <= to ? old - 1
+                             : to <= old && old < from ? old + 1
+                                                       : old);
+    });
+}
+
+void Node::ProfileRemoved(std::wstring const& name) {
+    ++m_database->m_changes;
+    auto const found = m_below.find({PlaceKind::Profile, m_step.layout, 0, name});
+    if (found != m_below.end()) {
+        found->second->m_isGone = true;
+        m_below.erase(found);
+    }
+}
+
+void Node::ProfileRenamed(std::wstring const& name, std::wstring const& newName) {
+    ++m_database->m_changes;
+    auto const found = m_below.find({PlaceKind::Profile, m_step.layout, 0, name});
+    if (found != m_below.end()) {
+        Node* const node = found->second;
+        m_below.erase(found);
+        node->m_step.profile = newName;
+        m_below[node->m_step] = node;
+    }
+}
+
+void Node::EntriesReplaced() {
+    ++m_database->m_changes;
+    for (auto at = m_below.begin(); at != m_below.end();) {
+        if (at->first.kind == PlaceKind::Item || at->first.kind == PlaceKind::Profile) {
+            at->second->m_isGone = true;
+            at = m_below.erase(at);
+        } else {
+            at->second->EntriesReplaced();
+            ++at;
+        }
+    }
+}
+
+std::vector<LayoutNode const*> ChildrenOf(LayoutNode const& group) {
+    std::vector<LayoutNode const*> children;
+    for (LayoutNode const* child : group.m_children) {
+        if (group.GetNode(child->m_name) == child) { // of several of a name only the latest is found
+            children.push_back(child);
+        }
+    }
+    return children;
+}
+
+bool HasProfile(Node& profiles, std::wstring const& name) {
+    // The name that the library has for the default profile is that of no profile here: see
+    // Node::DefaultEntry.
+    return name != L"::DefaultProfile::" && name.find(L'\0') == std::wstring::npos &&
+           profiles.Cursor().HasProfile(name.c_str());
+}
+
+std::vector<std::wstring> NamesIn(Node& node) {
+    std::vector<std::wstring> names;
+    if (node.Kind() == PlaceKind::ProfileList) {
+        node.Cursor().GetProfiles(names);
+        names.erase(std::unique(names.begin(), names.end()), names.end()); // those of a name stand together
+    } else if (node.Kind() == PlaceKind::List) {
+        for (std::size_t i = 0; i < node.Cursor().GetSize(); ++i) {
+            names.push_back(std::to_wstring(i));
+        }
+    } else if (node.Layout().m_type == Group) {
+        node.Cursor(); // raises when this is stale
+        for (LayoutNode const* child : ChildrenOf(node.Layout())) {
+            names.push_back(child->m_name);
+        }
+    }
+    return names;
+}
+
+std::shared_ptr<Node> NodeAt(Node& top, std::wstring const& path) {
+    std::shared_ptr<Node> node = top.shared_from_this();
+    std::wstring_view rest = path;
+    while (!rest.empty()) {
+        std::wstring_view const here = rest;
+        std::shared_ptr<Node> next = NextNode(*node, rest);
+        if (!next) {
+            // Not in this form; perhaps in the library's own, which begins at the profile editor.
+            if (auto const place = Editing::Place::Find(top.Database()->Get(), path)) {
+                return Node::Of(top.Database(), *place);
+            }
+            std::wstring_view wanted = here;
+            std::wstring const where = node->Parent() ? node->Path() : node->Layout().m_name;
+            RaiseUnknownName(std::wstring(NextSegment(wanted)), where, NamesIn(*node));
+        }
+        node = std::move(next);
+    }
+    return node;
+}
+
+std::shared_ptr<Node> NodeNamed(Node& node, std::wstring const& name) {
+    if (node.Kind() == PlaceKind::ProfileList) {
+        if (HasProfile(node, name)) {
+            return node.Profile(name);
+        }
+    } else if (LayoutNode const* const child = node.Layout().GetNode(name)) {
+        return node.Child(*child);
+    }
+    RaiseUnknownName(name, node.Parent() ? node.Path() : node.Layout().m_name, NamesIn(node));
+}
+
+std::size_t IndexIn(Node& list, py::ssize_t index, std::size_t beyond) {
+    auto const size = static_cast<py::ssize_t>(list.Cursor().GetSize() + beyond);
+    py::ssize_t const counted = index < 0 ? index + size : index;
+    if (counted < 0 || counted >= size) {
+        throw py::index_error(
+            py::cast<std::string>(StrOf(list.Path() + L" has " + std::to_wstring(list.Cursor().GetSize()) +
+                                        L" items, and no [" + std::to_wstring(index) + L']')));
+    }
+    return static_cast<std::size_t>(counted);
+}
+
+std::shared_ptr<Node> NodeOfItem(Node& list, py::ssize_t index) { return list.Item(IndexIn(list, index)); }
+
+} // namespace ZantrelPython

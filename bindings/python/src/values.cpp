@@ -1,0 +1,311 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "values.h"
+
+#include "records.h"
+
+#include <zantrel/database/visit_value.h>
+#include <zantrel/database/walk.h>
+#include <zantrel/text/string_conversion.h>
+
+#include <charconv>
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
+#include <type_traits>
+#include <unordered_map>
+#include <utility>
+
+namespace ZantrelPython {
+
+using namespace Zantrel;
+using namespace Zantrel::Editing;
+
+namespace {
+
+py::object MakeValue(std::int32_t value) { return py::int_(value); }
+py::object MakeValue(double value) { return py::float_(value); }
+py::object MakeValue(bool value) { return py::bool_(value); }
+py::object MakeValue(std::wstring const& value) { return StrOf(value); }
+py::object MakeValue(KelAM::FileContent const& value) {
+    return TypeNamed("Attachment")(
+        StrOf(value.m_name),
+        py::bytes(reinterpret_cast<char const*>(value.m_data.data()), value.m_data.size()));
+}
+
+/// As files have it: in the fewest digits that are this number.
+std::wstring TextOfNumber(double number) {
+    if (!std::isfinite(number)) {
+        return std::isnan(number) ? L"NaN" : number < 0 ? L"-INF" : L"INF";
+    }
+    char digits[32];
+    return std::wstring(digits, std::to_chars(digits, digits + sizeof digits, number).ptr);
+}
+
+template <class Number> py::object NumberOfText(std::wstring const& text) {
+    std::string const narrow = StringConversion::NativeToUtf8(text);
+    Number number{};
+    auto const end = std::from_chars(narrow.data(), narrow.data() + narrow.size(), number);
+    bool const isWhole = end.ec == std::errc() && end.ptr == narrow.data() + narrow.size();
+    return isWhole ? MakeValue(number) : py::none();
+}
+
+[[noreturn]] void RaiseWrongType(Node& node, char const* wanted, py::handle value) {
+    throw py::type_error(py::cast<std::string>(StrOf(node.Path())) + " takes " + wanted + ", not " +
+                         Py_TYPE(value.ptr())->tp_name);
+}
+
+// What Python code may run here (__index__, __float__, __fspath__) runs before the node is looked at.
+std::wstring TextFor(Node& node, TypeTag<std::int32_t>, py::handle value) {
+    if (PyBool_Check(value.ptr()) || PyIndex_Check(value.ptr()) == 0) {
+        RaiseWrongType(node, "a whole number or a text", value);
+    }
+    PyObject* const number = PyNumber_Index(value.ptr());
+    if (number == nullptr) {
+        throw py::error_already_set();
+    }
+    return WideOf(py::str(py::reinterpret_steal<py::object>(number)));
+}
+
+std::wstring TextFor(Node& node, TypeTag<double>, py::handle value) {
+    if (PyBool_Check(value.ptr()) || PyNumber_Check(value.ptr()) == 0) {
+        RaiseWrongType(node, "a number or a text", value);
+    }
+    PyObject* const number = PyNumber_Float(value.ptr());
+    if (number == nullptr) {
+        throw py::error_already_set();
+    }
+    return TextOfNumber(PyFloat_AsDouble(py::reinterpret_steal<py::object>(number).ptr()));
+}
+
+std::wstring TextFor(Node& node, TypeTag<bool>, py::handle value) {
+    py::detail::make_caster<bool> flag; // knows numpy's flags, too
+    if (!flag.load(value, false)) {
+        RaiseWrongType(node, "True, False or a text", value);
+    }
+    return py::detail::cast_op<bool>(flag) ? L"true" : L"false";
+}
+
+std::wstring TextOfPath(Node& node, char const* wanted, py::handle value) {
+    py::detail::make_caster<FilePath> path;
+    if (!py::hasattr(value, "__fspath__") || !path.load(value, true)) {
+        RaiseWrongType(node, wanted, value);
+    }
+    return py::detail::cast_op<FilePath&>(path).value;
+}
+
+std::wstring TextFor(Node& node, TypeTag<std::wstring>, py::handle value) {
+    return node.Layout().m_type == FileAbsolute ? TextOfPath(node, "a text or a path", value)
+                                                : (RaiseWrongType(node, "a text", value), L"");
+}
+
+std::wstring TextFor(Node& node, TypeTag<KelAM::FileContent>, py::handle value) {
+    return TextOfPath(node, "an Attachment or the path of a file", value);
+}
+
+std::wstring TextFor(Node& node, TypeTag<NoValue>, py::handle value) {
+    RaiseWrongType(node, "no value", value);
+}
+
+/// Why a user may not change the place as it stands, from the outside; whether it is shown plays no part.
+std::vector<Finding> ReadOnlyBy(Editing::Place const& place) {
+    Look const look = LookOf(place);
+    for (LookReason const& reason : look.reasons) {
+        if (!reason.isAboutVisibility) {
+            Finding finding;
+            finding.kind = FindingKind::ReadOnly;
+            finding.path = place.GetPath();
+            finding.sentence = SentenceOf(reason, place);
+            return {finding};
+        }
+    }
+    return {};
+}
+
+void SetAttachment(Node& node, py::handle value, bool isForced) {
+    auto const pair = py::reinterpret_borrow<py::tuple>(value);
+    std::wstring name = WideOf(pair[0]);
+    auto const data = py::cast<std::string_view>(py::bytes(pair[1]));
+    auto const* const begin = reinterpret_cast<std::byte const*>(data.data());
+    KelAM::FileContent content(std::move(name), {begin, begin + data.size()});
+    std::vector<Finding> const findings = isForced ? std::vector<Finding>() : ReadOnlyBy(node.Place());
+    if (!findings.empty()) {
+        RaiseRefused(findings, nullptr);
+    }
+    ParameterNode cursor = node.Cursor();
+    cursor.SetValue(content);
+}
+
+/// A dict of our own: what is set may run Python code, which may change the one that was given.
+py::dict CopyOf(py::handle mapping) {
+    py::dict copy;
+    if (PyDict_Update(copy.ptr(), mapping.ptr()) != 0) {
+        throw py::error_already_set();
+    }
+    return copy;
+}
+
+/// Adds what isn't there; the new entry's values are for Update to set.
+void UpdateProfiles(Node& profiles, py::dict const& values, bool isForced) {
+    for (auto const& [key, content] : values) {
+        std::wstring const name = WideOf(key);
+        bool const isDefault = name == L"::Default::";
+        if (!isDefault && !HasProfile(profiles, name)) {
+            RequireDone(AddProfile(profiles.Place(), name));
+        }
+        Update(isDefault ? *profiles.DefaultEntry() : *profiles.Profile(name), content, isForced);
+    }
+}
+
+void UpdateList(Node& list, py::sequence const& values, bool isForced) {
+    std::size_t const wanted = values.size();
+    for (std::size_t i = 0; i < wanted; ++i) {
+        py::object const content = values[i];
+        if (i >= list.Cursor().GetSize()) {
+            RequireDone(AddItem(list.Place()));
+        }
+        Update(*list.Item(i), content, isForced);
+    }
+    for (std::size_t size = list.Cursor().GetSize(); size > wanted; --size) {
+        RequireDone(RemoveItem(list.Place(), size - 1));
+        list.ItemRemoved(size - 1);
+    }
+}
+
+} // namespace
+
+py::object ValueOf(ParameterView const& cursor) {
+    py::object made = py::none();
+    if (cursor.IsValid() && !cursor.IsContainer()) {
+        VisitValue(cursor, [&](auto const& value) { made = MakeValue(value); });
+    }
+    return made;
+}
+
+py::object ValueOfText(eTypeLayoutNode type, std::wstring const& text) {
+    return VisitValueType(type, [&](auto tag) -> py::object {
+        using T = typename decltype(tag)::Type;
+        if constexpr (std::is_same_v<T, std::int32_t> || std::is_same_v<T, double>) {
+            return NumberOfText<T>(text);
+        } else if constexpr (std::is_same_v<T, bool>) {
+            return py::bool_(text == L"True" || text == L"true");
+        } else if constexpr (std::is_same_v<T, NoValue>) {
+            return py::none();
+        } else {
+            return StrOf(text);
+        }
+    });
+}
+
+std::wstring LayoutTextOf(py::handle value) {
+    if (value.is_none()) {
+        return L"";
+    }
+    if (PyBool_Check(value.ptr())) {
+        return value.ptr() == Py_True ? L"True" : L"False";
+    }
+    if (PyFloat_Check(value.ptr())) {
+        return TextOfNumber(PyFloat_AsDouble(value.ptr()));
+    }
+    if (PyLong_Check(value.ptr()) || PyUnicode_Check(value.ptr())) {
+        return WideOf(py::str(value));
+    }
+    throw py::type_error(std::string("a default or limit is a number, a flag or a text, not ") +
+                         Py_TYPE(value.ptr())->tp_name);
+}
+
+py::object ValueOrNode(std::shared_ptr<Node> const& node) {
+    return dynamic_cast<ParameterNodeOf*>(node.get()) != nullptr ? ValueOf(node->Cursor()) : py::cast(node);
+}
+
+// Objects of the open containers stand on a stack by depth, so that no nesting of the layout takes any of
+// C++.
+py::object ContentOf(Node& node, bool withDefaults) {
+    if (dynamic_cast<ParameterNodeOf*>(&node) != nullptr) {
+        return ValueOf(node.Cursor());
+    }
+    Walk walk(node.Cursor(), SameNames::FirstOnly);
+    Busy const busy(*node.Database()); // making objects may collect others, whose ends may run anything
+    std::vector<py::object> open;
+    std::unordered_map<LayoutNode const*, py::str>
+        names; // each made once, and shared by all profiles and items
+    while (walk.Next()) {
+        PlaceKind const kind = walk.Kind();
+        if (kind == PlaceKind::DefaultProfile && !withDefaults) {
+            walk.SkipContent();
+            continue;
+        }
+        bool const isLeaf = walk.IsLeaf() && walk.Layout().m_type != Group;
+        py::object content = isLeaf                    ? ValueOf(walk.Node())
+                             : kind == PlaceKind::List ? py::object(py::list())
+                                                       : py::object(py::dict());
+        open.resize(walk.Depth());
+        if (kind == PlaceKind::Item && walk.Depth() != 0) {
+            py::reinterpret_borrow<py::list>(open.back()).append(content);
+        } else if (walk.Depth() != 0) {
+            bool const isChild = kind != PlaceKind::Profile && kind != PlaceKind::DefaultProfile;
+            auto const known = isChild ? names.find(&walk.Layout()) : names.end();
+            py::str const name = known != names.end()                ? known->second
+                                 : kind == PlaceKind::DefaultProfile ? py::str("::Default::")
+                                                                     : StrOf(walk.Name());
+            if (isChild && known == names.end()) {
+                names.emplace(&walk.Layout(), name);
+            }
+            if (PyDict_SetItem(open.back().ptr(), name.ptr(), content.ptr()) != 0) {
+                throw py::error_already_set();
+            }
+        }
+        open.push_back(std::move(content));
+    }
+    return open.empty() ? py::none() : open.front();
+}
+
+void SetValue(Node& node, py::handle value, bool isForced) {
+    bool const isAttachment = node.Layout().m_type == FileAttachment;
+    if (isAttachment && py::isinstance(value, TypeNamed("Attachment"))) {
+        SetAttachment(node, value, isForced);
+        return;
+    }
+    std::wstring const text =
+        PyUnicode_Check(value.ptr())
+            ? WideOf(value)
+            : VisitValueType(node.Layout().m_type, [&](auto tag) { return TextFor(node, tag, value); });
+    Editing::Place const place = node.Place();
+    std::vector<Finding> refusals;
+    if (!isForced) {
+        refusals = ReadOnlyBy(place);
+        for (Finding& finding : refusals.empty() ? Objections(place, text) : std::vector<Finding>()) {
+            if (finding.severity == Severity::Error) {
+                refusals.push_back(std::move(finding));
+            }
+        }
+    }
+    if (refusals.empty()) {
+        if (std::optional<Finding> finding = SetText(place, text)) {
+            refusals.push_back(std::move(*finding));
+        }
+    }
+    if (!refusals.empty()) {
+        RaiseRefused(refusals, &node);
+    }
+}
+
+void Update(Node& node, py::handle values, bool isForced) {
+    if (dynamic_cast<ParameterNodeOf*>(&node) != nullptr) {
+        SetValue(node, values, isForced);
+    } else if (node.Kind() == PlaceKind::List) {
+        if (PySequence_Check(values.ptr()) == 0 || PyUnicode_Check(values.ptr())) {
+            RaiseWrongType(node, "a sequence", values);
+        }
+        UpdateList(node, py::reinterpret_borrow<py::sequence>(values), isForced);
+    } else if (PyMapping_Check(values.ptr()) == 0 || !py::hasattr(values, "keys")) {
+        RaiseWrongType(node, "a mapping", values);
+    } else if (node.Kind() == PlaceKind::ProfileList) {
+        UpdateProfiles(node, CopyOf(values), isForced);
+    } else {
+        for (auto const& [key, content] : CopyOf(values)) {
+            Update(*NodeNamed(node, WideOf(key)), content, isForced);
+        }
+    }
+}
+
+} // namespace ZantrelPython

@@ -1,0 +1,198 @@
+# SPDX-License-Identifier: Apache-2.0
+import errno
+import os
+import re
+import subprocess
+import sys
+import warnings
+
+import pytest
+from conftest import DATA, FORMATS, ROOT, machine_layout
+
+import zantrel
+from zantrel import Type
+
+SAMPLE = DATA / "machine_parameters.xml"
+METAL = DATA / "powder_bed_machine.xml"
+
+
+def test_notes_tell_what_was_passed_over_and_warn_who_didnt_ask():
+    layout, notes = zantrel.Layout.sample(2), []
+    db = zantrel.load(SAMPLE, layout, notes=notes)
+    assert notes == db.notes and [(note.kind, note.line) for note in notes] == [
+        ("unparsed_text", next(n for n, line in enumerate(open(SAMPLE, encoding="utf-8"), 1) if "0,0" in line)),
+        ("untaken_element", notes[1].line),
+    ]
+    assert str(notes[0]).startswith(f"{notes[0].line}:{notes[0].column}: ") and notes[1].path in str(notes[1])
+    with pytest.warns(zantrel.PassedOver, match="2 notes") as told:
+        zantrel.load(SAMPLE, layout)
+    assert told[0].filename == __file__
+    with warnings.catch_warnings():
+        warnings.simplefilter("error")
+        with pytest.raises(zantrel.PassedOver):
+            zantrel.load(SAMPLE, layout)
+
+
+@pytest.mark.parametrize(
+    "text, sentence",
+    [
+        (b"<Machine><Power>5</Machine>", "1:"),
+        (b"", "<bytes>"),
+        (b"<Other/>", 'its root is called "Other", and not "Machine"'),
+        (b"<Machine>" + b"<a>" * 100_000, "nested too deep"),
+    ],
+    ids=["broken", "empty", "strange", "deep"],
+)
+def test_what_is_no_document_of_the_layout_raises(layout, text, sentence):
+    with pytest.raises(zantrel.ReadError, match=sentence):
+        zantrel.loads(text, layout)
+    for load in (zantrel.Layout.loads, zantrel.Ticket.loads):
+        with pytest.raises(ValueError):
+            load(text)
+
+
+def test_what_the_system_refuses_is_an_os_error_with_its_file(db, tmp_path):
+    for path in (tmp_path / "none.xml", os.fsencode(tmp_path / "none.xml"), str(tmp_path / "\udcff.xml")):
+        with pytest.raises(FileNotFoundError) as missing:
+            zantrel.load(path, db.layout)
+        assert missing.value.filename == os.fsdecode(path)
+    with pytest.raises(IsADirectoryError):
+        db.save(tmp_path)
+    with pytest.raises(FileNotFoundError):
+        db.layout.save(tmp_path / "none" / "l.xml")
+    with pytest.raises(ValueError, match="null"):
+        db.save("a\0b")
+    with pytest.raises(TypeError):
+        db.save(5)
+    db.set("Material", "a\x01", force=True)
+    with pytest.raises(zantrel.WriteError):
+        db.save(tmp_path / "m.xml")
+    assert os.listdir(tmp_path) == []
+
+
+def test_limits_end_a_read(file, layout):
+    with pytest.raises(zantrel.ReadError, match="more than 3 elements"):
+        zantrel.load(file, layout, limits={"elements": 3})
+    with pytest.raises(ValueError, match='no limit "element"'):
+        zantrel.load(file, layout, limits={"element": 3})
+
+
+def test_an_edit_is_made_whole_or_not_at_all(file, layout):
+    before = file.read_text().replace("<Power>200", "<!-- mine -->\n<Power>200")
+    file.write_text(before)
+    with pytest.raises(ZeroDivisionError), zantrel.edit(file, layout) as db:
+        db["Power"] = 100
+        1 / 0
+    assert file.read_text() == before
+    with zantrel.edit(file, layout, backup=True) as db:
+        db["Power"] = 275.5
+        db["Rows"][1]["X"] = 9
+    assert file.read_text() == before.replace("<Power>200", "<Power>275.5").replace("<X>2", "<X>9")
+    assert file.with_suffix(".xml.bak").read_text() == before
+    with pytest.warns(zantrel.PassedOver, match="without 1 comment"), zantrel.edit(file, layout) as db:
+        db["Materials"].add("Brass")
+    assert list(zantrel.load(file, layout)["Materials"]) == ["Brass", "Steel"]
+
+
+def test_a_file_can_be_checked_with_places(file, layout):
+    assert not [f for f in zantrel.check(file, layout) if f.severity == "error"]
+    file.write_text(file.read_text().replace("<Power>200<", "<Power>20<").replace("<Count>3<", "<Count>three<"))
+    errors = [f for f in zantrel.check(file, layout) if f.severity == "error"]
+    assert [(f.kind, f.path, f.line) for f in errors] == [
+        ("unparsed_text", "Machine/Count", 4),
+        ("below_minimum", "Power", 3),
+    ]
+
+
+def test_formats_and_reading_again(db, tmp_path):
+    db["Power"] = 99
+    held = db["Materials"].add("Steel")
+    db["Heights"].append(5)
+    db.save(tmp_path / "m.xml", format="machine")
+    other = zantrel.load(tmp_path / "m.xml", db.layout, notes=[])
+    assert other.format == "machine" and other["Power"] == 99 and zantrel.root_of(tmp_path / "m.xml") != "Machine"
+    db.save(tmp_path / "g.xml")
+    db.read(tmp_path / "g.xml")
+    assert db["Heights"] == [5]
+    with pytest.raises(zantrel.StaleNode):
+        held.to_dict()
+    with pytest.raises(ValueError, match="format"):
+        db.save(tmp_path / "m.xml", format="json")
+
+
+def test_differences_and_migration(layout):
+    old = zantrel.Database(layout)
+    old["Power"], old["Count"] = 99.5, 7
+    new_layout = machine_layout()
+    new_layout["Count"].set_type(Type.STRING).set_range(None, None)
+    new_layout.add_group("Laser").add("Watts", Type.DOUBLE, 1)
+    new, steps = old.migrate(new_layout, {"Power": "Laser/Watts"})
+    assert (new["Laser"]["Watts"], new["Count"]) == (99.5, "7")
+    kinds = {step.path: step.kind for step in steps}
+    assert (kinds["Power"], kinds["Count"], kinds["Sieve"]) == ("renamed", "converted", "taken")
+    with pytest.raises(ValueError):
+        old.migrate(new_layout, {"Nothing": "Power"})
+    differences = layout.diff(new_layout)
+    assert ("added", "ProfileEditor/Laser") in [(d.kind, d.path) for d in differences]
+
+
+def test_layouts_built_read_and_written(layout, tmp_path):
+    layout["Rows"].set_display_name("rows").set_user_can_sort(True).multiplicity_max = 5
+    layout.add("Note", Type.STRING).set_regex("a*").regex_user_friendly = "a and nothing else"
+    layout.add_translation("Laser power", "de-DE", "Laserleistung")
+    layout.save(tmp_path / "l.xml")
+    layout.save_schema(tmp_path / "l.xsd")
+    back = zantrel.Layout.load(tmp_path / "l.xml")
+    assert layout.diff(back) == [] and back.translate("Laser power", "de-DE") == "Laserleistung"
+    power = back["Power"]
+    assert (power.min, power.max, power.unit, power.default) == (50, 400, "W", 200) and power.type is Type.DOUBLE
+    assert [(s.path, v) for s, v in back["Mesh"].visibility_sources] == [("ProfileEditor/Sieve", "True")]
+    assert back.lint() == []
+    back.add("Power", Type.INT)
+    assert [f.kind for f in back.lint() if f.severity == "error"] == ["same_name"]
+    metal = zantrel.Layout.load(METAL, notes=[])
+    assert {note.kind for note in metal.notes} and len(metal.notes) == 2
+    for wrong, error in (("visible", TypeError), ("precision", TypeError), ("display_name", TypeError)):
+        with pytest.raises(error, match=wrong):
+            setattr(power, wrong, [])
+    with pytest.raises(ValueError, match="two layouts"):
+        power.add_visibility_source(layout["Sieve"], True)
+
+
+def test_a_ticket_says_what_counts_for_a_part():
+    text = (FORMATS / "ticket.xml").read_bytes().strip().replace(b"<R>", b"<KlvrBuildTicket>")
+    ticket = zantrel.Ticket.loads(text.replace(b"</R>", b"</KlvrBuildTicket>"), notes=[])
+    assert ticket.to_dict()["defaults"] == {"a": 5, "d": 0.5, "f": True, "g": "t"}
+    assert ticket.to_dict()["parts"] == {"p": {"b": [{"c": ("n", b"\0\xff")}]}} and ticket.parts == ["p"]
+    assert ("d", 0.5, "ticket") in ticket.effective("p")
+    layout = zantrel.Layout()
+    layout.part_options.add("Depth", Type.INT, 4).set_prop_name("z")
+    assert ("z", 4, "layout") in ticket.effective("p", layout) and ticket == ticket
+
+
+def shown(*arguments):
+    return subprocess.run(
+        [sys.executable, "-m", "zantrel", *map(str, arguments)], capture_output=True, text=True, encoding="utf-8"
+    )
+
+
+def test_the_module_shows_a_file(file, layout, tmp_path):
+    layout.save(tmp_path / "l.xml")
+    run = shown(file, "--layout", tmp_path / "l.xml")
+    assert "Power = 200.0 W\n" in run.stdout and "\n  Steel\n    Infill\n      Power = 280.0\n" in run.stdout
+    assert "BuildHeight: DISTANCE = 325.0, 10.0 to 325.0 mm" in shown(METAL).stdout
+    assert shown(tmp_path / "none").returncode == 2
+
+
+@pytest.mark.parametrize("name", sorted(path.name for path in (ROOT / "examples" / "python").glob("*.py")))
+def test_examples_have_a_test(name):
+    assert re.search(rf"\b{name}\b", (ROOT / "tests" / "python" / "examples_test.py").read_text())
+
+
+def test_errno_of_a_file_that_may_not_be_written(db, tmp_path):
+    if os.geteuid() == 0:
+        pytest.skip("root may write everywhere")
+    tmp_path.chmod(0o500)
+    with pytest.raises(PermissionError) as refused:
+        db.save(tmp_path / "m.xml")
+    assert refused.value.errno == errno.EACCES
