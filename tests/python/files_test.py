@@ -137,7 +137,7 @@ def test_differences_and_migration(layout):
 
 
 def test_layouts_built_read_and_written(layout, tmp_path):
-    layout["Rows"].set_display_name("rows").set_user_can_sort(True).multiplicity_max = 5
+    layout["Rows"].set_container_display_name("rows").set_user_can_sort(True).multiplicity_max = 5
     layout.add("Note", Type.STRING).set_regex("a*").regex_user_friendly = "a and nothing else"
     layout.add_translation("Laser power", "de-DE", "Laserleistung")
     layout.save(tmp_path / "l.xml")

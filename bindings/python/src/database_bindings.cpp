@@ -4,6 +4,7 @@
 #include "records.h"
 #include "values.h"
 
+#include <zantrel/database/parameter_misuse.h>
 #include <zantrel/database/walk.h>
 #include <zantrel/editing/value_text.h>
 
@@ -17,9 +18,10 @@ using namespace Zantrel::Editing;
 
 namespace {
 
-using NodePointer = std::shared_ptr<Node>;
-using DatabasePointer = std::shared_ptr<DatabaseHandle>;
-using DatabaseClass = py::class_<DatabaseHandle, DatabasePointer>;
+using NodePointer = Held<Node>;
+using DatabasePointer = Held<DatabaseHandle>;
+using LayoutPointer = Held<LayoutHandle>;
+using DatabaseClass = py::class_<DatabaseHandle, std::shared_ptr<DatabaseHandle>>;
 
 /// A node and all below it, one after another. It holds nodes, and so what is changed meanwhile can't end it.
 class NodeWalk {
@@ -155,8 +157,7 @@ py::list DifferencesOf(DatabasePointer const& first, DatabasePointer const& seco
     return RecordsOf(differences);
 }
 
-py::object Migrated(DatabasePointer const& from, std::shared_ptr<LayoutHandle> const& layout,
-                    py::object const& renamings) {
+py::object Migrated(DatabasePointer const& from, LayoutPointer const& layout, py::object const& renamings) {
     std::vector<Renaming> pairs;
     if (!renamings.is_none()) {
         for (auto const& [old, now] : py::dict(renamings)) {
@@ -197,28 +198,29 @@ void BindFiles(py::module_& module, DatabaseClass& type) {
     auto const toNotes = py::arg("notes") = py::none(), ofLimits = py::arg("limits") = py::none();
     module.def(
         "load",
-        [](FilePath const& path, std::shared_ptr<LayoutHandle> const& layout, Text const& format,
-           py::object const& notes, py::object const& limits) {
+        [](FilePath const& path, LayoutPointer const& layout, Text const& format, py::object const& notes,
+           py::object const& limits) {
             return LoadDatabase(layout, {path.value, std::nullopt}, OptionsOf(format, notes, limits));
         },
-        py::arg("path"), py::arg("layout").none(false), py::kw_only(), ofFormat, toNotes, ofLimits);
+        py::arg("path"), py::arg("layout"), py::kw_only(), ofFormat, toNotes, ofLimits);
     module.def(
         "loads",
-        [](py::bytes const& data, std::shared_ptr<LayoutHandle> const& layout, Text const& format,
-           py::object const& notes, py::object const& limits) {
+        [](py::bytes const& data, LayoutPointer const& layout, Text const& format, py::object const& notes,
+           py::object const& limits) {
             return LoadDatabase(layout, {L"", py::cast<std::string>(data)}, OptionsOf(format, notes, limits));
         },
-        py::arg("data"), py::arg("layout").none(false), py::kw_only(), ofFormat, toNotes, ofLimits);
+        py::arg("data"), py::arg("layout"), py::kw_only(), ofFormat, toNotes, ofLimits);
     module.def(
         "check",
-        [](FilePath const& path, std::shared_ptr<LayoutHandle> const& layout) {
-            return CheckFile(layout, path.value);
-        },
-        py::arg("path"), py::arg("layout").none(false));
+        [](FilePath const& path, LayoutPointer const& layout) { return CheckFile(layout, path.value); },
+        py::arg("path"), py::arg("layout"));
     module.def("root_of", [](FilePath const& path) { return StrOf(RootOf({path.value, std::nullopt})); });
-    module.def("_edit_texts",
-               [](FilePath const& path, std::shared_ptr<LayoutHandle> const& layout, Text const& format,
-                  py::dict const& texts) { return EditTexts(layout, path.value, format.value, texts); });
+    module.def(
+        "_edit_texts",
+        [](FilePath const& path, LayoutPointer const& layout, Text const& format, py::dict const& texts) {
+            return EditTexts(layout, path.value, format.value, texts);
+        },
+        py::arg("path"), py::arg("layout"), py::arg("format"), py::arg("texts"));
     type.def(
         "read",
         [](DatabasePointer const& self, FilePath const& path, Text const& format, py::object const& notes,
@@ -241,16 +243,16 @@ void BindFiles(py::module_& module, DatabaseClass& type) {
 }
 
 void BindDatabase(py::module_& module, DatabaseClass& type) {
-    type.def(py::init([](std::shared_ptr<LayoutHandle> const& layout) {
+    type.def(py::init([](LayoutPointer const& layout) {
                  auto database = std::make_shared<DatabaseHandle>(layout);
                  database->Fill();
                  return database;
              }),
-             py::arg("layout").none(false));
+             py::arg("layout"));
     BindFiles(module, type);
     BindMapping(type, RootNode());
     type.def_property_readonly("root", [](DatabasePointer const& self) { return Node::Root(self); });
-    type.def_property_readonly("layout", &DatabaseHandle::Layout);
+    type.def_property_readonly("layout", [](DatabasePointer const& self) { return self->Layout(); });
     type.def_property_readonly("notes", [](DatabasePointer const& self) { return self->m_notes; });
     type.def_property_readonly("path", [](DatabasePointer const& self) { return StrOf(self->m_path); });
     type.def_property_readonly("format", [](DatabasePointer const& self) { return StrOf(self->m_format); });
@@ -273,8 +275,8 @@ void BindDatabase(py::module_& module, DatabaseClass& type) {
         py::kw_only(), py::arg("default_profiles") = false);
     type.def("rows", [](DatabasePointer const& self) { return RowsOf(*Node::Root(self)); });
     type.def("validate", [](DatabasePointer const& self) { return Validated(*Node::Root(self)); });
-    type.def("diff", &DifferencesOf, py::arg("other").none(false));
-    type.def("migrate", &Migrated, py::arg("layout").none(false), py::arg("renamings") = py::none());
+    type.def("diff", &DifferencesOf, py::arg("other"));
+    type.def("migrate", &Migrated, py::arg("layout"), py::arg("renamings") = py::none());
     type.def("copy", &CopyOf);
     type.def("__copy__", &CopyOf);
     type.def("__deepcopy__", [](DatabasePointer const& self, py::object const&) { return CopyOf(self); });
@@ -283,7 +285,7 @@ void BindDatabase(py::module_& module, DatabaseClass& type) {
         [](DatabasePointer const& self, DatabasePointer const& other) {
             return DifferencesOf(self, other).empty();
         },
-        py::is_operator());
+        py::is_operator(), py::arg("other"));
     type.attr("__hash__") = py::none();
     type.def("__repr__", [](DatabasePointer const& self) {
         return StrOf(L"<Database " + self->Layout()->Get().m_name +
@@ -296,15 +298,26 @@ void BindDatabase(py::module_& module, DatabaseClass& type) {
 
 // --- Nodes ---
 
-/// A flag of the cursor. What the place doesn't have raises RuntimeError.
+/// Asks or tells the cursor of a flag; AttributeError where it has none.
+template <class Use> auto UseFlag(Node& node, Use use) {
+    ParameterNode cursor = node.Cursor();
+    try {
+        return use(cursor);
+    } catch (ParameterMisuse const& misuse) {
+        throw py::attribute_error(misuse.what());
+    }
+}
+
 template <class Class>
 void BindFlag(Class& type, char const* name, bool (ParameterNode::*get)() const,
               void (ParameterNode::*set)(bool)) {
     type.def_property(
-        name, [get](NodePointer const& node) { return (node->Cursor().*get)(); },
+        name,
+        [get](NodePointer const& node) {
+            return UseFlag(*node, [get](ParameterNode& cursor) { return (cursor.*get)(); });
+        },
         [set](NodePointer const& node, bool value) {
-            ParameterNode cursor = node->Cursor();
-            (cursor.*set)(value);
+            UseFlag(*node, [set, value](ParameterNode& cursor) { (cursor.*set)(value); });
         });
 }
 
@@ -344,15 +357,15 @@ bool AreEqual(NodePointer const& node, py::object const& other) {
     return ContentOf(*node, false).equal(theirs);
 }
 
-void BindNode(py::class_<Node, NodePointer>& type) {
+void BindNode(py::class_<Node, std::shared_ptr<Node>>& type) {
     type.def_property_readonly("name", [](NodePointer const& node) { return StrOf(node->Name()); });
     type.def_property_readonly("path", [](NodePointer const& node) { return StrOf(node->Path()); });
     type.def_property_readonly("display_name",
                                [](NodePointer const& node) { return StrOf(node->Layout().m_displayName); });
     type.def_property_readonly("description",
                                [](NodePointer const& node) { return StrOf(node->Layout().m_description); });
-    type.def_property_readonly("parent", &Node::Parent);
-    type.def_property_readonly("database", &Node::Database);
+    type.def_property_readonly("parent", [](NodePointer const& node) { return node->Parent(); });
+    type.def_property_readonly("database", [](NodePointer const& node) { return node->Database(); });
     type.def_property_readonly(
         "is_default", [](NodePointer const& node) { return node->Kind() == PlaceKind::DefaultProfile; });
     type.def_property_readonly("look", [](NodePointer const& node) { return LookOfNode(*node); });
@@ -375,6 +388,7 @@ void BindNode(py::class_<Node, NodePointer>& type) {
 
 void BindParameter(py::module_& module) {
     py::class_<ParameterNodeOf, Node, std::shared_ptr<ParameterNodeOf>> type(module, "Parameter");
+    RefuseMaking(type);
     type.def_property(
         "value", [](NodePointer const& node) { return ValueOf(node->Cursor()); },
         [](NodePointer const& node, py::object const& value) { SetValue(*node, value, false); });
@@ -419,6 +433,7 @@ void BindParameter(py::module_& module) {
 
 void BindGroup(py::module_& module) {
     py::class_<GroupNode, Node, std::shared_ptr<GroupNode>> type(module, "Group");
+    RefuseMaking(type);
     BindMapping(type, SelfNode());
     type.def("__setitem__", [](NodePointer const& node, Text const& name, py::object const& value) {
         Update(*NodeNamed(*node, name.value), value, false);
@@ -474,6 +489,7 @@ py::list Sliced(Node& list, py::slice const& slice) {
 
 void BindList(py::module_& module) {
     py::class_<ListNode, Node, std::shared_ptr<ListNode>> type(module, "List");
+    RefuseMaking(type);
     type.def("__len__", [](NodePointer const& list) { return list->Cursor().GetSize(); });
     type.def("__iter__", [](py::object const& list) {
         return py::reinterpret_steal<py::object>(
@@ -530,6 +546,7 @@ void Remove(NodePointer const& profiles, Text const& name, bool isForced) {
 
 void BindProfiles(py::module_& module) {
     py::class_<ProfilesNode, Node, std::shared_ptr<ProfilesNode>> type(module, "ProfileList");
+    RefuseMaking(type);
     BindMapping(type, SelfNode());
     type.def("__setitem__", [](NodePointer const& profiles, Text const& name, py::object const& values) {
         py::dict one;
@@ -566,10 +583,13 @@ void BindProfiles(py::module_& module) {
 
 void BindDatabases(py::module_& module) {
     DatabaseClass database(module, "Database");
-    py::class_<Node, NodePointer> node(module, "Node");
-    py::class_<NodeWalk>(module, "_NodeWalk")
-        .def("__iter__", [](py::object const& walk) { return walk; })
-        .def("__next__", &NodeWalk::Next);
+    py::class_<Node, std::shared_ptr<Node>> node(module, "Node");
+    py::class_<NodeWalk> nodeWalk(module, "_NodeWalk");
+    RefuseMaking(nodeWalk);
+    nodeWalk.def("__iter__", [](py::object const& walk) { return walk; }).def("__next__", [](NodeWalk& walk) {
+        return walk.Next();
+    });
+    RefuseMaking(node);
     BindNode(node);
     BindGroup(module);
     BindList(module);

@@ -20,6 +20,9 @@ namespace {
 
 // No node of a layout ends before the layout does: Python adds nodes and never takes one away.
 
+using LayoutPointer = Held<LayoutHandle>;
+using LayoutClass = py::class_<LayoutHandle, std::shared_ptr<LayoutHandle>>;
+
 /// A node of a layout, which it keeps alive.
 class LayoutNodeOf {
 public:
@@ -315,7 +318,7 @@ void BindTree(NodeClass& type) {
         LayoutNode const* const parent = node.Get().Parent();
         return parent != nullptr ? py::cast(node.Other(parent)) : py::object(py::none());
     });
-    type.def_property_readonly("layout", &LayoutNodeOf::Layout);
+    type.def_property_readonly("layout", [](LayoutNodeOf const& node) { return node.Layout(); });
     type.def("add", &AddNode, py::arg("name"), py::arg("type") = 0, py::arg("default") = py::none());
     type.def("add_group", [](LayoutNodeOf const& node, Text const& name) {
         return AddNode(node, name, Group, py::none());
@@ -362,7 +365,7 @@ ReadOptions OptionsOf(py::object const& notes, py::object const& limits) {
     return {L"", LimitsOf(limits), notes};
 }
 
-std::shared_ptr<LayoutHandle> CopyOf(std::shared_ptr<LayoutHandle> const& layout) {
+std::shared_ptr<LayoutHandle> CopyOf(LayoutPointer const& layout) {
     py::object const bytes = SaveLayout(layout, std::nullopt, L"meta");
     ReadOptions options;
     options.notes = py::list();
@@ -372,7 +375,7 @@ std::shared_ptr<LayoutHandle> CopyOf(std::shared_ptr<LayoutHandle> const& layout
     return copy;
 }
 
-void BindSections(py::class_<LayoutHandle, std::shared_ptr<LayoutHandle>>& type) {
+void BindSections(LayoutClass& type) {
     using pNode = ParameterLayout::pNode;
     static constexpr struct {
         char const* name;
@@ -383,50 +386,48 @@ void BindSections(py::class_<LayoutHandle, std::shared_ptr<LayoutHandle>>& type)
                     {"part_configurator", &ParameterLayout::m_partConfigurator},
                     {"version_node", &ParameterLayout::m_versionNode}};
     for (auto const& section : sections) {
-        type.def_property_readonly(section.name,
-                                   [anchor = section.anchor](std::shared_ptr<LayoutHandle> const& layout) {
-                                       return LayoutNodeOf(layout, (layout->Get().*anchor).GetNode());
-                                   });
+        type.def_property_readonly(section.name, [anchor = section.anchor](LayoutPointer const& layout) {
+            return LayoutNodeOf(layout, (layout->Get().*anchor).GetNode());
+        });
     }
-    type.def_property_readonly("root", [](std::shared_ptr<LayoutHandle> const& layout) {
-        return LayoutNodeOf(layout, &layout->Get());
-    });
-    type.def("__getitem__", [](std::shared_ptr<LayoutHandle> const& layout, py::object const& name) {
+    type.def_property_readonly(
+        "root", [](LayoutPointer const& layout) { return LayoutNodeOf(layout, &layout->Get()); });
+    type.def("__getitem__", [](LayoutPointer const& layout, py::object const& name) {
         return py::cast(LayoutNodeOf(layout, layout->Get().m_profileEditor.GetNode()))
             .attr("__getitem__")(name);
     });
-    type.def("_ipython_key_completions_", [](std::shared_ptr<LayoutHandle> const& layout) {
+    type.def("_ipython_key_completions_", [](LayoutPointer const& layout) {
         return py::cast(LayoutNodeOf(layout, layout->Get().m_profileEditor.GetNode())).attr("keys")();
     });
     type.def(
         "add",
-        [](std::shared_ptr<LayoutHandle> const& layout, Text const& name, std::int32_t nodeType,
-           py::object const& value) {
+        [](LayoutPointer const& layout, Text const& name, std::int32_t nodeType, py::object const& value) {
             return AddNode({layout, layout->Get().m_profileEditor.GetNode()}, name, nodeType, value);
         },
         py::arg("name"), py::arg("type") = 0, py::arg("default") = py::none());
-    type.def("add_group", [](std::shared_ptr<LayoutHandle> const& layout, Text const& name) {
+    type.def("add_group", [](LayoutPointer const& layout, Text const& name) {
         return AddNode({layout, layout->Get().m_profileEditor.GetNode()}, name, Group, py::none());
     });
 }
 
-void BindTranslations(py::class_<LayoutHandle, std::shared_ptr<LayoutHandle>>& type) {
-    type.def("translate", [](LayoutHandle const& layout, Text const& key, Text const& language) -> py::str {
+void BindTranslations(LayoutClass& type) {
+    type.def("translate", [](LayoutPointer const& layout, Text const& key, Text const& language) -> py::str {
         std::wstring const* const text =
-            layout.Get().GetResourceDictionary()->GetTranslation(key.value, language.value);
+            layout->Get().GetResourceDictionary()->GetTranslation(key.value, language.value);
         return StrOf(text != nullptr ? *text : key.value);
     });
-    type.def(
-        "add_translation", [](LayoutHandle& layout, Text const& key, Text const& language, Text const& text) {
-            layout.Change().GetResourceDictionary()->AddTranslation(key.value, language.value, text.value);
-        });
+    type.def("add_translation", [](LayoutPointer const& layout, Text const& key, Text const& language,
+                                   Text const& text) {
+        layout->Change().GetResourceDictionary()->AddTranslation(key.value, language.value, text.value);
+    });
 }
 
 } // namespace
 
 void BindLayouts(py::module_& module) {
-    py::class_<LayoutHandle, std::shared_ptr<LayoutHandle>> layout(module, "Layout");
+    LayoutClass layout(module, "Layout");
     NodeClass node(module, "LayoutNode");
+    RefuseMaking(node);
     BindTree(node);
     BindValues(node);
     BindContainerAttributes(node);
@@ -463,20 +464,19 @@ void BindLayouts(py::module_& module) {
         py::arg("level") = 2);
     layout.def(
         "save",
-        [](std::shared_ptr<LayoutHandle> const& self, FilePath const& path, Text const& format) {
+        [](LayoutPointer const& self, FilePath const& path, Text const& format) {
             SaveLayout(self, path, format.value);
         },
         py::arg("path"), py::kw_only(), py::arg("format") = Text{L"meta"});
     layout.def(
         "dumps",
-        [](std::shared_ptr<LayoutHandle> const& self, Text const& format) {
+        [](LayoutPointer const& self, Text const& format) {
             return SaveLayout(self, std::nullopt, format.value);
         },
         py::kw_only(), py::arg("format") = Text{L"meta"});
-    layout.def("save_schema", [](std::shared_ptr<LayoutHandle> const& self, FilePath const& path) {
-        SaveSchema(self, path);
-    });
-    layout.def("lint", [](std::shared_ptr<LayoutHandle> const& self) {
+    layout.def("save_schema",
+               [](LayoutPointer const& self, FilePath const& path) { SaveSchema(self, path); });
+    layout.def("lint", [](LayoutPointer const& self) {
         LayoutUse const use(self);
         std::vector<Editing::LintFinding> findings;
         {
@@ -485,29 +485,27 @@ void BindLayouts(py::module_& module) {
         }
         return RecordsOf(findings);
     });
-    layout.def("diff",
-               [](std::shared_ptr<LayoutHandle> const& self, std::shared_ptr<LayoutHandle> const& other) {
-                   LayoutUse const first(self), second(other);
-                   std::vector<Editing::LayoutDifference> differences;
-                   {
-                       py::gil_scoped_release const unlocked;
-                       differences = Editing::LayoutDifferences(*first, *second);
-                   }
-                   return RecordsOf(differences);
-               });
+    layout.def("diff", [](LayoutPointer const& self, LayoutPointer const& other) {
+        LayoutUse const first(self), second(other);
+        std::vector<Editing::LayoutDifference> differences;
+        {
+            py::gil_scoped_release const unlocked;
+            differences = Editing::LayoutDifferences(*first, *second);
+        }
+        return RecordsOf(differences);
+    });
     layout.def("add_category_node_if_needed",
-               [](LayoutHandle& self) { self.Change().AddCategoryNodeIfNeeded(); });
-    layout.def_property_readonly("notes", [](LayoutHandle const& self) { return self.m_notes; });
-    layout.def_property_readonly("path", [](LayoutHandle const& self) { return StrOf(self.m_path); });
+               [](LayoutPointer const& self) { self->Change().AddCategoryNodeIfNeeded(); });
+    layout.def_property_readonly("notes", [](LayoutPointer const& self) { return self->m_notes; });
+    layout.def_property_readonly("path", [](LayoutPointer const& self) { return StrOf(self->m_path); });
     layout.def_property(
-        "name", [](LayoutHandle const& self) { return StrOf(self.Get().m_name); },
-        [](LayoutHandle& self, Text const& name) { self.Change().SetName(NameOf(name)); });
+        "name", [](LayoutPointer const& self) { return StrOf(self->Get().m_name); },
+        [](LayoutPointer const& self, Text const& name) { self->Change().SetName(NameOf(name)); });
     layout.def("__copy__", &CopyOf);
-    layout.def("__deepcopy__",
-               [](std::shared_ptr<LayoutHandle> const& self, py::object const&) { return CopyOf(self); });
-    layout.def("__repr__", [](LayoutHandle const& self) {
-        return StrOf(L"<Layout " + self.Get().m_name + (self.m_path.empty() ? L"" : L" of " + self.m_path) +
-                     L'>');
+    layout.def("__deepcopy__", [](LayoutPointer const& self, py::object const&) { return CopyOf(self); });
+    layout.def("__repr__", [](LayoutPointer const& self) {
+        return StrOf(L"<Layout " + self->Get().m_name +
+                     (self->m_path.empty() ? L"" : L" of " + self->m_path) + L'>');
     });
     BindSections(layout);
     BindTranslations(layout);

@@ -145,6 +145,7 @@ py::dict ToDict(TicketHandle const& ticket) {
 
 void BindTickets(py::module_& module) {
     py::class_<TicketHandle, std::shared_ptr<TicketHandle>> type(module, "Ticket");
+    RefuseMaking(type);
     type.def_static(
         "load",
         [](FilePath const& path, py::object const& notes, py::object const& limits) {

@@ -1,0 +1,258 @@
+# SPDX-License-Identifier: Apache-2.0
+"""Nothing that Python can do ends the interpreter. In CI these run under AddressSanitizer, too."""
+
+import gc
+import itertools
+import os
+import random
+import threading
+
+import pytest
+from conftest import machine_layout
+
+import zantrel
+from zantrel import Type
+
+
+def every_use(node):
+    """Whatever can be asked of a node."""
+    for name in dir(node):
+        if not name.startswith("__"):
+            value = getattr(node, name, None)
+            if callable(value) and name in ("keys", "values", "items", "rows", "validate", "to_dict", "to_list"):
+                value()
+    return [repr(node), list(node.walk()), node == node]
+
+
+def test_nodes_outlive_what_they_were_taken_from():
+    held = [zantrel.Database(machine_layout()).at(path) for path in ("", "Power", "Materials", "Rows")]
+    held += [machine_layout()["Power"], machine_layout().root]
+    gc.collect()
+    for node in held[:4]:
+        every_use(node)
+    assert held[1].value == 200 and repr(held[4]) and list(held[5])
+    walk = zantrel.Database(machine_layout()).walk()
+    gc.collect()
+    assert len(list(walk)) == 11
+
+
+def test_stale_nodes_raise_whatever_is_asked():
+    db = zantrel.Database(machine_layout())
+    db["Rows"].extend([{"X": 1}] * 3)
+    db["Heights"].update([1, 2])
+    item, value = db["Rows"][2], db["Heights"].node(1)
+    profile = db["Materials"].add("Steel")
+    power, walk = profile.node("Infill").node("Power"), db.walk()
+    next(walk)
+    db["Rows"].update([])
+    db["Heights"].update([])
+    del db["Materials"]["Steel"]
+    for node in (item, value, profile, power):
+        for name in dir(type(node)):
+            if isinstance(getattr(type(node), name), property) and name not in ("parent", "database", "name"):
+                try:
+                    getattr(node, name)
+                except (zantrel.StaleNode, RuntimeError):
+                    pass
+        with pytest.raises(zantrel.StaleNode):
+            every_use(node)
+        with pytest.raises(zantrel.StaleNode):
+            node.read_only = True
+    assert [node.name for node in walk][:2] == ["Power", "Count"]
+
+
+def test_any_order_of_changes_keeps_nodes_right_or_stale():
+    random.seed(7)
+    layout = machine_layout()
+    layout["Rows"].set_user_can_sort(True)
+    db, model, held = zantrel.Database(layout), [], {}
+    rows = db["Rows"]
+    for number in range(400):
+        action = random.choice(("append", "append", "delete", "move", "check"))
+        if action == "append" or not model:
+            held[number] = rows.append({"X": number})
+            model.append(number)
+        elif action == "delete":
+            at = random.randrange(len(model))
+            del rows[at]
+            gone = held.pop(model.pop(at))
+            with pytest.raises(zantrel.StaleNode):
+                gone["X"]
+        elif action == "move":
+            begin, end = random.randrange(len(model)), random.randrange(len(model))
+            rows.move(begin, end)
+            model.insert(end, model.pop(begin))
+        else:
+            assert [row["X"] for row in rows] == model
+            assert all(node["X"] == x and node.name == str(model.index(x)) for x, node in held.items())
+
+
+class Evil:
+    """A value whose conversion changes what it is to be set in."""
+
+    def __init__(self, change):
+        self.change = change
+
+    def __float__(self):
+        self.change()
+        return 99.0
+
+
+def test_conversions_that_change_the_database_or_raise():
+    db = zantrel.Database(machine_layout())
+    rows = db["Rows"]
+    rows.extend([{"X": 1}, {"X": 2}])
+    with pytest.raises(zantrel.StaleNode):
+        rows[1].update({"X": Evil(lambda: rows.update([]))})
+    with pytest.raises(ZeroDivisionError):
+        db["Power"] = Evil(lambda: 1 / 0)
+    values = {"Power": Evil(lambda: values.clear())}
+    db.update(values)
+    assert db["Power"] == 99 and len(rows) == 0
+
+    class Path:
+        def __fspath__(self):
+            raise ZeroDivisionError
+
+    class Notes(list):
+        def extend(self, notes):
+            raise ZeroDivisionError
+
+    for call in (lambda: db.save(Path()), lambda: zantrel.loads(db.dumps(), db.layout, notes=Notes())):
+        with pytest.raises(ZeroDivisionError):
+            call()
+
+
+def test_finalizers_that_run_in_the_middle_of_a_call():
+    db = zantrel.Database(machine_layout())
+    db["Rows"].extend([{"X": x} for x in range(2000)])
+    refused = []
+
+    class Cycle:
+        def __init__(self):
+            self.me = self
+
+        def __del__(self):
+            try:
+                db["Rows"].update([])
+            except RuntimeError as error:
+                refused.append(error)
+
+    gc.collect()
+    for _ in range(50):
+        Cycle()
+    gc.set_threshold(1)
+    try:
+        content, rows = db.to_dict(), db.rows()
+    finally:
+        gc.set_threshold(700, 10, 10)
+    assert len(content["Rows"]) in (0, 2000) and rows
+
+
+def test_a_layout_in_use_cant_be_changed():
+    layout = machine_layout()
+    db = zantrel.Database(layout)
+    for change in (
+        lambda: layout.add("New"),
+        lambda: layout["Power"].set_range(0, 1),
+        lambda: layout["Power"].set_option_values(str(i) for i in range(3)),
+        lambda: layout.add_category_node_if_needed(),
+    ):
+        with pytest.raises(RuntimeError, match="in use"):
+            change()
+    del db
+    layout["Power"].set_default_value(55)
+    assert zantrel.Database(layout)["Power"] == 55
+
+
+def test_a_hundred_thousand_levels():
+    layout = zantrel.Layout()
+    node = layout.profile_editor
+    with pytest.raises(RecursionError):
+        for _ in range(100_000):
+            node = node.add_group("a")
+    node["a"] if "a" in node else node.parent.add("leaf", Type.INT, 5)
+    db = zantrel.Database(layout)
+    assert db.rows()[-1].value == 5 and len(list(db.walk())) > 900
+    assert zantrel.Database(layout) == db and db.copy() == db
+    db.at(db.rows()[-1].path).value = 6
+    with pytest.raises(ValueError):
+        layout.save("deep.xml")
+    every_use(list(db.walk())[-1])
+
+
+def test_wrong_arguments_are_type_errors():
+    layout, db = machine_layout(), zantrel.Database(machine_layout())
+    functions = [zantrel.load, zantrel.check, zantrel.Database, db.diff, db.migrate, db.at, db.save, layout.diff]
+    for function, argument in itertools.product(functions, (None, 5, [], object())):
+        with pytest.raises(TypeError):
+            function(argument)
+    assert db != None and db.layout != None and db.root != None  # noqa: E711
+
+
+def test_objects_that_hold_nothing(db):
+    for kind in vars(zantrel._zantrel).values():
+        if not isinstance(kind, type):
+            continue
+        nothing = [None, 5]
+        try:
+            nothing.append(kind.__new__(kind))
+        except TypeError:
+            assert kind not in (zantrel.Database, zantrel.Layout)
+        for name, function in vars(kind).items():
+            if callable(getattr(function, "fget", function)) and name not in ("__init__", "__new__"):
+                for self, others in itertools.product(nothing, ((), (None,), ("a",), (0,), (db,))):
+                    try:
+                        getattr(function, "fget", function)(self, *others)
+                    except (TypeError, RuntimeError, AttributeError):
+                        pass
+
+
+def test_a_fork_in_between(db, tmp_path):
+    db["Power"] = 99
+    child = os.fork()
+    if child == 0:
+        try:
+            db.save(tmp_path / "m.xml")
+            os._exit(0 if zantrel.load(tmp_path / "m.xml", db.layout)["Power"] == 99 else 1)
+        except BaseException:
+            os._exit(2)
+    assert os.waitpid(child, 0)[1] == 0
+
+
+def test_a_database_belongs_to_one_thread_at_a_time(tmp_path):
+    layout = machine_layout()
+    db = zantrel.Database(layout)
+    db["Rows"].extend([{"X": x} for x in range(3000)])
+    outcomes, barrier = [], threading.Barrier(4)
+
+    def work(number):
+        barrier.wait()
+        for round in range(20):
+            try:
+                if number % 2:
+                    db.save(tmp_path / f"{number}.xml")
+                else:
+                    db["Rows"].append({"X": round})
+                    db.validate()
+                outcomes.append("done")
+            except RuntimeError as error:
+                assert "belongs to one at a time" in str(error)
+                outcomes.append("refused")
+
+    threads = [threading.Thread(target=work, args=[number]) for number in range(4)]
+    for thread in threads:
+        thread.start()
+    for thread in threads:
+        thread.join()
+    assert len(outcomes) == 80 and zantrel.loads(db.dumps(), layout) == db
+
+
+def test_many_threads_read_on_one_layout(file, layout):
+    expected, found = zantrel.load(file, layout), []
+    threads = [threading.Thread(target=lambda: found.append(zantrel.load(file, layout))) for _ in range(16)]
+    for thread in threads:
+        thread.start()
+    for thread in threads:
+        thread.join()
+    assert found == [expected] * 16
