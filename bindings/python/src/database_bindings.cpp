@@ -9,6 +9,7 @@
 #include <zantrel/editing/value_text.h>
 
 #include <stdexcept>
+#include <unordered_map>
 #include <utility>
 
 namespace ZantrelPython {
@@ -124,10 +125,15 @@ py::list Validated(Node& node) {
     return RecordsOf(findings);
 }
 
+/// What rows of one layout node share.
+struct Column {
+    py::object unit, type;
+};
+
 py::list RowsOf(Node& top) {
-    py::object const row = TypeNamed("Row"), types = TypeNamed("Type");
+    py::object const row = TypeNamed("Row");
     std::wstring const above = top.Path();
-    std::vector<std::pair<LayoutNode const*, py::tuple>> known; // unit and type of the node met last
+    std::unordered_map<LayoutNode const*, Column> columns;
     py::list rows;
     Walk walk(top.Cursor(), SameNames::FirstOnly);
     Busy const busy(*top.Database()); // see ContentOf
@@ -136,10 +142,21 @@ py::list RowsOf(Node& top) {
         if (!walk.IsLeaf() || layout.m_type == Group || !walk.Node().IsValid()) {
             continue;
         }
+        Column& column = columns[&layout];
+        if (!column.unit) {
+            column = {StrOf(layout.m_postfix), TypeOf(layout)};
+        }
         std::wstring path = above;
-        path += (above.empty() || walk.Path().empty() ? L"" : L"_") + std::wstring(walk.Path());
-        rows.append(row(StrOf(path), ValueOf(walk.Node()), StrOf(layout.m_postfix),
-                        types(static_cast<std::int32_t>(layout.m_type))));
+        path.append(above.empty() || walk.Path().empty() ? L"" : L"_").append(walk.Path());
+        // As Row._make does it: a call of the class costs more than all the rest.
+        py::tuple const fields = py::make_tuple(StrOf(path), ValueOf(walk.Node()), column.unit, column.type);
+        py::tuple const arguments = py::make_tuple(fields);
+        PyObject* const made =
+            PyTuple_Type.tp_new(reinterpret_cast<PyTypeObject*>(row.ptr()), arguments.ptr(), nullptr);
+        if (made == nullptr) {
+            throw py::error_already_set();
+        }
+        rows.append(py::reinterpret_steal<py::object>(made));
     }
     return rows;
 }
@@ -333,7 +350,7 @@ std::wstring ReprOf(Node& node) {
         return L"<List " + path + L" of " + std::to_wstring(names.size()) + L" x " + layout.m_nodeName + L'>';
     }
     std::wstring text = (node.Kind() == PlaceKind::ProfileList ? L"<ProfileList " : L"<Group ") +
-                        (path.empty() ? layout.m_name : path) + L':';
+                        (path.empty() ? node.Database()->Layout()->Get().m_name : path) + L':';
     constexpr std::size_t shown = 8;
     for (std::size_t i = 0; i < names.size() && i < shown; ++i) {
         text += (i == 0 ? L" " : L", ") + names[i];
@@ -401,9 +418,7 @@ void BindParameter(py::module_& module) {
                                [](NodePointer const& node) { return StrOf(node->Layout().m_postfix); });
     type.def_property_readonly("precision",
                                [](NodePointer const& node) { return node->Layout().m_precision; });
-    type.def_property_readonly("type", [](NodePointer const& node) {
-        return TypeNamed("Type")(static_cast<std::int32_t>(node->Layout().m_type));
-    });
+    type.def_property_readonly("type", [](NodePointer const& node) { return TypeOf(node->Layout()); });
     static constexpr struct {
         char const* name;
         std::wstring LayoutNodeAttributes::*field;

@@ -19,6 +19,11 @@ Zantrel::ParameterLayout& LayoutHandle::Change() {
     return *m_layout;
 }
 
+DatabaseHandle::~DatabaseHandle() {
+    py::gil_scoped_release const unlocked;
+    m_database.reset();
+}
+
 Zantrel::ParameterDatabase& DatabaseHandle::Get() {
     if (m_isBusy) {
         throw std::runtime_error(

@@ -66,6 +66,11 @@ private:
 class DatabaseHandle {
 public:
     explicit DatabaseHandle(std::shared_ptr<LayoutHandle> layout) : m_layout(std::move(layout)) {}
+    DatabaseHandle(DatabaseHandle const&) = delete;
+    DatabaseHandle& operator=(DatabaseHandle const&) = delete;
+    /// Ends the values without the interpreter's lock, which takes a fifth of the time that reading them
+    /// took.
+    ~DatabaseHandle();
 
     /// Makes the database; also without the interpreter's lock, before anyone else knows the handle.
     void Fill() { m_database.emplace(&*m_layout); }

@@ -168,12 +168,7 @@ void BindValues(NodeClass& type) {
     BindTextAttribute(type, "min", &LayoutNodeAttributes::m_min);
     BindTextAttribute(type, "max", &LayoutNodeAttributes::m_max);
     type.def_property(
-        "type",
-        [](LayoutNodeOf const& node) -> py::object {
-            auto const number = static_cast<std::int32_t>(node.Get().m_type);
-            bool const isKnown = number >= Group && number <= StandardOptions;
-            return isKnown ? TypeNamed("Type")(number) : py::object(py::int_(number));
-        },
+        "type", [](LayoutNodeOf const& node) { return TypeOf(node.Get()); },
         [](LayoutNodeOf const& node, std::int32_t number) {
             node.Change().SetType(static_cast<eTypeLayoutNode>(number));
         });

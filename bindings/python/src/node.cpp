@@ -22,6 +22,11 @@ PlaceKind KindOf(LayoutNode const& layout) {
                                                              : PlaceKind::Leaf;
 }
 
+/// For a person: the profile editor has the layout's name.
+std::wstring WhereIs(Node& node) {
+    return node.Parent() ? node.Path() : node.Database()->Layout()->Get().m_name;
+}
+
 /// The segment up to the next "/", which is taken off with it.
 std::wstring_view NextSegment(std::wstring_view& path) {
     std::size_t const end = path.find(L'/');
@@ -357,8 +362,7 @@ std::shared_ptr<Node> NodeAt(Node& top, std::wstring const& path) {
                 return Node::Of(top.Database(), *place);
             }
             std::wstring_view wanted = here;
-            std::wstring const where = node->Parent() ? node->Path() : node->Layout().m_name;
-            RaiseUnknownName(std::wstring(NextSegment(wanted)), where, NamesIn(*node));
+            RaiseUnknownName(std::wstring(NextSegment(wanted)), WhereIs(*node), NamesIn(*node));
         }
         node = std::move(next);
     }
@@ -373,7 +377,7 @@ std::shared_ptr<Node> NodeNamed(Node& node, std::wstring const& name) {
     } else if (LayoutNode const* const child = node.Layout().GetNode(name)) {
         return node.Child(*child);
     }
-    RaiseUnknownName(name, node.Parent() ? node.Path() : node.Layout().m_name, NamesIn(node));
+    RaiseUnknownName(name, WhereIs(node), NamesIn(node));
 }
 
 std::size_t IndexIn(Node& list, py::ssize_t index, std::size_t beyond) {

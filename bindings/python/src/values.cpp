@@ -181,6 +181,12 @@ py::object ValueOf(ParameterView const& cursor) {
     return made;
 }
 
+py::object TypeOf(LayoutNode const& layout) {
+    auto const number = static_cast<std::int32_t>(layout.m_type);
+    bool const isKnown = number >= Group && number <= StandardOptions;
+    return isKnown ? TypeNamed("Type")(number) : py::object(py::int_(number));
+}
+
 py::object ValueOfText(eTypeLayoutNode type, std::wstring const& text) {
     return VisitValueType(type, [&](auto tag) -> py::object {
         using T = typename decltype(tag)::Type;

@@ -11,6 +11,8 @@ namespace ZantrelPython {
 
 /// The value at a cursor as int, float, bool, str or Attachment; None where no value stands.
 py::object ValueOf(Zantrel::ParameterView const& cursor);
+/// A node's type as Type; as int where it is a number that is none.
+py::object TypeOf(Zantrel::LayoutNode const& layout);
 /// The value that a layout's text stands for at a node of this type; None where it is empty or no such value.
 py::object ValueOfText(Zantrel::eTypeLayoutNode type, std::wstring const& text);
 /// The text of a default or limit that a layout gets from Python.
