@@ -21,10 +21,12 @@ set_target_properties(_zantrel PROPERTIES
   LIBRARY_OUTPUT_DIRECTORY ${python_package}/zantrel)
 
 # Beside it the libraries where these are shared, and what is Python already.
-set(python_files __init__.py __main__.py _edit.py _types.py _zantrel.pyi py.typed)
+set(python_files __init__.py __main__.py _edit.py _protocols.py _types.py _zantrel.pyi py.typed)
 list(TRANSFORM python_files PREPEND ${PROJECT_SOURCE_DIR}/bindings/python/zantrel/)
 set(python_libraries "")
-if(BUILD_SHARED_LIBS)
+if(BUILD_SHARED_LIBS AND WIN32)
+  set(python_libraries $<TARGET_FILE:zantrel> $<TARGET_FILE:zantrel_editing>)
+elseif(BUILD_SHARED_LIBS)
   set(python_libraries $<TARGET_SONAME_FILE:zantrel> $<TARGET_SONAME_FILE:zantrel_editing>)
 endif()
 add_custom_target(python_package ALL

@@ -112,6 +112,11 @@ def test_formats_and_reading_again(db, tmp_path):
     other = zantrel.load(tmp_path / "m.xml", db.layout, notes=[])
     assert other.format == "machine" and other["Power"] == 99 and zantrel.root_of(tmp_path / "m.xml") != "Machine"
     db.save(tmp_path / "g.xml")
+    (tmp_path / "broken.xml").write_text((tmp_path / "g.xml").read_text().replace("</Machine>", ""))
+    db["Heights"].append(6)
+    with pytest.raises(zantrel.ReadError):
+        db.read(tmp_path / "broken.xml")
+    assert db["Heights"] == [5, 6] and held.to_dict()
     db.read(tmp_path / "g.xml")
     assert db["Heights"] == [5]
     with pytest.raises(zantrel.StaleNode):

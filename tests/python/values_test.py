@@ -112,7 +112,14 @@ def test_a_list_is_a_sequence(db):
             rows[wrong]
     with pytest.raises(ValueError):
         rows.append({"X": "no"})
-    assert len(rows) == 3
+    assert len(rows) == 3 and rows.pop() == {"X": 3} and rows.index({"X": 2}) == 1
+    rows += [{"X": 4}]
+    rows.remove({"X": 1})
+    assert [row["X"] for row in reversed(rows)] == [4, 2]
+    rows.clear()
+    materials = db["Materials"]
+    assert materials.setdefault("Steel", {}) == materials["Steel"] and materials.pop("Brass", 5) == 5
+    assert materials.popitem() == ("Steel", {"Infill": {"Power": 280}}) and len(rows) == len(materials) == 0
 
 
 def test_paths_lead_to_what_they_name(db):

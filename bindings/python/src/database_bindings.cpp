@@ -242,7 +242,9 @@ void BindFiles(py::module_& module, DatabaseClass& type) {
         "read",
         [](DatabasePointer const& self, FilePath const& path, Text const& format, py::object const& notes,
            py::object const& limits) {
-            ReadInto(*self, {path.value, std::nullopt}, OptionsOf(format, notes, limits));
+            auto const copy = CopyOf(self); // so that a read that fails changes nothing
+            ReadInto(*copy, {path.value, std::nullopt}, OptionsOf(format, notes, limits));
+            self->TakeOver(*copy);
         },
         py::arg("path"), py::kw_only(), ofFormat, toNotes, ofLimits);
     type.def(

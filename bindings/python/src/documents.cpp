@@ -253,9 +253,6 @@ void ReadInto(DatabaseHandle& database, Document const& document, ReadOptions co
         report.m_limits = options.limits;
         isRead = sort.isRead && sort.strange.empty() && ReadValues(*busy, document, sort.isMachine, &report);
     }
-    if (database.m_root != nullptr) {
-        database.m_root->EntriesReplaced();
-    }
     if (!sort.strange.empty()) {
         Raise("ReadError", StrOf(NameOf(document) + L" is " + sort.strange));
     }

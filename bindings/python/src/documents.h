@@ -32,7 +32,7 @@ Zantrel::ReadLimits LimitsOf(py::object const& limits);
 // and WriteError for what can't be a document.
 
 std::shared_ptr<LayoutHandle> LoadLayout(Document const& document, ReadOptions const& options);
-/// Into a database that may have been read into before.
+/// Into a database of which nobody has nodes. On failure it holds what had arrived.
 void ReadInto(DatabaseHandle& database, Document const& document, ReadOptions const& options);
 std::shared_ptr<DatabaseHandle> LoadDatabase(std::shared_ptr<LayoutHandle> const& layout,
                                              Document const& document, ReadOptions const& options);

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "handles.h"
 
+#include "node.h"
+
 #include <stdexcept>
 #include <utility>
 
@@ -22,6 +24,18 @@ Zantrel::ParameterLayout& LayoutHandle::Change() {
 DatabaseHandle::~DatabaseHandle() {
     py::gil_scoped_release const unlocked;
     m_database.reset();
+}
+
+void DatabaseHandle::TakeOver(DatabaseHandle& other) {
+    static_cast<void>(Get());
+    m_database.swap(other.m_database);
+    m_notes = other.m_notes;
+    m_path = other.m_path;
+    m_format = other.m_format;
+    ++m_changes;
+    if (m_root != nullptr) {
+        m_root->EntriesReplaced();
+    }
 }
 
 Zantrel::ParameterDatabase& DatabaseHandle::Get() {

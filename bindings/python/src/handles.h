@@ -11,7 +11,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -73,8 +72,13 @@ public:
     ~DatabaseHandle();
 
     /// Makes the database; also without the interpreter's lock, before anyone else knows the handle.
-    void Fill() { m_database.emplace(&*m_layout); }
-    void Fill(Zantrel::ParameterDatabase const& source) { m_database.emplace(source); }
+    void Fill() { m_database = std::make_unique<Zantrel::ParameterDatabase>(&*m_layout); }
+    void Fill(Zantrel::ParameterDatabase const& source) {
+        m_database = std::make_unique<Zantrel::ParameterDatabase>(source);
+    }
+    /// Exchanges the values, and takes over where they come from; the nodes' entries have gone with the old
+    /// ones.
+    void TakeOver(DatabaseHandle& other);
 
     std::shared_ptr<LayoutHandle> const& Layout() const { return m_layout.Handle(); }
     /// RuntimeError while another thread works with it.
@@ -90,7 +94,7 @@ private:
     friend class Busy;
 
     LayoutUse m_layout;
-    std::optional<Zantrel::ParameterDatabase> m_database;
+    std::unique_ptr<Zantrel::ParameterDatabase> m_database;
     bool m_isBusy = false;
 };
 

@@ -8,9 +8,7 @@
 docs/python.md tells all of it.
 """
 
-import collections.abc
-
-from . import _zantrel
+from . import _protocols
 from ._edit import edit
 from ._types import (
     Attachment,
@@ -47,11 +45,6 @@ from ._zantrel import (
     loads,
     root_of,
 )
-
-collections.abc.MutableMapping.register(ProfileList)
-collections.abc.Mapping.register(Group)
-collections.abc.Mapping.register(Database)
-collections.abc.MutableSequence.register(List)
 
 __all__ = [
     "Attachment",

@@ -58,11 +58,11 @@ class edit:
             return
         with open(self._path, "rb") as file:
             comments = file.read().count(b"<!--")
-        self._database.save(self._path)
         lost = [f"{comments} comments"] * bool(comments) + ["what was passed over"] * bool(self._notes)
         if lost:
-            sentence = f"{self._path} was written anew, without {' and '.join(lost)} that it had"
-            warnings.warn(sentence, PassedOver, stacklevel=4)
+            sentence = f"{self._path} is written anew, without {' and '.join(lost)} that it had"
+            warnings.warn(sentence, PassedOver, stacklevel=4)  # before it is done, which an error then prevents
+        self._database.save(self._path)
 
     def _text(self, change: Difference) -> Optional[str]:
         """The value as a file has it; None for an attachment, which is no text."""
