@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: Apache-2.0
 # What every host would write by hand, on the library's public headers only.
-file(GLOB editing_sources CONFIGURE_DEPENDS editing/*.cpp)
+file(GLOB editing_sources CONFIGURE_DEPENDS editing/*.cpp standard/*.cpp) # its own, which the first keeps to itself
 
 function(add_editing kind target library)
   add_library(${target} ${kind} ${editing_sources})

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "editing/number_text.h"
 
+#include "standard/decimal.h"
+
 #include <zantrel/text/string_conversion.h>
 
 #include <algorithm>
@@ -32,13 +34,6 @@ std::string Digits(std::wstring_view text) {
     return digits.empty() || digits.front() != '+' ? digits : hasTwoSigns ? std::string() : digits.substr(1);
 }
 
-template <class T> std::optional<T> ParseWhole(std::string const& digits) {
-    T value{};
-    auto const [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), value);
-    bool const isWhole = error == std::errc() && end == digits.data() + digits.size();
-    return isWhole ? std::optional(value) : std::nullopt;
-}
-
 std::wstring Widen(char const* begin, char const* end) { return std::wstring(begin, end); }
 
 } // namespace
@@ -61,11 +56,15 @@ std::optional<double> ParseDouble(std::wstring_view text) {
     }
     // The conversion has words of its own for what is not finite.
     bool const isDecimal = digits.find_first_not_of("0123456789.+-e") == digits.npos;
-    return isDecimal ? ParseWhole<double>(digits) : std::nullopt;
+    return isDecimal ? Standard::ParseDecimal(digits) : std::nullopt;
 }
 
 std::optional<std::int32_t> ParseInteger(std::wstring_view text) {
-    return ParseWhole<std::int32_t>(Digits(text));
+    std::string const digits = Digits(text);
+    char const* const end = digits.data() + digits.size();
+    std::int32_t value = 0;
+    auto const [stop, error] = std::from_chars(digits.data(), end, value);
+    return stop == end && error == std::errc() ? std::optional(value) : std::nullopt;
 }
 
 std::optional<bool> ParseBool(std::wstring_view text) noexcept {

@@ -5,6 +5,8 @@
 
 namespace Zantrel {
 
-std::wstring WidePath(std::filesystem::path const& path) { return Io::FromNativePath(path.native()); }
+#ifndef __wasi__
+std::wstring WidePath(StandardPath const& path) { return Io::FromNativePath(path.native()); }
+#endif
 
 } // namespace Zantrel

@@ -7,19 +7,26 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <csignal>
 #include <fcntl.h>
 #include <initializer_list>
-#include <sys/random.h>
 #include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
 #include <utility>
+#ifndef __wasi__
+#include <csignal>
+#include <sys/random.h>
+#endif
 
 namespace Zantrel::Io {
 
 namespace {
 
+#ifdef __wasi__ // has no signals
+struct WithoutWriteSignals {
+    static void TakeThatOf(Error) noexcept {}
+};
+#else
 /// Holds back the signals that a write can raise: SIGPIPE, of a pipe whose reader has gone, and SIGXFSZ, at
 /// the process's limit for files. The write is to fail, not the process to end. They are blocked for this
 /// thread, and the one that a failed write has raised is taken before it is let through again. One that was
@@ -62,6 +69,7 @@ private:
     sigset_t m_pending;
     sigset_t m_before;
 };
+#endif
 
 } // namespace
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#ifndef _WIN32
+#if !defined(_WIN32) && !defined(__wasi__)
 #include "io/take_over_posix.h"
 
 #include "io/system_calls_posix.h"

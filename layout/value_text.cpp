@@ -1,12 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "layout/value_text.h"
 
+#include "standard/decimal.h"
+
 #include <charconv>
 #include <iterator>
 #include <locale>
 #include <optional>
 #include <sstream>
 #include <system_error>
+#include <type_traits>
 
 // What a wide stream with the global locale extracts is the rule, odd as it is: white space before the number
 // is passed over, what follows it is ignored, a text that begins with no number gives 0, and one out of range
@@ -26,8 +29,8 @@ template <class T> T Extract(std::wstring const& text) {
     return value;
 }
 
-/// The value of a short text of digits, "-" and "." that is a number as a whole: from_chars and the stream
-/// give the same one. The rest is left to the stream.
+/// The value of a short text of digits, "-" and "." that is a number as a whole: these conversions and the
+/// stream give the same one. The rest is left to the stream.
 template <class T> std::optional<T> ReadPlain(std::wstring const& text) noexcept {
     char narrow[20];
     char* end = narrow;
@@ -39,9 +42,13 @@ template <class T> std::optional<T> ReadPlain(std::wstring const& text) noexcept
         }
         *end++ = static_cast<char>(character);
     }
-    T value{};
-    auto const [stop, error] = std::from_chars(narrow, end, value);
-    return stop == end && error == std::errc() ? std::optional<T>(value) : std::nullopt;
+    if constexpr (std::is_same_v<T, double>) {
+        return Standard::ParseDecimal({narrow, end});
+    } else {
+        T value{};
+        auto const [stop, error] = std::from_chars(narrow, end, value);
+        return stop == end && error == std::errc() ? std::optional<T>(value) : std::nullopt;
+    }
 }
 
 template <class T> T Read(std::wstring const& text, bool isClassic) {

@@ -117,8 +117,7 @@ char* CopyPlain(std::wstring_view text, char* into) noexcept {
 } // namespace
 
 WriteDriver::WriteDriver(Io::ByteSink& sink)
-    : m_sink(sink), m_buffer(std::make_unique_for_overwrite<char[]>(BufferSize)),
-      m_levels(std::make_unique_for_overwrite<Level[]>(Xml::MaxDepth)) {}
+    : m_sink(sink), m_buffer(new char[BufferSize]), m_levels(new Level[Xml::MaxDepth]) {}
 
 // The root is written as any element; the declaration and the comments before it stand in no element. Whether
 // the handler has failed the write is asked before what it has left open, and both before the root is closed.

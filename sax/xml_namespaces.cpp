@@ -3,8 +3,10 @@
 
 #include "io/system.h"
 
-#include <filesystem>
 #include <system_error>
+#ifndef __wasi__
+#include <filesystem>
+#endif
 
 namespace Zantrel {
 
@@ -37,8 +39,12 @@ bool Exists(std::wstring const& path) {
     if (error != 0) {
         // The system's own words for its own number are in no known encoding.
         std::error_condition const cause = std::system_category().default_error_condition(error);
-        throw std::filesystem::filesystem_error("exists", *native,
-                                                std::error_code(cause.value(), cause.category()));
+        std::error_code const code(cause.value(), cause.category());
+#ifndef __wasi__
+        throw std::filesystem::filesystem_error("exists", *native, code);
+#else // whose standard library has no class for it
+        throw std::system_error(code, "exists");
+#endif
     }
     return exists;
 }

@@ -9,7 +9,7 @@ namespace Zantrel {
 // One allocation: header, the older block's address where there is one, places, room. All are multiples of
 // eight bytes, and so is what is placed.
 EntryBlock* EntryBlock::Make(std::size_t capacity, std::size_t bytes, std::uintptr_t older) {
-    std::size_t const front = older != 0 ? sizeof(older) : 0;
+    std::size_t const front = older != 0 ? OlderSize : 0;
     auto* memory = static_cast<std::byte*>(
         ::operator new(sizeof(EntryBlock) + front + capacity * sizeof(Entry) + bytes));
     auto* block = ::new (memory) EntryBlock;

@@ -66,6 +66,9 @@ struct EntryBlock {
     std::uint32_t holdsProperties : 1;
     std::uint32_t hasOlder : 1; ///< the older block's address stands in front of the entries
 
+    /// Of the older block's address, which keeps what stands behind it aligned.
+    static constexpr std::size_t OlderSize = 8;
+
     /// `older`, the word of a block or a shaped one, or 0, is freed with the new block.
     /// Throws std::bad_alloc, and then `older` is as it was.
     static EntryBlock* Make(std::size_t capacity, std::size_t bytes, std::uintptr_t older);
@@ -78,7 +81,7 @@ struct EntryBlock {
     /// The places; those from end() on hold nothing yet.
     Entry* begin() noexcept {
         auto* behind = reinterpret_cast<std::byte*>(this + 1);
-        return reinterpret_cast<Entry*>(behind + (hasOlder != 0 ? sizeof(std::uintptr_t) : 0));
+        return reinterpret_cast<Entry*>(behind + (hasOlder != 0 ? OlderSize : 0));
     }
     Entry* end() noexcept { return begin() + size; }
     /// Behind all places, also those that aren't in use.

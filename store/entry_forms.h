@@ -169,7 +169,8 @@ struct TreeForm {
 inline constexpr std::uintptr_t ShapedBit = 1;
 inline constexpr std::uintptr_t SingleBit = 2;
 inline constexpr std::uintptr_t TreeBit = 4;
-static_assert(alignof(std::max_align_t) >= 8, "a table tells its forms by the three low bits of an address");
+static_assert(__STDCPP_DEFAULT_NEW_ALIGNMENT__ >= 8,
+              "a table tells its forms by the three low bits of an address");
 
 /// The word by which VisitForm finds the form again.
 inline std::uintptr_t WordOf(EmptyForm) noexcept { return 0; }

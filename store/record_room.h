@@ -30,9 +30,9 @@ public:
         return (sizeof(T) + Alignment - 1) / Alignment * Alignment;
     }
 
-    /// Of every property that is placed: they begin with a pointer and hold numbers at most.
-    static constexpr std::size_t Alignment = alignof(double) > alignof(void*) ? alignof(double)
-                                                                              : alignof(void*);
+    /// Of every property that is placed: they begin with a pointer and hold numbers at most. And a table
+    /// tells its forms by the three low bits of their addresses, where pointers have four bytes, too.
+    static constexpr std::size_t Alignment = 8;
 
 private:
     std::byte* m_next = nullptr;

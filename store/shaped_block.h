@@ -16,7 +16,7 @@ namespace Zantrel {
 /// The first `made` slots have theirs; all have them but while a block is made or ends, which go through the
 /// slots in order and back. Entries that the shape doesn't know, and a removed one, can't be: for these a
 /// table takes the entries over, and the block lives on behind it without any (EntryTable).
-struct ShapedBlock {
+struct alignas(RecordRoom::Alignment) ShapedBlock {
     using Bag = PersistentProperty<PersistentProperties>;
 
     /// Of a leaf's value from the leaf's bag on.

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "text/numbers.h"
 
+#include "standard/decimal.h"
+
 #include <algorithm>
 #include <array>
 #include <bit>
@@ -267,8 +269,9 @@ char* PrintSeventeenDigits(char* into, double value) noexcept {
 
 namespace {
 
-// std::from_chars does the work, exactly and whatever the locale. What it takes and documents don't have, and
-// what documents have and it doesn't take, is decided before it: signs, and the words for what is not finite.
+// The standard library does the work, exactly and whatever the locale. What it takes and documents don't
+// have, and what documents have and it doesn't take, is decided before it: signs, and the words for what is
+// not finite.
 std::optional<double> ParseAnyDouble(std::string_view text) noexcept {
     if (EqualsInAnyCase(text, "nan")) {
         return std::numeric_limits<double>::quiet_NaN();
@@ -280,11 +283,11 @@ std::optional<double> ParseAnyDouble(std::string_view text) noexcept {
         if (text.empty() || !(IsDigit(text.front()) || text.front() == '.')) {
             return std::nullopt;
         }
-        char const* const end = text.data() + text.size();
-        auto const [stop, error] = std::from_chars(text.data(), end, value);
-        if (error != std::errc() || stop != end) {
+        std::optional<double> const parsed = Standard::ParseDecimal(text);
+        if (!parsed) {
             return std::nullopt;
         }
+        value = *parsed;
     }
     return negative ? -value : value;
 }

@@ -92,9 +92,7 @@ char const* ScanDeclaration(char const* at, std::string_view& encoding, Stop& st
 // Without a mark the bytes are taken for UTF-8, so a document that says UTF-16 and has none contradicts
 // itself. The name with a byte order is taken where that is the order.
 bool CheckEncoding(std::string_view name, Encoding actual, Stop& stop) noexcept {
-    auto const is = [name](std::string_view lowerCase) {
-        return std::ranges::equal(name, lowerCase, {}, ToLower);
-    };
+    auto const is = [name](std::string_view lowerCase) { return IsInAnyCase(name, lowerCase); };
     bool const fits =
         actual == Encoding::Utf8
             ? is("utf-8")

@@ -23,8 +23,7 @@ bool IsContinuation(char byte) noexcept { return (static_cast<unsigned char>(byt
 InputBuffer::InputBuffer(Io::ByteSource& source, std::size_t pieceSize)
     : m_source(source), m_pieceSize(std::max<std::size_t>(pieceSize, 1)),
       m_room(m_pieceSize + m_pieceSize / 2 + 8), m_capacity(2 * m_room),
-      m_bytes(std::make_unique_for_overwrite<char[]>(m_capacity + BytesBehind)), m_end(m_bytes.get()),
-      m_counted(m_end) {
+      m_bytes(new char[m_capacity + BytesBehind]), m_end(m_bytes.get()), m_counted(m_end) {
     SetEnd(m_end);
 }
 
@@ -62,7 +61,7 @@ void InputBuffer::MakeRoom(char const*& keep) {
     if (dropped >= kept) {
         std::memcpy(m_bytes.get(), keep, kept);
     } else {
-        auto larger = std::make_unique_for_overwrite<char[]>(2 * m_capacity + BytesBehind);
+        std::unique_ptr<char[]> larger(new char[2 * m_capacity + BytesBehind]);
         std::memcpy(larger.get(), keep, kept);
         m_bytes = std::move(larger);
         m_capacity *= 2;

@@ -5,6 +5,9 @@
 #include "xml/names.h"
 #include "xml/scan.h"
 
+#include <algorithm>
+#include <string_view>
+
 /// The smallest pieces of markup, in a buffer of whole and allowed characters with a NUL at its end
 /// (InputBuffer). None of them ends at a place that it was given: each stops at the first character that
 /// doesn't belong to it, the NUL at the latest.
@@ -26,6 +29,12 @@ inline bool IsAscii(char byte) noexcept { return static_cast<unsigned char>(byte
 /// A letter in lower case; everything else unchanged.
 inline char ToLower(char byte) noexcept {
     return byte >= 'A' && byte <= 'Z' ? static_cast<char>(byte | 0x20) : byte;
+}
+
+/// Whether the bytes are these but for capitals.
+inline bool IsInAnyCase(std::string_view bytes, std::string_view lowerCase) noexcept {
+    return std::equal(bytes.begin(), bytes.end(), lowerCase.begin(), lowerCase.end(),
+                      [](char byte, char lower) { return ToLower(byte) == lower; });
 }
 
 /// Characters are whole, so that decoding needs no end.

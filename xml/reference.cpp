@@ -53,7 +53,8 @@ char const* ScanReference(char const* at, char32_t& character, Stop& stop) noexc
     if (end == begin || *end != ';')
         return stop.At(Fault::MalformedReference, *end == '\0' ? end : at);
     std::string_view const name(begin, end);
-    auto const* const entity = std::ranges::find(Entities, name, &Entity::name);
+    auto const* const entity = std::find_if(std::begin(Entities), std::end(Entities),
+                                            [name](Entity const& known) { return known.name == name; });
     if (entity == std::end(Entities))
         return stop.At(Fault::UndefinedEntity, at, name);
     character = entity->character;

@@ -112,13 +112,13 @@ bool StartTag::CheckManyNames(Stop& stop) {
     for (auto const& attribute : m_attributes)
         m_sortedNames.push_back(attribute.name);
     // Equal names stay in the order of the document.
-    std::ranges::sort(m_sortedNames, [](std::string_view a, std::string_view b) {
+    std::sort(m_sortedNames.begin(), m_sortedNames.end(), [](std::string_view a, std::string_view b) {
         if (a.size() != b.size())
             return a.size() < b.size();
         int const order = std::memcmp(a.data(), b.data(), a.size());
         return order != 0 ? order < 0 : a.data() < b.data();
     });
-    auto const first = std::ranges::adjacent_find(m_sortedNames);
+    auto const first = std::adjacent_find(m_sortedNames.begin(), m_sortedNames.end());
     if (first == m_sortedNames.end())
         return true;
     // Told at the second of the two, as for a tag with few.

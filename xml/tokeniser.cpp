@@ -326,7 +326,7 @@ char const* Tokeniser::ScanInstructionName(char const* at) {
         return m_stop.At(Fault::MalformedInstruction, end + isClosed, name);
     if (name == "xml")
         return m_stop.At(Fault::MisplacedDeclaration, at);
-    if (std::ranges::equal(name, std::string_view("xml"), {}, ToLower))
+    if (IsInAnyCase(name, "xml"))
         return m_stop.At(Fault::ReservedName, begin, name);
     return end;
 }

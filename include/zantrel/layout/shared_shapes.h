@@ -2,7 +2,9 @@
 #pragma once
 
 #include <memory>
+#if !defined(__wasm__) || defined(__STDCPP_THREADS__)
 #include <mutex>
+#endif
 #include <utility>
 
 namespace Zantrel {
@@ -22,17 +24,27 @@ public:
 private:
     friend class LayoutShapes;
 
+#if !defined(__wasm__) || defined(__STDCPP_THREADS__)
+    using Mutex = std::mutex;
+    using Lock = std::lock_guard<std::mutex>;
+#else // there are no threads, and the standard library has nothing for them
+    struct Mutex {};
+    struct Lock {
+        explicit Lock(Mutex&) noexcept {}
+    };
+#endif
+
     std::shared_ptr<LayoutShapes const> Get() const {
-        std::lock_guard const lock(m_lock);
+        [[maybe_unused]] Lock const lock(m_mutex);
         return m_shapes;
     }
     /// What was noted before lives on where a database uses it.
     void Set(std::shared_ptr<LayoutShapes const> shapes) {
-        std::lock_guard const lock(m_lock);
+        [[maybe_unused]] Lock const lock(m_mutex);
         m_shapes.swap(shapes);
     }
 
-    mutable std::mutex m_lock;
+    mutable Mutex m_mutex;
     std::shared_ptr<LayoutShapes const> m_shapes;
 };
 
