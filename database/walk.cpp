@@ -193,7 +193,7 @@ void WalkState::GoIn() {
         level.content = Level::Content::Items;
         level.areLeaves = level.layout->Size() == 0;
         level.items = FindItems(*level.bag);
-        level.size = level.items != nullptr ? level.items->GetNumProperties() : 0;
+        level.size = level.items != nullptr ? static_cast<std::size_t>(level.items->GetNumProperties()) : 0;
     } else if (m_place.kind == PlaceKind::ProfileList) {
         level.content = Level::Content::Profiles;
         level.areLeaves = level.layout->Size() == 0;

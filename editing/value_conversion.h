@@ -11,13 +11,15 @@
 #include <zantrel/text/string_conversion.h>
 
 #include <cstdint>
-#include <filesystem>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <system_error>
 #include <type_traits>
 #include <utility>
+#ifndef __wasi__
+#include <filesystem>
+#endif
 
 namespace Zantrel::Editing {
 
@@ -38,10 +40,14 @@ inline std::optional<std::wstring> ParseValue(std::wstring_view text, TypeTag<st
 }
 /// Of the file at that path: an ordinary one, since a device or a pipe may never end.
 inline std::optional<KelAM::FileContent> ParseValue(std::wstring_view text, TypeTag<KelAM::FileContent>) {
+#ifndef __wasi__ // which has no others, nor this part of the standard library
     std::string const utf8 = StringConversion::NativeToUtf8(text);
     std::error_code error;
     bool const isFile =
         std::filesystem::is_regular_file(std::u8string(utf8.begin(), utf8.end()), error) && !error;
+#else
+    bool const isFile = true;
+#endif
     KelAM::FileContent content;
     return isFile && content.LoadFile(std::wstring(text)) ? std::optional(std::move(content)) : std::nullopt;
 }

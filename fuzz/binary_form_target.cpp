@@ -15,7 +15,7 @@ namespace Fuzz {
 namespace {
 
 MFile FileOf(std::string_view bytes) {
-    auto const all = std::as_bytes(std::span(bytes));
+    auto const all = std::as_bytes(std::span(bytes.data(), bytes.size()));
     return MFile({all.begin(), all.end()});
 }
 

@@ -9,6 +9,8 @@
 #include "text/utf8.h"
 #include "xml/names.h"
 
+#include <algorithm>
+
 namespace Fuzz {
 
 namespace {
@@ -55,8 +57,8 @@ bool IsInAnotherEncoding(std::string_view bytes, Reading const& theirs) {
     if (bytes.substr(0, 2).find('\0') != bytes.npos)
         return true;
     std::string name = theirs.declaredEncoding;
-    std::ranges::transform(name, name.begin(),
-                           [](char c) { return c >= 'a' && c <= 'z' ? char(c - 0x20) : c; });
+    std::transform(name.begin(), name.end(), name.begin(),
+                   [](char c) { return c >= 'a' && c <= 'z' ? char(c - 0x20) : c; });
     return name == "ISO-8859-1" || name == "US-ASCII";
 }
 

@@ -61,7 +61,7 @@ private:
     /// The pair comes back for its next bags, so that the list grows with the depth and not with the
     /// sequence.
     bool Compare(SequencePair const& pair) {
-        std::size_t const size = pair.left->GetNumProperties();
+        auto const size = static_cast<std::size_t>(pair.left->GetNumProperties());
         if (size != pair.right->GetNumProperties()) {
             return false;
         }

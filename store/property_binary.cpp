@@ -73,12 +73,12 @@ void Put(KelAM::ExternalProperties const& bag, MFile& file, int depth) {
 
 /// A length or count, each unit of which takes at least `bytesEach`: what the bytes can't hold is refused
 /// before any memory is asked for.
-std::uint64_t TakeLength(MFile& file, std::uint64_t bytesEach) {
+std::size_t TakeLength(MFile& file, std::size_t bytesEach) {
     std::uint64_t const length = file.ReadUnsigned64();
     if (length > file.GetRemaining() / bytesEach) {
         throw std::runtime_error("the binary form says more than it holds");
     }
-    return length;
+    return static_cast<std::size_t>(length);
 }
 
 void Take(bool& value, MFile& file, int) { value = file.ReadUnsigned8() != 0; }

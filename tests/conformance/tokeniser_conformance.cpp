@@ -8,6 +8,7 @@
 #include "text/utf8.h"
 #include "xml/names.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -125,7 +126,8 @@ int Run(std::filesystem::path const& suite, std::filesystem::path const& differe
             fail(document, difference.empty() ? "listed as different, but is not" : difference);
     }
     for (auto const& [document, verdict] : expected)
-        if (std::ranges::find(index.Documents(), document) == index.Documents().end())
+        if (std::find(index.Documents().begin(), index.Documents().end(), document) ==
+            index.Documents().end())
             fail(document, "listed as different, but is not in the suite");
 
     if (char32_t const code = FindNameThatDiffers(); code != 0) {

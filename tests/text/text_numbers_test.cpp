@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "standard/decimal.h"
 #include "tests/support/comma_locale.h"
 #include "text/numbers.h"
 
@@ -12,6 +13,7 @@
 #include <limits>
 #include <random>
 
+using namespace Zantrel::Standard;
 using namespace Zantrel::Text;
 
 namespace {
@@ -21,6 +23,21 @@ constexpr double Infinity = std::numeric_limits<double>::infinity();
 std::string Printed(double value, int precision = 17) {
     char text[NumberRoom];
     return {text, PrintDouble(text, value, precision)};
+}
+
+/// number / 2^power, exactly.
+std::string Halved(std::string number, int power) {
+    std::size_t places = 0;
+    for (; power > 0; --power, ++places) {
+        number += '0';
+        int rest = 0;
+        for (char& digit : number) {
+            int const value = 10 * rest + (digit - '0');
+            digit = static_cast<char>('0' + value / 2);
+            rest = value % 2;
+        }
+    }
+    return number + "e-" + std::to_string(places);
 }
 
 } // namespace
@@ -58,6 +75,33 @@ TEST(Numbers, AreParsedWhereTheyAreTheWholeText) {
           Flag{"false", false}, Flag{"False", false}, Flag{"0", false}, Flag{"TRUE", {}}, Flag{"yes", {}},
           Flag{"", {}}, Flag{"01", {}}, Flag{"truefalse", {}}}) {
         EXPECT_EQ(ParseBool(text), value) << text;
+    }
+}
+
+TEST(Numbers, AreTheDoublesNearestToTheirDecimalsWhoeverReadsThem) {
+    std::string const zeros(5000, '0');
+    using Row = std::pair<std::string, std::optional<double>>;
+    for (auto const& [text, value] :
+         {Row{"-0", -0.0}, Row{"0e99999999999999999999", 0.0}, Row{"9007199254740993", 0x1p53},
+          Row{"9007199254740995", 0x1.0000000000002p53},
+          Row{"9007199254740993." + zeros + "1", 0x1.0000000000001p53}, Row{"0." + zeros + "1e5001", 1.0},
+          Row{"1" + zeros + "e-5000", 1.0}, Row{"1E+5", 1e5},
+          Row{"2.2250738585072011e-308", 0x0.fffffffffffffp-1022}, Row{"2.4703282292062328e-324", 0x1p-1074},
+          // Half way between two doubles, to the last of 768 digits.
+          Row{Halved("18014398509481983", 1075), 0x1p-1021}, Row{"2.4703282292062327e-324", {}},
+          Row{"1.7976931348623158079e308", 0x1.fffffffffffffp1023}, Row{"1.797693134862315808e308", {}},
+          Row{"1e99999999999999999999", {}}, Row{"1e-99999999999999999999", {}}, Row{"", {}}, Row{"-", {}},
+          Row{".", {}}, Row{"1e", {}}, Row{"1e+", {}}, Row{"1.2.3", {}}, Row{"--1", {}}, Row{"+1", {}}}) {
+        EXPECT_EQ(ParseDecimal(text), value) << text;
+        EXPECT_EQ(ParseDecimalByDivision(text), value) << text;
+    }
+    std::mt19937_64 random(20170217);
+    for (int count = 0; count < 20000; ++count) {
+        char text[64];
+        int const digits = static_cast<int>(1 + random() % 20);
+        std::snprintf(text, sizeof text, "%.*e", digits,
+                      std::bit_cast<double>(random() & ~(std::uint64_t{1} << 62)));
+        ASSERT_EQ(ParseDecimalByDivision(text), ParseDecimal(text)) << text;
     }
 }
 

@@ -128,7 +128,7 @@ void ExpectRefused(std::initializer_list<Refusal> refusals) {
         for (std::string document : documents) {
             std::string const before = document.substr(0, document.find('^'));
             document.erase(before.size(), 1);
-            auto const line = 1 + std::ranges::count(before, '\n');
+            auto const line = 1 + std::count(before.begin(), before.end(), '\n');
             std::size_t const column = before.size() - (before.rfind('\n') + 1) + 1;
             ExpectRead(
                 {{document, "!" + std::to_string(line) + ":" + std::to_string(column) + " " + sentence}});
