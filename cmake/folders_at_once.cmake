@@ -3,9 +3,12 @@
 # those for other platforms are; the usual builds find what a source forgets to include.
 set(alone # of two sources that have something of one name inside, one
   editing/layout_differences.cpp editing/lint_report.cpp editing/migration.cpp editing/pattern_schema.cpp
+  editing/pattern_syntax.cpp
   parameter_files/parameter_node_read.cpp sax/xml_namespaces.cpp store/copying.cpp
-  tests/formats/failed_files_test.cpp tests/formats/fuzz_corpora_test.cpp tests/layout/parameter_layout_test.cpp
-  tests/parameter_files/machine_parameters_file_test.cpp)
+  tests/editing/layout_differences_test.cpp tests/editing/migration_test.cpp
+  tests/formats/failed_allocation_test.cpp tests/formats/failed_files_test.cpp tests/formats/fuzz_corpora_test.cpp
+  tests/formats/hostile_documents_test.cpp tests/formats/round_trip_test.cpp
+  tests/layout/parameter_layout_test.cpp tests/parameter_files/machine_parameters_file_test.cpp)
 
 function(compile_folders_at_once target)
   if(NOT ZANTREL_FOLDERS_AT_ONCE)

@@ -2,12 +2,12 @@
 #include "layout/value_text.h"
 
 #include "standard/decimal.h"
+#include "standard/number_extraction.h"
 
 #include <charconv>
 #include <iterator>
 #include <locale>
 #include <optional>
-#include <sstream>
 #include <system_error>
 #include <type_traits>
 
@@ -21,13 +21,6 @@
 namespace Zantrel {
 
 namespace {
-
-template <class T> T Extract(std::wstring const& text) {
-    std::wistringstream stream(text);
-    T value{};
-    stream >> value; // out of range this stores the nearest limit, which stays
-    return value;
-}
 
 /// The value of a short text of digits, "-" and "." that is a number as a whole: these conversions and the
 /// stream give the same one. The rest is left to the stream.
@@ -53,7 +46,7 @@ template <class T> std::optional<T> ReadPlain(std::wstring const& text) noexcept
 
 template <class T> T Read(std::wstring const& text, bool isClassic) {
     std::optional<T> const value = isClassic ? ReadPlain<T>(text) : std::nullopt;
-    return value ? *value : Extract<T>(text);
+    return value ? *value : Standard::ExtractNumber<T>(text);
 }
 
 } // namespace
