@@ -6,6 +6,7 @@ Prints the medians of ratios that are formed within one round, so that what else
 
 from __future__ import annotations
 
+import hashlib
 import statistics
 import sys
 import tempfile
@@ -30,7 +31,8 @@ CONVERSIONS: dict[int, Callable[[str], Any]] = {
 def make_layout() -> zantrel.Layout:
     layout = zantrel.Layout("Machine")
     profile = layout.add_group("Materials").set_profile("Material")
-    defaults: list[tuple[Type, float | str]] = [(Type.DOUBLE, 0.25), (Type.INT, 7), (Type.BOOL, True), (Type.STRING, "some text")]
+    defaults: list[tuple[Type, float | str]]
+    defaults = [(Type.DOUBLE, 0.25), (Type.INT, 7), (Type.BOOL, True), (Type.STRING, "some text")]
     for group in range(GROUPS):
         node = profile.add_group(f"Group{group}")
         for value in range(VALUES):
@@ -85,6 +87,11 @@ def write_by_hand(path: Path, content: dict[str, Any]) -> None:
     ET.ElementTree(root).write(path, encoding="utf-8", xml_declaration=True)
 
 
+def checksum(_: object) -> None:
+    """What surely runs without the interpreter's lock: shows how much of two processors there is to be had."""
+    hashlib.sha256(bytes(10_000_000)).digest()
+
+
 def seconds(work: Callable[[], Any]) -> float:
     begin = time.perf_counter()
     work()
@@ -118,9 +125,13 @@ def main(rounds: int = 9) -> None:
         write = median_ratio(rounds, lambda: db.save(copy), lambda: write_by_hand(copy, content))
         print("  write, to the disk     ", write)
         print("  write, to bytes        ", median_ratio(rounds, db.dumps, lambda: write_by_hand(copy, content)))
-        with ThreadPoolExecutor(2) as pool:
-            pooled = median_ratio(rounds, lambda: list(pool.map(load, range(16))), lambda: list(map(load, range(16))))
-            print("time of one thread:\n  16 reads, two threads  ", pooled)
+        print("time of one thread on two:")
+        works: list[tuple[str, Callable[[int], object]]] = [("16 reads", load), ("16 checksums", checksum)]
+        for name, work in works:
+            with ThreadPoolExecutor(2) as pool:
+                many = range(16)
+                ratio = median_ratio(rounds, lambda: list(pool.map(work, many)), lambda: list(map(work, many)))
+            print(f"  {name:23}", ratio)
 
 
 if __name__ == "__main__":
