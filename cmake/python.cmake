@@ -1,6 +1,9 @@
 # SPDX-License-Identifier: Apache-2.0
 # The Python package, on the public headers of both libraries. It is laid out in the build folder as a wheel holds it,
 # so that tests use it where it stands; target python_wheel packs it.
+if(NOT BUILD_SHARED_LIBS)
+  message(FATAL_ERROR "The Python package carries the shared libraries: set BUILD_SHARED_LIBS, or not ZANTREL_BUILD_PYTHON")
+endif()
 find_package(Python3 COMPONENTS Interpreter Development.Module REQUIRED)
 set(PYBIND11_FINDPYTHON OFF)
 set(PYTHON_EXECUTABLE ${Python3_EXECUTABLE})
@@ -20,13 +23,12 @@ set_target_properties(_zantrel PROPERTIES
   INSTALL_RPATH "$ORIGIN"
   LIBRARY_OUTPUT_DIRECTORY ${python_package}/zantrel)
 
-# Beside it the libraries where these are shared, and what is Python already.
+# Beside it the libraries, and what is Python already.
 set(python_files __init__.py __main__.py _edit.py _protocols.py _types.py _zantrel.pyi py.typed)
 list(TRANSFORM python_files PREPEND ${PROJECT_SOURCE_DIR}/bindings/python/zantrel/)
-set(python_libraries "")
-if(BUILD_SHARED_LIBS AND WIN32)
+if(WIN32)
   set(python_libraries $<TARGET_FILE:zantrel> $<TARGET_FILE:zantrel_editing>)
-elseif(BUILD_SHARED_LIBS)
+else()
   set(python_libraries $<TARGET_SONAME_FILE:zantrel> $<TARGET_SONAME_FILE:zantrel_editing>)
 endif()
 add_custom_target(python_package ALL

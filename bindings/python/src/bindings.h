@@ -9,6 +9,8 @@
 namespace ZantrelPython {
 
 void BindLayouts(py::module_& module);
+void BindLayoutNodes(py::module_& module);
+void BindNodes(py::module_& module);
 void BindDatabases(py::module_& module);
 void BindTickets(py::module_& module);
 

@@ -24,6 +24,10 @@ using namespace Zantrel;
 
 namespace {
 
+// Each function here has two halves. What takes time runs without the interpreter's lock, and so touches
+// nothing of Python's, not even a count of references; what it has found is told afterwards, as exceptions,
+// warnings and records.
+
 constexpr wchar_t const* MachineRoot = L"KlvrMachineParameters";
 constexpr wchar_t const* TemplateRoot = L"KlvrPropertyTemplate";
 
@@ -97,6 +101,37 @@ Sort SortOf(Document const& document, LayoutHandle const& layout, std::wstring c
     }
     return sort;
 }
+
+/// What is wrong with a file, found without the interpreter's lock.
+struct FileCheck {
+    Sort sort;
+    bool isRead = false;
+    ReadReport report; ///< of the structure
+    std::vector<Editing::Finding> findings;
+    std::vector<ValuePlace> places; ///< of the findings
+
+    void Run(ParameterLayout const& layout, Document const& document, LayoutHandle const& handle) {
+        sort = SortOf(document, handle, L"", report);
+        if (!sort.isRead || !sort.strange.empty()) {
+            return;
+        }
+        std::wstring const& path = document.path;
+        ParameterFileValidityResult result;
+        isRead = sort.isMachine ? KlvrProperties::IsValidParameterFile(layout, path, {}, &result, &report)
+                                : IsValidParameterFile(layout, path, {}, &result, &report);
+        isRead = isRead || !result.m_messages.empty();
+        // Once more for the values, and without a report: what doesn't fit is told by now.
+        ParameterDatabase database(&layout);
+        isRead = isRead && ReadValues(database, document, sort.isMachine, nullptr);
+        findings = Editing::Validate(database);
+        std::vector<std::wstring> paths;
+        for (Editing::Finding const& finding : findings) {
+            paths.push_back(finding.path);
+        }
+        places = sort.isMachine ? KlvrProperties::FindValuePlaces(layout, path, paths)
+                                : FindValuePlaces(layout, path, paths);
+    }
+};
 
 std::wstring NameOf(Document const& document) { return document.bytes ? L"<bytes>" : document.path; }
 
@@ -325,47 +360,25 @@ py::object SaveDatabase(DatabaseHandle& handle, std::optional<FilePath> const& p
 py::list CheckFile(std::shared_ptr<LayoutHandle> const& handle, std::wstring const& path) {
     LayoutUse const layout(handle);
     Document const document{path, std::nullopt};
-    ReadReport report;
-    std::vector<Editing::Finding> findings;
-    std::vector<ValuePlace> places;
-    Sort sort;
-    bool isRead = false;
-    ParameterDatabase database(&*layout);
+    FileCheck check;
     {
         py::gil_scoped_release const unlocked;
-        sort = SortOf(document, *handle, L"", report);
-        if (sort.isRead && sort.strange.empty()) {
-            ParameterFileValidityResult result;
-            isRead =
-                (sort.isMachine ? KlvrProperties::IsValidParameterFile(*layout, path, {}, &result, &report)
-                                : IsValidParameterFile(*layout, path, {}, &result, &report)) ||
-                !result.m_messages.empty();
-            // Once more for the values, and without a report: what doesn't fit is told by now.
-            isRead = isRead && ReadValues(database, document, sort.isMachine, nullptr);
-            findings = Editing::Validate(database);
-            std::vector<std::wstring> paths;
-            for (Editing::Finding const& finding : findings) {
-                paths.push_back(finding.path);
-            }
-            places = sort.isMachine ? KlvrProperties::FindValuePlaces(*layout, path, paths)
-                                    : FindValuePlaces(*layout, path, paths);
-        }
+        check.Run(*layout, document, *handle);
     }
-    if (!sort.strange.empty()) {
-        Raise("ReadError", StrOf(path + L" is " + sort.strange));
+    if (!check.sort.strange.empty()) {
+        Raise("ReadError", StrOf(path + L" is " + check.sort.strange));
     }
-    py::list told;
-    py::list structure;
+    py::list told, structure;
     ReadOptions options;
     options.notes = structure;
-    TellRead(isRead, document, report, options);
+    TellRead(check.isRead, document, check.report, options);
     for (py::handle const note : structure) {
         told.append(TypeNamed("Finding")(note.attr("kind"), "error", note.attr("path"), "", "",
                                          note.attr("sentence"), note.attr("line"), note.attr("column")));
     }
-    places.resize(findings.size());
-    for (std::size_t i = 0; i < findings.size(); ++i) {
-        told.append(RecordOf(findings[i], places[i].line, places[i].column));
+    check.places.resize(check.findings.size()); // none of a file that is gone by now
+    for (std::size_t i = 0; i < check.findings.size(); ++i) {
+        told.append(RecordOf(check.findings[i], check.places[i].line, check.places[i].column));
     }
     return told;
 }

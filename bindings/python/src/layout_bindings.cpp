@@ -1,16 +1,19 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "bindings.h"
 #include "documents.h"
+#include "errors.h"
+#include "layout_node.h"
 #include "records.h"
-#include "values.h"
 
 #include <zantrel/editing/layout_differences.h>
 #include <zantrel/editing/lint.h>
 #include <zantrel/sample/sample_layout.h>
 
+#include <memory>
+#include <optional>
 #include <string>
-#include <type_traits>
 #include <utility>
+#include <vector>
 
 namespace ZantrelPython {
 
@@ -18,348 +21,9 @@ using namespace Zantrel;
 
 namespace {
 
-// No node of a layout ends before the layout does: Python adds nodes and never takes one away.
-
-using LayoutPointer = Held<LayoutHandle>;
 using LayoutClass = py::class_<LayoutHandle, std::shared_ptr<LayoutHandle>>;
 
-/// A node of a layout, which it keeps alive.
-class LayoutNodeOf {
-public:
-    LayoutNodeOf(std::shared_ptr<LayoutHandle> layout, LayoutNode const* node)
-        : m_layout(std::move(layout)), m_node(node) {}
-
-    LayoutNode const& Get() const { return *m_node; }
-    LayoutNode& Change() const {
-        static_cast<void>(m_layout->Change());
-        return *const_cast<LayoutNode*>(m_node); // the layout itself was made to be changed
-    }
-    LayoutNodeOf Other(LayoutNode const* node) const { return {m_layout, node}; }
-    std::shared_ptr<LayoutHandle> const& Layout() const { return m_layout; }
-    bool operator==(LayoutNodeOf const& other) const { return m_node == other.m_node; }
-
-private:
-    std::shared_ptr<LayoutHandle> m_layout;
-    LayoutNode const* m_node;
-};
-
-using NodeClass = py::class_<LayoutNodeOf>;
-
-py::object ToPython(std::wstring const& text) { return StrOf(text); }
-py::object ToPython(std::vector<std::wstring> const& texts) {
-    py::list list;
-    for (std::wstring const& text : texts) {
-        list.append(StrOf(text));
-    }
-    return list;
-}
-template <class Number> py::object ToPython(Number number) { return py::cast(number); }
-
-void FromPython(std::wstring& field, py::handle value) { field = py::cast<Text>(value).value; }
-void FromPython(std::vector<std::wstring>& field, py::handle value) {
-    std::vector<std::wstring> texts;
-    for (py::handle const text : value) {
-        texts.push_back(py::cast<Text>(text).value);
-    }
-    field = std::move(texts);
-}
-template <class Number> void FromPython(Number& field, py::handle value) { field = py::cast<Number>(value); }
-
-/// A property, and a setter that gives the node, so that one expression declares a parameter.
-template <class Base, class Field> void Attribute(NodeClass& type, char const* name, Field Base::*field) {
-    auto const get = [field](LayoutNodeOf const& node) { return ToPython(node.Get().*field); };
-    auto const set = [field, name](LayoutNodeOf const& node, py::object const& value) {
-        Field wanted{}; // made before anything is changed: what is given may run Python code
-        try {
-            FromPython(wanted, value);
-        } catch (py::cast_error const&) {
-            throw py::type_error(std::string(name) + " can't be " + py::cast<std::string>(py::repr(value)));
-        }
-        node.Change().*field = std::move(wanted);
-        return node;
-    };
-    type.def_property(name, get,
-                      [set](LayoutNodeOf const& node, py::object const& value) { set(node, value); });
-    type.def((std::string("set_") + name).c_str(), set, py::arg("value"));
-}
-
-void BindContainerAttributes(NodeClass& type) {
-    using Fields = LayoutNodeListSettings;
-    Attribute(type, "is_list", &Fields::m_isList);
-    Attribute(type, "is_profile_list", &Fields::m_isProfileList);
-    Attribute(type, "is_category_list", &Fields::m_isCategoryList);
-    Attribute(type, "user_can_add_remove", &Fields::m_userCanAddRemove);
-    Attribute(type, "user_can_sort", &Fields::m_userCanSort);
-    Attribute(type, "user_can_remove_any_element", &Fields::m_userCanRemoveAnyElement);
-    Attribute(type, "can_be_transformed", &Fields::m_canBeTransformed);
-    Attribute(type, "node_name", &Fields::m_nodeName);
-    Attribute(type, "node_display_name", &Fields::m_nodeDisplayName);
-    Attribute(type, "container_display_name", &Fields::m_containerDisplayName);
-    Attribute(type, "container_description", &Fields::m_containerDescription);
-    Attribute(type, "multiplicity", &Fields::m_multiplicity);
-    Attribute(type, "multiplicity_max", &Fields::m_multiplicityMax);
-    Attribute(type, "multiplicity_min", &Fields::m_multiplicityMin);
-    Attribute(type, "multiplicity_max_message", &Fields::m_multiplicityMaxMessage);
-    Attribute(type, "multiplicity_min_message", &Fields::m_multiplicityMinMessage);
-}
-
-void BindDisplayAttributes(NodeClass& type) {
-    using Fields = LayoutNodeDisplaySettings;
-    Attribute(type, "visible", &Fields::m_visible);
-    Attribute(type, "read_only", &Fields::m_readOnly);
-    Attribute(type, "expanded", &Fields::m_expanded);
-    Attribute(type, "hide_name", &Fields::m_hideName);
-    Attribute(type, "perform_transform", &Fields::m_performTransform);
-    Attribute(type, "precision", &Fields::m_precision);
-    Attribute(type, "display_name", &Fields::m_displayName);
-    Attribute(type, "option_display_names", &Fields::m_optionDisplayNames);
-    Attribute(type, "prefix", &Fields::m_prefix);
-    Attribute(type, "postfix", &Fields::m_postfix);
-    Attribute(type, "unit", &Fields::m_postfix); // which it is as a rule
-    Attribute(type, "description", &Fields::m_description);
-    Attribute(type, "image_description", &Fields::m_imageDescription);
-    Attribute(type, "image_stretch", &Fields::m_imageStretch);
-    Attribute(type, "display_name_shared_size_group", &Fields::m_displayNameSharedSizeGroup);
-    Attribute(type, "postfix_shared_size_group", &Fields::m_postfixSharedSizeGroup);
-}
-
-void BindValueAttributes(NodeClass& type) {
-    using Fields = LayoutNodeAttributes;
-    Attribute(type, "allow_empty", &Fields::m_allowEmpty);
-    Attribute(type, "is_value_unique", &Fields::m_isValueUnique);
-    Attribute(type, "enable_multi_line", &Fields::m_enableMultiLine);
-    Attribute(type, "write_to_parameter_file", &Fields::m_writeToParameterFile);
-    Attribute(type, "children_write_to_parameter_file", &Fields::m_childrenWriteToParameterFile);
-    Attribute(type, "disable_for_parents", &Fields::m_disableForParents);
-    Attribute(type, "disable_for_sub_parts", &Fields::m_disableForSubParts);
-    Attribute(type, "show_only_parts_selected_in_tessra", &Fields::m_showOnlyPartsSelectedInTessra);
-    Attribute(type, "identifier", &Fields::m_identifier);
-    Attribute(type, "profile_name", &Fields::m_profileName);
-    Attribute(type, "request_name", &Fields::m_requestName);
-    Attribute(type, "trigger_property_name", &Fields::m_triggerPropertyName);
-    Attribute(type, "file_filter", &Fields::m_fileFilter);
-    Attribute(type, "option_values", &Fields::m_optionValues);
-    Attribute(type, "visibility_request", &Fields::m_visibilityRequest);
-    Attribute(type, "regex", &Fields::m_regex);
-    Attribute(type, "regex_user_friendly", &Fields::m_regexUserFriendly);
-    Attribute(type, "max_length", &Fields::m_maxLength);
-    Attribute(type, "profile_editing_policy", &Fields::m_profileEditingPolicy);
-    Attribute(type, "editor_license_checks", &Fields::m_editorLicenseChecks);
-    Attribute(type, "prop_name", &Fields::m_propName);
-}
-
-/// A property for what the library keeps as a text and Python has as a value; the text where it is none.
-void BindTextAttribute(NodeClass& type, char const* name, std::wstring LayoutNodeAttributes::*field) {
-    type.def_property(
-        name,
-        [field](LayoutNodeOf const& node) {
-            std::wstring const& text = node.Get().*field;
-            py::object const value = text.empty() ? py::none() : ValueOfText(node.Get().m_type, text);
-            return value.is_none() && !text.empty() ? StrOf(text) : value;
-        },
-        [field](LayoutNodeOf const& node, py::object const& value) {
-            std::wstring text = LayoutTextOf(value);
-            node.Change().*field = std::move(text);
-        });
-}
-
-void BindValues(NodeClass& type) {
-    BindTextAttribute(type, "default", &LayoutNodeAttributes::m_defaultValue);
-    BindTextAttribute(type, "min", &LayoutNodeAttributes::m_min);
-    BindTextAttribute(type, "max", &LayoutNodeAttributes::m_max);
-    type.def_property(
-        "type", [](LayoutNodeOf const& node) { return TypeOf(node.Get()); },
-        [](LayoutNodeOf const& node, std::int32_t number) {
-            node.Change().SetType(static_cast<eTypeLayoutNode>(number));
-        });
-    type.def("set_type", [](LayoutNodeOf const& node, std::int32_t number) {
-        node.Change().SetType(static_cast<eTypeLayoutNode>(number));
-        return node;
-    });
-    type.def("set_default_value", [](LayoutNodeOf const& node, py::object const& value) {
-        std::wstring text = LayoutTextOf(value);
-        node.Change().m_defaultValue = std::move(text);
-        return node;
-    });
-    type.def("set_range", [](LayoutNodeOf const& node, py::object const& min, py::object const& max) {
-        std::wstring least = LayoutTextOf(min), greatest = LayoutTextOf(max);
-        node.Change().m_min = std::move(least);
-        node.Change().m_max = std::move(greatest);
-        return node;
-    });
-}
-
-/// A node that is to be named by another one: of the same layout, since none outlives its own.
-LayoutNode* SameLayout(LayoutNodeOf const& node, LayoutNodeOf const& other) {
-    if (node.Layout() != other.Layout()) {
-        throw py::value_error("the nodes are of two layouts");
-    }
-    return &other.Change();
-}
-
-py::list Conditions(LayoutNodeOf const& node, std::vector<LayoutNodeSource> const& sources) {
-    py::list conditions;
-    for (LayoutNodeSource const& source : sources) {
-        conditions.append(py::make_tuple(source.m_source != nullptr ? py::cast(node.Other(source.m_source))
-                                                                    : py::object(py::none()),
-                                         StrOf(source.m_value)));
-    }
-    return conditions;
-}
-
-void BindConditions(NodeClass& type) {
-    type.def_property_readonly("visibility_sources", [](LayoutNodeOf const& node) {
-        return Conditions(node, node.Get().m_visibilitySources);
-    });
-    type.def_property_readonly("editability_sources", [](LayoutNodeOf const& node) {
-        return Conditions(node, node.Get().m_editabilitySources);
-    });
-    type.def("add_visibility_source",
-             [](LayoutNodeOf const& node, LayoutNodeOf const& source, py::object const& value) {
-                 node.Change().AddVisibilitySource(SameLayout(node, source), LayoutTextOf(value));
-                 return node;
-             });
-    type.def("add_editability_source",
-             [](LayoutNodeOf const& node, LayoutNodeOf const& source, py::object const& value) {
-                 node.Change().AddEditabilitySource(SameLayout(node, source), LayoutTextOf(value));
-                 return node;
-             });
-    type.def("add_license_check_for_editor_visibility", [](LayoutNodeOf const& node, Text const& license) {
-        node.Change().AddLicenseCheckForEditorVisibility(license.value);
-        return node;
-    });
-    type.def("generate_source_identifier", [](LayoutNodeOf const& node) {
-        node.Change().GenerateSourceIdentifier();
-        return node;
-    });
-}
-
-void BindContainers(NodeClass& type) {
-    type.def(
-        "set_list",
-        [](LayoutNodeOf const& node, Text const& name, bool isList, Text const& display) {
-            node.Change().SetList(isList, NameOf(name).c_str(), display.value);
-            return node;
-        },
-        py::arg("node_name") = Text{L"ListItem"}, py::arg("is_list") = true,
-        py::arg("display_name") = Text{});
-    type.def(
-        "set_profile",
-        [](LayoutNodeOf const& node, Text const& name, bool isProfile) {
-            node.Change().SetProfile(isProfile, NameOf(name).c_str());
-            return node;
-        },
-        py::arg("node_name") = Text{L"Profile"}, py::arg("is_profile") = true);
-    type.def(
-        "set_category_list",
-        [](LayoutNodeOf const& node, Text const& name, bool isCategory) {
-            node.Change().SetCategoryList(isCategory, NameOf(name).c_str());
-            return node;
-        },
-        py::arg("node_name") = Text{L"Category"}, py::arg("is_category") = true);
-    type.def(
-        "add_option",
-        [](LayoutNodeOf const& node, Text const& value, Text const& display) {
-            node.Change().AddOption(value.value, display.value);
-            return node;
-        },
-        py::arg("value"), py::arg("display_name") = Text{});
-    type.def(
-        "set_type_from_profiles",
-        [](LayoutNodeOf const& node, LayoutNodeOf const& profiles) {
-            LayoutNode* const list = SameLayout(node, profiles);
-            node.Change().SetTypeFromProfiles(list)->SetProfileName(list->m_name)->SetProfileNode(list);
-            return node;
-        },
-        py::arg("profile_list"));
-    type.def_property_readonly("profile_node", [](LayoutNodeOf const& node) -> py::object {
-        LayoutNode const* const list = node.Get().m_profileNode;
-        return list != nullptr ? py::cast(node.Other(list)) : py::object(py::none());
-    });
-}
-
-// Deeper than any file can be: what walks over a tree may take stack for each level, and in Python does.
-constexpr std::size_t DeepestNode = 1000;
-
-LayoutNodeOf AddNode(LayoutNodeOf const& node, Text const& name, std::int32_t type,
-                     py::object const& defaultValue) {
-    std::wstring const known = NameOf(name);
-    std::wstring text = LayoutTextOf(defaultValue);
-    std::size_t depth = 0;
-    for (LayoutNode const* above = &node.Get(); above != nullptr; above = above->Parent()) {
-        ++depth;
-    }
-    if (depth >= DeepestNode) {
-        PyErr_SetString(PyExc_RecursionError, "a layout has at most 1000 levels");
-        throw py::error_already_set();
-    }
-    LayoutNode& parent = node.Change();
-    LayoutNode* const child = LayoutNode::MakeNode(known.c_str(), static_cast<eTypeLayoutNode>(type));
-    child->m_defaultValue = std::move(text);
-    parent.AppendNode(child);
-    return node.Other(child);
-}
-
-void BindTree(NodeClass& type) {
-    type.def_property_readonly("name", [](LayoutNodeOf const& node) { return StrOf(node.Get().m_name); });
-    type.def_property_readonly("path", [](LayoutNodeOf const& node) {
-        std::wstring path;
-        for (LayoutNode const* at = &node.Get(); at->Parent() != nullptr; at = at->Parent()) {
-            path = path.empty() ? at->m_name : at->m_name + L'/' + path;
-        }
-        return StrOf(path);
-    });
-    type.def_property_readonly("parent", [](LayoutNodeOf const& node) -> py::object {
-        LayoutNode const* const parent = node.Get().Parent();
-        return parent != nullptr ? py::cast(node.Other(parent)) : py::object(py::none());
-    });
-    type.def_property_readonly("layout", [](LayoutNodeOf const& node) { return node.Layout(); });
-    type.def("add", &AddNode, py::arg("name"), py::arg("type") = 0, py::arg("default") = py::none());
-    type.def("add_group", [](LayoutNodeOf const& node, Text const& name) {
-        return AddNode(node, name, Group, py::none());
-    });
-    auto const keys = [](LayoutNodeOf const& node) {
-        py::list names;
-        for (LayoutNode const* const child : ChildrenOf(node.Get())) {
-            names.append(StrOf(child->m_name));
-        }
-        return names;
-    };
-    type.def("keys", keys);
-    type.def("_ipython_key_completions_", keys);
-    type.def("__iter__", [keys](LayoutNodeOf const& node) { return py::iter(keys(node)); });
-    type.def("__len__", [](LayoutNodeOf const& node) { return ChildrenOf(node.Get()).size(); });
-    type.def("__bool__", [](LayoutNodeOf const&) { return true; });
-    type.def("__contains__", [](LayoutNodeOf const& node, Text const& name) {
-        return node.Get().GetNode(name.value) != nullptr;
-    });
-    type.def("__getitem__", [](LayoutNodeOf const& node, Text const& name) {
-        LayoutNode const* const child = node.Get().GetNode(name.value);
-        if (child == nullptr) {
-            std::vector<std::wstring> names;
-            for (LayoutNode const* const known : ChildrenOf(node.Get())) {
-                names.push_back(known->m_name);
-            }
-            RaiseUnknownName(name.value, node.Get().m_name, names);
-        }
-        return node.Other(child);
-    });
-    type.def(
-        "__eq__", [](LayoutNodeOf const& node, LayoutNodeOf const& other) { return node == other; },
-        py::is_operator());
-    type.def("__hash__", [](LayoutNodeOf const& node) { return std::hash<void const*>()(&node.Get()); });
-    type.def("__repr__", [](LayoutNodeOf const& node) {
-        py::object const kind = py::cast(node).attr("type");
-        return "<LayoutNode " + py::cast<std::string>(py::cast(node).attr("path")) + " of type " +
-               py::cast<std::string>(py::hasattr(kind, "name") ? kind.attr("name") : py::str(kind)) + ">";
-    });
-    RefusePickling(type, "a node of a layout isn't pickled or copied: save the layout, or copy.deepcopy it");
-}
-
-ReadOptions OptionsOf(py::object const& notes, py::object const& limits) {
-    return {L"", LimitsOf(limits), notes};
-}
-
+/// With what a meta file carries; the library's own copies lean on their sources.
 std::shared_ptr<LayoutHandle> CopyOf(LayoutPointer const& layout) {
     py::object const bytes = SaveLayout(layout, std::nullopt, L"meta");
     ReadOptions options;
@@ -370,6 +34,11 @@ std::shared_ptr<LayoutHandle> CopyOf(LayoutPointer const& layout) {
     return copy;
 }
 
+LayoutNodeOf ProfileEditor(LayoutPointer const& layout) {
+    return {layout, layout->Get().m_profileEditor.GetNode()};
+}
+
+/// The sections, and the profile editor's children as those of the layout itself.
 void BindSections(LayoutClass& type) {
     using pNode = ParameterLayout::pNode;
     static constexpr struct {
@@ -388,20 +57,17 @@ void BindSections(LayoutClass& type) {
     type.def_property_readonly(
         "root", [](LayoutPointer const& layout) { return LayoutNodeOf(layout, &layout->Get()); });
     type.def("__getitem__", [](LayoutPointer const& layout, py::object const& name) {
-        return py::cast(LayoutNodeOf(layout, layout->Get().m_profileEditor.GetNode()))
-            .attr("__getitem__")(name);
+        return py::cast(ProfileEditor(layout)).attr("__getitem__")(name);
     });
-    type.def("_ipython_key_completions_", [](LayoutPointer const& layout) {
-        return py::cast(LayoutNodeOf(layout, layout->Get().m_profileEditor.GetNode())).attr("keys")();
-    });
-    type.def(
-        "add",
-        [](LayoutPointer const& layout, Text const& name, std::int32_t nodeType, py::object const& value) {
-            return AddNode({layout, layout->Get().m_profileEditor.GetNode()}, name, nodeType, value);
-        },
-        py::arg("name"), py::arg("type") = 0, py::arg("default") = py::none());
+    type.def("_ipython_key_completions_",
+             [](LayoutPointer const& layout) { return py::cast(ProfileEditor(layout)).attr("keys")(); });
+    auto const add = [](LayoutPointer const& layout, Text const& name, std::int32_t nodeType,
+                        py::object const& value) {
+        return AddNode(ProfileEditor(layout), name, nodeType, value);
+    };
+    type.def("add", add, py::arg("name"), py::arg("type") = 0, py::arg("default") = py::none());
     type.def("add_group", [](LayoutPointer const& layout, Text const& name) {
-        return AddNode({layout, layout->Get().m_profileEditor.GetNode()}, name, Group, py::none());
+        return AddNode(ProfileEditor(layout), name, Group, py::none());
     });
 }
 
@@ -417,61 +83,50 @@ void BindTranslations(LayoutClass& type) {
     });
 }
 
-} // namespace
+void BindMaking(LayoutClass& type) {
+    auto const make = [](Text const& name) {
+        auto made = std::make_unique<ParameterLayout>();
+        made->SetName(NameOf(name));
+        return std::make_shared<LayoutHandle>(std::move(made));
+    };
+    type.def(py::init(make), py::arg("name") = Text{L"Parameters"});
+    auto const load = [](FilePath const& path, py::object const& notes, py::object const& limits) {
+        return LoadLayout({path.value, std::nullopt}, {L"", LimitsOf(limits), notes});
+    };
+    type.def_static("load", load, py::arg("path"), py::kw_only(), py::arg("notes") = py::none(),
+                    py::arg("limits") = py::none());
+    auto const loads = [](py::bytes const& data, py::object const& notes, py::object const& limits) {
+        return LoadLayout({L"", py::cast<std::string>(data)}, {L"", LimitsOf(limits), notes});
+    };
+    type.def_static("loads", loads, py::arg("data"), py::kw_only(), py::arg("notes") = py::none(),
+                    py::arg("limits") = py::none());
+    auto const sample = [](int level) {
+        auto made = std::make_unique<Sample::ParameterLayout>(level);
+        made->AddCategoryNodeIfNeeded();
+        return std::make_shared<LayoutHandle>(std::move(made));
+    };
+    type.def_static("sample", sample, py::arg("level") = 2);
+    type.def("__copy__", &CopyOf);
+    type.def("__deepcopy__", [](LayoutPointer const& self, py::object const&) { return CopyOf(self); });
+    RefusePickling(type, "a layout isn't pickled: pickle layout.dumps(), which Layout.loads() takes");
+}
 
-void BindLayouts(py::module_& module) {
-    LayoutClass layout(module, "Layout");
-    NodeClass node(module, "LayoutNode");
-    RefuseMaking(node);
-    BindTree(node);
-    BindValues(node);
-    BindContainerAttributes(node);
-    BindDisplayAttributes(node);
-    BindValueAttributes(node);
-    BindConditions(node);
-    BindContainers(node);
+void BindSaving(LayoutClass& type) {
+    auto const save = [](LayoutPointer const& self, FilePath const& path, Text const& format) {
+        SaveLayout(self, path, format.value);
+    };
+    type.def("save", save, py::arg("path"), py::kw_only(), py::arg("format") = Text{L"meta"});
+    auto const dumps = [](LayoutPointer const& self, Text const& format) {
+        return SaveLayout(self, std::nullopt, format.value);
+    };
+    type.def("dumps", dumps, py::kw_only(), py::arg("format") = Text{L"meta"});
+    type.def("save_schema", [](LayoutPointer const& self, FilePath const& path) { SaveSchema(self, path); });
+    type.def_property_readonly("notes", [](LayoutPointer const& self) { return self->m_notes; });
+    type.def_property_readonly("path", [](LayoutPointer const& self) { return StrOf(self->m_path); });
+}
 
-    layout.def(py::init([](Text const& name) {
-                   auto made = std::make_unique<ParameterLayout>();
-                   made->SetName(NameOf(name));
-                   return std::make_shared<LayoutHandle>(std::move(made));
-               }),
-               py::arg("name") = Text{L"Parameters"});
-    layout.def_static(
-        "load",
-        [](FilePath const& path, py::object const& notes, py::object const& limits) {
-            return LoadLayout({path.value, std::nullopt}, OptionsOf(notes, limits));
-        },
-        py::arg("path"), py::kw_only(), py::arg("notes") = py::none(), py::arg("limits") = py::none());
-    layout.def_static(
-        "loads",
-        [](py::bytes const& data, py::object const& notes, py::object const& limits) {
-            return LoadLayout({L"", py::cast<std::string>(data)}, OptionsOf(notes, limits));
-        },
-        py::arg("data"), py::kw_only(), py::arg("notes") = py::none(), py::arg("limits") = py::none());
-    layout.def_static(
-        "sample",
-        [](int level) {
-            auto made = std::make_unique<Sample::ParameterLayout>(level);
-            made->AddCategoryNodeIfNeeded();
-            return std::make_shared<LayoutHandle>(std::move(made));
-        },
-        py::arg("level") = 2);
-    layout.def(
-        "save",
-        [](LayoutPointer const& self, FilePath const& path, Text const& format) {
-            SaveLayout(self, path, format.value);
-        },
-        py::arg("path"), py::kw_only(), py::arg("format") = Text{L"meta"});
-    layout.def(
-        "dumps",
-        [](LayoutPointer const& self, Text const& format) {
-            return SaveLayout(self, std::nullopt, format.value);
-        },
-        py::kw_only(), py::arg("format") = Text{L"meta"});
-    layout.def("save_schema",
-               [](LayoutPointer const& self, FilePath const& path) { SaveSchema(self, path); });
-    layout.def("lint", [](LayoutPointer const& self) {
+void BindFindings(LayoutClass& type) {
+    type.def("lint", [](LayoutPointer const& self) {
         LayoutUse const use(self);
         std::vector<Editing::LintFinding> findings;
         {
@@ -480,7 +135,7 @@ void BindLayouts(py::module_& module) {
         }
         return RecordsOf(findings);
     });
-    layout.def("diff", [](LayoutPointer const& self, LayoutPointer const& other) {
+    auto const diff = [](LayoutPointer const& self, LayoutPointer const& other) {
         LayoutUse const first(self), second(other);
         std::vector<Editing::LayoutDifference> differences;
         {
@@ -488,23 +143,29 @@ void BindLayouts(py::module_& module) {
             differences = Editing::LayoutDifferences(*first, *second);
         }
         return RecordsOf(differences);
-    });
-    layout.def("add_category_node_if_needed",
-               [](LayoutPointer const& self) { self->Change().AddCategoryNodeIfNeeded(); });
-    layout.def_property_readonly("notes", [](LayoutPointer const& self) { return self->m_notes; });
-    layout.def_property_readonly("path", [](LayoutPointer const& self) { return StrOf(self->m_path); });
-    layout.def_property(
+    };
+    type.def("diff", diff, py::arg("other"));
+}
+
+} // namespace
+
+void BindLayouts(py::module_& module) {
+    LayoutClass type(module, "Layout");
+    BindLayoutNodes(module);
+    BindMaking(type);
+    BindSaving(type);
+    BindFindings(type);
+    BindSections(type);
+    BindTranslations(type);
+    type.def("add_category_node_if_needed",
+             [](LayoutPointer const& self) { self->Change().AddCategoryNodeIfNeeded(); });
+    type.def_property(
         "name", [](LayoutPointer const& self) { return StrOf(self->Get().m_name); },
         [](LayoutPointer const& self, Text const& name) { self->Change().SetName(NameOf(name)); });
-    layout.def("__copy__", &CopyOf);
-    layout.def("__deepcopy__", [](LayoutPointer const& self, py::object const&) { return CopyOf(self); });
-    layout.def("__repr__", [](LayoutPointer const& self) {
+    type.def("__repr__", [](LayoutPointer const& self) {
         return StrOf(L"<Layout " + self->Get().m_name +
                      (self->m_path.empty() ? L"" : L" of " + self->m_path) + L'>');
     });
-    BindSections(layout);
-    BindTranslations(layout);
-    RefusePickling(layout, "a layout isn't pickled: pickle layout.dumps(), which Layout.loads() takes");
 }
 
 } // namespace ZantrelPython

@@ -18,7 +18,8 @@ using namespace Zantrel;
 
 namespace {
 
-/// A build ticket, which Python only reads.
+/// A build ticket, which Python only reads: nothing that it gives borrows from the ticket, and no thread
+/// changes one.
 struct TicketHandle {
     BuildTicket ticket{nullptr};
     py::list notes;

@@ -22,6 +22,10 @@ using namespace Zantrel::Editing;
 
 namespace {
 
+// Values come out typed, and go in as texts: a text says each value exactly, and what the layout has against
+// it is asked in the one way that all hosts have (Objections), before anything is changed. An attachment
+// alone goes in as it is, since its text would be a path.
+
 py::object MakeValue(std::int32_t value) { return py::int_(value); }
 py::object MakeValue(double value) { return py::float_(value); }
 py::object MakeValue(bool value) { return py::bool_(value); }
@@ -54,7 +58,7 @@ template <class Number> py::object NumberOfText(std::wstring const& text) {
                          Py_TYPE(value.ptr())->tp_name);
 }
 
-// What Python code may run here (__index__, __float__, __fspath__) runs before the node is looked at.
+// May run Python code: __index__, __float__, __fspath__.
 std::wstring TextFor(Node& node, TypeTag<std::int32_t>, py::handle value) {
     if (PyBool_Check(value.ptr()) || PyIndex_Check(value.ptr()) == 0) {
         RaiseWrongType(node, "a whole number or a text", value);
@@ -142,18 +146,6 @@ py::dict CopyOf(py::handle mapping) {
         throw py::error_already_set();
     }
     return copy;
-}
-
-/// Adds what isn't there; the new entry's values are for Update to set.
-void UpdateProfiles(Node& profiles, py::dict const& values, bool isForced) {
-    for (auto const& [key, content] : values) {
-        std::wstring const name = WideOf(key);
-        bool const isDefault = name == L"::Default::";
-        if (!isDefault && !HasProfile(profiles, name)) {
-            RequireDone(AddProfile(profiles.Place(), name));
-        }
-        Update(isDefault ? *profiles.DefaultEntry() : *profiles.Profile(name), content, isForced);
-    }
 }
 
 void UpdateList(Node& list, py::sequence const& values, bool isForced) {
@@ -305,13 +297,23 @@ void Update(Node& node, py::handle values, bool isForced) {
         UpdateList(node, py::reinterpret_borrow<py::sequence>(values), isForced);
     } else if (PyMapping_Check(values.ptr()) == 0 || !py::hasattr(values, "keys")) {
         RaiseWrongType(node, "a mapping", values);
-    } else if (node.Kind() == PlaceKind::ProfileList) {
-        UpdateProfiles(node, CopyOf(values), isForced);
     } else {
         for (auto const& [key, content] : CopyOf(values)) {
-            Update(*NodeNamed(node, WideOf(key)), content, isForced);
+            UpdateNamed(node, WideOf(key), content, isForced);
         }
     }
+}
+
+void UpdateNamed(Node& node, std::wstring const& name, py::handle values, bool isForced) {
+    if (node.Kind() != PlaceKind::ProfileList) {
+        Update(*NodeNamed(node, name), values, isForced);
+        return;
+    }
+    bool const isDefault = name == L"::Default::";
+    if (!isDefault && !HasProfile(node, name)) {
+        RequireDone(AddProfile(node.Place(), name));
+    }
+    Update(isDefault ? *node.DefaultEntry() : *node.Profile(name), values, isForced);
 }
 
 } // namespace ZantrelPython

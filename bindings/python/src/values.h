@@ -28,5 +28,7 @@ py::object ContentOf(Node& node, bool withDefaults);
 void SetValue(Node& parameter, py::handle value, bool isForced);
 /// Sets what a mapping or sequence names, or one value; adds profiles and items that aren't there.
 void Update(Node& node, py::handle values, bool isForced);
+/// The same for what stands in a group or profile list under a name; KeyError where a group has none.
+void UpdateNamed(Node& node, std::wstring const& name, py::handle values, bool isForced);
 
 } // namespace ZantrelPython

@@ -1,0 +1,317 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "documents.h"
+#include "mapping.h"
+#include "records.h"
+
+#include <zantrel/database/parameter_misuse.h>
+#include <zantrel/editing/choices.h>
+#include <zantrel/editing/items.h>
+#include <zantrel/editing/look.h>
+#include <zantrel/editing/profiles.h>
+#include <zantrel/editing/validation.h>
+#include <zantrel/editing/value_text.h>
+
+#include <optional>
+#include <utility>
+
+namespace ZantrelPython {
+
+using namespace Zantrel;
+using namespace Zantrel::Editing;
+
+namespace {
+
+/// Asks or tells the cursor of a flag; AttributeError where it has none.
+template <class Use> auto UseFlag(Node& node, Use use) {
+    ParameterNode cursor = node.Cursor();
+    try {
+        return use(cursor);
+    } catch (ParameterMisuse const& misuse) {
+        throw py::attribute_error(misuse.what());
+    }
+}
+
+template <class Class>
+void BindFlag(Class& type, char const* name, bool (ParameterNode::*get)() const,
+              void (ParameterNode::*set)(bool)) {
+    type.def_property(
+        name,
+        [get](NodePointer const& node) {
+            return UseFlag(*node, [get](ParameterNode& cursor) { return (cursor.*get)(); });
+        },
+        [set](NodePointer const& node, bool value) {
+            UseFlag(*node, [set, value](ParameterNode& cursor) { (cursor.*set)(value); });
+        });
+}
+
+std::wstring ReprOf(Node& node) {
+    std::wstring const path = node.Path();
+    LayoutNode const& layout = node.Layout();
+    if (dynamic_cast<ParameterNodeOf*>(&node) != nullptr) {
+        return L"<Parameter " + path + L" = " + WideOf(py::repr(ValueOf(node.Cursor()))) +
+               (layout.m_postfix.empty() ? L"" : L' ' + layout.m_postfix) + L'>';
+    }
+    std::vector<std::wstring> const names = NamesIn(node);
+    if (node.Kind() == PlaceKind::List) {
+        return L"<List " + path + L" of " + std::to_wstring(names.size()) + L" x " + layout.m_nodeName + L'>';
+    }
+    std::wstring text = (node.Kind() == PlaceKind::ProfileList ? L"<ProfileList " : L"<Group ") +
+                        (path.empty() ? node.Database()->Layout()->Get().m_name : path) + L':';
+    constexpr std::size_t shown = 8;
+    for (std::size_t i = 0; i < names.size() && i < shown; ++i) {
+        text += (i == 0 ? L" " : L", ") + names[i];
+    }
+    return text + (names.size() > shown ? L", ...>" : L">");
+}
+
+py::object LookOfNode(Node& node) {
+    Editing::Place const place = node.Place();
+    Look const look = LookOf(place);
+    py::list reasons;
+    for (LookReason const& reason : look.reasons) {
+        reasons.append(StrOf(SentenceOf(reason, place)));
+    }
+    return TypeNamed("Look")(look.isVisible, look.isEditable, reasons);
+}
+
+bool AreEqual(NodePointer const& node, py::object const& other) {
+    py::object const theirs =
+        py::isinstance<Node>(other) ? ContentOf(*py::cast<NodePointer>(other), false) : other;
+    return ContentOf(*node, false).equal(theirs);
+}
+
+void BindNode(py::class_<Node, std::shared_ptr<Node>>& type) {
+    type.def_property_readonly("name", [](NodePointer const& node) { return StrOf(node->Name()); });
+    type.def_property_readonly("path", [](NodePointer const& node) { return StrOf(node->Path()); });
+    type.def_property_readonly("display_name",
+                               [](NodePointer const& node) { return StrOf(node->Layout().m_displayName); });
+    type.def_property_readonly("description",
+                               [](NodePointer const& node) { return StrOf(node->Layout().m_description); });
+    type.def_property_readonly("parent", [](NodePointer const& node) { return node->Parent(); });
+    type.def_property_readonly("database", [](NodePointer const& node) { return node->Database(); });
+    type.def_property_readonly(
+        "is_default", [](NodePointer const& node) { return node->Kind() == PlaceKind::DefaultProfile; });
+    type.def_property_readonly("look", [](NodePointer const& node) { return LookOfNode(*node); });
+    type.def_property_readonly("visible",
+                               [](NodePointer const& node) { return LookOf(node->Place()).isVisible; });
+    type.def_property_readonly("editable",
+                               [](NodePointer const& node) { return LookOf(node->Place()).isEditable; });
+    BindFlag(type, "read_only", &ParameterNode::GetReadOnly, &ParameterNode::SetReadOnly);
+    BindFlag(type, "hidden", &ParameterNode::GetHidden, &ParameterNode::SetHidden);
+    type.def("validate", [](NodePointer const& node) { return FindingsOf(*node); });
+    type.def("walk", [](NodePointer const& node) { return NodeWalk(node); });
+    type.def("rows", [](NodePointer const& node) { return RowsOf(*node); });
+    type.def("__eq__", &AreEqual);
+    type.attr("__hash__") = py::none();
+    type.def("__bool__", [](NodePointer const&) { return true; });
+    type.def("__repr__", [](NodePointer const& node) { return StrOf(ReprOf(*node)); });
+    RefusePickling(
+        type, "a node isn't pickled or copied: take its value, its to_dict(), or a copy of its database");
+}
+
+using ParameterClass = py::class_<ParameterNodeOf, Node, std::shared_ptr<ParameterNodeOf>>;
+
+/// Of the layout; None where there is no limit.
+void BindLimits(ParameterClass& type) {
+    static constexpr struct {
+        char const* name;
+        std::wstring LayoutNodeAttributes::*field;
+    } texts[] = {{"min", &LayoutNodeAttributes::m_min},
+                 {"max", &LayoutNodeAttributes::m_max},
+                 {"default", &LayoutNodeAttributes::m_defaultValue}};
+    for (auto const& row : texts) {
+        type.def_property_readonly(row.name, [field = row.field](NodePointer const& node) -> py::object {
+            bool const isNone =
+                field != &LayoutNodeAttributes::m_defaultValue && (node->Layout().*field).empty();
+            return isNone ? py::none() : ValueOfText(node->Layout().m_type, node->Layout().*field);
+        });
+    }
+}
+
+void BindParameter(py::module_& module) {
+    ParameterClass type(module, "Parameter");
+    RefuseMaking(type);
+    type.def_property(
+        "value", [](NodePointer const& node) { return ValueOf(node->Cursor()); },
+        [](NodePointer const& node, py::object const& value) { SetValue(*node, value, false); });
+    type.def(
+        "set",
+        [](NodePointer const& node, py::object const& value, bool force) { SetValue(*node, value, force); },
+        py::arg("value"), py::kw_only(), py::arg("force") = false);
+    type.def_property_readonly("text", [](NodePointer const& node) { return StrOf(TextOf(node->Cursor())); });
+    type.def_property_readonly("unit",
+                               [](NodePointer const& node) { return StrOf(node->Layout().m_postfix); });
+    type.def_property_readonly("precision",
+                               [](NodePointer const& node) { return node->Layout().m_precision; });
+    type.def_property_readonly("type", [](NodePointer const& node) { return TypeOf(node->Layout()); });
+    BindLimits(type);
+    type.def_property_readonly("choices",
+                               [](NodePointer const& node) { return RecordsOf(ChoicesOf(node->Place())); });
+    type.def_property_readonly("options", [](NodePointer const& node) {
+        py::list options;
+        for (Choice const& choice : ChoicesOf(node->Place())) {
+            options.append(StrOf(choice.value));
+        }
+        return options;
+    });
+    type.def("objections", [](NodePointer const& node, Text const& text) {
+        return RecordsOf(Objections(node->Place(), text.value));
+    });
+}
+
+void BindGroup(py::module_& module) {
+    py::class_<GroupNode, Node, std::shared_ptr<GroupNode>> type(module, "Group");
+    RefuseMaking(type);
+    BindMapping<NodePointer>(type, [](NodePointer const& node) { return node; });
+    BindFlag(type, "name_read_only", &ParameterNode::GetNameReadOnly, &ParameterNode::SetNameReadOnly);
+    BindFlag(type, "can_be_deleted", &ParameterNode::GetCanBeDeleted, &ParameterNode::SetCanBeDeleted);
+    BindFlag(type, "user_default_profile", &ParameterNode::GetUserDefaultProfile,
+             &ParameterNode::SetUserDefaultProfile);
+}
+
+void Move(NodePointer const& list, py::ssize_t from, py::ssize_t to) {
+    std::size_t const begin = IndexIn(*list, from), end = IndexIn(*list, to);
+    RequireDone(MoveItem(list->Place(), begin, end));
+    list->ItemMoved(begin, end);
+}
+
+/// A new item, with `value` unless that is None, at `to`: all of it or, unless the list then were shorter
+/// than it may be, nothing.
+NodePointer Add(NodePointer const& list, py::object const& value, py::ssize_t to = -1) {
+    RequireDone(AddItem(list->Place()));
+    std::size_t const index = list->Cursor().GetSize() - 1;
+    NodePointer const item = list->Item(index);
+    try {
+        if (!value.is_none()) {
+            Update(*item, value, false);
+        }
+        if (to >= 0 && static_cast<std::size_t>(to) != index) {
+            Move(list, -1, to);
+        }
+    } catch (...) {
+        if (RemoveItem(list->Place(), index)) {
+            list->ItemRemoved(index);
+        }
+        throw;
+    }
+    return item;
+}
+
+void Remove(NodePointer const& list, py::ssize_t index) {
+    std::size_t const counted = IndexIn(*list, index);
+    RequireDone(RemoveItem(list->Place(), counted));
+    list->ItemRemoved(counted);
+}
+
+py::list Sliced(Node& list, py::slice const& slice) {
+    py::ssize_t start = 0, stop = 0, step = 0, length = 0;
+    if (!slice.compute(static_cast<py::ssize_t>(list.Cursor().GetSize()), &start, &stop, &step, &length)) {
+        throw py::error_already_set();
+    }
+    py::list values;
+    for (py::ssize_t i = 0; i < length; ++i) {
+        values.append(ValueOrNode(list.Item(static_cast<std::size_t>(start + i * step))));
+    }
+    return values;
+}
+
+using ListClass = py::class_<ListNode, Node, std::shared_ptr<ListNode>>;
+
+void BindSequence(ListClass& type) {
+    type.def("__len__", [](NodePointer const& list) { return list->Cursor().GetSize(); });
+    type.def("__iter__", [](py::object const& list) {
+        return py::reinterpret_steal<py::object>(
+            PySeqIter_New(list.ptr())); // as of a list: what is added comes
+    });
+    type.def("__getitem__", [](NodePointer const& list, py::ssize_t index) {
+        return ValueOrNode(NodeOfItem(*list, index));
+    });
+    type.def("__getitem__",
+             [](NodePointer const& list, py::slice const& slice) { return Sliced(*list, slice); });
+    type.def("__setitem__", [](NodePointer const& list, py::ssize_t index, py::object const& value) {
+        Update(*NodeOfItem(*list, index), value, false);
+    });
+    type.def("__delitem__", &Remove);
+}
+
+void BindList(py::module_& module) {
+    ListClass type(module, "List");
+    RefuseMaking(type);
+    BindSequence(type);
+    type.def("node", [](NodePointer const& list, py::ssize_t index) { return NodeOfItem(*list, index); });
+    auto const append = [](NodePointer const& list, py::object const& value) { return Add(list, value); };
+    type.def("append", append, py::arg("value") = py::none());
+    auto const insert = [](NodePointer const& list, py::ssize_t index, py::object const& value) {
+        return Add(list, value, static_cast<py::ssize_t>(IndexIn(*list, index, 1)));
+    };
+    type.def("insert", insert, py::arg("index"), py::arg("value") = py::none());
+    type.def("extend", [](NodePointer const& list, py::iterable const& values) {
+        for (py::handle const value : values) {
+            Add(list, py::reinterpret_borrow<py::object>(value));
+        }
+    });
+    type.def("move", &Move, py::arg("index"), py::arg("to"));
+    type.def("to_list", [](NodePointer const& list) { return ContentOf(*list, false); });
+    auto const update = [](NodePointer const& list, py::object const& values, bool force) {
+        Update(*list, values, force);
+    };
+    type.def("update", update, py::arg("values"), py::kw_only(), py::arg("force") = false);
+    type.def_property_readonly("default", [](NodePointer const& list) { return list->DefaultEntry(); });
+    BindFlag(type, "disable_add_remove", &ParameterNode::GetDisableAddRemove,
+             &ParameterNode::SetDisableAddRemove);
+}
+
+void RemoveNamed(NodePointer const& profiles, Text const& name, bool isForced) {
+    NodePointer const profile = NodeNamed(*profiles, name.value);
+    if (isForced) {
+        ParameterNode cursor = profile->Cursor();
+        cursor.SetCanBeDeleted(true);
+    }
+    RequireDone(RemoveProfile(profiles->Place(), name.value));
+    profiles->ProfileRemoved(name.value);
+}
+
+void BindProfiles(py::module_& module) {
+    py::class_<ProfilesNode, Node, std::shared_ptr<ProfilesNode>> type(module, "ProfileList");
+    RefuseMaking(type);
+    BindMapping<NodePointer>(type, [](NodePointer const& node) { return node; });
+    type.def(
+        "add",
+        [](NodePointer const& profiles, Text const& name, std::optional<Text> const& copyOf) {
+            RequireDone(copyOf ? DuplicateProfile(profiles->Place(), copyOf->value, name.value)
+                               : AddProfile(profiles->Place(), name.value));
+            return profiles->Profile(name.value);
+        },
+        py::arg("name"), py::kw_only(), py::arg("copy_of") = py::none());
+    type.def("rename", [](NodePointer const& profiles, Text const& name, Text const& newName) {
+        EntryChange const change = RenameProfile(profiles->Place(), name.value, newName.value);
+        RequireDone(change);
+        profiles->ProfileRenamed(name.value, newName.value);
+        return RecordsOf(change.references);
+    });
+    type.def("remove", &RemoveNamed, py::arg("name"), py::kw_only(), py::arg("force") = false);
+    type.def("__delitem__",
+             [](NodePointer const& profiles, Text const& name) { RemoveNamed(profiles, name, false); });
+    type.def_property_readonly("default",
+                               [](NodePointer const& profiles) { return profiles->DefaultEntry(); });
+    BindFlag(type, "disable_add_remove", &ParameterNode::GetDisableAddRemove,
+             &ParameterNode::SetDisableAddRemove);
+}
+
+} // namespace
+
+void BindNodes(py::module_& module) {
+    py::class_<Node, std::shared_ptr<Node>> node(module, "Node");
+    RefuseMaking(node);
+    BindNode(node);
+    BindGroup(module);
+    BindList(module);
+    BindProfiles(module);
+    BindParameter(module);
+    py::class_<NodeWalk> walk(module, "_NodeWalk");
+    RefuseMaking(walk);
+    walk.def("__iter__", [](py::object const& self) { return self; });
+    walk.def("__next__", [](NodeWalk& self) { return self.Next(); });
+}
+
+} // namespace ZantrelPython
