@@ -84,9 +84,6 @@ std::size_t FailEachAllocation(Action action,
     return FailEachAllocation(
         action,
         [before](std::size_t nth, bool) {
-<<<<<<< HEAD
-            EXPECT_EQ(LiveAllocations(), before) << "leaked when allocation " << nth << " failed";
-=======
 #if defined(_LIBCPP_VERSION) && _LIBCPP_VERSION < 16000
             // Its vectors leak their memory where the copy of an element throws.
             std::ptrdiff_t const live = std::min(LiveAllocations(), before);
@@ -94,7 +91,6 @@ std::size_t FailEachAllocation(Action action,
             std::ptrdiff_t const live = LiveAllocations();
 #endif
             EXPECT_EQ(live, before) << "leaked when allocation " << nth << " failed";
->>>>>>> 86c1aee (Look at leaks no further than libc++ 14 lets one)
         },
         times);
 }
