@@ -102,8 +102,7 @@ Operation const Operations[] = {
      [](Subjects const& with) {
          ParameterLayout copy(*with.made.layout), assigned;
          assigned = copy;
-         ParameterLayout moved(std::move(copy));
-         moved.AddCategoryNodeIfNeeded();
+         assigned.AddCategoryNodeIfNeeded();
      }},
     {"CopiesDatabases",
      [](Subjects const& with) {
@@ -232,6 +231,6 @@ INSTANTIATE_TEST_SUITE_P(, EachOperation,
 
 TEST_P(EachOperation, WithoutMemoryLeavesNothingBehind) {
     Subjects const with;
-    auto const [operation, times] = GetParam();
-    EXPECT_GT(FailEachAllocation([&] { operation.run(with); }, times), 0u);
+    Operation const& operation = std::get<Operation>(GetParam());
+    EXPECT_GT(FailEachAllocation([&] { operation.run(with); }, std::get<Times>(GetParam())), 0u);
 }
