@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: Apache-2.0
-"""deviations.py LAYOUT REFERENCE TABLE FILE...: what differs from a reference in many parameter files, as a CSV table."""
+"""deviations.py LAYOUT REFERENCE TABLE FILE...: what differs from a reference in many files, as a CSV table."""
 
 from __future__ import annotations
 
