@@ -5,6 +5,8 @@ import gc
 import itertools
 import os
 import random
+import subprocess
+import sys
 import threading
 
 import pytest
@@ -256,3 +258,19 @@ def test_many_threads_read_on_one_layout(file, layout):
     for thread in threads:
         thread.join()
     assert found == [expected] * 16
+
+
+def test_the_interpreter_ends_while_threads_are_at_work():
+    code = """
+import threading, time, zantrel
+layout = zantrel.Layout.sample()
+def work():
+    while True:
+        zantrel.loads(zantrel.Database(layout).dumps(), layout)
+for _ in range(4):
+    threading.Thread(target=work, daemon=True).start()
+kept = zantrel.Database(layout).walk()
+next(kept)
+"""
+    run = subprocess.run([sys.executable, "-c", code], capture_output=True, text=True)
+    assert (run.returncode, run.stderr) == (0, "")

@@ -26,7 +26,7 @@ py::list DifferencesOf(DatabasePointer const& first, DatabasePointer const& seco
     Busy const one(*first), other(*second);
     std::vector<Difference> differences;
     {
-        py::gil_scoped_release const unlocked;
+        Unlocked const unlocked;
         differences = Differences(*one, *other);
     }
     return RecordsOf(differences);
@@ -43,7 +43,7 @@ py::object Migrated(DatabasePointer const& from, LayoutPointer const& layout, py
     std::vector<MigrationStep> steps;
     {
         Busy const busy(*from);
-        py::gil_scoped_release const unlocked;
+        Unlocked const unlocked;
         Migration migration = Migrate(*busy, layout->Get(), pairs);
         database->Fill(migration.database);
         steps = std::move(migration.steps);
@@ -55,7 +55,7 @@ DatabasePointer CopyOf(DatabasePointer const& source) {
     auto copy = std::make_shared<DatabaseHandle>(source->Layout());
     {
         Busy const busy(*source);
-        py::gil_scoped_release const unlocked;
+        Unlocked const unlocked;
         copy->Fill(*busy);
     }
     copy->m_notes = py::list(source->m_notes);

@@ -149,7 +149,7 @@ py::object SaveDocument(std::optional<FilePath> const& path, WriteReport report,
     std::ostringstream out;
     bool isWritten = false, isOfDocument = !path;
     {
-        py::gil_scoped_release const unlocked;
+        Unlocked const unlocked;
         isWritten = path ? toFile(path->value, &report) : toStream(out, &report);
         if (!isWritten && path) {
             // The report has words alone: whether document or file is to blame shows by writing without the
@@ -206,7 +206,7 @@ std::wstring RootOf(Document const& document) {
     ReadReport report;
     bool isRead = false;
     {
-        py::gil_scoped_release const unlocked;
+        Unlocked const unlocked;
         isRead = FindRoot(document, root, report);
     }
     TellRead(isRead, document, report, {});
@@ -251,7 +251,7 @@ std::shared_ptr<LayoutHandle> LoadLayout(Document const& document, ReadOptions c
     std::wstring root;
     {
         ParameterLayout& layout = handle->Change();
-        py::gil_scoped_release const unlocked;
+        Unlocked const unlocked;
         if (FindRoot(document, root, report)) {
             report.m_limits = options.limits;
             bool const isTemplate = root == TemplateRoot;
@@ -283,7 +283,7 @@ void ReadInto(DatabaseHandle& database, Document const& document, ReadOptions co
     Sort sort;
     {
         Busy const busy(database);
-        py::gil_scoped_release const unlocked;
+        Unlocked const unlocked;
         sort = SortOf(document, *database.Layout(), options.format, report);
         report.m_limits = options.limits;
         isRead = sort.isRead && sort.strange.empty() && ReadValues(*busy, document, sort.isMachine, &report);
@@ -300,7 +300,7 @@ std::shared_ptr<DatabaseHandle> LoadDatabase(std::shared_ptr<LayoutHandle> const
                                              Document const& document, ReadOptions const& options) {
     auto database = std::make_shared<DatabaseHandle>(layout);
     {
-        py::gil_scoped_release const unlocked;
+        Unlocked const unlocked;
         database->Fill();
     }
     ReadInto(*database, document, options);
@@ -362,7 +362,7 @@ py::list CheckFile(std::shared_ptr<LayoutHandle> const& handle, std::wstring con
     Document const document{path, std::nullopt};
     FileCheck check;
     {
-        py::gil_scoped_release const unlocked;
+        Unlocked const unlocked;
         check.Run(*layout, document, *handle);
     }
     if (!check.sort.strange.empty()) {
@@ -390,7 +390,7 @@ bool EditTexts(std::shared_ptr<LayoutHandle> const& handle, std::wstring const& 
         values.push_back({WideOf(at), WideOf(text)});
     }
     LayoutUse const layout(handle);
-    py::gil_scoped_release const unlocked;
+    Unlocked const unlocked;
     return format == L"machine" ? KlvrProperties::EditValueTexts(*layout, path, values, path)
                                 : EditValueTexts(*layout, path, values, path);
 }

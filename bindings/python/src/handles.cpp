@@ -22,7 +22,7 @@ Zantrel::ParameterLayout& LayoutHandle::Change() {
 }
 
 DatabaseHandle::~DatabaseHandle() {
-    py::gil_scoped_release const unlocked;
+    Unlocked const unlocked;
     m_database.reset();
 }
 

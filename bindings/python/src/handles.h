@@ -2,6 +2,7 @@
 #pragma once
 
 #include "texts.h"
+#include "unlocked.h"
 
 #include <zantrel/database/parameter_database.h>
 #include <zantrel/layout/parameter_layout.h>

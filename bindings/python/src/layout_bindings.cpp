@@ -130,7 +130,7 @@ void BindFindings(LayoutClass& type) {
         LayoutUse const use(self);
         std::vector<Editing::LintFinding> findings;
         {
-            py::gil_scoped_release const unlocked;
+            Unlocked const unlocked;
             findings = Editing::Lint(*use);
         }
         return RecordsOf(findings);
@@ -139,7 +139,7 @@ void BindFindings(LayoutClass& type) {
         LayoutUse const first(self), second(other);
         std::vector<Editing::LayoutDifference> differences;
         {
-            py::gil_scoped_release const unlocked;
+            Unlocked const unlocked;
             differences = Editing::LayoutDifferences(*first, *second);
         }
         return RecordsOf(differences);

@@ -103,7 +103,7 @@ py::list FindingsOf(Node& node) {
     std::vector<Editing::Finding> findings;
     {
         Busy const busy(*node.Database());
-        py::gil_scoped_release const unlocked;
+        Unlocked const unlocked;
         findings = Editing::Validate(Editing::PlaceView(place));
     }
     return RecordsOf(findings);

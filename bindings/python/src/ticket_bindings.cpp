@@ -111,7 +111,7 @@ std::shared_ptr<TicketHandle> Load(Document const& document, py::object const& n
     report.m_limits = options.limits;
     bool isRead = false;
     {
-        py::gil_scoped_release const unlocked;
+        Unlocked const unlocked;
         if (document.bytes) {
             std::istringstream in(*document.bytes);
             isRead = LoadBuildTicket(in, handle->ticket, &report);
