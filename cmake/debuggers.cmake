@@ -1,12 +1,21 @@
 # SPDX-License-Identifier: Apache-2.0
 # What debuggers need to show layouts, values and tickets as their users see them. gdb loads its file by itself for a library
-# that is installed below /usr: it looks below its own folder for the library's path.
+# that is installed with the prefix /usr: it looks below its own folder for the library's path. Elsewhere a user loads it.
 if(ZANTREL_INSTALL AND BUILD_SHARED_LIBS)
   if(UNIX AND NOT APPLE)
-    install(FILES tools/debuggers/zantrel_gdb.py RENAME $<TARGET_FILE_NAME:zantrel>-gdb.py
-      DESTINATION ${CMAKE_INSTALL_DATADIR}/gdb/auto-load${CMAKE_INSTALL_FULL_LIBDIR} COMPONENT Development)
+    if(CMAKE_INSTALL_PREFIX STREQUAL "/usr")
+      install(FILES tools/debuggers/zantrel_gdb.py RENAME $<TARGET_FILE_NAME:zantrel>-gdb.py
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/gdb/auto-load${CMAKE_INSTALL_FULL_LIBDIR} COMPONENT Development)
+    else()
+      install(FILES tools/debuggers/zantrel_gdb.py DESTINATION ${CMAKE_INSTALL_DATADIR}/zantrel COMPONENT Development)
+    endif()
   endif()
-  install(FILES tools/debuggers/zantrel.natvis DESTINATION ${CMAKE_INSTALL_DATADIR}/zantrel COMPONENT Development)
+  # It names the DLL whose inside it shows, and a debug build's has another name.
+  file(READ tools/debuggers/zantrel.natvis natvis)
+  string(REPLACE "zantrel.dll!" "$<TARGET_FILE_NAME:zantrel>!" natvis "${natvis}")
+  file(GENERATE OUTPUT $<CONFIG>/zantrel.natvis CONTENT "${natvis}" TARGET zantrel)
+  install(FILES ${PROJECT_BINARY_DIR}/$<CONFIG>/zantrel.natvis DESTINATION ${CMAKE_INSTALL_DATADIR}/zantrel
+    RENAME zantrel$<$<CONFIG:Debug>:d>.natvis COMPONENT Development)
 endif()
 
 if(ZANTREL_BUILD_TESTS AND NOT CMAKE_CROSSCOMPILING)

@@ -4,6 +4,7 @@
 set(alone # of two sources that have something of one name inside, one
   editing/layout_differences.cpp editing/lint_report.cpp editing/migration.cpp editing/pattern_schema.cpp
   editing/pattern_syntax.cpp
+  io/system_windows.cpp # which says before all headers what it wants of them
   parameter_files/parameter_node_read.cpp sax/xml_namespaces.cpp store/copying.cpp
   tests/editing/layout_differences_test.cpp tests/editing/migration_test.cpp
   tests/formats/failed_allocation_test.cpp tests/formats/failed_files_test.cpp tests/formats/fuzz_corpora_test.cpp

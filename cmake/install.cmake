@@ -15,7 +15,7 @@ install(FILES ${windows_runtime} DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT R
 install(DIRECTORY include/zantrel DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT Development FILES_MATCHING PATTERN "*.h")
 install(DIRECTORY schemas DESTINATION ${CMAKE_INSTALL_DATADIR}/zantrel COMPONENT Development)
 install(DIRECTORY docs DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT Documentation)
-install(FILES LICENSE README.md CHANGELOG.md SECURITY.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT Documentation)
+install(FILES LICENSE README.md CHANGELOG.md CONTRIBUTING.md SECURITY.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT Documentation)
 
 # The package for CMake depends on no other. It stands in the build folder, too: -DZantrel_DIR=<that> finds what was built
 # and not installed.

@@ -12,7 +12,9 @@ find_package(pybind11 2.10 REQUIRED)
 set(python_package ${PROJECT_BINARY_DIR}/python)
 file(GLOB python_sources CONFIGURE_DEPENDS bindings/python/src/*.cpp)
 pybind11_add_module(_zantrel NO_EXTRAS ${python_sources})
-optimise_at_link_time(_zantrel)
+if(can_optimise_at_link_time)
+  set_target_properties(_zantrel PROPERTIES INTERPROCEDURAL_OPTIMIZATION_RELEASE ON)
+endif()
 target_link_libraries(_zantrel PRIVATE Zantrel::Zantrel Zantrel::Editing zantrel_warnings zantrel_hardening)
 set_target_properties(_zantrel PROPERTIES
   CXX_STANDARD 20

@@ -15,6 +15,10 @@ else()
     $<$<AND:$<CXX_COMPILER_ID:GNU>,$<VERSION_LESS:$<CXX_COMPILER_VERSION>,13>>:-Wno-restrict>)
 endif()
 
+if(ZANTREL_FOLDERS_AT_ONCE AND NOT MSVC) # what one source has inside hides nothing of another one
+  target_compile_options(zantrel_warnings INTERFACE -Wno-shadow $<$<CXX_COMPILER_ID:GNU>:-Wno-subobject-linkage>)
+endif()
+
 if(ZANTREL_WARNINGS_AS_ERRORS)
   target_compile_options(zantrel_warnings INTERFACE $<IF:$<CXX_COMPILER_ID:MSVC>,/WX,-Werror>)
 endif()

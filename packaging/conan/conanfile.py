@@ -31,7 +31,7 @@ class ZantrelConan(ConanFile):
 
     def export_sources(self):
         sources = os.path.join(self.recipe_folder, SOURCES)
-        for pattern in ("*.h", "*.cpp", "*.cmake", "*.in", "CMakeLists.txt", "LICENSE", "*.md", "schemas/*", ".reuse/*"):
+        for pattern in ("*.h", "*.cpp", "*.cmake", "*.in", "CMakeLists.txt", "LICENSE", "*.md", "schemas/*", "tools/debuggers/*", "cmake/*", ".reuse/*"):
             copy(self, pattern, sources, self.export_sources_folder, excludes=("build/*", "tests/*", "fuzz/*"))
 
     def layout(self):

@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: Apache-2.0
 """Shows layouts, cursors, bags, properties and tickets in gdb as their users see them.
 
-gdb loads it by itself with a library that is installed below /usr; elsewhere: (gdb) source <this file>. What bags and
+gdb loads it by itself with a library that is installed with the prefix /usr; elsewhere: (gdb) source <this file>. What bags and
 children of nodes hold is known with the debug information of the library only; without it they say so. Nothing is called in
 the program, so a core dump will do.
 """
