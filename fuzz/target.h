@@ -2,7 +2,7 @@
 #pragma once
 
 #include <functional>
-#include <iosfwd>
+#include <ostream>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -19,6 +19,9 @@ struct Target {
     /// Of documents: all that reading one gives, as a text. It begins with "taken" or "refused", in a line;
     /// behind an empty line it has the report.
     std::function<std::string(std::istream& document)> outcomeOf = nullptr;
+
+    /// For the name of a test.
+    friend void PrintTo(Target const& target, std::ostream* out) { *out << target.name; }
 };
 
 std::string FaultOfTokeniser(std::string const& bytes); ///< needs libexpat

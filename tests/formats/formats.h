@@ -46,6 +46,9 @@ struct Format {
     wchar_t const* textPath; ///< of the element that has the text set by SetText
     bool settles = true;     ///< what a hostile document gave comes back the same from then on
     bool isOfValues = false; ///< and so nothing is passed over of what is written
+
+    /// For the name of a test.
+    friend void PrintTo(Format const& format, std::ostream* out) { *out << format.name; }
 };
 
 inline bool ReadText(Subject& subject, std::string const& document, ReadReport* report = nullptr) {
