@@ -92,6 +92,14 @@ def test_an_edit_is_made_whole_or_not_at_all(file, layout):
     with pytest.warns(zantrel.PassedOver, match="without 1 comment"), zantrel.edit(file, layout) as db:
         db["Materials"].add("Brass")
     assert list(zantrel.load(file, layout)["Materials"]) == ["Brass", "Steel"]
+    other = file.with_name("other.xml")
+    zantrel.Database(layout).save(other, format="machine")
+    edit = zantrel.edit(file, layout)
+    with edit as db:
+        with pytest.raises(RuntimeError), edit:
+            pass
+        db.read(other)
+    assert zantrel.load(file, layout).format == "generic"
 
 
 def test_a_file_can_be_checked_with_places(file, layout):

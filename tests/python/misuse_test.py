@@ -112,6 +112,16 @@ def test_conversions_that_change_the_database_or_raise():
     db.update(values)
     assert db["Power"] == 99 and len(rows) == 0
 
+    def move_and_fail():
+        rows.append({"X": 3})
+        del rows[0]
+        1 / 0
+
+    rows.extend([{"X": 1}, {"X": 2}])
+    with pytest.raises(ZeroDivisionError):
+        rows.append({"X": Evil(move_and_fail)})
+    assert [row["X"] for row in rows] == [2, 3]
+
     class Path:
         def __fspath__(self):
             raise ZeroDivisionError

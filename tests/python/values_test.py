@@ -150,10 +150,15 @@ def test_nodes_follow_their_entries_and_go_stale_with_them(db):
     assert steel.name == "Steel 316L" and materials["Steel 316L"] is steel
     del materials["Brass"]
     for stale in (held[1], infill):
-        for use in (repr, lambda node: node.to_dict(), lambda node: list(node.walk()), lambda node: node.path):
+        assert "can't be seen now" in repr(stale)
+        for use in (lambda node: node.to_dict(), lambda node: list(node.walk()), lambda node: node.path):
             with pytest.raises(zantrel.StaleNode):
                 use(stale)
     assert materials.add("Brass").node("Infill") == {"Power": 280}
+    with pytest.raises(KeyError):
+        materials["Iron"] = {"Nope": 1}
+    rows.extend(rows)
+    assert "Iron" not in materials and len(rows) == 6 and list(db.layout) == db.layout.keys()
 
 
 def test_copies_are_equal_and_apart(db):

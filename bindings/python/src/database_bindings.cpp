@@ -97,7 +97,10 @@ void BindFiles(DatabaseClass& type) {
     auto const read = [](DatabasePointer const& self, FilePath const& path, Text const& format,
                          py::object const& notes, py::object const& limits) {
         DatabasePointer const copy = CopyOf(self); // so that a read that fails changes nothing
-        ReadInto(*copy, {path.value, std::nullopt}, OptionsOf(format, notes, limits));
+        {
+            Busy const busy(*self); // what were changed meanwhile would be lost
+            ReadInto(*copy, {path.value, std::nullopt}, OptionsOf(format, notes, limits));
+        }
         self->TakeOver(*copy);
     };
     type.def("read", read, py::arg("path"), py::kw_only(), py::arg("format") = Text{},

@@ -155,7 +155,8 @@ py::object SaveDocument(std::optional<FilePath> const& path, WriteReport report,
             // The report has words alone: whether document or file is to blame shows by writing without the
             // file.
             std::ostringstream nowhere;
-            isOfDocument = !toStream(nowhere, &report);
+            WriteReport ofDocument;
+            isOfDocument = !toStream(nowhere, &ofDocument);
         }
     }
     if (!isWritten && isOfDocument) {
@@ -163,6 +164,15 @@ py::object SaveDocument(std::optional<FilePath> const& path, WriteReport report,
     }
     TellWritten(isWritten, path ? path->value : L"", report);
     return path ? py::object(py::none()) : py::object(py::bytes(out.str()));
+}
+
+/// Of a Python int. TypeError for what is none, OverflowError for one below 0 or of more than 64 bits.
+std::uint64_t CountOf(py::handle value) {
+    unsigned long long const count = PyLong_AsUnsignedLongLong(value.ptr());
+    if (PyErr_Occurred() != nullptr) {
+        throw py::error_already_set();
+    }
+    return count;
 }
 
 } // namespace
@@ -183,14 +193,14 @@ ReadLimits LimitsOf(py::object const& limits) {
         return read;
     }
     for (auto const& [key, value] : py::dict(limits)) {
-        auto const name = py::cast<std::string>(key);
+        auto const name = py::cast<std::string>(py::str(key));
         bool isKnown = name == "refuses_same_profiles";
         if (isKnown) {
             read.m_refusesSameProfiles = py::cast<bool>(value);
         }
         for (auto const& row : fields) {
             if (name == row.name) {
-                read.*row.field = py::cast<std::uint64_t>(value);
+                read.*row.field = CountOf(value);
                 isKnown = true;
             }
         }

@@ -59,6 +59,12 @@ void BindSections(LayoutClass& type) {
     type.def("__getitem__", [](LayoutPointer const& layout, py::object const& name) {
         return py::cast(ProfileEditor(layout)).attr("__getitem__")(name);
     });
+    for (char const* const name : {"__iter__", "__len__", "__contains__", "keys"}) {
+        type.def(name, [name](LayoutPointer const& layout, py::args const& arguments) {
+            return py::cast(ProfileEditor(layout)).attr(name)(*arguments);
+        });
+    }
+    type.def("__bool__", [](LayoutPointer const&) { return true; });
     type.def("_ipython_key_completions_",
              [](LayoutPointer const& layout) { return py::cast(ProfileEditor(layout)).attr("keys")(); });
     auto const add = [](LayoutPointer const& layout, Text const& name, std::int32_t nodeType,

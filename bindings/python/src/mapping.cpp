@@ -25,12 +25,15 @@ struct Column {
 // The children of a node are looked up when the walk comes to it, so that it goes on with what is there by
 // then.
 NodePointer NodeWalk::Next() {
+    while (!m_open.empty() && m_open.back()->HasGone()) {
+        m_open.pop_back();
+    }
     if (m_open.empty()) {
         throw py::stop_iteration();
     }
+    std::vector<std::wstring> const names = NamesIn(*m_open.back());
     NodePointer node = std::move(m_open.back());
     m_open.pop_back();
-    std::vector<std::wstring> const names = NamesIn(*node);
     for (std::size_t i = names.size(); i-- != 0;) {
         m_open.push_back(node->Kind() == PlaceKind::List ? node->Item(i) : NodeNamed(*node, names[i]));
     }

@@ -19,7 +19,11 @@ py::list FindingsOf(Node& node);
 /// A node and all below it, one after another. It holds nodes, and so what is changed meanwhile can't end it.
 class NodeWalk {
 public:
-    explicit NodeWalk(NodePointer top) : m_open{std::move(top)} {}
+    /// Throws for a node that has gone; those that go later are left out.
+    explicit NodeWalk(NodePointer top) {
+        top->Place();
+        m_open.push_back(std::move(top));
+    }
     NodePointer Next();
 
 private:

@@ -250,31 +250,34 @@ std::wstring Node::Name() const {
     }
 }
 
-template <class NewIndex> void Node::Renumber(NewIndex newIndex) {
+template <class NewIndex> void Node::Renumber(std::size_t first, NewIndex newIndex) {
     ++m_database->m_changes;
-    std::map<Step, Node*> below;
-    for (auto& [step, node] : m_below) {
-        if (step.kind == PlaceKind::Item) {
-            std::optional<std::size_t> const index = newIndex(step.index);
-            if (!index) {
-                node->m_isGone = true;
-                continue;
-            }
-            node->m_step.index = *index;
-        }
-        below.emplace(node->m_step, node);
+    auto const begin = m_below.lower_bound({PlaceKind::Item, m_step.layout, first, {}});
+    auto end = begin;
+    std::vector<Node*> nodes;
+    for (; end != m_below.end() && end->first.kind == PlaceKind::Item; ++end) {
+        nodes.push_back(end->second);
     }
-    m_below = std::move(below);
+    m_below.erase(begin, end);
+    for (Node* const node : nodes) {
+        std::optional<std::size_t> const index = newIndex(node->m_step.index);
+        if (!index) {
+            node->m_isGone = true;
+            continue;
+        }
+        node->m_step.index = *index;
+        m_below.emplace(node->m_step, node);
+    }
 }
 
 void Node::ItemRemoved(std::size_t index) {
-    Renumber([=](std::size_t old) {
+    Renumber(index, [=](std::size_t old) {
         return old == index ? std::nullopt : std::optional(old > index ? old - 1 : old);
     });
 }
 
 void Node::ItemMoved(std::size_t from, std::size_t to) {
-    Renumber([=](std::size_t old) {
+    Renumber(std::min(from, to), [=](std::size_t old) {
         return std::optional(old == from               ? to
                              : from < old && old <= to ? old - 1
                              : to <= old && old < from ? old + 1

@@ -50,6 +50,10 @@ public:
     Zantrel::LayoutNode const& Layout() const { return *m_step.layout; }
     Zantrel::PlaceKind Kind() const { return m_step.kind; }
     std::size_t Index() const { return m_step.index; }
+    /// Whether its own entry was removed.
+    bool IsGone() const { return m_isGone; }
+    /// Whether its own entry or one that it stands in was.
+    bool HasGone() const { return m_isGone || (m_parent && m_parent->HasGone()); }
     /// Of the layout's node or the profile; of an item its index.
     std::wstring Name() const;
 
@@ -78,7 +82,8 @@ private:
     std::shared_ptr<Node> Below(Step step);
     Zantrel::ParameterNode Find();
     void Forget(Step const& step);
-    template <class NewIndex> void Renumber(NewIndex newIndex);
+    /// Of the items from `first` on; those before it cost nothing.
+    template <class NewIndex> void Renumber(std::size_t first, NewIndex newIndex);
 
     std::shared_ptr<DatabaseHandle> m_database;
     std::shared_ptr<Node> m_parent; ///< null for the profile editor

@@ -104,7 +104,13 @@ void BindNode(py::class_<Node, std::shared_ptr<Node>>& type) {
     type.def("__eq__", &AreEqual);
     type.attr("__hash__") = py::none();
     type.def("__bool__", [](NodePointer const&) { return true; });
-    type.def("__repr__", [](NodePointer const& node) { return StrOf(ReprOf(*node)); });
+    type.def("__repr__", [](NodePointer const& node) {
+        try {
+            return StrOf(ReprOf(*node));
+        } catch (std::exception const&) { // gone, or in use by another thread: shells and logs show it still
+            return StrOf(L"<Node " + node->Name() + L", which can't be seen now>");
+        }
+    });
     RefusePickling(
         type, "a node isn't pickled or copied: take its value, its to_dict(), or a copy of its database");
 }
@@ -186,11 +192,13 @@ NodePointer Add(NodePointer const& list, py::object const& value, py::ssize_t to
             Update(*item, value, false);
         }
         if (to >= 0 && static_cast<std::size_t>(to) != index) {
-            Move(list, -1, to);
+            Move(list, static_cast<py::ssize_t>(item->Index()), to);
         }
     } catch (...) {
-        if (RemoveItem(list->Place(), index)) {
-            list->ItemRemoved(index);
+        // What the value is may have run Python code, and moved or removed the item.
+        std::size_t const now = item->Index();
+        if (!item->IsGone() && RemoveItem(list->Place(), now)) {
+            list->ItemRemoved(now);
         }
         throw;
     }
@@ -245,8 +253,11 @@ void BindList(py::module_& module) {
         return Add(list, value, static_cast<py::ssize_t>(IndexIn(*list, index, 1)));
     };
     type.def("insert", insert, py::arg("index"), py::arg("value") = py::none());
-    type.def("extend", [](NodePointer const& list, py::iterable const& values) {
-        for (py::handle const value : values) {
+    type.def("extend", [](py::object const& self, py::iterable const& values) {
+        NodePointer const list = py::cast<NodePointer>(self);
+        // What is iterated here grows with what is added, so of itself it takes what it has by now.
+        py::object const taken = values.is(self) ? py::list(values) : py::object(values);
+        for (py::handle const value : taken) {
             Add(list, py::reinterpret_borrow<py::object>(value));
         }
     });

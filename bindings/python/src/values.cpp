@@ -5,6 +5,7 @@
 
 #include <zantrel/database/visit_value.h>
 #include <zantrel/database/walk.h>
+#include <zantrel/editing/profiles.h>
 #include <zantrel/text/string_conversion.h>
 
 #include <charconv>
@@ -204,8 +205,15 @@ std::wstring LayoutTextOf(py::handle value) {
     if (PyFloat_Check(value.ptr())) {
         return TextOfNumber(PyFloat_AsDouble(value.ptr()));
     }
-    if (PyLong_Check(value.ptr()) || PyUnicode_Check(value.ptr())) {
-        return WideOf(py::str(value));
+    if (PyUnicode_Check(value.ptr())) {
+        return WideOf(value); // of a member of an Enum str() would be its name
+    }
+    if (PyLong_Check(value.ptr())) {
+        PyObject* const digits = PyLong_Type.tp_repr(value.ptr()); // null for more than Python writes
+        if (digits == nullptr) {
+            throw py::error_already_set();
+        }
+        return WideOf(py::reinterpret_steal<py::str>(digits));
     }
     throw py::type_error(std::string("a default or limit is a number, a flag or a text, not ") +
                          Py_TYPE(value.ptr())->tp_name);
@@ -309,11 +317,22 @@ void UpdateNamed(Node& node, std::wstring const& name, py::handle values, bool i
         Update(*NodeNamed(node, name), values, isForced);
         return;
     }
-    bool const isDefault = name == L"::Default::";
-    if (!isDefault && !HasProfile(node, name)) {
+    if (name == L"::Default::") {
+        Update(*node.DefaultEntry(), values, isForced);
+        return;
+    }
+    bool const isNew = !HasProfile(node, name);
+    if (isNew) {
         RequireDone(AddProfile(node.Place(), name));
     }
-    Update(isDefault ? *node.DefaultEntry() : *node.Profile(name), values, isForced);
+    try {
+        Update(*node.Profile(name), values, isForced);
+    } catch (...) {
+        if (isNew && RemoveProfile(node.Place(), name)) {
+            node.ProfileRemoved(name);
+        }
+        throw;
+    }
 }
 
 } // namespace ZantrelPython

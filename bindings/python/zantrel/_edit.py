@@ -24,11 +24,15 @@ class edit:
     """
 
     def __init__(self, path: _Path, layout: _zantrel.Layout, *, backup: bool = False) -> None:
-        self._path = os.fsdecode(path)
+        self._path = os.path.abspath(os.fsdecode(path))  # whatever folder the block goes to
+        self._is_entered = False
         self._layout = layout
         self._backup = backup
 
     def __enter__(self) -> _zantrel.Database:
+        if self._is_entered:
+            raise RuntimeError("an edit is entered once: make another one")
+        self._is_entered = True
         notes: list[Note] = []
         self._database = _zantrel.load(self._path, self._layout, notes=notes)
         if notes:
@@ -36,6 +40,7 @@ class edit:
             warnings.warn(sentence, PassedOver, stacklevel=2)
         self._notes = notes
         self._before = self._database.copy()
+        self._format = self._database.format  # of this file, whatever the block reads
         return self._database
 
     def __exit__(
@@ -54,15 +59,15 @@ class edit:
             shutil.copy2(self._path, self._path + ".bak")
         texts = {change.path: self._text(change) for change in changes if change.kind == "value"}
         texts_only = len(texts) == len(changes) and None not in texts.values()
-        if texts_only and _zantrel._edit_texts(self._path, self._layout, self._database.format, texts):
+        if texts_only and _zantrel._edit_texts(self._path, self._layout, self._format, texts):
             return
         with open(self._path, "rb") as file:
             comments = file.read().count(b"<!--")
         lost = [f"{comments} comments"] * bool(comments) + ["what was passed over"] * bool(self._notes)
         if lost:
             sentence = f"{self._path} is written anew, without {' and '.join(lost)} that it had"
-            warnings.warn(sentence, PassedOver, stacklevel=4)  # before it is done, which an error then prevents
-        self._database.save(self._path)
+            warnings.warn(sentence, PassedOver, stacklevel=3)  # before it is done, which an error then prevents
+        self._database.save(self._path, format=self._format)
 
     def _text(self, change: Difference) -> Optional[str]:
         """The value as a file has it; None for an attachment, which is no text."""

@@ -43,9 +43,19 @@ def _pop_last_profile(self: ProfileList) -> tuple[str, Any]:
     return name, _pop_profile(self, name)
 
 
-for _name in ("clear", "count", "index", "remove", "__contains__", "__iadd__", "__reversed__"):
+def _clear_list(self: List) -> None:
+    self.update([])
+
+
+def _clear_profiles(self: ProfileList) -> None:
+    for name in list(self):
+        del self[name]
+
+
+for _name in ("count", "index", "remove", "__contains__", "__iadd__", "__reversed__"):
     setattr(List, _name, getattr(MutableSequence, _name))
-setattr(ProfileList, "clear", MutableMapping.clear)
+setattr(List, "clear", _clear_list)
+setattr(ProfileList, "clear", _clear_profiles)
 setattr(List, "pop", _pop_item)
 setattr(ProfileList, "pop", _pop_profile)
 setattr(ProfileList, "setdefault", _set_default)
