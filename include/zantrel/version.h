@@ -3,8 +3,8 @@
 
 #include <zantrel/export.h>
 
-/// The version of these headers, for #if and for texts. It is written here and nowhere else: CMake's
-/// project(), the packages and the libraries take it from these lines.
+/// The version of these headers, for the preprocessor and for texts. It is written here and nowhere else:
+/// CMake's project(), the packages and the libraries take it from these lines.
 #define ZANTREL_VERSION_MAJOR 0
 #define ZANTREL_VERSION_MINOR 1
 #define ZANTREL_VERSION_PATCH 0

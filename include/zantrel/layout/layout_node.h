@@ -15,6 +15,8 @@
 #include <type_traits>
 #include <utility>
 
+#include <zantrel/macros_away.h>
+
 namespace Zantrel {
 
 /// One node of a schema: it declares a parameter, a group, a list or a container, with its default as text
@@ -401,3 +403,5 @@ template <class T> LayoutNode* LayoutNode::SetRange(T const& minimum, T const& m
 }
 
 } // namespace Zantrel
+
+#include <zantrel/macros_back.h>
