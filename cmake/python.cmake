@@ -17,6 +17,7 @@ if(can_optimise_at_link_time)
 endif()
 target_link_libraries(_zantrel PRIVATE Zantrel::Zantrel Zantrel::Editing zantrel_warnings zantrel_hardening)
 set_target_properties(_zantrel PROPERTIES
+  DEBUG_POSTFIX "" # Python looks for the module by its name
   CXX_STANDARD 20
   CXX_VISIBILITY_PRESET hidden
   VISIBILITY_INLINES_HIDDEN ON
