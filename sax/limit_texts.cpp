@@ -16,6 +16,7 @@ struct LimitText {
     std::wstring_view pattern;
 };
 
+// With the names of the fields: the reader of the sentence is whoever can raise them.
 constexpr LimitText LimitTexts[] = {
     {Limit::Bytes, L"The document has more than {0} bytes, the limit of this read (m_bytes)."},
     {Limit::Text, L"A text or start tag has more than {0} bytes, the limit of this read (m_textBytes)."},

@@ -22,6 +22,8 @@ std::string Converted(std::wstring_view text) {
 
 } // namespace
 
+// The end tag comes first, since the start tag grows with its attributes. Zeros follow, so that a writer may
+// copy in whole pieces of Readable bytes.
 PreparedTag::PreparedTag(std::string_view name) {
     if (!Zantrel::Xml::IsPortableXmlName(name)) {
         m_bytes = name;
@@ -60,6 +62,7 @@ void PreparedTag::AddAttribute(std::string_view name, std::string_view value) {
     m_startSize = m_bytes.size() - m_endSize;
     m_bytes.append(Readable, '\0');
     if (!isNew || !Zantrel::Xml::IsPortableXmlName(name) || fault.kind != TextFault::Kind::None) {
+        // No longer ready: only the name is left, and the writer says what is wrong with the rest.
         m_bytes = std::string(Name());
         m_endSize = m_startSize = 0;
     }

@@ -50,6 +50,7 @@ bool IsReserved(std::string_view attribute) {
            });
 }
 
+// Asked once for each handler and not for each element: the cast costs as much as a leaf.
 PlainHandler* PlainOf(ISAXPersist* handler) { return dynamic_cast<PlainHandler*>(handler); }
 
 } // namespace
@@ -128,6 +129,7 @@ bool ReadDriver::DeliverPlain() {
     return isGoingOn;
 }
 
+// In one step where the receiver takes leaves of this name; otherwise as any element, by HandleTag.
 bool ReadDriver::DeliverLeaf() {
     PlainHandler* const receiver = Innermost().plainReceiver;
     if (receiver != nullptr && receiver->HandleLeaf(m_tokeniser.Name(), m_tokeniser.Text())) {
@@ -137,6 +139,7 @@ bool ReadDriver::DeliverLeaf() {
     return DeliverWhole();
 }
 
+// A group that its receiver walks into itself has no handler of its own: none is made, pushed or ended.
 bool ReadDriver::DeliverGroup() {
     Element const& parent = *m_open[m_depth - 1];
     Element& element = Innermost();
@@ -150,6 +153,8 @@ bool ReadDriver::DeliverGroup() {
     return element.isGroup;
 }
 
+// A leaf that lies whole in the input is delivered at once. Any other element is held until the tag behind
+// it tells whether it has children.
 bool ReadDriver::Begin() {
     if (m_report != nullptr && !IsStartWithinLimits()) {
         return false;
@@ -219,6 +224,8 @@ void ReadDriver::Open() {
     }
 }
 
+// Paths in reports call profiles and items by name, which stands in an attribute that is gone by the time of
+// a fault.
 void ReadDriver::NameInnermost() {
     std::string& name = Innermost().name;
     name.clear();
@@ -240,6 +247,7 @@ bool ReadDriver::DeliverWhole() {
     return isGoingOn;
 }
 
+// The tokeniser's views end with its next step, so what is held is copied. Most elements have nothing.
 void ReadDriver::Hold() {
     m_heldText.clear();
     m_heldAttributes = m_tokeniser.Attributes();
@@ -267,6 +275,7 @@ bool ReadDriver::HoldText() {
         return false;
     }
     m_heldText.append(m_tokeniser.Text());
+    // Offered before it is whole, so that an attachment of gigabytes is never held as one text.
     if (m_heldText.size() > LongText) {
         ISAXPersist* const receiver = m_open[m_depth - 1]->receiverOfChildren;
         if (receiver != nullptr && receiver->HandleTextPiece(Innermost().tag, m_heldText)) {

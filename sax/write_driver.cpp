@@ -323,6 +323,7 @@ char* WriteDriver::BeginElement(std::size_t endSize,
     return end;
 }
 
+// A line is broken only where no text stands beside the element: white space would be part of it.
 inline char* WriteDriver::BeginTag() noexcept {
     char* at = MakeRoom(TagRoom);
     if (m_startTag != StartTag::Complete) {
@@ -332,11 +333,13 @@ inline char* WriteDriver::BeginTag() noexcept {
     return isInText ? at : BreakLine(at, LineSize(m_depth));
 }
 
+// All that a leaf must ask is answered here, once for each element that opens or closes: zero: the long way.
 void WriteDriver::SetLeafLine() noexcept {
     bool const takesLeaves = m_depth != 0 && !Innermost().hasText && m_depth < Xml::MaxDepth && !HasFailed();
     m_leafLine = takesLeaves ? LineSize(m_depth) : 0;
 }
 
+// Room for the whole leaf is made at once, so that nothing behind this has to flush.
 inline char* WriteDriver::BeginLeaf(KelSAX::PreparedTag const& tag, std::size_t textSize) noexcept {
     std::size_t const size = TagRoom + tag.Start().size() + textSize + tag.End().size();
     bool const isTooLong = size > BufferSize - m_used && size > BufferSize;
@@ -370,6 +373,7 @@ void WriteDriver::WriteLeaf(KelSAX::PreparedTag const& tag, std::string_view tex
     }
 }
 
+// Nearly every text is plain ASCII and is narrowed in blocks; a character that isn't starts it anew.
 void WriteDriver::WriteWideLeaf(KelSAX::PreparedTag const& tag, std::wstring_view text) {
     bool const isShort = !text.empty() && text.size() < BufferSize / (2 * MostGrowth);
     char* const at = isShort ? BeginLeaf(tag, MostGrowth * text.size() + Xml::Block::Size) : nullptr;
@@ -458,6 +462,7 @@ void WriteDriver::PutChecked(std::string_view text, TextPlace place) {
     }
 }
 
+// The end tags of all open elements lie one behind the other, each followed by its element's name in paths.
 std::string_view WriteDriver::EndTagOf(std::size_t level) const noexcept {
     Level const& at = m_levels[level];
     return {m_open.data() + at.endBegin, at.nameBegin - at.endBegin};
@@ -482,6 +487,7 @@ std::string_view WriteDriver::NameOf(std::size_t level) const noexcept {
     return {m_open.data() + begin, end - begin};
 }
 
+// With TagRoom kept for what CopyTag and BreakLine write beyond their ends.
 void WriteDriver::PutTag(std::string_view bytes, std::size_t line) noexcept {
     if (bytes.size() < BufferSize - TagRoom) {
         WrittenTo(CopyTag(bytes, BreakLine(MakeRoom(TagRoom + bytes.size()), line)));
@@ -516,6 +522,7 @@ void WriteDriver::Send(std::string_view bytes) noexcept {
     }
 }
 
+// The first fault is the one to tell: what follows is often its consequence.
 void WriteDriver::Fail(WriteFault fault) noexcept {
     if (!HasFailed()) {
         m_fault = fault;

@@ -32,6 +32,8 @@ IPersistentProperty* FindSole(PersistentProperties const& bag) noexcept {
     return BagInside::Reader(bag).Sole();
 }
 
+// A node may have a child of a flag's name, so a shape may have both: the flag that is still missing gets its
+// own place. One that is there is found as in any bag.
 void SetFlag(PersistentProperties& bag, std::wstring const& name, bool value) {
     if (ShapedBlock* const block = BagInside::Shaped(bag)) {
         BagShape const& shape = *block->shape;
@@ -52,6 +54,8 @@ void Format(PersistentProperties& bag, BagShape const& shape) {
     BagInside::SetWord(bag, WordOf(ShapedForm{ShapedBlock::Make(shape)}));
 }
 
+// Null sends the caller the long way, by names: the bag may have another shape, or have been pulled apart by
+// a host, and then the slot says nothing about it.
 IPersistentProperty* PlainValueAt(PersistentProperties const& bag, BagShape const& shape,
                                   std::size_t slot) noexcept {
     ShapedBlock const* const block = BagInside::Shaped(bag);

@@ -15,6 +15,7 @@ namespace Zantrel {
 
 namespace {
 
+// A leaf's value follows its bag, so that one look at memory brings both.
 std::uint32_t BytesOf(BagShape::Slot const& slot) {
     if (slot.flagBit != 0) {
         return RecordRoom::SizeOf<PersistentProperty<bool>>();
@@ -31,6 +32,8 @@ std::uint32_t BytesOf(BagShape::Slot const& slot) {
         slot.model);
 }
 
+// Names that the index doesn't have are sought one by one only up to here: in a wide bag each miss would walk
+// past all of them.
 constexpr std::size_t FewEntries = 32;
 
 } // namespace
@@ -48,6 +51,7 @@ void BagShape::AddFlag(std::wstring const& name) {
 }
 
 std::vector<std::uint32_t> BagShape::Complete() {
+    // Stable, since a look-up by name finds the first of several alike, as in every other form of bag.
     std::vector<std::uint32_t> order(Size()), slots(Size());
     std::iota(order.begin(), order.end(), 0u);
     std::stable_sort(order.begin(), order.end(), [this](std::uint32_t left, std::uint32_t right) {
@@ -69,6 +73,8 @@ std::vector<std::uint32_t> BagShape::Complete() {
     m_names = std::move(names);
     m_slots = std::move(ordered);
 
+    // At most half full, so that nearly every look-up ends at its first or second place. Of several entries
+    // of one name only the first is in the index.
     std::size_t capacity = 4;
     while (capacity < 2 * Size()) {
         capacity *= 2;

@@ -66,6 +66,7 @@ public:
 
     void Run() {
         while (!m_open.empty()) {
+            // By value: a copy adds to the list, which may then move.
             auto const next = m_open.back();
             std::visit([this](auto pair) { Copy(pair); }, next);
         }

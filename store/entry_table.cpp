@@ -96,6 +96,8 @@ EntryBlock* EntryTable::Grow(std::size_t capacity, std::size_t bytes) {
                                  },
                                  [&](BlockForm form) {
                                      EntryBlock* const old = form.block;
+                                     // Properties that lie in the old block can't move: hosts hold pointers
+                                     // to them. It is kept behind the new one, and only entries move.
                                      std::uintptr_t const kept = old->MustStay() ? m_word : 0;
                                      EntryBlock* const made = EntryBlock::Make(capacity, bytes, kept);
                                      std::uninitialized_move(old->begin(), old->end(), made->begin());
@@ -113,6 +115,7 @@ EntryBlock* EntryTable::Grow(std::size_t capacity, std::size_t bytes) {
 
 RecordRoom EntryTable::Reserve(std::size_t count, std::size_t bytes) {
     std::size_t const needed = Reader().Size() + count;
+    // A tree allocates each entry by itself, and so has no use for room.
     if (count == 0 || needed > BlockLimit || (m_word & TreeBit) != 0) {
         return {};
     }
@@ -198,6 +201,7 @@ bool EntryTable::RemoveFirst(std::wstring_view name) {
     if (IsShaped()) {
         LeaveShape();
     }
+    // Sought once more: leaving the shape has moved the entries.
     EntryPlace const place = Reader().Find(name);
     // Taken out first: what ends may look at the bag.
     PropertyHandle property =

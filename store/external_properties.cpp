@@ -26,6 +26,7 @@ wchar_t ToUpper(wchar_t c) { return c >= L'a' && c <= L'f' ? static_cast<wchar_t
 
 } // namespace
 
+// Braces and case are spellings of one identifier; other texts are taken as they are.
 ExternalPropertyID::ExternalPropertyID(std::wstring const& text) : m_text(text) {
     if (std::wstring_view const guid = Zantrel::Text::FindGuid(text); !guid.empty()) {
         m_isGuid = true;
@@ -114,6 +115,7 @@ ExternalProperties const* DatabaseExternalProperties::GetProperties(ExternalProp
     return store != nullptr && !store->IsDeleted() ? &store->m_value : nullptr;
 }
 
+// Also those that are marked as deleted: whoever walks the stores decides about them.
 void DatabaseExternalProperties::GetAllProperties(std::vector<std::wstring>& names) const {
     names.clear();
     names.reserve(GetNumProperties());

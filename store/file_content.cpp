@@ -48,6 +48,7 @@ bool FileContentRead::HandleTag(std::string const& tag, KelSAX::ISAXReader& read
         return true;
     }
     if (tag == DataWord) {
+        // The last piece of a long text, or all of a short one.
         auto const decoder = m_decoder != nullptr ? std::exchange(m_decoder, nullptr)
                                                   : std::make_shared<Zantrel::Text::Base64Decoder>();
         decoder->Add(reader.GetText());

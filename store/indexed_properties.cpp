@@ -57,6 +57,7 @@ unsigned long long Sequence::GetNumProperties() const noexcept {
     return m_content != nullptr ? m_content->Size() : 0;
 }
 
+// Contents pass from neighbour to neighbour and the bags stay where they are, since hosts refer to them.
 void Sequence::MoveProperty(std::int32_t from, std::int32_t to) {
     static_cast<void>(GetProperty(from)); // both are there, or nothing is moved
     static_cast<void>(GetProperty(to));
@@ -65,6 +66,7 @@ void Sequence::MoveProperty(std::int32_t from, std::int32_t to) {
     }
 }
 
+// What goes is moved to the end first, the one place where a bag can go and no other moves.
 void Sequence::RemoveProperty(std::int32_t index) {
     MoveProperty(index, static_cast<std::int32_t>(GetNumProperties()) - 1);
     EndEntries(BagInside::TakeWord(m_content->TakeLast()));

@@ -94,6 +94,8 @@ public:
 
 private:
     void Merge(Pair const& pair) {
+        // Entries of one name stand side by side, so what was found is good for the rest of the run, and many
+        // entries of one name don't make the merge quadratic.
         std::wstring_view runName;
         std::unordered_map<std::type_index, IPersistentProperty*>
             targets; // by class, of the entries named `runName`

@@ -85,6 +85,7 @@ void Take(bool& value, MFile& file, int) { value = file.ReadUnsigned8() != 0; }
 void Take(std::int32_t& value, MFile& file, int) { value = static_cast<std::int32_t>(file.ReadUnsigned32()); }
 void Take(double& value, MFile& file, int) { value = std::bit_cast<double>(file.ReadUnsigned64()); }
 
+// Into a value of its own, and so are the others below: a form that breaks off leaves its target as it was.
 void Take(std::wstring& text, MFile& file, int = 0) {
     std::wstring read(TakeLength(file, 4), L'\0');
     for (wchar_t& unit : read) {

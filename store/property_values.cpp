@@ -44,6 +44,7 @@ bool WriteToXml(PersistentProperties const& value, KelSAX::ISAXWriter& writer) {
     return Zantrel::WriteProperties(value, writer);
 }
 
+// The handlers belong to the driver, which ends them with their element.
 template <class T> bool ReadFromXml(T& value, KelSAX::ISAXReader& reader) { return reader.ReadValue(value); }
 
 bool ReadFromXml(KelAM::FileContent& value, KelSAX::ISAXReader& reader) {

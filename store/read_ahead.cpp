@@ -19,6 +19,7 @@ Entry const* LooseEntry(std::uintptr_t word, EntryPlace place) noexcept {
 
 ReadAhead::ReadAhead(PersistentProperties const& bag) noexcept
     : m_word(BagInside::Word(bag)), m_entry(BagInside::Reader(bag).First()) {
+    // The walk that follows is slower than the announcements, so a constant lead is enough.
     for (int step = 0; step < Lead; ++step) {
         Step();
     }
@@ -28,6 +29,8 @@ void ReadAhead::Step() noexcept {
     if (auto const* const bag = PropertyCast<PersistentProperties>(m_property)) {
         BagAccess::Announce(bag->m_value, BlockBytes);
     }
+    // A property's class can be asked for only when the property is near: one step asks for it, the next
+    // looks at it.
     m_property = nullptr;
     if (Entry const* const entry = m_entry != nullptr ? LooseEntry(m_word, m_entry) : nullptr) {
         m_property = entry->property.Get();

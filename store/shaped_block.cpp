@@ -9,6 +9,8 @@
 
 namespace Zantrel {
 
+// One allocation with the room of all properties. They are made in it one by one, and `made` says at any time
+// how many there are to end.
 ShapedBlock* ShapedBlock::MakeEmpty(BagShape const& shape) {
     return ::new (::operator new(shape.Bytes())) ShapedBlock{&shape};
 }
@@ -50,6 +52,7 @@ ShapedBlock::Bag& ShapedBlock::AddCopy(Bag const& source, IPersistentProperty co
     std::visit(
         [&]<class T>(T const&) {
             if constexpr (!std::is_same_v<T, std::monostate>) {
+                // A value that lies in a block has the class of its slot's model: others lie elsewhere.
                 if (auto const* typed = static_cast<PersistentProperty<T> const*>(value)) {
                     auto* const property = ::new (ValuePlaceOf(made)) PersistentProperty<T>(typed->m_value);
                     property->SetDeleted(typed->m_deleted);
