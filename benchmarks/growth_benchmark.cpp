@@ -123,6 +123,7 @@ Prepared Find(std::size_t profiles) {
     };
 }
 
+// Works once: each try has a list of its own.
 Prepared Remove(std::size_t profiles) {
     return [at = std::make_shared<Profiles>(profiles)] {
         for (std::wstring const& name : at->names) {
@@ -149,6 +150,7 @@ Prepared Query(std::size_t values) {
     }
     ParameterNode editor = job->Editor();
     editor.Query(L""); // which makes the index
+    // The job comes along, since the cursor stands in it.
     return [job, editor, paths] {
         for (std::wstring const& path : paths) {
             benchmark::DoNotOptimize(editor.Query(path.c_str()));

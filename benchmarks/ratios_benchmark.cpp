@@ -91,6 +91,7 @@ struct Job : ZantrelBenchmark::Document {
         for (Walk<ParameterView> walk(std::as_const(database).GetProfileEditor()); walk.Next();) {
             values += walk.IsLeaf() ? 1u : 0u;
         }
+        // Spread over the whole, so that a look-up finds nothing in the caches but what all have in common.
         for (std::size_t machine = 0; machine < values / 45; machine += values / 45 / 500 + 1) {
             std::wstring const name = L"Machine " + std::to_wstring(machine);
             names.push_back({L"Machines", name, L"Laser", L"MaximumTemperature"});
@@ -296,6 +297,7 @@ void LookUp(benchmark::State& state) {
 }
 
 /// Bytes of heap that a thing takes, for each value.
+// By what the allocator has handed out, its own heads and rounding included: that is what a process pays.
 template <class Make> double HeapOf(Job const& job, Make const& make) {
     std::size_t const before = mallinfo2().uordblks;
     auto const made = make();

@@ -44,6 +44,8 @@ bool IsAsBefore(NodeShape::Child const& child, LayoutNode const& node) {
 NodeShape::NodeShape(LayoutShapes const& all, std::size_t number, LayoutNode const& node,
                      DefaultValues const& defaults)
     : m_all(all), m_number(number), m_node(node), m_changes(node.m_children.m_changes) {
+    // What the children are now is kept word for word: the layout may change later, and the shape then fits
+    // no more.
     std::size_t size = 0;
     for (LayoutNode const* const child : node.m_children) {
         size += child->m_name.size() + DefaultText(*child).size();
@@ -55,6 +57,8 @@ NodeShape::NodeShape(LayoutShapes const& all, std::size_t number, LayoutNode con
     };
     m_children.reserve(node.Size());
     for (LayoutNode const* const child : node.m_children) {
+        // Of several children of one name a file means the one that a look-up finds; the others have no name
+        // in it.
         bool const isFound = node.GetNode(std::wstring_view(child->m_name)) == child;
         m_children.push_back({child, 0, nullptr, child->m_type, child->m_isList, child->m_isProfileList,
                               keep(child->m_name), keep(DefaultText(*child)), false,
@@ -110,6 +114,7 @@ bool LayoutShapes::Fit(LayoutNode const* top) const {
                        [](auto const& shape) { return shape->Fits(shape->Node()); });
 }
 
+// Two threads that meet here make two sets alike, of which the layout keeps the later one.
 std::shared_ptr<LayoutShapes const> LayoutShapes::Of(ParameterLayout const& layout) {
     LayoutNode const* const top = layout.m_profileEditor.GetNode();
     std::shared_ptr<LayoutShapes const> shapes = layout.m_shapes.Get();
@@ -121,6 +126,8 @@ std::shared_ptr<LayoutShapes const> LayoutShapes::Of(ParameterLayout const& layo
 }
 
 bool FittingShapes::Has(NodeShape const& shape, LayoutNode const& node) {
+    // A file comes back to the same few nodes, item by item: those that fitted last needn't be compared
+    // again.
     NodeShape const*& known = m_known[shape.Number() % m_known.size()];
     if (&shape.All() == m_whole || &shape == known) {
         return &shape.Node() == &node;

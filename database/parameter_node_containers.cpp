@@ -56,6 +56,7 @@ constexpr Flag DisableAddRemove{&ReservedNames::disableAddRemove, IsListOrProfil
                                 "GetDisableAddRemove requires profile or category container node",
                                 "SetDisableAddRemove requires profile or category container node"};
 
+// A place without content has no flags; to set one there is misuse.
 bool GetFlag(ParameterNode const& cursor, Flag const& flag) {
     Require(flag.isOf(cursor), cursor, flag.gettingText);
     return cursor.IsValid() && FindFlag(*cursor.m_pProperties, Reserved().*flag.name);

@@ -33,6 +33,7 @@ bool ReadStream(ParameterLayout& layout, std::basic_istream<char>& in, ReadRepor
     return KelAM::SaxUtilities::ReadStream(in, handler, report);
 }
 
+// Hosts rely on what ReadFile passes over, so that what it takes more has functions of its own.
 bool ReadWholeFile(ParameterLayout& layout, std::wstring const& path, ReadReport* report) {
     ParameterLayoutIOPropertyTemplateRead handler(layout, true);
     return KelAM::SaxUtilities::ReadFile(path, handler, report);

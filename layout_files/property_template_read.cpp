@@ -113,6 +113,7 @@ void ParameterLayoutIOPropertyTemplateRead::ReadWhole(LayoutNode& node, KelSAX::
     }
 }
 
+// Counted and told once at the end: a template of thousands of nodes would fill a report with one sentence.
 void ParameterLayoutIOPropertyTemplateRead::CountPassedOver(KelSAX::ISAXReader& reader) {
     if (reader.HasReport() && reader.HasAttribute(Word::Precision)) {
         m_passedOver.Count(L"precisions");

@@ -56,6 +56,7 @@ std::vector<std::wstring_view> Split(std::wstring_view text, std::size_t most) {
     return parts;
 }
 
+// A template has no display names, but each option has a place for one, as in every layout.
 void SetOptions(LayoutNode& node, std::wstring_view text) {
     node.m_type = Options;
     node.m_optionValues.clear();

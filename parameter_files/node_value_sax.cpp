@@ -31,6 +31,7 @@ template void ReadLeafValue<bool>(ParameterNode const&, KelSAX::ISAXReader&);
 template void ReadLeafValue<std::wstring>(ParameterNode const&, KelSAX::ISAXReader&);
 template void ReadLeafValue<KelAM::FileContent>(ParameterNode const&, KelSAX::ISAXReader&);
 
+// Nearly every leaf's bag holds its value alone, which is then found without a look at a name.
 IPersistentProperty const* FindSoleValue(ParameterNode const& leaf) {
     return leaf.IsValid() ? BagAccess::FindSole(*leaf.m_pProperties) : nullptr;
 }
