@@ -121,7 +121,15 @@ template <class Cursor> BasicPlace<Cursor> BasicPlace<Cursor>::GetOuter(std::siz
 }
 
 // A path can't be taken apart, since names may hold what stands between two steps. So each step is tried by
-// the name that it would have, and the rest below it; the first way that leads to the end is taken.
+// the name that it would have, and the rest below it; the first way that leads to the end is taken. The
+// places that a way leads over stand on a stack of their own, so that a deep layout takes none of the
+// thread's.
+
+/// A place on the way, with what has been tried of the steps below it.
+template <class Cursor> struct BasicPlace<Cursor>::Crossing {
+    std::wstring_view path; ///< of what is looked for, from this place
+    std::size_t next = 0;   ///< the position of the next child, or in the path that of the next bracket
+};
 
 template <class Cursor>
 std::optional<BasicPlace<Cursor>> BasicPlace<Cursor>::Find(Database& database, std::wstring_view path) {
@@ -130,59 +138,74 @@ std::optional<BasicPlace<Cursor>> BasicPlace<Cursor>::Find(Database& database, s
     return isFound ? std::optional(std::move(place)) : std::nullopt;
 }
 
-/// Goes to the place of that path below this one, or stays and gives false.
+/// Goes to the place of that path below this one. False when there is none; then this is no place any more.
 template <class Cursor> bool BasicPlace<Cursor>::FindBelow(std::wstring_view path) {
-    return IsValid() && (IsContainer(GetKind()) ? FindEntry(path) : FindChild(path));
-}
-
-/// `path` is what follows the step: nothing, or "_" and further steps.
-template <class Cursor> bool BasicPlace<Cursor>::FindBelowStep(BasicPlace step, std::wstring_view path) {
-    bool const isFound =
-        step.IsValid() && (path.empty() || (path.front() == L'_' && step.FindBelow(path.substr(1))));
-    if (isFound) {
-        *this = std::move(step);
-    }
-    return isFound;
-}
-
-template <class Cursor> bool BasicPlace<Cursor>::FindChild(std::wstring_view path) {
-    for (LayoutNode const* child : GetLayoutNode()->m_children) {
-        std::wstring const& name = child->m_name;
-        if (path.substr(0, name.size()) != name) {
-            continue;
-        }
-        Cursor const cursor = GetCursor().Get(child);
-        if (FindBelowStep(With(cursor, child, KindOf(cursor)), path.substr(name.size()))) {
+    std::vector<Crossing> way{{path}};
+    while (!way.empty()) {
+        std::optional<std::wstring_view> const rest = NextStep(way.back());
+        if (!rest) {
+            way.pop_back();
+            m_steps.pop_back();
+        } else if (IsValid() && rest->empty()) {
             return true;
+        } else if (IsValid() && rest->front() == L'_') {
+            way.push_back({rest->substr(1)});
+        } else {
+            m_steps.pop_back();
         }
     }
     return false;
 }
 
-template <class Cursor> bool BasicPlace<Cursor>::FindEntry(std::wstring_view path) {
+/// Goes to the next place below this one whose name the path begins with, and gives what follows the name.
+/// Stays where there is no further one.
+template <class Cursor> std::optional<std::wstring_view> BasicPlace<Cursor>::NextStep(Crossing& crossing) {
+    return IsContainer(GetKind()) ? NextEntry(crossing) : NextChild(crossing);
+}
+
+template <class Cursor> std::optional<std::wstring_view> BasicPlace<Cursor>::NextChild(Crossing& crossing) {
+    LayoutNodes const& children = GetLayoutNode()->m_children;
+    while (crossing.next < children.Size()) {
+        LayoutNode const& child = children.At(crossing.next++);
+        if (crossing.path.substr(0, child.m_name.size()) == child.m_name) {
+            Cursor const cursor = GetCursor().Get(&child);
+            m_steps.emplace_back(cursor, &child, KindOf(cursor));
+            return crossing.path.substr(child.m_name.size());
+        }
+    }
+    return std::nullopt;
+}
+
+template <class Cursor> std::optional<std::wstring_view> BasicPlace<Cursor>::NextEntry(Crossing& crossing) {
+    std::wstring_view path = crossing.path;
     std::wstring const& entryName = GetLayoutNode()->m_nodeName;
     if (path.substr(0, entryName.size()) != entryName) {
-        return false;
+        return std::nullopt;
     }
     path.remove_prefix(entryName.size());
     bool const isList = GetKind() == PlaceKind::List;
+    bool const isFirst = crossing.next == 0;
     if (!isList && path.substr(0, DefaultProfileStep.size()) == DefaultProfileStep) {
-        return FindBelowStep(GetDefaultProfile(), path.substr(DefaultProfileStep.size()));
+        crossing.next = path.size();
+        return isFirst ? (*this = GetDefaultProfile(), std::optional(path.substr(DefaultProfileStep.size())))
+                       : std::nullopt;
     }
     if (path.empty() || path.front() != L'[') {
-        return false;
+        return std::nullopt;
     }
     // The name of a profile may hold brackets: each that closes may be the one.
-    for (std::size_t end = path.find(L']'); end != path.npos; end = path.find(L']', end + 1)) {
+    for (std::size_t end = path.find(L']', crossing.next); end != path.npos; end = path.find(L']', end + 1)) {
         std::wstring const name(path.substr(1, end - 1));
         std::optional<std::size_t> const index = isList ? IndexIn(name) : std::nullopt;
         bool const isEntry = isList ? index && *index < GetCursor().GetSize()
                                     : name != DefaultProfileName && GetCursor().HasProfile(name.c_str());
-        if (isEntry && FindBelowStep(isList ? GetItem(*index) : GetProfile(name), path.substr(end + 1))) {
-            return true;
+        if (isEntry) {
+            crossing.next = end + 1;
+            *this = isList ? GetItem(*index) : GetProfile(name);
+            return path.substr(end + 1);
         }
     }
-    return false;
+    return std::nullopt;
 }
 
 template class BasicPlace<ParameterNode>;

@@ -177,7 +177,19 @@ def test_a_layout_in_use_cant_be_changed():
     assert zantrel.Database(layout)["Power"] == 55
 
 
-def test_a_hundred_thousand_levels():
+def on_a_small_stack(work):
+    """What the function gives in a thread that has hardly any stack."""
+    found, usual = [], threading.stack_size(256 << 10)
+    try:
+        thread = threading.Thread(target=lambda: found.append(work()))
+        thread.start()
+    finally:
+        threading.stack_size(usual)
+    thread.join()
+    return found[0]
+
+
+def test_a_hundred_thousand_levels(tmp_path):
     layout = zantrel.Layout()
     node = layout.profile_editor
     with pytest.raises(RecursionError):
@@ -185,12 +197,42 @@ def test_a_hundred_thousand_levels():
             node = node.add_group("a")
     node["a"] if "a" in node else node.parent.add("leaf", Type.INT, 5)
     db = zantrel.Database(layout)
-    assert db.rows()[-1].value == 5 and len(list(db.walk())) > 900
-    assert zantrel.Database(layout) == db and db.copy() == db
-    db.at(db.rows()[-1].path).value = 6
-    with pytest.raises(ValueError):
-        layout.save("deep.xml")
-    every_use(list(db.walk())[-1])
+    db.save(tmp_path / "m.xml")
+    (tmp_path / "flat.xml").write_bytes(zantrel.Database(zantrel.Layout()).dumps())
+
+    def work():
+        assert db.rows()[-1].value == 5 and len(list(db.walk())) > 900
+        assert zantrel.Database(layout) == db and db.copy() == db and db.root == db.copy().root
+        last = db.at(db.rows()[-1].path)
+        last.value = 6
+        with pytest.raises(ValueError):
+            layout.save("deep.xml")
+        every_use(last)
+        db.read(tmp_path / "flat.xml")
+        return last.value
+
+    assert on_a_small_stack(work) == 6
+
+
+def test_a_thousand_lists_within_profiles():
+    layout, values = zantrel.Layout(), {"leaf": 7}
+    node = layout.profile_editor
+    for _ in range(490):
+        node = node.add_group("P").set_profile("p").add_group("A").set_list("a")
+        values = {"P": {"x": {"A": [values]}}}
+    node.add("leaf", Type.INT, 5)
+    db = zantrel.Database(layout)
+
+    def work():
+        db.update(values)
+        last = list(db.walk())[-1]
+        assert last.value == 7 and db.at(last.path) is last and db.root == values and not db.validate()
+        return last
+
+    last = on_a_small_stack(work)
+    del db["P"]["x"]
+    with pytest.raises(zantrel.StaleNode):
+        last.value
 
 
 def test_wrong_arguments_are_type_errors():

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "bindings.h"
+#include "updates.h"
 #include "values.h"
 
 namespace ZantrelPython {

@@ -22,11 +22,6 @@ PlaceKind KindOf(LayoutNode const& layout) {
                                                              : PlaceKind::Leaf;
 }
 
-/// For a person: the profile editor has the layout's name.
-std::wstring WhereIs(Node& node) {
-    return node.Parent() ? node.Path() : node.Database()->Layout()->Get().m_name;
-}
-
 /// The segment up to the next "/", which is taken off with it.
 std::wstring_view NextSegment(std::wstring_view& path) {
     std::size_t const end = path.find(L'/');
@@ -54,7 +49,7 @@ std::shared_ptr<Node> NextProfile(Node& profiles, std::wstring_view& path) {
             return nullptr;
         }
         std::wstring const name(path.substr(0, end));
-        bool const isDefault = name == L"::Default::";
+        bool const isDefault = name == DefaultProfileName;
         if (isDefault || HasProfile(profiles, name)) {
             path = path.substr(end == path.size() ? end : end + 1);
             return isDefault ? profiles.DefaultEntry() : profiles.Profile(name);
@@ -115,20 +110,27 @@ std::shared_ptr<Node> Node::Make(std::shared_ptr<DatabaseHandle> database, std::
     return node;
 }
 
+// A node is the last to hold those that it stands in, as a rule: they end here one by one and not each within
+// the end of the one below, which on the small stack of a thread is more than a deep layout leaves.
 Node::~Node() {
-    if (m_parent) {
-        m_parent->Forget(m_step);
-    } else if (m_database && m_database->m_root == this) {
+    if (m_database && m_database->m_root == this) {
         m_database->m_root = nullptr;
+    }
+    for (std::shared_ptr<Node> above = LeaveParent(); above && above.use_count() == 1;) {
+        above = above->LeaveParent();
     }
 }
 
-// A node that has gone stands under its old step no more, and somebody else may.
-void Node::Forget(Step const& step) {
-    auto const found = m_below.find(step);
-    if (found != m_below.end() && found->second->weak_from_this().expired()) {
-        m_below.erase(found);
+std::shared_ptr<Node> Node::LeaveParent() {
+    std::shared_ptr<Node> parent = std::move(m_parent);
+    if (parent) {
+        // A node that has gone stands under its old step no more, and somebody else may.
+        auto const found = parent->m_below.find(m_step);
+        if (found != parent->m_below.end() && found->second == this) {
+            parent->m_below.erase(found);
+        }
     }
+    return parent;
 }
 
 std::shared_ptr<Node> Node::Root(std::shared_ptr<DatabaseHandle> const& database) {
@@ -193,7 +195,7 @@ ParameterNode Node::Find() {
     if (!m_parent) {
         return m_database->Get().GetProfileEditor();
     }
-    ParameterNode const& above = m_parent->Cursor();
+    ParameterNode const& above = m_parent->m_cursor;
     switch (m_step.kind) {
     case PlaceKind::Item:
         return m_step.index < above.GetSize() ? above.GetListNode(m_step.index) : ParameterNode();
@@ -206,35 +208,53 @@ ParameterNode Node::Find() {
     }
 }
 
+bool Node::IsFresh() const { return !m_isGone && m_changes == m_database->m_changes; }
+
+// Found anew from the outermost that has to be, without recursion.
 ParameterNode const& Node::Cursor() {
     static_cast<void>(m_database->Get()); // raises while another thread has it
-    if (m_isGone || m_changes != m_database->m_changes) {
-        m_cursor = m_isGone ? ParameterNode() : Find();
-        if (!m_cursor.IsValid()) {
-            Raise("StaleNode",
-                  StrOf(L"the node \"" + Name() + L"\" has gone from its database: take it anew"));
+    std::vector<Node*> stale;
+    for (Node* node = this; node != nullptr && !node->IsFresh(); node = node->m_parent.get()) {
+        stale.push_back(node);
+        if (node->m_isGone) {
+            break;
         }
-        m_changes = m_database->m_changes;
+    }
+    for (; !stale.empty(); stale.pop_back()) {
+        Node& node = *stale.back();
+        node.m_cursor = node.m_isGone ? ParameterNode() : node.Find();
+        if (!node.m_cursor.IsValid()) {
+            Raise("StaleNode",
+                  StrOf(L"the node \"" + node.Name() + L"\" has gone from its database: take it anew"));
+        }
+        node.m_changes = m_database->m_changes;
     }
     return m_cursor;
 }
 
 Editing::Place Node::Place() {
-    if (!m_parent) {
-        return Editing::Place(m_database->Get());
-    }
     Cursor();
-    Editing::Place const above = m_parent->Place();
-    switch (m_step.kind) {
-    case PlaceKind::Item:
-        return above.GetItem(m_step.index);
-    case PlaceKind::Profile:
-        return above.GetProfile(m_step.profile);
-    case PlaceKind::DefaultProfile:
-        return above.GetDefaultProfile();
-    default:
-        return above.Get(m_step.layout->m_name);
+    std::vector<Step const*> steps;
+    for (Node const* node = this; node->m_parent; node = node->m_parent.get()) {
+        steps.push_back(&node->m_step);
     }
+    Editing::Place place(m_database->Get());
+    for (; !steps.empty(); steps.pop_back()) {
+        Step const& step = *steps.back();
+        place = step.kind == PlaceKind::Item             ? place.GetItem(step.index)
+                : step.kind == PlaceKind::Profile        ? place.GetProfile(step.profile)
+                : step.kind == PlaceKind::DefaultProfile ? place.GetDefaultProfile()
+                                                         : place.Get(step.layout->m_name);
+    }
+    return place;
+}
+
+bool Node::HasGone() const {
+    Node const* node = this;
+    while (node != nullptr && !node->m_isGone) {
+        node = node->m_parent.get();
+    }
+    return node != nullptr;
 }
 
 std::wstring Node::Name() const {
@@ -244,7 +264,7 @@ std::wstring Node::Name() const {
     case PlaceKind::Profile:
         return m_step.profile;
     case PlaceKind::DefaultProfile:
-        return L"::Default::";
+        return DefaultProfileName;
     default:
         return m_step.layout->m_name;
     }
@@ -307,13 +327,17 @@ void Node::ProfileRenamed(std::wstring const& name, std::wstring const& newName)
 
 void Node::EntriesReplaced() {
     ++m_database->m_changes;
-    for (auto at = m_below.begin(); at != m_below.end();) {
-        if (at->first.kind == PlaceKind::Item || at->first.kind == PlaceKind::Profile) {
-            at->second->m_isGone = true;
-            at = m_below.erase(at);
-        } else {
-            at->second->EntriesReplaced();
-            ++at;
+    std::vector<Node*> open{this};
+    while (!open.empty()) {
+        std::map<Step, Node*>& below = open.back()->m_below;
+        open.pop_back();
+        for (auto at = below.begin(); at != below.end();) {
+            bool const isEntry = at->first.kind == PlaceKind::Item || at->first.kind == PlaceKind::Profile;
+            at->second->m_isGone = isEntry;
+            if (!isEntry) {
+                open.push_back(at->second);
+            }
+            at = isEntry ? below.erase(at) : std::next(at);
         }
     }
 }
@@ -326,6 +350,10 @@ std::vector<LayoutNode const*> ChildrenOf(LayoutNode const& group) {
         }
     }
     return children;
+}
+
+std::wstring WhereIs(Node& node) {
+    return node.Parent() ? node.Path() : node.Database()->Layout()->Get().m_name;
 }
 
 bool HasProfile(Node& profiles, std::wstring const& name) {

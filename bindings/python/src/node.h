@@ -53,7 +53,7 @@ public:
     /// Whether its own entry was removed.
     bool IsGone() const { return m_isGone; }
     /// Whether its own entry or one that it stands in was.
-    bool HasGone() const { return m_isGone || (m_parent && m_parent->HasGone()); }
+    bool HasGone() const;
     /// Of the layout's node or the profile; of an item its index.
     std::wstring Name() const;
 
@@ -80,8 +80,12 @@ private:
     static std::shared_ptr<Node> Make(std::shared_ptr<DatabaseHandle> database, std::shared_ptr<Node> parent,
                                       Step step);
     std::shared_ptr<Node> Below(Step step);
+    /// Whether the cursor is that of the database as it is now.
+    bool IsFresh() const;
+    /// Of a node whose parent's cursor is fresh.
     Zantrel::ParameterNode Find();
-    void Forget(Step const& step);
+    /// Gives the parent, which knows and keeps this no more, nor this it.
+    std::shared_ptr<Node> LeaveParent();
     /// Of the items from `first` on; those before it cost nothing.
     template <class NewIndex> void Renumber(std::size_t first, NewIndex newIndex);
 
@@ -94,6 +98,9 @@ private:
     std::map<Step, Node*> m_below; ///< each takes itself out at its end
 };
 
+/// The default profile's name in paths and in what dicts hold.
+inline constexpr wchar_t const* DefaultProfileName = L"::Default::";
+
 // Python's classes of nodes.
 class GroupNode : public Node {};       ///< a group, or an entry that is one
 class ListNode : public Node {};        ///< a list as a whole
@@ -105,6 +112,9 @@ std::vector<Zantrel::LayoutNode const*> ChildrenOf(Zantrel::LayoutNode const& gr
 /// What can be asked of a node by name; of a list its indices.
 std::vector<std::wstring> NamesIn(Node& node);
 
+/// Where a node stands, for a person: its path, and of the profile editor, whose path is empty, the layout's
+/// name.
+std::wstring WhereIs(Node& node);
 /// Whether a profile list has a profile of this name; the default profile has none.
 bool HasProfile(Node& profiles, std::wstring const& name);
 /// The node of "Materials/Steel/Power" below `top`, or of a path as Node::Path gives it. KeyError when there

@@ -77,7 +77,7 @@ py::object LookOfNode(Node& node) {
 bool AreEqual(NodePointer const& node, py::object const& other) {
     py::object const theirs =
         py::isinstance<Node>(other) ? ContentOf(*py::cast<NodePointer>(other), false) : other;
-    return ContentOf(*node, false).equal(theirs);
+    return HaveSameContent(ContentOf(*node, false), theirs);
 }
 
 void BindNode(py::class_<Node, std::shared_ptr<Node>>& type) {

@@ -5,7 +5,6 @@
 
 #include <zantrel/database/visit_value.h>
 #include <zantrel/database/walk.h>
-#include <zantrel/editing/profiles.h>
 #include <zantrel/text/string_conversion.h>
 
 #include <charconv>
@@ -15,6 +14,7 @@
 #include <type_traits>
 #include <unordered_map>
 #include <utility>
+#include <vector>
 
 namespace ZantrelPython {
 
@@ -52,11 +52,6 @@ template <class Number> py::object NumberOfText(std::wstring const& text) {
     auto const end = std::from_chars(narrow.data(), narrow.data() + narrow.size(), number);
     bool const isWhole = end.ec == std::errc() && end.ptr == narrow.data() + narrow.size();
     return isWhole ? MakeValue(number) : py::none();
-}
-
-[[noreturn]] void RaiseWrongType(Node& node, char const* wanted, py::handle value) {
-    throw py::type_error(py::cast<std::string>(StrOf(node.Path())) + " takes " + wanted + ", not " +
-                         Py_TYPE(value.ptr())->tp_name);
 }
 
 // May run Python code: __index__, __float__, __fspath__.
@@ -138,30 +133,6 @@ void SetAttachment(Node& node, py::handle value, bool isForced) {
     }
     ParameterNode cursor = node.Cursor();
     cursor.SetValue(content);
-}
-
-/// A dict of our own: what is set may run Python code, which may change the one that was given.
-py::dict CopyOf(py::handle mapping) {
-    py::dict copy;
-    if (PyDict_Update(copy.ptr(), mapping.ptr()) != 0) {
-        throw py::error_already_set();
-    }
-    return copy;
-}
-
-void UpdateList(Node& list, py::sequence const& values, bool isForced) {
-    std::size_t const wanted = values.size();
-    for (std::size_t i = 0; i < wanted; ++i) {
-        py::object const content = values[i];
-        if (i >= list.Cursor().GetSize()) {
-            RequireDone(AddItem(list.Place()));
-        }
-        Update(*list.Item(i), content, isForced);
-    }
-    for (std::size_t size = list.Cursor().GetSize(); size > wanted; --size) {
-        RequireDone(RemoveItem(list.Place(), size - 1));
-        list.ItemRemoved(size - 1);
-    }
 }
 
 } // namespace
@@ -251,7 +222,7 @@ py::object ContentOf(Node& node, bool withDefaults) {
             bool const isChild = kind != PlaceKind::Profile && kind != PlaceKind::DefaultProfile;
             auto const known = isChild ? names.find(&walk.Layout()) : names.end();
             py::str const name = known != names.end()                ? known->second
-                                 : kind == PlaceKind::DefaultProfile ? py::str("::Default::")
+                                 : kind == PlaceKind::DefaultProfile ? StrOf(DefaultProfileName)
                                                                      : StrOf(walk.Name());
             if (isChild && known == names.end()) {
                 names.emplace(&walk.Layout(), name);
@@ -263,6 +234,48 @@ py::object ContentOf(Node& node, bool withDefaults) {
         open.push_back(std::move(content));
     }
     return open.empty() ? py::none() : open.front();
+}
+
+// As Python's comparison of dicts and lists, but without recursion: of two that nest as deeply as a layout
+// may, Python's takes more than the small stack of a thread.
+bool HaveSameContent(py::object const& content, py::object const& other) {
+    std::vector<std::pair<py::object, py::object>> open{{content, other}};
+    while (!open.empty()) {
+        auto const [one, two] = std::move(open.back());
+        open.pop_back();
+        bool const areDicts = PyDict_CheckExact(one.ptr()) && PyDict_CheckExact(two.ptr());
+        bool const areLists = PyList_CheckExact(one.ptr()) && PyList_CheckExact(two.ptr());
+        if (!areDicts && !areLists) {
+            if (!one.equal(two)) {
+                return false;
+            }
+            continue;
+        }
+        if (py::len(one) != py::len(two)) {
+            return false;
+        }
+        std::size_t index = 0;
+        for (py::handle const entry : one) { // of a dict the key
+            PyObject* const found = areDicts ? PyDict_GetItemWithError(two.ptr(), entry.ptr())
+                                             : PyList_GetItem(two.ptr(), static_cast<py::ssize_t>(index));
+            if (found == nullptr) {
+                if (PyErr_Occurred() != nullptr) {
+                    throw py::error_already_set();
+                }
+                return false;
+            }
+            auto const theirs = py::reinterpret_borrow<py::object>(found);
+            open.emplace_back(areDicts ? py::object(one[entry]) : py::reinterpret_borrow<py::object>(entry),
+                              theirs);
+            ++index;
+        }
+    }
+    return true;
+}
+
+void RaiseWrongType(Node& node, char const* wanted, py::handle value) {
+    throw py::type_error(py::cast<std::string>(StrOf(WhereIs(node))) + " takes " + wanted + ", not " +
+                         Py_TYPE(value.ptr())->tp_name);
 }
 
 void SetValue(Node& node, py::handle value, bool isForced) {
@@ -292,46 +305,6 @@ void SetValue(Node& node, py::handle value, bool isForced) {
     }
     if (!refusals.empty()) {
         RaiseRefused(refusals, &node);
-    }
-}
-
-void Update(Node& node, py::handle values, bool isForced) {
-    if (dynamic_cast<ParameterNodeOf*>(&node) != nullptr) {
-        SetValue(node, values, isForced);
-    } else if (node.Kind() == PlaceKind::List) {
-        if (PySequence_Check(values.ptr()) == 0 || PyUnicode_Check(values.ptr())) {
-            RaiseWrongType(node, "a sequence", values);
-        }
-        UpdateList(node, py::reinterpret_borrow<py::sequence>(values), isForced);
-    } else if (PyMapping_Check(values.ptr()) == 0 || !py::hasattr(values, "keys")) {
-        RaiseWrongType(node, "a mapping", values);
-    } else {
-        for (auto const& [key, content] : CopyOf(values)) {
-            UpdateNamed(node, WideOf(key), content, isForced);
-        }
-    }
-}
-
-void UpdateNamed(Node& node, std::wstring const& name, py::handle values, bool isForced) {
-    if (node.Kind() != PlaceKind::ProfileList) {
-        Update(*NodeNamed(node, name), values, isForced);
-        return;
-    }
-    if (name == L"::Default::") {
-        Update(*node.DefaultEntry(), values, isForced);
-        return;
-    }
-    bool const isNew = !HasProfile(node, name);
-    if (isNew) {
-        RequireDone(AddProfile(node.Place(), name));
-    }
-    try {
-        Update(*node.Profile(name), values, isForced);
-    } catch (...) {
-        if (isNew && RemoveProfile(node.Place(), name)) {
-            node.ProfileRemoved(name);
-        }
-        throw;
     }
 }
 

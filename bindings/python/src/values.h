@@ -26,9 +26,9 @@ py::object ContentOf(Node& node, bool withDefaults);
 /// Sets a parameter from a Python value or a text. TypeError for a value of another kind; Refused, a
 /// ValueError, for what the layout doesn't allow, unless `isForced`, and for what is no value at all.
 void SetValue(Node& parameter, py::handle value, bool isForced);
-/// Sets what a mapping or sequence names, or one value; adds profiles and items that aren't there.
-void Update(Node& node, py::handle values, bool isForced);
-/// The same for what stands in a group or profile list under a name; KeyError where a group has none.
-void UpdateNamed(Node& node, std::wstring const& name, py::handle values, bool isForced);
+/// Whether what they hold is the same; `content` is what ContentOf has given.
+bool HaveSameContent(py::object const& content, py::object const& other);
+/// TypeError: "Power takes a number, not list".
+[[noreturn]] void RaiseWrongType(Node& node, char const* wanted, py::handle value);
 
 } // namespace ZantrelPython

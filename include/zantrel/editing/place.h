@@ -107,10 +107,11 @@ private:
 
     BasicPlace() = default; ///< for a walk, which fills it
     BasicPlace With(Cursor const& cursor, LayoutNode const* layout, PlaceKind kind) const;
+    struct Crossing;
     bool FindBelow(std::wstring_view path);
-    bool FindBelowStep(BasicPlace step, std::wstring_view path);
-    bool FindChild(std::wstring_view path);
-    bool FindEntry(std::wstring_view path);
+    std::optional<std::wstring_view> NextStep(Crossing& crossing);
+    std::optional<std::wstring_view> NextChild(Crossing& crossing);
+    std::optional<std::wstring_view> NextEntry(Crossing& crossing);
 
     std::vector<Step>
         m_steps; ///< from the profile editor to here; never empty but before a walk's first step

@@ -1,0 +1,194 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "updates.h"
+
+#include "records.h"
+#include "values.h"
+
+#include <zantrel/editing/items.h>
+#include <zantrel/editing/profiles.h>
+
+#include <cstddef>
+#include <memory>
+#include <utility>
+#include <vector>
+
+namespace ZantrelPython {
+
+using namespace Zantrel;
+using namespace Zantrel::Editing;
+
+namespace {
+
+/// A dict of our own: what is set may run Python code, which may change the one that was given.
+py::dict CopyOf(py::handle mapping) {
+    py::dict copy;
+    if (PyDict_Update(copy.ptr(), mapping.ptr()) != 0) {
+        throw py::error_already_set();
+    }
+    return copy;
+}
+
+/// Containers that get their content, outermost first. They stand here and not in calls within calls, since a
+/// layout may be deep and the stack of a thread small.
+class Filling {
+public:
+    explicit Filling(bool isForced) : m_isForced(isForced) {}
+
+    /// Sets a value; a container is opened, and gets its content by the steps that follow.
+    void Take(std::shared_ptr<Node> const& node, py::handle values);
+    void TakeNamed(Node& node, std::wstring const& name, py::handle values);
+    /// False when all is set.
+    bool Step();
+    /// Ends the profile that was being filled, if it is a new one.
+    void TakeBack();
+
+private:
+    struct Level {
+        std::shared_ptr<Node> node;
+        py::object content; ///< of a list the sequence, otherwise a list of names and values
+        std::size_t size;
+        std::size_t next = 0;
+    };
+    void StepInList(Node& list, py::object const& content, std::size_t index);
+    void EndList(Node& list, std::size_t size);
+
+    std::vector<Level> m_levels;
+    std::shared_ptr<Node> m_newProfile; ///< the outermost, with which those within it go
+    std::size_t m_newDepth = 0;         ///< how many levels there were before it
+    bool m_isForced;
+};
+
+void Filling::Take(std::shared_ptr<Node> const& node, py::handle values) {
+    if (dynamic_cast<ParameterNodeOf*>(node.get()) != nullptr) {
+        SetValue(*node, values, m_isForced);
+    } else if (node->Kind() == PlaceKind::List) {
+        if (PySequence_Check(values.ptr()) == 0 || PyUnicode_Check(values.ptr())) {
+            RaiseWrongType(*node, "a sequence", values);
+        }
+        m_levels.push_back({node, py::reinterpret_borrow<py::object>(values), py::len(values)});
+    } else if (PyMapping_Check(values.ptr()) == 0 || !py::hasattr(values, "keys")) {
+        RaiseWrongType(*node, "a mapping", values);
+    } else {
+        py::list content(CopyOf(values).attr("items")());
+        std::size_t const size = content.size();
+        m_levels.push_back({node, std::move(content), size});
+    }
+}
+
+void Filling::TakeNamed(Node& node, std::wstring const& name, py::handle values) {
+    if (node.Kind() != PlaceKind::ProfileList) {
+        Take(NodeNamed(node, name), values);
+    } else if (name == DefaultProfileName) {
+        Take(node.DefaultEntry(), values);
+    } else {
+        bool const isNew = !HasProfile(node, name);
+        if (isNew) {
+            RequireDone(AddProfile(node.Place(), name));
+        }
+        std::shared_ptr<Node> const profile = node.Profile(name);
+        if (isNew && !m_newProfile) {
+            m_newProfile = profile;
+            m_newDepth = m_levels.size();
+        }
+        Take(profile, values);
+    }
+}
+
+bool Filling::Step() {
+    if (m_newProfile && m_levels.size() == m_newDepth) {
+        m_newProfile.reset(); // it is whole
+    }
+    if (m_levels.empty()) {
+        return false;
+    }
+    Level& level = m_levels.back();
+    bool const isList = level.node->Kind() == PlaceKind::List;
+    if (level.next == level.size) {
+        if (isList) {
+            EndList(*level.node, level.size);
+        }
+        m_levels.pop_back();
+        return true;
+    }
+    // Held here, since a level that is opened may move the others.
+    std::shared_ptr<Node> const node = level.node;
+    py::object const content = level.content;
+    std::size_t const index = level.next++;
+    if (isList) {
+        StepInList(*node, content, index);
+    } else {
+        auto const pair = py::reinterpret_borrow<py::tuple>(py::list(content)[index]);
+        TakeNamed(*node, NameIn(*node, pair[0]), pair[1]);
+    }
+    return true;
+}
+
+void Filling::StepInList(Node& list, py::object const& content, std::size_t index) {
+    py::object const value = py::reinterpret_borrow<py::sequence>(content)[index];
+    if (index >= list.Cursor().GetSize()) {
+        RequireDone(AddItem(list.Place()));
+    }
+    Take(list.Item(index), value);
+}
+
+/// What stands behind the new items goes.
+void Filling::EndList(Node& list, std::size_t size) {
+    for (std::size_t now = list.Cursor().GetSize(); now > size; --now) {
+        RequireDone(RemoveItem(list.Place(), now - 1));
+        list.ItemRemoved(now - 1);
+    }
+}
+
+void Filling::TakeBack() {
+    if (m_newProfile && !m_newProfile->HasGone()) { // Python code that ran meanwhile may have removed it
+        Node& list = *m_newProfile->Parent();
+        std::wstring const name = m_newProfile->Name();
+        if (RemoveProfile(list.Place(), name)) {
+            list.ProfileRemoved(name);
+        }
+    }
+}
+
+template <class Begin> void Fill(bool isForced, Begin begin) {
+    Filling filling(isForced);
+    try {
+        begin(filling);
+        while (filling.Step()) {
+        }
+    } catch (...) {
+        filling.TakeBack();
+        throw;
+    }
+}
+
+} // namespace
+
+void Update(Node& node, py::handle values, bool isForced) {
+    Fill(isForced, [&](Filling& filling) { filling.Take(node.shared_from_this(), values); });
+}
+
+void UpdateNamed(Node& node, std::wstring const& name, py::handle values, bool isForced) {
+    Fill(isForced, [&](Filling& filling) { filling.TakeNamed(node, name, values); });
+}
+
+void UpdateAll(Node& node, py::handle values, py::dict const& named, bool isForced) {
+    py::dict all;
+    bool const isMapping = py::hasattr(values, "keys");
+    int const failed = values.is_none() ? 0
+                       : isMapping      ? PyDict_Update(all.ptr(), values.ptr())
+                                        : PyDict_MergeFromSeq2(all.ptr(), values.ptr(), 1);
+    if (failed != 0 || PyDict_Update(all.ptr(), named.ptr()) != 0) {
+        throw py::error_already_set();
+    }
+    Update(node, all, isForced);
+}
+
+std::wstring NameIn(Node& mapping, py::handle name) {
+    if (!PyUnicode_Check(name.ptr())) {
+        throw py::type_error("names in " + py::cast<std::string>(StrOf(WhereIs(mapping))) + " are str, not " +
+                             Py_TYPE(name.ptr())->tp_name);
+    }
+    return WideOf(name);
+}
+
+} // namespace ZantrelPython
