@@ -23,11 +23,12 @@ namespace {
 
 using BagProperty = PersistentProperty<PersistentProperties>;
 
-/// Not what bags keep something else by, nor what choices mean the default profile by.
+/// Not what bags keep something else by, nor what choices or paths mean the default profile by.
 bool IsProfileName(std::wstring_view name) {
     bool const isFlag = std::any_of(std::begin(PlaceFlags), std::end(PlaceFlags),
                                     [&](PlaceFlag const& flag) { return flag.word == name; });
-    return !name.empty() && name != L"Value" && !isFlag && !MeansDefaultProfile(name) && IsXmlText(name);
+    bool const isForDefault = MeansDefaultProfile(name) || name == DefaultProfileStep;
+    return !name.empty() && name != L"Value" && !isFlag && !isForDefault && IsXmlText(name);
 }
 
 PersistentProperties& BagOf(Place const& place) { return *place.GetCursor().m_pProperties; }

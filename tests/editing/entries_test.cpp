@@ -68,8 +68,8 @@ public:
 private:
     static bool IsName(std::wstring const& name) { return name == L"a" || name == L"b" || name == L"c"; }
     std::wstring Name() {
-        static wchar_t const* const names[] = {L"a", L"b",       L"c", L"a",     L"b",
-                                               L"c", L"Default", L"",  L"Value", L"\xD800"};
+        static wchar_t const* const names[] = {L"a",       L"b", L"c",     L"a",      L"b",          L"c",
+                                               L"Default", L"",  L"Value", L"\xD800", L"::Default::"};
         return names[m_random() % std::size(names)];
     }
     bool Has(std::wstring const& entry) const {

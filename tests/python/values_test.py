@@ -157,6 +157,9 @@ def test_nodes_follow_their_entries_and_go_stale_with_them(db):
     assert materials.add("Brass").node("Infill") == {"Power": 280}
     with pytest.raises(KeyError):
         materials["Iron"] = {"Nope": 1}
+    for change in (materials.add, lambda name: materials.rename("Brass", name)):
+        with pytest.raises(zantrel.Refused, match='"::Default::" is no name for a profile'):
+            change("::Default::")
     rows.extend(rows)
     assert "Iron" not in materials and len(rows) == 6 and list(db.layout) == db.layout.keys()
 

@@ -29,9 +29,9 @@ struct EntryChange {
 /// through, the database is as it was.
 ///
 /// A new name is refused when it is empty, in use, one under which the library keeps something else ("Value",
-/// "ReadOnly", ...), "Default", by which choices mean the default profile, or has characters that no file can
-/// carry. Of several profiles of one name the first is meant, as by look-ups; once it is renamed or gone, the
-/// next one is found by the name.
+/// "ReadOnly", ...), "Default" or "::Default::", by which choices and paths mean the default profile, or has
+/// characters that no file can carry. Of several profiles of one name the first is meant, as by look-ups;
+/// once it is renamed or gone, the next one is found by the name.
 ///
 /// A profile made here can be deleted and renamed and isn't read-only, hidden or the user's default, whatever
 /// it is a copy of. One that neither these functions nor a file or host has said it of can't be deleted, as
