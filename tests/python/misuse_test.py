@@ -5,6 +5,7 @@ import gc
 import itertools
 import os
 import random
+import re
 import subprocess
 import sys
 import threading
@@ -239,8 +240,26 @@ def test_wrong_arguments_are_type_errors():
     layout, db = machine_layout(), zantrel.Database(machine_layout())
     functions = [zantrel.load, zantrel.check, zantrel.Database, db.diff, db.migrate, db.at, db.save, layout.diff]
     for function, argument in itertools.product(functions, (None, 5, [], object())):
-        with pytest.raises(TypeError):
+        with pytest.raises(TypeError, match="must be|is missing"):
             function(argument)
+    for call, sentence in (
+        (lambda: db.at(), "Database.at() is missing the argument 'path'"),
+        (lambda: db.at("a", "b"), "Database.at() takes 1 positional argument at most, not 2"),
+        (lambda: db.at("a", path="b"), "Database.at() got two values for the argument 'path'"),
+        (lambda: db.at(way="b"), "Database.at() got an unexpected keyword argument 'way'"),
+        (lambda: zantrel.Database.at(5, "a"), "Database.at() needs a Database, not int"),
+        (lambda: db["Rows"]["a"], "List[...]: index must be int or slice, not str"),
+        (lambda: layout.add("New", "float"), "Layout.add(): type must be int, not str"),
+        (lambda: layout["Blade"].set_option_values("Wood"), "option_values must be a list of str, not str"),
+        (lambda: layout["Blade"].set_option_values([5]), "the texts are str, not int"),
+        (lambda: layout["Power"].set_precision("3"), "precision must be int, not str"),
+        (lambda: setattr(db.root, "hidden", "False"), "the value must be bool, not str"),
+        (lambda: setattr(layout, "name", 5), "the value must be str, not int"),
+        (lambda: db.update({5: 1}), "names in Machine are str, not int"),
+        (lambda: db.update("Power"), "Machine takes a mapping, or pairs of a name and a value, not str"),
+    ):
+        with pytest.raises(TypeError, match="^" + re.escape(sentence) + "$"):
+            call()
     assert db != None and db.layout != None and db.root != None  # noqa: E711
 
 

@@ -85,14 +85,19 @@ def test_a_parameter_tells_its_unit_limits_and_look(db):
 
 def test_a_group_is_a_mapping(db):
     assert isinstance(db, collections.abc.Mapping) and isinstance(db["Materials"], collections.abc.MutableMapping)
-    assert list(db) == db.keys() == db._ipython_key_completions_() and len(db) == 10
+    assert list(db) == list(db.keys()) == db._ipython_key_completions_() and len(db) == 10
+    assert db.keys() & {"Power", "Powr"} == {"Power"} and ("Power", 200) in db.items() and 63 in db.values()
+    assert next(reversed(db)) == next(reversed(db.keys())) == "Material" and len(db["Materials"].items()) == 0
     assert "Power" in db and "Powr" not in db and 5 not in db and "Power\0" not in db
     assert dict(db.items())["Power"] == 200 and db.get("Nothing", 7) == 7
     with pytest.raises(KeyError, match='did you mean "Power"'):
         db["Powr"]
     db["Materials"]["Steel"] = {}
-    with pytest.raises(KeyError, match='in Materials; did you mean "Steel"'):
-        db.at("Materials/Stel/Infill")
+    for path in ("Materials/Stel/Infill", "Materials_Material[Stel]_Infill"):
+        with pytest.raises(KeyError, match='in Materials; did you mean "Steel"'):
+            db.at(path)
+    db.update([("Power", 99)], Count=4)
+    assert (db["Power"], db["Count"]) == (99, 4)
 
 
 def test_a_list_is_a_sequence(db):
@@ -101,13 +106,17 @@ def test_a_list_is_a_sequence(db):
     rows.extend([{"X": 1}, {"X": 2}, {"X": 3}])
     heights.update([1.5, 2.5, 3.5])
     assert heights == [1.5, 2.5, 3.5] and heights[-1] == 3.5 and heights[::2] == [1.5, 3.5] and 2.5 in heights
-    heights.insert(3, 9)
-    del heights[0]
-    with pytest.raises(zantrel.Refused, match="can't reorder"):
-        heights.insert(0, 9)
-    assert heights.to_list() == [2.5, 3.5, 9]
+    heights[:2] = (value / 2 for value in heights[:2])
+    heights.insert(7, 9)
+    del heights[::2]
+    for insert in (lambda: heights.insert(0, 9), lambda: heights.insert(-1, 9), heights.reverse):
+        with pytest.raises(zantrel.Refused, match="can't reorder"):
+            insert()
+    with pytest.raises(ValueError, match="a slice of 2 items can't take 1"):
+        heights[:] = [5]
+    assert heights.to_list() == [1.25, 9]
     assert [row["X"] for row in rows] == [1, 2, 3] and rows == [{"X": 1}, {"X": 2}, {"X": 3}]
-    for wrong in (3, -4, 2**40):
+    for wrong in (3, -4, 2**40, 2**70):
         with pytest.raises(IndexError):
             rows[wrong]
     with pytest.raises(ValueError):
@@ -161,7 +170,7 @@ def test_nodes_follow_their_entries_and_go_stale_with_them(db):
         with pytest.raises(zantrel.Refused, match='"::Default::" is no name for a profile'):
             change("::Default::")
     rows.extend(rows)
-    assert "Iron" not in materials and len(rows) == 6 and list(db.layout) == db.layout.keys()
+    assert "Iron" not in materials and len(rows) == 6 and list(db.layout) == list(db.layout.keys())
 
 
 def test_copies_are_equal_and_apart(db):
@@ -186,3 +195,14 @@ def test_content_as_dict_and_rows(db):
     other.update(values)
     assert other["Power"] == 99 and "Steel" in other["Materials"]
     assert db.rows()[0] == ("Power", 200.0, "W", Type.DOUBLE)
+
+
+def test_all_that_is_public_says_what_it_is():
+    for name in zantrel.__all__:
+        thing = getattr(zantrel, name)
+        members = vars(thing).items() if hasattr(zantrel._zantrel, name) and isinstance(thing, type) else ()
+        for member, value in [("", thing), *members]:
+            # What pybind11 alone has to say is the function's form.
+            text = [line for line in (value.__doc__ or "").splitlines() if not line.startswith(member + "(")]
+            assert member[:1] == "_" or any(text), (name, member)
+    assert zantrel.__version__.count(".") == 2

@@ -6,6 +6,8 @@
 
 #include <pybind11/stl.h>
 
+#include <string_view>
+
 namespace ZantrelPython {
 
 void BindLayouts(py::module_& module);
@@ -22,7 +24,9 @@ void BindTickets(py::module_& module);
 template <class Class> void RefuseMaking(Class& type) {
     reinterpret_cast<PyTypeObject*>(type.ptr())->tp_new = [](PyTypeObject* made, PyObject*,
                                                              PyObject*) -> PyObject* {
-        PyErr_Format(PyExc_TypeError, "a %s is only had from the library", made->tp_name);
+        std::string_view const name = made->tp_name;
+        PyErr_Format(PyExc_TypeError, "a %s is only had from the library",
+                     made->tp_name + (name.rfind('.') + 1)); // npos and 1 are 0
         return nullptr;
     };
 }

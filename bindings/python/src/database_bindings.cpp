@@ -122,9 +122,10 @@ void BindPlaces(DatabaseClass& type) {
     BindMapping<DatabasePointer>(type,
                                  [](DatabasePointer const& self) -> NodePointer { return Node::Root(self); });
     type.def_property_readonly("root", [](DatabasePointer const& self) { return Node::Root(self); });
-    type.def("at", [](DatabasePointer const& self, Text const& path) {
+    auto const at = [](DatabasePointer const& self, Text const& path) {
         return NodeAt(*Node::Root(self), path.value);
-    });
+    };
+    type.def("at", at, py::arg("path"));
     auto const set = [](DatabasePointer const& self, Text const& path, py::object const& value, bool force) {
         Update(*NodeAt(*Node::Root(self), path.value), value, force);
     };

@@ -56,37 +56,39 @@ void BindSections(LayoutClass& type) {
     }
     type.def_property_readonly(
         "root", [](LayoutPointer const& layout) { return LayoutNodeOf(layout, &layout->Get()); });
-    type.def("__getitem__", [](LayoutPointer const& layout, py::object const& name) {
+    auto const getItem = [](LayoutPointer const& layout, Text const& name) {
         return py::cast(ProfileEditor(layout)).attr("__getitem__")(name);
-    });
-    for (char const* const name : {"__iter__", "__len__", "__contains__", "keys"}) {
+    };
+    type.def("__getitem__", getItem, py::arg("name"));
+    for (char const* const name : {"__iter__", "__len__", "__contains__", "_ipython_key_completions_"}) {
         type.def(name, [name](LayoutPointer const& layout, py::args const& arguments) {
             return py::cast(ProfileEditor(layout)).attr(name)(*arguments);
         });
     }
     type.def("__bool__", [](LayoutPointer const&) { return true; });
-    type.def("_ipython_key_completions_",
-             [](LayoutPointer const& layout) { return py::cast(ProfileEditor(layout)).attr("keys")(); });
     auto const add = [](LayoutPointer const& layout, Text const& name, std::int32_t nodeType,
                         py::object const& value) {
         return AddNode(ProfileEditor(layout), name, nodeType, value);
     };
     type.def("add", add, py::arg("name"), py::arg("type") = 0, py::arg("default") = py::none());
-    type.def("add_group", [](LayoutPointer const& layout, Text const& name) {
+    auto const addGroup = [](LayoutPointer const& layout, Text const& name) {
         return AddNode(ProfileEditor(layout), name, Group, py::none());
-    });
+    };
+    type.def("add_group", addGroup, py::arg("name"));
 }
 
 void BindTranslations(LayoutClass& type) {
-    type.def("translate", [](LayoutPointer const& layout, Text const& key, Text const& language) -> py::str {
+    auto const translate = [](LayoutPointer const& layout, Text const& key, Text const& language) -> py::str {
         std::wstring const* const text =
             layout->Get().GetResourceDictionary()->GetTranslation(key.value, language.value);
         return StrOf(text != nullptr ? *text : key.value);
-    });
-    type.def("add_translation", [](LayoutPointer const& layout, Text const& key, Text const& language,
-                                   Text const& text) {
+    };
+    type.def("translate", translate, py::arg("key"), py::arg("language"));
+    auto const add = [](LayoutPointer const& layout, Text const& key, Text const& language,
+                        Text const& text) {
         layout->Change().GetResourceDictionary()->AddTranslation(key.value, language.value, text.value);
-    });
+    };
+    type.def("add_translation", add, py::arg("key"), py::arg("language"), py::arg("text"));
 }
 
 void BindMaking(LayoutClass& type) {
@@ -126,7 +128,8 @@ void BindSaving(LayoutClass& type) {
         return SaveLayout(self, std::nullopt, format.value);
     };
     type.def("dumps", dumps, py::kw_only(), py::arg("format") = Text{L"meta"});
-    type.def("save_schema", [](LayoutPointer const& self, FilePath const& path) { SaveSchema(self, path); });
+    auto const saveSchema = [](LayoutPointer const& self, FilePath const& path) { SaveSchema(self, path); };
+    type.def("save_schema", saveSchema, py::arg("path"));
     type.def_property_readonly("notes", [](LayoutPointer const& self) { return self->m_notes; });
     type.def_property_readonly("path", [](LayoutPointer const& self) { return StrOf(self->m_path); });
 }

@@ -7,6 +7,7 @@
 
 #include <functional>
 #include <string>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -28,15 +29,36 @@ py::object ToPython(std::vector<std::wstring> const& texts) {
 }
 template <class Number> py::object ToPython(Number number) { return py::cast(number); }
 
+/// What a field is made of in Python, for who gives something else.
+char const* KindOf(std::wstring const&) { return "str"; }
+char const* KindOf(std::vector<std::wstring> const&) { return "a list of str"; }
+char const* KindOf(bool) { return "bool"; }
+template <class Number> char const* KindOf(Number) { return "int"; }
+
+/// Throws py::cast_error for what isn't of the field's kind.
 void FromPython(std::wstring& field, py::handle value) { field = py::cast<Text>(value).value; }
 void FromPython(std::vector<std::wstring>& field, py::handle value) {
-    std::vector<std::wstring> texts;
-    for (py::handle const text : value) {
-        texts.push_back(py::cast<Text>(text).value);
+    if (PyUnicode_Check(value.ptr())) {
+        throw py::cast_error(); // of which each character would be one
     }
-    field = std::move(texts);
+    for (py::handle const text : value) {
+        if (!PyUnicode_Check(text.ptr())) {
+            throw py::type_error(std::string("the texts are str, not ") + Py_TYPE(text.ptr())->tp_name);
+        }
+        field.push_back(WideOf(text));
+    }
 }
-template <class Number> void FromPython(Number& field, py::handle value) { field = py::cast<Number>(value); }
+template <class Number> void FromPython(Number& field, py::handle value) {
+    py::detail::make_caster<Number> number;
+    bool const mayConvert = !std::is_same_v<Number, bool>; // which anything would be converted to
+    if (!number.load(value, mayConvert)) {
+        if (mayConvert && PyLong_Check(value.ptr())) {
+            throw py::value_error(py::cast<std::string>(py::str(value)) + " is out of range");
+        }
+        throw py::cast_error();
+    }
+    field = py::detail::cast_op<Number>(number);
+}
 
 /// A property, and a setter that gives the node, so that one expression declares a parameter.
 template <class Base, class Field> void Attribute(NodeClass& type, char const* name, Field Base::*field) {
@@ -46,7 +68,8 @@ template <class Base, class Field> void Attribute(NodeClass& type, char const* n
         try {
             FromPython(wanted, value);
         } catch (py::cast_error const&) {
-            throw py::type_error(std::string(name) + " can't be " + py::cast<std::string>(py::repr(value)));
+            throw py::type_error(std::string(name) + " must be " + KindOf(wanted) + ", not " +
+                                 Py_TYPE(value.ptr())->tp_name);
         }
         node.Change().*field = std::move(wanted);
         return node;
@@ -145,21 +168,24 @@ void BindValues(NodeClass& type) {
         [](LayoutNodeOf const& node, std::int32_t number) {
             node.Change().SetType(static_cast<eTypeLayoutNode>(number));
         });
-    type.def("set_type", [](LayoutNodeOf const& node, std::int32_t number) {
+    auto const setType = [](LayoutNodeOf const& node, std::int32_t number) {
         node.Change().SetType(static_cast<eTypeLayoutNode>(number));
         return node;
-    });
-    type.def("set_default_value", [](LayoutNodeOf const& node, py::object const& value) {
+    };
+    type.def("set_type", setType, py::arg("type"));
+    auto const setDefault = [](LayoutNodeOf const& node, py::object const& value) {
         std::wstring text = LayoutTextOf(value);
         node.Change().m_defaultValue = std::move(text);
         return node;
-    });
-    type.def("set_range", [](LayoutNodeOf const& node, py::object const& min, py::object const& max) {
+    };
+    type.def("set_default_value", setDefault, py::arg("value"));
+    auto const setRange = [](LayoutNodeOf const& node, py::object const& min, py::object const& max) {
         std::wstring least = LayoutTextOf(min), greatest = LayoutTextOf(max);
         node.Change().m_min = std::move(least);
         node.Change().m_max = std::move(greatest);
         return node;
-    });
+    };
+    type.def("set_range", setRange, py::arg("min"), py::arg("max"));
 }
 
 /// A node that is to be named by another one: of the same layout, since none outlives its own.
@@ -187,20 +213,21 @@ void BindConditions(NodeClass& type) {
     type.def_property_readonly("editability_sources", [](LayoutNodeOf const& node) {
         return Conditions(node, node.Get().m_editabilitySources);
     });
-    type.def("add_visibility_source",
-             [](LayoutNodeOf const& node, LayoutNodeOf const& source, py::object const& value) {
-                 node.Change().AddVisibilitySource(SameLayout(node, source), LayoutTextOf(value));
-                 return node;
-             });
-    type.def("add_editability_source",
-             [](LayoutNodeOf const& node, LayoutNodeOf const& source, py::object const& value) {
-                 node.Change().AddEditabilitySource(SameLayout(node, source), LayoutTextOf(value));
-                 return node;
-             });
-    type.def("add_license_check_for_editor_visibility", [](LayoutNodeOf const& node, Text const& license) {
+    auto const show = [](LayoutNodeOf const& node, LayoutNodeOf const& source, py::object const& value) {
+        node.Change().AddVisibilitySource(SameLayout(node, source), LayoutTextOf(value));
+        return node;
+    };
+    type.def("add_visibility_source", show, py::arg("source"), py::arg("value"));
+    auto const allow = [](LayoutNodeOf const& node, LayoutNodeOf const& source, py::object const& value) {
+        node.Change().AddEditabilitySource(SameLayout(node, source), LayoutTextOf(value));
+        return node;
+    };
+    type.def("add_editability_source", allow, py::arg("source"), py::arg("value"));
+    auto const addLicense = [](LayoutNodeOf const& node, Text const& license) {
         node.Change().AddLicenseCheckForEditorVisibility(license.value);
         return node;
-    });
+    };
+    type.def("add_license_check_for_editor_visibility", addLicense, py::arg("license"));
     type.def("generate_source_identifier", [](LayoutNodeOf const& node) {
         node.Change().GenerateSourceIdentifier();
         return node;
@@ -276,7 +303,6 @@ std::wstring PathOf(LayoutNodeOf const& node) {
 }
 
 void BindMapping(NodeClass& type) {
-    type.def("keys", &NamesBelow);
     type.def("_ipython_key_completions_", &NamesBelow);
     type.def("__iter__", [](LayoutNodeOf const& node) { return py::iter(NamesBelow(node)); });
     type.def("__len__", [](LayoutNodeOf const& node) { return ChildrenOf(node.Get()).size(); });
@@ -284,7 +310,8 @@ void BindMapping(NodeClass& type) {
     type.def("__contains__", [](LayoutNodeOf const& node, Text const& name) {
         return node.Get().GetNode(name.value) != nullptr;
     });
-    type.def("__getitem__", &ChildNamed);
+    type.def("__contains__", [](LayoutNodeOf const&, py::object const&) { return false; });
+    type.def("__getitem__", &ChildNamed, py::arg("name"));
 }
 
 void BindTree(NodeClass& type) {
@@ -296,9 +323,10 @@ void BindTree(NodeClass& type) {
     });
     type.def_property_readonly("layout", [](LayoutNodeOf const& node) { return node.Layout(); });
     type.def("add", &AddNode, py::arg("name"), py::arg("type") = 0, py::arg("default") = py::none());
-    type.def("add_group", [](LayoutNodeOf const& node, Text const& name) {
+    auto const addGroup = [](LayoutNodeOf const& node, Text const& name) {
         return AddNode(node, name, Group, py::none());
-    });
+    };
+    type.def("add_group", addGroup, py::arg("name"));
     type.def(
         "__eq__", [](LayoutNodeOf const& node, LayoutNodeOf const& other) { return node == other; },
         py::is_operator());
@@ -306,7 +334,9 @@ void BindTree(NodeClass& type) {
     type.def("__repr__", [](LayoutNodeOf const& node) {
         py::object const kind = TypeOf(node.Get());
         py::str const word = py::hasattr(kind, "name") ? kind.attr("name") : py::str(kind);
-        return StrOf(L"<LayoutNode " + PathOf(node) + L" of type " + WideOf(word) + L'>');
+        std::wstring const path = PathOf(node);
+        return StrOf(L"<LayoutNode " + (path.empty() ? node.Get().m_name : path) + L" of type " +
+                     WideOf(word) + L'>');
     });
     RefusePickling(type, "a node of a layout isn't pickled or copied: save the layout, or copy.deepcopy it");
 }

@@ -48,20 +48,18 @@ py::list KeysOf(Node& node) {
     return keys;
 }
 
-py::list ValuesOf(Node& node) {
-    py::list values;
-    for (std::wstring const& name : NamesIn(node)) {
-        values.append(ValueOrNode(NodeNamed(node, name)));
+// The walk stops there, however many profiles follow.
+std::wstring FirstProfile(Node& profiles) {
+    Walk walk(profiles.Cursor(), SameNames::FirstOnly);
+    while (walk.Next()) {
+        if (walk.Kind() == PlaceKind::Profile) {
+            return std::wstring(walk.Name());
+        }
+        if (walk.Depth() != 0) {
+            walk.SkipContent(); // of the default profile
+        }
     }
-    return values;
-}
-
-py::list ItemsOf(Node& node) {
-    py::list items;
-    for (std::wstring const& name : NamesIn(node)) {
-        items.append(py::make_tuple(StrOf(name), ValueOrNode(NodeNamed(node, name))));
-    }
-    return items;
+    throw py::key_error(py::cast<std::string>(StrOf(profiles.Path())) + " has no profiles");
 }
 
 bool Contains(Node& node, std::wstring const& name) {

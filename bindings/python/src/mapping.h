@@ -11,8 +11,8 @@ using NodePointer = Held<Node>;
 using DatabasePointer = Held<DatabaseHandle>;
 
 py::list KeysOf(Node& node);
-py::list ValuesOf(Node& node);
-py::list ItemsOf(Node& node);
+/// KeyError for a list that has no profile.
+std::wstring FirstProfile(Node& profiles);
 bool Contains(Node& node, std::wstring const& name);
 py::list RowsOf(Node& node);
 py::list FindingsOf(Node& node);
@@ -32,34 +32,36 @@ private:
 };
 
 /// Dict's protocol, for groups, for profile lists and for a database, which is its profile editor; `toNode`
-/// gives the node of what it is called on.
+/// gives the node of what it is called on. The views of it are made in zantrel/_protocols.py.
 template <class Self, class Class, class ToNode> void BindMapping(Class& type, ToNode toNode) {
-    type.def("keys", [=](Self const& self) { return KeysOf(*toNode(self)); });
-    type.def("values", [=](Self const& self) { return ValuesOf(*toNode(self)); });
-    type.def("items", [=](Self const& self) { return ItemsOf(*toNode(self)); });
     type.def("_ipython_key_completions_", [=](Self const& self) { return KeysOf(*toNode(self)); });
     type.def("__iter__", [=](Self const& self) { return py::iter(KeysOf(*toNode(self))); });
     type.def("__len__", [=](Self const& self) { return NamesIn(*toNode(self)).size(); });
     type.def("__contains__",
              [=](Self const& self, Text const& name) { return Contains(*toNode(self), name.value); });
     type.def("__contains__", [](Self const&, py::object const&) { return false; });
-    type.def("__getitem__", [=](Self const& self, Text const& name) {
+    auto const getItem = [=](Self const& self, Text const& name) {
         return ValueOrNode(NodeNamed(*toNode(self), name.value));
-    });
-    type.def("__setitem__", [=](Self const& self, Text const& name, py::object const& value) {
+    };
+    type.def("__getitem__", getItem, py::arg("name"));
+    auto const setItem = [=](Self const& self, Text const& name, py::object const& value) {
         UpdateNamed(*toNode(self), name.value, value, false);
-    });
+    };
+    type.def("__setitem__", setItem, py::arg("name"), py::arg("value"));
     auto const get = [=](Self const& self, Text const& name, py::object const& fallback) {
         NodePointer const node = toNode(self);
         return Contains(*node, name.value) ? ValueOrNode(NodeNamed(*node, name.value)) : fallback;
     };
     type.def("get", get, py::arg("key"), py::arg("default") = py::none());
-    type.def("node",
-             [=](Self const& self, Text const& name) { return NodeNamed(*toNode(self), name.value); });
-    auto const update = [=](Self const& self, py::object const& values, bool force) {
-        Update(*toNode(self), values, force);
+    auto const node = [=](Self const& self, Text const& name) {
+        return NodeNamed(*toNode(self), name.value);
     };
-    type.def("update", update, py::arg("values"), py::kw_only(), py::arg("force") = false);
+    type.def("node", node, py::arg("name"));
+    auto const update = [=](Self const& self, py::object const& values, bool force, py::kwargs const& named) {
+        UpdateAll(*toNode(self), values, named, force);
+    };
+    type.def("update", update, py::arg("values") = py::none(), py::pos_only(), py::kw_only(),
+             py::arg("force") = false);
     auto const toDict = [=](Self const& self, bool defaults) { return ContentOf(*toNode(self), defaults); };
     type.def("to_dict", toDict, py::kw_only(), py::arg("default_profiles") = false);
 }

@@ -1,10 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "bindings.h"
+#include "functions.h"
+
+#include <zantrel/version.h>
 
 PYBIND11_MODULE(_zantrel, module) {
+    module.attr("__version__") = ZANTREL_VERSION_STRING;
     module.doc() = "What the package zantrel is made of; see there.";
     ZantrelPython::BindLayouts(module);
     ZantrelPython::BindNodes(module);
     ZantrelPython::BindDatabases(module);
     ZantrelPython::BindTickets(module);
+    ZantrelPython::FinishFunctions(module);
 }

@@ -41,6 +41,26 @@ std::optional<std::size_t> NumberOf(std::wstring_view text) {
     return text.empty() ? std::nullopt : std::optional(number);
 }
 
+/// KeyError for what a path names below a node. In a path of the library's own form the node is the root, and
+/// the farthest place that the path leads to is what a person has to know.
+[[noreturn]] void RaiseNotFound(Node& node, std::wstring_view path) {
+    std::shared_ptr<Node> reached = node.shared_from_this();
+    std::wstring_view wanted = path.substr(0, path.find(L'/'));
+    for (std::size_t end = path.rfind(L'_'); end != path.npos && end != 0; end = path.rfind(L'_', end - 1)) {
+        if (auto const place = Editing::Place::Find(node.Database()->Get(), path.substr(0, end))) {
+            reached = Node::Of(node.Database(), *place);
+            wanted = path.substr(end + 1);
+            std::wstring const entry = reached->Layout().m_nodeName + L'[';
+            bool const isEntry =
+                reached->Kind() == PlaceKind::ProfileList && wanted.substr(0, entry.size()) == entry;
+            wanted.remove_prefix(isEntry ? entry.size() : 0);
+            wanted = wanted.substr(0, wanted.find(isEntry ? L']' : L'_'));
+            break;
+        }
+    }
+    RaiseUnknownName(std::wstring(wanted), WhereIs(*reached), NamesIn(*reached));
+}
+
 /// The entry of a profile list that a path begins with, which is taken off. Names may hold "/": the longest
 /// counts.
 std::shared_ptr<Node> NextProfile(Node& profiles, std::wstring_view& path) {
@@ -392,8 +412,7 @@ std::shared_ptr<Node> NodeAt(Node& top, std::wstring const& path) {
             if (auto const place = Editing::Place::Find(top.Database()->Get(), path)) {
                 return Node::Of(top.Database(), *place);
             }
-            std::wstring_view wanted = here;
-            RaiseUnknownName(std::wstring(NextSegment(wanted)), WhereIs(*node), NamesIn(*node));
+            RaiseNotFound(*node, here);
         }
         node = std::move(next);
     }
@@ -411,8 +430,8 @@ std::shared_ptr<Node> NodeNamed(Node& node, std::wstring const& name) {
     RaiseUnknownName(name, WhereIs(node), NamesIn(node));
 }
 
-std::size_t IndexIn(Node& list, py::ssize_t index, std::size_t beyond) {
-    auto const size = static_cast<py::ssize_t>(list.Cursor().GetSize() + beyond);
+std::size_t IndexIn(Node& list, py::ssize_t index) {
+    auto const size = static_cast<py::ssize_t>(list.Cursor().GetSize());
     py::ssize_t const counted = index < 0 ? index + size : index;
     if (counted < 0 || counted >= size) {
         throw py::index_error(

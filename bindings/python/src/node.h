@@ -124,7 +124,7 @@ std::shared_ptr<Node> NodeAt(Node& top, std::wstring const& path);
 std::shared_ptr<Node> NodeNamed(Node& node, std::wstring const& name);
 /// The item of a list, from its end where negative. IndexError when there is none.
 std::shared_ptr<Node> NodeOfItem(Node& list, py::ssize_t index);
-/// The index as the library counts it. IndexError when there is none; `beyond` are further ones that will do.
-std::size_t IndexIn(Node& list, py::ssize_t index, std::size_t beyond = 0);
+/// The index as the library counts it. IndexError when there is none.
+std::size_t IndexIn(Node& list, py::ssize_t index);
 
 } // namespace ZantrelPython

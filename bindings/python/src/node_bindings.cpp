@@ -11,8 +11,12 @@
 #include <zantrel/editing/validation.h>
 #include <zantrel/editing/value_text.h>
 
+#include <algorithm>
+#include <functional>
 #include <optional>
+#include <string>
 #include <utility>
+#include <vector>
 
 namespace ZantrelPython {
 
@@ -34,14 +38,15 @@ template <class Use> auto UseFlag(Node& node, Use use) {
 template <class Class>
 void BindFlag(Class& type, char const* name, bool (ParameterNode::*get)() const,
               void (ParameterNode::*set)(bool)) {
-    type.def_property(
-        name,
-        [get](NodePointer const& node) {
-            return UseFlag(*node, [get](ParameterNode& cursor) { return (cursor.*get)(); });
-        },
-        [set](NodePointer const& node, bool value) {
-            UseFlag(*node, [set, value](ParameterNode& cursor) { (cursor.*set)(value); });
-        });
+    auto const getFlag = [get](NodePointer const& node) {
+        return UseFlag(*node, [get](ParameterNode& cursor) { return (cursor.*get)(); });
+    };
+    auto const setFlag = [set](NodePointer const& node, bool value) {
+        UseFlag(*node, [set, value](ParameterNode& cursor) { (cursor.*set)(value); });
+    };
+    // Without conversion, since "False" would be converted to a true one.
+    type.def_property(name, getFlag,
+                      py::cpp_function(setFlag, py::is_method(type), py::arg("value").noconvert()));
 }
 
 std::wstring ReprOf(Node& node) {
@@ -160,9 +165,10 @@ void BindParameter(py::module_& module) {
         }
         return options;
     });
-    type.def("objections", [](NodePointer const& node, Text const& text) {
+    auto const objections = [](NodePointer const& node, Text const& text) {
         return RecordsOf(Objections(node->Place(), text.value));
-    });
+    };
+    type.def("objections", objections, py::arg("text"));
 }
 
 void BindGroup(py::module_& module) {
@@ -205,22 +211,53 @@ NodePointer Add(NodePointer const& list, py::object const& value, py::ssize_t to
     return item;
 }
 
-void Remove(NodePointer const& list, py::ssize_t index) {
-    std::size_t const counted = IndexIn(*list, index);
-    RequireDone(RemoveItem(list->Place(), counted));
-    list->ItemRemoved(counted);
+void Remove(NodePointer const& list, std::size_t index) {
+    RequireDone(RemoveItem(list->Place(), index));
+    list->ItemRemoved(index);
 }
 
-py::list Sliced(Node& list, py::slice const& slice) {
+std::vector<std::size_t> IndicesIn(Node& list, py::slice const& slice) {
     py::ssize_t start = 0, stop = 0, step = 0, length = 0;
     if (!slice.compute(static_cast<py::ssize_t>(list.Cursor().GetSize()), &start, &stop, &step, &length)) {
         throw py::error_already_set();
     }
-    py::list values;
+    std::vector<std::size_t> indices;
     for (py::ssize_t i = 0; i < length; ++i) {
-        values.append(ValueOrNode(list.Item(static_cast<std::size_t>(start + i * step))));
+        indices.push_back(static_cast<std::size_t>(start + i * step));
+    }
+    return indices;
+}
+
+py::list GetSlice(NodePointer const& list, py::slice const& slice) {
+    py::list values;
+    for (std::size_t const index : IndicesIn(*list, slice)) {
+        values.append(ValueOrNode(list->Item(index)));
     }
     return values;
+}
+
+/// As many as there are: others would have to be put between two items, which few layouts let a user do.
+void SetSlice(NodePointer const& list, py::slice const& slice, py::iterable const& values) {
+    std::vector<std::size_t> const indices = IndicesIn(*list, slice);
+    py::list const wanted(values); // before anything is set, since it may be made of the list itself
+    if (wanted.size() != indices.size()) {
+        throw py::value_error("a slice of " + std::to_string(indices.size()) + " items can't take " +
+                              std::to_string(wanted.size()) +
+                              ": append, insert, update and del change how many");
+    }
+    for (std::size_t i = 0; i < indices.size(); ++i) {
+        auto const index = static_cast<py::ssize_t>(indices[i]);
+        Update(*NodeOfItem(*list, index), py::object(wanted[i]), false);
+    }
+}
+
+/// From the end, since some layouts let a user remove the last item only.
+void RemoveSlice(NodePointer const& list, py::slice const& slice) {
+    std::vector<std::size_t> indices = IndicesIn(*list, slice);
+    std::sort(indices.begin(), indices.end(), std::greater<>());
+    for (std::size_t const index : indices) {
+        Remove(list, index);
+    }
 }
 
 using ListClass = py::class_<ListNode, Node, std::shared_ptr<ListNode>>;
@@ -231,37 +268,49 @@ void BindSequence(ListClass& type) {
         return py::reinterpret_steal<py::object>(
             PySeqIter_New(list.ptr())); // as of a list: what is added comes
     });
-    type.def("__getitem__", [](NodePointer const& list, py::ssize_t index) {
-        return ValueOrNode(NodeOfItem(*list, index));
-    });
-    type.def("__getitem__",
-             [](NodePointer const& list, py::slice const& slice) { return Sliced(*list, slice); });
-    type.def("__setitem__", [](NodePointer const& list, py::ssize_t index, py::object const& value) {
-        Update(*NodeOfItem(*list, index), value, false);
-    });
-    type.def("__delitem__", &Remove);
+    auto const get = [](NodePointer const& list, Index index) {
+        return ValueOrNode(NodeOfItem(*list, index.value));
+    };
+    auto const set = [](NodePointer const& list, Index index, py::object const& value) {
+        Update(*NodeOfItem(*list, index.value), value, false);
+    };
+    auto const remove = [](NodePointer const& list, Index index) {
+        Remove(list, IndexIn(*list, index.value));
+    };
+    type.def("__getitem__", get, py::arg("index"));
+    type.def("__getitem__", &GetSlice, py::arg("index"));
+    type.def("__setitem__", set, py::arg("index"), py::arg("value"));
+    type.def("__setitem__", &SetSlice, py::arg("index"), py::arg("value"));
+    type.def("__delitem__", remove, py::arg("index"));
+    type.def("__delitem__", &RemoveSlice, py::arg("index"));
 }
 
 void BindList(py::module_& module) {
     ListClass type(module, "List");
     RefuseMaking(type);
     BindSequence(type);
-    type.def("node", [](NodePointer const& list, py::ssize_t index) { return NodeOfItem(*list, index); });
+    auto const node = [](NodePointer const& list, Index index) { return NodeOfItem(*list, index.value); };
+    type.def("node", node, py::arg("index"));
     auto const append = [](NodePointer const& list, py::object const& value) { return Add(list, value); };
     type.def("append", append, py::arg("value") = py::none());
-    auto const insert = [](NodePointer const& list, py::ssize_t index, py::object const& value) {
-        return Add(list, value, static_cast<py::ssize_t>(IndexIn(*list, index, 1)));
+    auto const insert = [](NodePointer const& list, Index index, py::object const& value) {
+        auto const size = static_cast<py::ssize_t>(list->Cursor().GetSize());
+        py::ssize_t const counted = index.value < 0 ? index.value + size : index.value;
+        return Add(list, value, std::clamp<py::ssize_t>(counted, 0, size)); // as list.insert
     };
     type.def("insert", insert, py::arg("index"), py::arg("value") = py::none());
-    type.def("extend", [](py::object const& self, py::iterable const& values) {
-        NodePointer const list = py::cast<NodePointer>(self);
+    auto const extend = [](NodePointer const& list, py::iterable const& values) {
         // What is iterated here grows with what is added, so of itself it takes what it has by now.
-        py::object const taken = values.is(self) ? py::list(values) : py::object(values);
+        py::object const taken = values.is(py::cast(list)) ? py::list(values) : py::object(values);
         for (py::handle const value : taken) {
             Add(list, py::reinterpret_borrow<py::object>(value));
         }
-    });
-    type.def("move", &Move, py::arg("index"), py::arg("to"));
+    };
+    type.def("extend", extend, py::arg("values"));
+    auto const move = [](NodePointer const& list, Index index, Index to) {
+        Move(list, index.value, to.value);
+    };
+    type.def("move", move, py::arg("index"), py::arg("to"));
     type.def("to_list", [](NodePointer const& list) { return ContentOf(*list, false); });
     auto const update = [](NodePointer const& list, py::object const& values, bool force) {
         Update(*list, values, force);
@@ -294,15 +343,19 @@ void BindProfiles(py::module_& module) {
             return profiles->Profile(name.value);
         },
         py::arg("name"), py::kw_only(), py::arg("copy_of") = py::none());
-    type.def("rename", [](NodePointer const& profiles, Text const& name, Text const& newName) {
+    auto const rename = [](NodePointer const& profiles, Text const& name, Text const& newName) {
         EntryChange const change = RenameProfile(profiles->Place(), name.value, newName.value);
         RequireDone(change);
         profiles->ProfileRenamed(name.value, newName.value);
         return RecordsOf(change.references);
-    });
+    };
+    type.def("rename", rename, py::arg("name"), py::arg("new_name"));
     type.def("remove", &RemoveNamed, py::arg("name"), py::kw_only(), py::arg("force") = false);
-    type.def("__delitem__",
-             [](NodePointer const& profiles, Text const& name) { RemoveNamed(profiles, name, false); });
+    auto const remove = [](NodePointer const& profiles, Text const& name) {
+        RemoveNamed(profiles, name, false);
+    };
+    type.def("__delitem__", remove, py::arg("name"));
+    type.def("_first", [](NodePointer const& profiles) { return StrOf(FirstProfile(*profiles)); });
     type.def_property_readonly("default",
                                [](NodePointer const& profiles) { return profiles->DefaultEntry(); });
     BindFlag(type, "disable_add_remove", &ParameterNode::GetDisableAddRemove,

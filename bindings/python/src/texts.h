@@ -21,6 +21,11 @@ struct FilePath {
     std::wstring value;
 };
 
+/// What a list takes as an index: an int, or what has __index__.
+struct Index {
+    py::ssize_t value = 0;
+};
+
 /// Throws the Python exception that is set where there is no such text.
 inline std::wstring WideOf(py::handle text) {
     Py_ssize_t size = 0;
@@ -57,6 +62,24 @@ template <> struct type_caster<ZantrelPython::Text> {
     }
     static handle cast(ZantrelPython::Text const& text, return_value_policy, handle) {
         return ZantrelPython::StrOf(text.value).release();
+    }
+};
+
+template <> struct type_caster<ZantrelPython::Index> {
+    PYBIND11_TYPE_CASTER(ZantrelPython::Index, const_name("int"));
+
+    bool load(handle source, bool) {
+        if (PyIndex_Check(source.ptr()) == 0) {
+            return false;
+        }
+        value.value = PyNumber_AsSsize_t(source.ptr(), PyExc_IndexError);
+        if (value.value == -1 && PyErr_Occurred() != nullptr) {
+            throw error_already_set(); // of a number of more than 64 bits, or of its __index__
+        }
+        return true;
+    }
+    static handle cast(ZantrelPython::Index index, return_value_policy, handle) {
+        return PyLong_FromSsize_t(index.value);
     }
 };
 

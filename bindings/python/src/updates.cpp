@@ -174,6 +174,10 @@ void UpdateNamed(Node& node, std::wstring const& name, py::handle values, bool i
 void UpdateAll(Node& node, py::handle values, py::dict const& named, bool isForced) {
     py::dict all;
     bool const isMapping = py::hasattr(values, "keys");
+    if (!isMapping && !values.is_none() &&
+        (PyUnicode_Check(values.ptr()) || !py::hasattr(values, "__iter__"))) {
+        RaiseWrongType(node, "a mapping, or pairs of a name and a value", values);
+    }
     int const failed = values.is_none() ? 0
                        : isMapping      ? PyDict_Update(all.ptr(), values.ptr())
                                         : PyDict_MergeFromSeq2(all.ptr(), values.ptr(), 1);

@@ -40,6 +40,7 @@ from ._zantrel import (
     Parameter,
     ProfileList,
     Ticket,
+    __version__,
     check,
     load,
     loads,
