@@ -2,6 +2,7 @@
 #include "functions.h"
 
 #include <cstdlib>
+#include <exception>
 #include <string>
 #include <string_view>
 
@@ -43,7 +44,9 @@ private:
                 PyErr_SetObject(PyExc_TypeError, said.ptr());
             }
         } catch (py::error_already_set& failure) {
-            failure.restore(); // as of a Ctrl-C, or of no memory
+            failure.restore(); // as of a Ctrl-C
+        } catch (std::exception const&) {
+            PyErr_NoMemory(); // no exception may pass through Python's own frames
         }
     }
 };

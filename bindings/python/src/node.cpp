@@ -6,6 +6,7 @@
 #include <zantrel/layout/layout_node.h>
 
 #include <algorithm>
+#include <limits>
 #include <tuple>
 #include <utility>
 
@@ -102,6 +103,9 @@ std::shared_ptr<Node> NextNode(Node& node, std::wstring_view& path) {
     return child != nullptr ? node.Child(*child) : nullptr;
 }
 
+/// One less, of an index, which has no sign.
+constexpr std::size_t Back = std::numeric_limits<std::size_t>::max();
+
 } // namespace
 
 bool Node::Step::operator<(Step const& other) const {
@@ -146,7 +150,7 @@ std::shared_ptr<Node> Node::LeaveParent() {
     if (parent) {
         // A node that has gone stands under its old step no more, and somebody else may.
         auto const found = parent->m_below.find(m_step);
-        if (found != parent->m_below.end() && found->second == this) {
+        if (found != parent->m_below.end() && *found == this) {
             parent->m_below.erase(found);
         }
     }
@@ -167,10 +171,10 @@ std::shared_ptr<Node> Node::Root(std::shared_ptr<DatabaseHandle> const& database
 std::shared_ptr<Node> Node::Below(Step step) {
     auto const found = m_below.find(step);
     if (found != m_below.end()) {
-        return found->second->shared_from_this();
+        return (*found)->shared_from_this();
     }
-    std::shared_ptr<Node> node = Make(m_database, shared_from_this(), step);
-    m_below.emplace(std::move(step), node.get());
+    std::shared_ptr<Node> node = Make(m_database, shared_from_this(), std::move(step));
+    m_below.insert(node.get());
     return node;
 }
 
@@ -290,58 +294,55 @@ std::wstring Node::Name() const {
     }
 }
 
-template <class NewIndex> void Node::Renumber(std::size_t first, NewIndex newIndex) {
-    ++m_database->m_changes;
-    auto const begin = m_below.lower_bound({PlaceKind::Item, m_step.layout, first, {}});
-    auto end = begin;
-    std::vector<Node*> nodes;
-    for (; end != m_below.end() && end->first.kind == PlaceKind::Item; ++end) {
-        nodes.push_back(end->second);
-    }
-    m_below.erase(begin, end);
-    for (Node* const node : nodes) {
-        std::optional<std::size_t> const index = newIndex(node->m_step.index);
-        if (!index) {
-            node->m_isGone = true;
-            continue;
-        }
-        node->m_step.index = *index;
-        m_below.emplace(node->m_step, node);
+// A shift changes no order, so that the indices are changed where the nodes stand among the others. What
+// comes to stand elsewhere is taken out before its step changes, and put back after.
+
+Node::Nodes::node_type Node::Take(Step const& step) {
+    auto const found = m_below.find(step);
+    return found != m_below.end() ? m_below.extract(found) : Nodes::node_type();
+}
+
+void Node::ShiftItems(std::size_t first, std::size_t end, std::size_t by) {
+    auto at = m_below.lower_bound(Step{PlaceKind::Item, m_step.layout, first, {}});
+    for (; at != m_below.end() && (*at)->m_step.kind == PlaceKind::Item && (*at)->m_step.index < end; ++at) {
+        (*at)->m_step.index += by;
     }
 }
 
 void Node::ItemRemoved(std::size_t index) {
-    Renumber(index, [=](std::size_t old) {
-        return old == index ? std::nullopt : std::optional(old > index ? old - 1 : old);
-    });
+    ++m_database->m_changes;
+    if (auto const item = Take({PlaceKind::Item, m_step.layout, index, {}})) {
+        item.value()->m_isGone = true;
+    }
+    ShiftItems(index, std::numeric_limits<std::size_t>::max(), Back);
 }
 
 void Node::ItemMoved(std::size_t from, std::size_t to) {
-    Renumber(std::min(from, to), [=](std::size_t old) {
-        return std::optional(old == from               ? to
-                             : from < old && old <= to ? old - 1
-                             : to <= old && old < from ? old + 1
-                                                       : old);
-    });
+    ++m_database->m_changes;
+    auto item = Take({PlaceKind::Item, m_step.layout, from, {}});
+    if (from < to) {
+        ShiftItems(from, to + 1, Back);
+    } else {
+        ShiftItems(to, from, 1);
+    }
+    if (item) {
+        item.value()->m_step.index = to;
+        m_below.insert(std::move(item));
+    }
 }
 
 void Node::ProfileRemoved(std::wstring const& name) {
     ++m_database->m_changes;
-    auto const found = m_below.find({PlaceKind::Profile, m_step.layout, 0, name});
-    if (found != m_below.end()) {
-        found->second->m_isGone = true;
-        m_below.erase(found);
+    if (auto const profile = Take({PlaceKind::Profile, m_step.layout, 0, name})) {
+        profile.value()->m_isGone = true;
     }
 }
 
-void Node::ProfileRenamed(std::wstring const& name, std::wstring const& newName) {
+void Node::ProfileRenamed(std::wstring const& name, std::wstring newName) {
     ++m_database->m_changes;
-    auto const found = m_below.find({PlaceKind::Profile, m_step.layout, 0, name});
-    if (found != m_below.end()) {
-        Node* const node = found->second;
-        m_below.erase(found);
-        node->m_step.profile = newName;
-        m_below[node->m_step] = node;
+    if (auto profile = Take({PlaceKind::Profile, m_step.layout, 0, name})) {
+        profile.value()->m_step.profile.swap(newName);
+        m_below.insert(std::move(profile));
     }
 }
 
@@ -349,15 +350,17 @@ void Node::EntriesReplaced() {
     ++m_database->m_changes;
     std::vector<Node*> open{this};
     while (!open.empty()) {
-        std::map<Step, Node*>& below = open.back()->m_below;
+        Nodes& below = open.back()->m_below;
         open.pop_back();
         for (auto at = below.begin(); at != below.end();) {
-            bool const isEntry = at->first.kind == PlaceKind::Item || at->first.kind == PlaceKind::Profile;
-            at->second->m_isGone = isEntry;
-            if (!isEntry) {
-                open.push_back(at->second);
+            Node& node = **at;
+            if (node.m_step.kind == PlaceKind::Item || node.m_step.kind == PlaceKind::Profile) {
+                node.m_isGone = true;
+                at = below.erase(at);
+            } else {
+                open.push_back(&node);
+                ++at;
             }
-            at = isEntry ? below.erase(at) : std::next(at);
         }
     }
 }

@@ -7,9 +7,9 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <map>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -61,7 +61,7 @@ public:
     void ItemRemoved(std::size_t index);
     void ItemMoved(std::size_t from, std::size_t to);
     void ProfileRemoved(std::wstring const& name);
-    void ProfileRenamed(std::wstring const& name, std::wstring const& newName);
+    void ProfileRenamed(std::wstring const& name, std::wstring newName);
     /// All items and profiles below have been replaced.
     void EntriesReplaced();
 
@@ -76,6 +76,14 @@ private:
         std::wstring profile;
         bool operator<(Step const& other) const;
     };
+    /// Nodes by their own steps, and a step among them.
+    struct ByStep {
+        using is_transparent = void;
+        bool operator()(Node const* one, Node const* other) const { return one->m_step < other->m_step; }
+        bool operator()(Node const* node, Step const& step) const { return node->m_step < step; }
+        bool operator()(Step const& step, Node const* node) const { return step < node->m_step; }
+    };
+    using Nodes = std::set<Node*, ByStep>;
 
     static std::shared_ptr<Node> Make(std::shared_ptr<DatabaseHandle> database, std::shared_ptr<Node> parent,
                                       Step step);
@@ -86,8 +94,10 @@ private:
     Zantrel::ParameterNode Find();
     /// Gives the parent, which knows and keeps this no more, nor this it.
     std::shared_ptr<Node> LeaveParent();
-    /// Of the items from `first` on; those before it cost nothing.
-    template <class NewIndex> void Renumber(std::size_t first, NewIndex newIndex);
+    /// The node of that step, taken out; empty where nobody holds one.
+    Nodes::node_type Take(Step const& step);
+    /// Adds `by`, which is 1 or -1, to the indices from `first` to before `end`.
+    void ShiftItems(std::size_t first, std::size_t end, std::size_t by);
 
     std::shared_ptr<DatabaseHandle> m_database;
     std::shared_ptr<Node> m_parent; ///< null for the profile editor
@@ -95,7 +105,7 @@ private:
     Zantrel::ParameterNode m_cursor;
     std::uint64_t m_changes = 0; ///< the count that m_cursor was found at
     bool m_isGone = false;
-    std::map<Step, Node*> m_below; ///< each takes itself out at its end
+    Nodes m_below; ///< each takes itself out at its end
 };
 
 /// The default profile's name in paths and in what dicts hold.
