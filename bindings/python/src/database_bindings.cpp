@@ -19,6 +19,7 @@ namespace {
 using LayoutPointer = Held<LayoutHandle>;
 using DatabaseClass = py::class_<DatabaseHandle, std::shared_ptr<DatabaseHandle>>;
 
+// Of one and the same there are none, and it couldn't be taken twice.
 py::list DifferencesOf(DatabasePointer const& first, DatabasePointer const& second) {
     if (first == second) {
         return py::list();
@@ -32,6 +33,8 @@ py::list DifferencesOf(DatabasePointer const& first, DatabasePointer const& seco
     return RecordsOf(differences);
 }
 
+// The new database isn't known to anyone yet, and so is filled without being taken. The renamings are made
+// into texts first: afterwards nothing of Python's may be touched.
 py::object Migrated(DatabasePointer const& from, LayoutPointer const& layout, py::object const& renamings) {
     std::vector<Renaming> pairs;
     if (!renamings.is_none()) {
@@ -51,6 +54,7 @@ py::object Migrated(DatabasePointer const& from, LayoutPointer const& layout, py
     return TypeNamed("Migration")(database, RecordsOf(steps));
 }
 
+/// With a list of notes of its own, since scripts append to them.
 DatabasePointer CopyOf(DatabasePointer const& source) {
     auto copy = std::make_shared<DatabaseHandle>(source->Layout());
     {
@@ -118,6 +122,8 @@ void BindFiles(DatabaseClass& type) {
     type.def_property_readonly("format", [](DatabasePointer const& self) { return StrOf(self->m_format); });
 }
 
+// A database is its root, and most scripts never see that: each call makes its node anew where nobody holds
+// it.
 void BindPlaces(DatabaseClass& type) {
     BindMapping<DatabasePointer>(type,
                                  [](DatabasePointer const& self) -> NodePointer { return Node::Root(self); });
@@ -142,6 +148,7 @@ void BindWhole(DatabaseClass& type) {
     type.def("copy", &CopyOf);
     type.def("__copy__", &CopyOf);
     type.def("__deepcopy__", [](DatabasePointer const& self, py::object const&) { return CopyOf(self); });
+    // With flags, as files have them; paths, formats and notes play no part.
     auto const equal = [](DatabasePointer const& self, DatabasePointer const& other) {
         return DifferencesOf(self, other).empty();
     };

@@ -25,6 +25,9 @@ public:
     }
 
 private:
+    // Only what is TypeError itself: a subclass is somebody's own, raised by code that the call has run.
+    // Python's code does the wording, since it is a matter of texts and is needed when something went wrong
+    // already.
     static void Reword(PyObject* args, PyObject* named) {
         try {
             py::error_already_set error; // takes the exception, and would end it unseen
@@ -51,6 +54,8 @@ private:
     }
 };
 
+/// pybind11 wraps a method in what binds it to `self`. Null for what pybind11 hasn't made, as __hash__ =
+/// None.
 PyCFunctionObject* FunctionIn(PyObject* thing) {
     if (thing != nullptr && PyInstanceMethod_Check(thing)) {
         thing = PyInstanceMethod_Function(thing);

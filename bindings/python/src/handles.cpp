@@ -8,10 +8,12 @@
 
 namespace ZantrelPython {
 
+// The translations stand before the layout, which borrows them, and so end after it.
 LayoutHandle::LayoutHandle(std::unique_ptr<Zantrel::ParameterLayout> layout) : m_layout(std::move(layout)) {
     m_layout->SetResourceDictionary(&m_translations);
 }
 
+// Databases keep bags that are laid out by the layout's nodes, and threads walk over these without a lock.
 Zantrel::ParameterLayout& LayoutHandle::Change() {
     if (m_uses != 0) {
         throw std::runtime_error(
@@ -21,11 +23,14 @@ Zantrel::ParameterLayout& LayoutHandle::Change() {
     return *m_layout;
 }
 
+// No node is left by now, as each holds the database, and no other thread can come to it any more.
 DatabaseHandle::~DatabaseHandle() {
     Unlocked const unlocked;
     m_database.reset();
 }
 
+// Exchanged and not assigned, so that nothing fails half-way; the old values end with `other`. Cursors lead
+// into those, and so the count goes up before anyone asks for one.
 void DatabaseHandle::TakeOver(DatabaseHandle& other) {
     static_cast<void>(Get());
     m_database.swap(other.m_database);
@@ -38,6 +43,8 @@ void DatabaseHandle::TakeOver(DatabaseHandle& other) {
     }
 }
 
+// Refused and not waited for: the thread that has it may be waiting for the interpreter's lock, which the one
+// that asks holds.
 Zantrel::ParameterDatabase& DatabaseHandle::Get() {
     if (m_isBusy) {
         throw std::runtime_error(

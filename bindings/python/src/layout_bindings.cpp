@@ -23,7 +23,8 @@ namespace {
 
 using LayoutClass = py::class_<LayoutHandle, std::shared_ptr<LayoutHandle>>;
 
-/// With what a meta file carries; the library's own copies lean on their sources.
+/// With what a meta file carries; the library's own copies lean on their sources. Conditions and profile
+/// lists then name nodes of the copy, as they do in a layout that was read.
 std::shared_ptr<LayoutHandle> CopyOf(LayoutPointer const& layout) {
     py::object const bytes = SaveLayout(layout, std::nullopt, L"meta");
     ReadOptions options;
@@ -34,6 +35,7 @@ std::shared_ptr<LayoutHandle> CopyOf(LayoutPointer const& layout) {
     return copy;
 }
 
+/// What a layout has is nearly all here, and so the layout itself is a mapping of it.
 LayoutNodeOf ProfileEditor(LayoutPointer const& layout) {
     return {layout, layout->Get().m_profileEditor.GetNode()};
 }
@@ -83,6 +85,7 @@ void BindTranslations(LayoutClass& type) {
             layout->Get().GetResourceDictionary()->GetTranslation(key.value, language.value);
         return StrOf(text != nullptr ? *text : key.value);
     };
+    // A key that nobody has translated is what a user reads, as in a host.
     type.def("translate", translate, py::arg("key"), py::arg("language"));
     auto const add = [](LayoutPointer const& layout, Text const& key, Text const& language,
                         Text const& text) {
@@ -135,6 +138,7 @@ void BindSaving(LayoutClass& type) {
 }
 
 void BindFindings(LayoutClass& type) {
+    // Used, not busy: several threads may look at a layout at once, and none may change it meanwhile.
     type.def("lint", [](LayoutPointer const& self) {
         LayoutUse const use(self);
         std::vector<Editing::LintFinding> findings;

@@ -19,6 +19,8 @@ namespace {
 
 using NodeClass = py::class_<LayoutNodeOf>;
 
+// A field of any of these kinds is bound by one template, and the kinds differ here alone.
+
 py::object ToPython(std::wstring const& text) { return StrOf(text); }
 py::object ToPython(std::vector<std::wstring> const& texts) {
     py::list list;
@@ -63,6 +65,7 @@ template <class Number> void FromPython(Number& field, py::handle value) {
 /// A property, and a setter that gives the node, so that one expression declares a parameter.
 template <class Base, class Field> void Attribute(NodeClass& type, char const* name, Field Base::*field) {
     auto const get = [field](LayoutNodeOf const& node) { return ToPython(node.Get().*field); };
+    // pybind11 would tell a wrong value by the forms of a lambda; so it comes as an object and is told here.
     auto const set = [field, name](LayoutNodeOf const& node, py::object const& value) {
         Field wanted{}; // made before anything is changed: what is given may run Python code
         try {
@@ -78,6 +81,9 @@ template <class Base, class Field> void Attribute(NodeClass& type, char const* n
                       [set](LayoutNodeOf const& node, py::object const& value) { set(node, value); });
     type.def((std::string("set_") + name).c_str(), set, py::arg("value"));
 }
+
+// One row for each attribute. A name that is changed here is changed in _zantrel.pyi and _docs.py, too, which
+// the tests compare with what is bound.
 
 void BindContainerAttributes(NodeClass& type) {
     using Fields = LayoutNodeListSettings;
@@ -159,6 +165,7 @@ void BindTextAttribute(NodeClass& type, char const* name, std::wstring LayoutNod
         });
 }
 
+// Their setters have the names that the library's have, and so aren't those of the properties.
 void BindValues(NodeClass& type) {
     BindTextAttribute(type, "default", &LayoutNodeAttributes::m_defaultValue);
     BindTextAttribute(type, "min", &LayoutNodeAttributes::m_min);
@@ -180,6 +187,7 @@ void BindValues(NodeClass& type) {
     };
     type.def("set_default_value", setDefault, py::arg("value"));
     auto const setRange = [](LayoutNodeOf const& node, py::object const& min, py::object const& max) {
+        // Both before either is set, as the second may be refused.
         std::wstring least = LayoutTextOf(min), greatest = LayoutTextOf(max);
         node.Change().m_min = std::move(least);
         node.Change().m_max = std::move(greatest);
@@ -196,6 +204,7 @@ LayoutNode* SameLayout(LayoutNodeOf const& node, LayoutNodeOf const& other) {
     return &other.Change();
 }
 
+/// A source may be missing: of a layout from a file that names one which isn't there.
 py::list Conditions(LayoutNodeOf const& node, std::vector<LayoutNodeSource> const& sources) {
     py::list conditions;
     for (LayoutNodeSource const& source : sources) {
@@ -234,6 +243,7 @@ void BindConditions(NodeClass& type) {
     });
 }
 
+// Names come by NameOf, since these setters take them as texts that end at a null.
 void BindContainers(NodeClass& type) {
     auto const setList = [](LayoutNodeOf const& node, Text const& name, bool isList, Text const& display) {
         node.Change().SetList(isList, NameOf(name).c_str(), display.value);
@@ -274,6 +284,7 @@ void BindChoices(NodeClass& type) {
     });
 }
 
+/// Of several children of a name only the one that a look-up finds, so that each name is there once.
 py::list NamesBelow(LayoutNodeOf const& node) {
     py::list names;
     for (LayoutNode const* const child : ChildrenOf(node.Get())) {
@@ -330,6 +341,7 @@ void BindTree(NodeClass& type) {
     type.def(
         "__eq__", [](LayoutNodeOf const& node, LayoutNodeOf const& other) { return node == other; },
         py::is_operator());
+    // By address, which is safe: a node stays in its layout, and the layout lives as long as one of these.
     type.def("__hash__", [](LayoutNodeOf const& node) { return std::hash<void const*>()(&node.Get()); });
     type.def("__repr__", [](LayoutNodeOf const& node) {
         py::object const kind = TypeOf(node.Get());
@@ -358,7 +370,7 @@ LayoutNodeOf AddNode(LayoutNodeOf const& node, Text const& name, std::int32_t ty
         PyErr_SetString(PyExc_RecursionError, "a layout has at most 1000 levels");
         throw py::error_already_set();
     }
-    LayoutNode& parent = node.Change();
+    LayoutNode& parent = node.Change(); // last, so that nothing is refused once there is a child
     LayoutNode* const child = LayoutNode::MakeNode(known.c_str(), static_cast<eTypeLayoutNode>(type));
     child->m_defaultValue = std::move(text);
     parent.AppendNode(child);

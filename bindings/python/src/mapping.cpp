@@ -15,7 +15,7 @@ using namespace Zantrel;
 
 namespace {
 
-/// What rows of one layout node share.
+/// What rows of one layout node share, made once for all of them.
 struct Column {
     py::object unit, type;
 };
@@ -62,6 +62,7 @@ std::wstring FirstProfile(Node& profiles) {
     throw py::key_error(py::cast<std::string>(StrOf(profiles.Path())) + " has no profiles");
 }
 
+// A group's names are the layout's; the cursor is asked all the same, so that a stale node raises.
 bool Contains(Node& node, std::wstring const& name) {
     return node.Kind() == PlaceKind::ProfileList
                ? HasProfile(node, name)
@@ -99,6 +100,8 @@ py::list RowsOf(Node& top) {
     return rows;
 }
 
+// The place is made first, under the lock: it may raise. Then nobody else gets at the database until the
+// check is over, and other threads of Python go on.
 py::list FindingsOf(Node& node) {
     Editing::Place const place = node.Place();
     std::vector<Editing::Finding> findings;

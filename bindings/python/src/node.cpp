@@ -31,6 +31,7 @@ std::wstring_view NextSegment(std::wstring_view& path) {
     return segment;
 }
 
+/// Digits alone, and no more of them than a list may have items, so that no sum runs over.
 std::optional<std::size_t> NumberOf(std::wstring_view text) {
     std::size_t number = 0;
     for (wchar_t const digit : text) {
@@ -81,7 +82,8 @@ std::shared_ptr<Node> NextProfile(Node& profiles, std::wstring_view& path) {
     }
 }
 
-/// The next node on a path, or null; the step is taken off.
+/// The next node on a path, or null; the step is taken off. By the layout, of which each node knows its own:
+/// nothing is looked up by a path from the top.
 std::shared_ptr<Node> NextNode(Node& node, std::wstring_view& path) {
     switch (KindOf(node.Layout())) {
     case PlaceKind::ProfileList:
@@ -113,6 +115,8 @@ bool Node::Step::operator<(Step const& other) const {
            std::tie(other.kind, other.layout, other.index, other.profile);
 }
 
+// The class is what Python sees of the node, and stays: a node never becomes one of another kind, since the
+// layout doesn't change while a database stands on it. What isn't there raises here, by the first Cursor.
 std::shared_ptr<Node> Node::Make(std::shared_ptr<DatabaseHandle> database, std::shared_ptr<Node> parent,
                                  Step step) {
     bool const isEntry = step.kind == PlaceKind::Item || step.kind == PlaceKind::Profile ||
@@ -157,6 +161,7 @@ std::shared_ptr<Node> Node::LeaveParent() {
     return parent;
 }
 
+// The database knows its root by address alone: if it held it, neither would ever end.
 std::shared_ptr<Node> Node::Root(std::shared_ptr<DatabaseHandle> const& database) {
     if (database->m_root != nullptr) {
         return database->m_root->shared_from_this();
@@ -168,6 +173,7 @@ std::shared_ptr<Node> Node::Root(std::shared_ptr<DatabaseHandle> const& database
     return root;
 }
 
+// In step with the nodes that live, since each takes itself out: what is found can still be shared.
 std::shared_ptr<Node> Node::Below(Step step) {
     auto const found = m_below.find(step);
     if (found != m_below.end()) {
@@ -222,6 +228,7 @@ ParameterNode Node::Find() {
     ParameterNode const& above = m_parent->m_cursor;
     switch (m_step.kind) {
     case PlaceKind::Item:
+        // Fewer than there were where the library itself has changed the list, as by a read.
         return m_step.index < above.GetSize() ? above.GetListNode(m_step.index) : ParameterNode();
     case PlaceKind::Profile:
         return above.GetProfile(m_step.profile.c_str());
@@ -256,6 +263,8 @@ ParameterNode const& Node::Cursor() {
     return m_cursor;
 }
 
+// The editing library asks for the way to a place, too, since what counts for it depends on the profiles and
+// items that it lies in.
 Editing::Place Node::Place() {
     Cursor();
     std::vector<Step const*> steps;
@@ -346,6 +355,7 @@ void Node::ProfileRenamed(std::wstring const& name, std::wstring newName) {
     }
 }
 
+// The default profiles and templates stay, and so do groups: they stand for what the new values have there.
 void Node::EntriesReplaced() {
     ++m_database->m_changes;
     std::vector<Node*> open{this};
@@ -404,6 +414,7 @@ std::vector<std::wstring> NamesIn(Node& node) {
     return names;
 }
 
+// Names may hold both "/" and "_", so that neither form can be told by its look: Python's is tried first.
 std::shared_ptr<Node> NodeAt(Node& top, std::wstring const& path) {
     std::shared_ptr<Node> node = top.shared_from_this();
     std::wstring_view rest = path;

@@ -25,7 +25,8 @@ using namespace Zantrel::Editing;
 
 namespace {
 
-/// Asks or tells the cursor of a flag; AttributeError where it has none.
+/// Asks or tells the cursor of a flag; AttributeError where it has none, so that hasattr and getattr with a
+/// default work as they do with any attribute.
 template <class Use> auto UseFlag(Node& node, Use use) {
     ParameterNode cursor = node.Cursor();
     try {
@@ -49,6 +50,7 @@ void BindFlag(Class& type, char const* name, bool (ParameterNode::*get)() const,
                       py::cpp_function(setFlag, py::is_method(type), py::arg("value").noconvert()));
 }
 
+/// For shells and messages: what it is, where, and what is in it, cut off where that is long.
 std::wstring ReprOf(Node& node) {
     std::wstring const path = node.Path();
     LayoutNode const& layout = node.Layout();
@@ -79,6 +81,8 @@ py::object LookOfNode(Node& node) {
     return TypeNamed("Look")(look.isVisible, look.isEditable, reasons);
 }
 
+/// By content, and so of nodes of different databases, too: `row == {"X": 1}` is what tests and scripts ask.
+/// Flags play no part; databases compare those, too.
 bool AreEqual(NodePointer const& node, py::object const& other) {
     py::object const theirs =
         py::isinstance<Node>(other) ? ContentOf(*py::cast<NodePointer>(other), false) : other;
@@ -107,7 +111,8 @@ void BindNode(py::class_<Node, std::shared_ptr<Node>>& type) {
     type.def("walk", [](NodePointer const& node) { return NodeWalk(node); });
     type.def("rows", [](NodePointer const& node) { return RowsOf(*node); });
     type.def("__eq__", &AreEqual);
-    type.attr("__hash__") = py::none();
+    type.attr("__hash__") = py::none(); // equal by what can change
+    // Python would take an empty list or group for false, and `if node:` is asked of what may be None.
     type.def("__bool__", [](NodePointer const&) { return true; });
     type.def("__repr__", [](NodePointer const& node) {
         try {
@@ -122,7 +127,8 @@ void BindNode(py::class_<Node, std::shared_ptr<Node>>& type) {
 
 using ParameterClass = py::class_<ParameterNodeOf, Node, std::shared_ptr<ParameterNodeOf>>;
 
-/// Of the layout; None where there is no limit.
+/// Of the layout, which has texts: None where there is no limit, and where the text is no value of the type,
+/// which Layout.lint tells.
 void BindLimits(ParameterClass& type) {
     static constexpr struct {
         char const* name;
@@ -158,6 +164,7 @@ void BindParameter(py::module_& module) {
     BindLimits(type);
     type.def_property_readonly("choices",
                                [](NodePointer const& node) { return RecordsOf(ChoicesOf(node->Place())); });
+    // Asked anew each time: of a choice from profiles they come and go.
     type.def_property_readonly("options", [](NodePointer const& node) {
         py::list options;
         for (Choice const& choice : ChoicesOf(node->Place())) {
@@ -201,7 +208,8 @@ NodePointer Add(NodePointer const& list, py::object const& value, py::ssize_t to
             Move(list, static_cast<py::ssize_t>(item->Index()), to);
         }
     } catch (...) {
-        // What the value is may have run Python code, and moved or removed the item.
+        // What the value is may have run Python code, and moved or removed the item. Its node knows where it
+        // stands now.
         std::size_t const now = item->Index();
         if (!item->IsGone() && RemoveItem(list->Place(), now)) {
             list->ItemRemoved(now);
@@ -211,6 +219,7 @@ NodePointer Add(NodePointer const& list, py::object const& value, py::ssize_t to
     return item;
 }
 
+/// The library first: where it refuses, the nodes must go on as they are.
 void Remove(NodePointer const& list, std::size_t index) {
     RequireDone(RemoveItem(list->Place(), index));
     list->ItemRemoved(index);
@@ -228,6 +237,7 @@ std::vector<std::size_t> IndicesIn(Node& list, py::slice const& slice) {
     return indices;
 }
 
+/// A list of Python's own, as a slice of a list is.
 py::list GetSlice(NodePointer const& list, py::slice const& slice) {
     py::list values;
     for (std::size_t const index : IndicesIn(*list, slice)) {
@@ -321,6 +331,8 @@ void BindList(py::module_& module) {
              &ParameterNode::SetDisableAddRemove);
 }
 
+/// A profile that neither a file nor the library has marked can't be deleted, as the library has it; scripts
+/// may, when they say so.
 void RemoveNamed(NodePointer const& profiles, Text const& name, bool isForced) {
     NodePointer const profile = NodeNamed(*profiles, name.value);
     if (isForced) {
@@ -355,6 +367,7 @@ void BindProfiles(py::module_& module) {
         RemoveNamed(profiles, name, false);
     };
     type.def("__delitem__", remove, py::arg("name"));
+    // For popitem, which would otherwise list all names for each that it takes.
     type.def("_first", [](NodePointer const& profiles) { return StrOf(FirstProfile(*profiles)); });
     type.def_property_readonly("default",
                                [](NodePointer const& profiles) { return profiles->DefaultEntry(); });

@@ -75,6 +75,7 @@ void Filling::Take(std::shared_ptr<Node> const& node, py::handle values) {
     }
 }
 
+// "::Default::" is what ContentOf calls the default profile, so that all of a dict can be set again.
 void Filling::TakeNamed(Node& node, std::wstring const& name, py::handle values) {
     if (node.Kind() != PlaceKind::ProfileList) {
         Take(NodeNamed(node, name), values);
@@ -149,6 +150,8 @@ void Filling::TakeBack() {
     }
 }
 
+/// What was set stays when something is refused: values may be many, and a copy of all of them would cost
+/// more than most updates. Whoever wants all or nothing updates a copy of the database, or uses edit().
 template <class Begin> void Fill(bool isForced, Begin begin) {
     Filling filling(isForced);
     try {
@@ -171,6 +174,7 @@ void UpdateNamed(Node& node, std::wstring const& name, py::handle values, bool i
     Fill(isForced, [&](Filling& filling) { filling.TakeNamed(node, name, values); });
 }
 
+// One dict of both, so that all keys are looked at in the order in which dict.update would set them.
 void UpdateAll(Node& node, py::handle values, py::dict const& named, bool isForced) {
     py::dict all;
     bool const isMapping = py::hasattr(values, "keys");

@@ -46,6 +46,7 @@ std::wstring TextOfNumber(double number) {
     return std::wstring(digits, std::to_chars(digits, digits + sizeof digits, number).ptr);
 }
 
+/// Without the locale, as the library reads its own texts. What isn't wholly a number is none.
 template <class Number> py::object NumberOfText(std::wstring const& text) {
     std::string const narrow = StringConversion::NativeToUtf8(text);
     Number number{};
@@ -54,7 +55,8 @@ template <class Number> py::object NumberOfText(std::wstring const& text) {
     return isWhole ? MakeValue(number) : py::none();
 }
 
-// May run Python code: __index__, __float__, __fspath__.
+// The text for a value of each type of node. A flag is no number here, though Python has it as one: who sets
+// a number to True has made a mistake. May run Python code: __index__, __float__, __fspath__.
 std::wstring TextFor(Node& node, TypeTag<std::int32_t>, py::handle value) {
     if (PyBool_Check(value.ptr()) || PyIndex_Check(value.ptr()) == 0) {
         RaiseWrongType(node, "a whole number or a text", value);
@@ -121,6 +123,7 @@ std::vector<Finding> ReadOnlyBy(Editing::Place const& place) {
     return {};
 }
 
+// The bytes are copied before the database is asked for anything: making them may run Python code.
 void SetAttachment(Node& node, py::handle value, bool isForced) {
     auto const pair = py::reinterpret_borrow<py::tuple>(value);
     std::wstring name = WideOf(pair[0]);
@@ -145,6 +148,7 @@ py::object ValueOf(ParameterView const& cursor) {
     return made;
 }
 
+// A layout that is made in code, or set_type, may have a number that no file knows; it stays a number.
 py::object TypeOf(LayoutNode const& layout) {
     auto const number = static_cast<std::int32_t>(layout.m_type);
     bool const isKnown = number >= Group && number <= StandardOptions;
@@ -166,6 +170,7 @@ py::object ValueOfText(eTypeLayoutNode type, std::wstring const& text) {
     });
 }
 
+// Not through str(), which subclasses define as they like.
 std::wstring LayoutTextOf(py::handle value) {
     if (value.is_none()) {
         return L"";
@@ -215,7 +220,7 @@ py::object ContentOf(Node& node, bool withDefaults) {
         py::object content = isLeaf                    ? ValueOf(walk.Node())
                              : kind == PlaceKind::List ? py::object(py::list())
                                                        : py::object(py::dict());
-        open.resize(walk.Depth());
+        open.resize(walk.Depth()); // ends the containers that the walk has left
         if (kind == PlaceKind::Item && walk.Depth() != 0) {
             py::reinterpret_borrow<py::list>(open.back()).append(content);
         } else if (walk.Depth() != 0) {
@@ -278,6 +283,8 @@ void RaiseWrongType(Node& node, char const* wanted, py::handle value) {
                          Py_TYPE(value.ptr())->tp_name);
 }
 
+// The text first, whose making may run Python code; from there on nothing does, and the place stays what it
+// is. All objections are collected, so that one exception tells a person everything at once.
 void SetValue(Node& node, py::handle value, bool isForced) {
     bool const isAttachment = node.Layout().m_type == FileAttachment;
     if (isAttachment && py::isinstance(value, TypeNamed("Attachment"))) {
