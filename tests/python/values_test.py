@@ -166,6 +166,9 @@ def test_nodes_follow_their_entries_and_go_stale_with_them(db):
     assert materials.add("Brass").node("Infill") == {"Power": 280}
     with pytest.raises(KeyError):
         materials["Iron"] = {"Nope": 1}
+    for change in (lambda: materials.rename("Bras", "Iron"), lambda: materials.add("Iron", copy_of="Bras")):
+        with pytest.raises(KeyError, match='did you mean "Brass"'):
+            change()
     for change in (materials.add, lambda name: materials.rename("Brass", name)):
         with pytest.raises(zantrel.Refused, match='"::Default::" is no name for a profile'):
             change("::Default::")

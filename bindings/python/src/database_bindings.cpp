@@ -127,6 +127,7 @@ void BindFiles(DatabaseClass& type) {
 void BindPlaces(DatabaseClass& type) {
     BindMapping<DatabasePointer>(type,
                                  [](DatabasePointer const& self) -> NodePointer { return Node::Root(self); });
+    type.def("__bool__", [](DatabasePointer const&) { return true; }); // also without a parameter
     type.def_property_readonly("root", [](DatabasePointer const& self) { return Node::Root(self); });
     auto const at = [](DatabasePointer const& self, Text const& path) {
         return NodeAt(*Node::Root(self), path.value);

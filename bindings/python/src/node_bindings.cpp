@@ -295,12 +295,8 @@ void BindSequence(ListClass& type) {
     type.def("__delitem__", &RemoveSlice, py::arg("index"));
 }
 
-void BindList(py::module_& module) {
-    ListClass type(module, "List");
-    RefuseMaking(type);
-    BindSequence(type);
-    auto const node = [](NodePointer const& list, Index index) { return NodeOfItem(*list, index.value); };
-    type.def("node", node, py::arg("index"));
+// Each is the library's change first, and then that of the nodes that are held: see Node.
+void BindEntries(ListClass& type) {
     auto const append = [](NodePointer const& list, py::object const& value) { return Add(list, value); };
     type.def("append", append, py::arg("value") = py::none());
     auto const insert = [](NodePointer const& list, Index index, py::object const& value) {
@@ -321,6 +317,15 @@ void BindList(py::module_& module) {
         Move(list, index.value, to.value);
     };
     type.def("move", move, py::arg("index"), py::arg("to"));
+}
+
+void BindList(py::module_& module) {
+    ListClass type(module, "List");
+    RefuseMaking(type);
+    BindSequence(type);
+    auto const node = [](NodePointer const& list, Index index) { return NodeOfItem(*list, index.value); };
+    type.def("node", node, py::arg("index"));
+    BindEntries(type);
     type.def("to_list", [](NodePointer const& list) { return ContentOf(*list, false); });
     auto const update = [](NodePointer const& list, py::object const& values, bool force) {
         Update(*list, values, force);
@@ -350,12 +355,16 @@ void BindProfiles(py::module_& module) {
     type.def(
         "add",
         [](NodePointer const& profiles, Text const& name, std::optional<Text> const& copyOf) {
+            if (copyOf) {
+                NodeNamed(*profiles, copyOf->value);
+            }
             RequireDone(copyOf ? DuplicateProfile(profiles->Place(), copyOf->value, name.value)
                                : AddProfile(profiles->Place(), name.value));
             return profiles->Profile(name.value);
         },
         py::arg("name"), py::kw_only(), py::arg("copy_of") = py::none());
     auto const rename = [](NodePointer const& profiles, Text const& name, Text const& newName) {
+        NodeNamed(*profiles, name.value); // KeyError, with the names most alike
         EntryChange const change = RenameProfile(profiles->Place(), name.value, newName.value);
         RequireDone(change);
         profiles->ProfileRenamed(name.value, newName.value);

@@ -136,7 +136,8 @@ _DOCS: dict[str, dict[str, str]] = {
         "add": """Adds a profile with the values of the default one, or of that whose name is `copy_of`, and gives
         its node.
 
-        Refused where the name is in use or none, or the layout or a flag doesn't let users add one.""",
+        KeyError where that one isn't there; Refused where the name is in use or none, or the layout or a flag doesn't
+        let users add one.""",
         "rename": """Gives a profile another name, which choices of it take on: each as a Finding. Its node goes on
         with it.
 
