@@ -72,6 +72,13 @@ def test_what_is_read_only_takes_force(db):
     assert refused.value.findings[0].kind == "read_only"
     db.set("Power", 1000, force=True)
     assert db["Power"] == 1000 and [f.kind for f in db.at("Power").validate()] == ["above_maximum"]
+    materials, steel = db["Materials"], db["Materials"].add("Steel")
+    steel.can_be_deleted, materials.disable_add_remove = False, True
+    with pytest.raises(zantrel.Refused, match="disabled"):
+        materials.remove("Steel", force=True)
+    assert not steel.can_be_deleted
+    materials.disable_add_remove = False
+    materials.remove("Steel", force=True)
 
 
 def test_a_parameter_tells_its_unit_limits_and_look(db):

@@ -340,11 +340,16 @@ void BindList(py::module_& module) {
 /// may, when they say so.
 void RemoveNamed(NodePointer const& profiles, Text const& name, bool isForced) {
     NodePointer const profile = NodeNamed(*profiles, name.value);
-    if (isForced) {
-        ParameterNode cursor = profile->Cursor();
+    ParameterNode cursor = profile->Cursor();
+    bool const isUnlocked = isForced && !cursor.GetCanBeDeleted();
+    if (isUnlocked) {
         cursor.SetCanBeDeleted(true);
     }
-    RequireDone(RemoveProfile(profiles->Place(), name.value));
+    EntryChange const change = RemoveProfile(profiles->Place(), name.value);
+    if (!change && isUnlocked) {
+        cursor.SetCanBeDeleted(false); // something else is against it, and then nothing may have changed
+    }
+    RequireDone(change);
     profiles->ProfileRemoved(name.value);
 }
 
