@@ -3,17 +3,18 @@
 
 namespace Zantrel::Io {
 
-std::wstring DescribeFailure(std::wstring_view action, std::wstring_view path, Error error,
-                             std::wstring_view explanation) {
+Failure DescribeFailure(std::wstring_view action, std::wstring_view path, Error error,
+                        std::wstring_view explanation) {
     std::wstring text = std::wstring(action).append(L" \"").append(path).append(L"\": ") + Describe(error);
     if (!explanation.empty()) {
         text.append(L" (").append(explanation).append(L")");
     }
-    return text + L'.';
+    return {text + L'.', std::error_code(error, std::system_category())};
 }
 
-std::wstring DescribeBadPath(std::wstring_view path) {
-    return std::wstring(L"No file can have the path \"").append(path).append(L"\".");
+Failure DescribeBadPath(std::wstring_view path) {
+    return {std::wstring(L"No file can have the path \"").append(path).append(L"\"."),
+            std::make_error_code(std::errc::invalid_argument)};
 }
 
 } // namespace Zantrel::Io

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "io/input_file.h"
 
-#include "io/describe_failure.h"
 #include "text/byte_pieces.h"
 
 namespace Zantrel::Io {

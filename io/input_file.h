@@ -2,6 +2,7 @@
 #pragma once
 
 #include "io/byte_source.h"
+#include "io/describe_failure.h"
 #include "io/system.h"
 
 #include <cstddef>
@@ -18,12 +19,12 @@ public:
     bool Open(std::wstring const& path);
     std::ptrdiff_t Read(char* into, std::size_t size) override;
 
-    /// Why Open or Read failed, one sentence; empty before.
-    std::wstring const& FailureText() const noexcept { return m_failure; }
+    /// Why Open or Read failed; empty before.
+    Failure const& WhyItFailed() const noexcept { return m_failure; }
 
 private:
     std::wstring m_path;
-    std::wstring m_failure;
+    Failure m_failure;
     File m_file;
 };
 

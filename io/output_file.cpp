@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "io/output_file.h"
 
-#include "io/describe_failure.h"
-
 #include <algorithm>
 #include <cstdint>
 #include <cstdio>
@@ -144,7 +142,7 @@ Error OutputFile::WriteInPlace() {
     return error == 0 ? m_file.Close() : error;
 }
 
-std::wstring OutputFile::FailureText() const {
+Failure OutputFile::WhyItFailed() const {
     if (m_badPath) {
         return DescribeBadPath(m_path);
     }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "io/byte_sink.h"
+#include "io/describe_failure.h"
 #include "io/system.h"
 
 #include <string>
@@ -34,8 +35,8 @@ public:
     /// for what Notes tells. Once, as the last call.
     bool Commit();
 
-    /// Why one of them gave false, one sentence; empty before.
-    std::wstring FailureText() const;
+    /// Why one of them gave false; empty before.
+    Failure WhyItFailed() const;
     /// What isn't as it should be after a Commit that gave true, a sentence each; none where memory runs out,
     /// since then nothing fails any more.
     std::vector<std::wstring> Notes() const noexcept;

@@ -42,6 +42,7 @@ constexpr std::size_t LongText = 10000;
 struct Refusal {
     std::wstring sentence;
     std::wstring path;
+    std::error_code code = {}; ///< where it was the file
 };
 
 using Bytes = std::vector<std::byte>;
@@ -346,7 +347,8 @@ void Write(Pieces const& document, std::wstring const& target, WriteReport* repo
         isWritten = isWritten && out.Write(piece);
     }
     if (!isWritten || !out.Commit()) {
-        throw Refusal{out.FailureText(), L""};
+        Io::Failure const failure = out.WhyItFailed();
+        throw Refusal{failure.sentence, L"", failure.code};
     }
     if (report != nullptr) {
         report->m_notes = out.Notes();
@@ -394,6 +396,7 @@ bool EditOrReport(ParameterLayout const& layout, std::wstring const& path,
         if (report != nullptr) {
             report->m_sentence = std::move(refusal.sentence);
             report->m_path = std::move(refusal.path);
+            report->m_error = refusal.code;
         }
         return false;
     }

@@ -2,16 +2,15 @@
 #pragma once
 
 #include "io/byte_source.h"
-
-#include <string>
+#include "io/describe_failure.h"
 
 namespace Zantrel::Sax {
 
 /// The bytes of one document.
 class DocumentSource : public Io::ByteSource {
 public:
-    /// Why Read failed, one sentence; empty unless it did.
-    virtual std::wstring FailureText() const = 0;
+    /// Why Read failed; empty unless it did.
+    virtual Io::Failure WhyItFailed() const = 0;
 };
 
 } // namespace Zantrel::Sax

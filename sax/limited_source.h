@@ -5,7 +5,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <string>
 
 namespace Zantrel::Sax {
 
@@ -16,7 +15,7 @@ public:
     LimitedSource(DocumentSource& source, std::uint64_t limit) : m_source(source), m_left(limit) {}
 
     std::ptrdiff_t Read(char* into, std::size_t size) override;
-    std::wstring FailureText() const override { return m_source.FailureText(); }
+    Io::Failure WhyItFailed() const override { return m_source.WhyItFailed(); }
     bool IsBeyond() const noexcept { return m_isBeyond; }
 
 private:

@@ -26,7 +26,7 @@ public:
         m_pieces[m_at].remove_prefix(taken);
         return static_cast<std::ptrdiff_t>(taken);
     }
-    std::wstring FailureText() const override { return L""; }
+    Io::Failure WhyItFailed() const override { return {}; }
 
 private:
     std::vector<std::string_view> m_pieces; ///< what is still to be read of each

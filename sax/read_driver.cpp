@@ -448,10 +448,12 @@ void ReadDriver::ReportError() {
         RefuseBeyond(isLong ? Limit::Text : Limit::Bytes, isLong ? m_limits.m_textBytes : m_limits.m_bytes,
                      m_tokeniser.Where());
     } else if (m_report != nullptr) {
-        std::wstring const failure = m_source.FailureText();
-        bool const sourceFailed = !failure.empty();
-        Report(sourceFailed ? Kind::CannotRead : Kind::DocumentError,
-               {sourceFailed ? failure : StringConversion::Utf8ToNative(m_tokeniser.ErrorText())});
+        Io::Failure const failure = m_source.WhyItFailed();
+        if (failure.sentence.empty()) {
+            Report(Kind::DocumentError, {StringConversion::Utf8ToNative(m_tokeniser.ErrorText())});
+        } else {
+            Report(Kind::CannotRead, {failure.sentence}, failure.code);
+        }
     }
 }
 
@@ -475,12 +477,13 @@ std::wstring ReadDriver::ShownAs(Kind kind, std::string_view text) const {
 }
 
 // An entry that has no room costs no text, only the count.
-void ReadDriver::Report(Kind kind, std::initializer_list<std::wstring_view> parts) {
+void ReadDriver::Report(Kind kind, std::initializer_list<std::wstring_view> parts, std::error_code code) {
     if (m_report == nullptr) {
         return;
     }
     m_isReported = true;
     ReadReport::Entry entry = EntryOf(kind);
+    entry.error = code;
     if (m_report->HasRoomFor(kind)) {
         entry.sentence = Text::Fill(KindTexts[static_cast<std::size_t>(kind)].pattern, parts);
     }

@@ -17,6 +17,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <vector>
 
 namespace Zantrel::Sax {
@@ -131,7 +132,8 @@ private:
     /// False when the entry would be beyond the limit of what is reported.
     bool IsReportWithinLimits(ReadReport::Entry const& entry);
     /// `parts` fill the sentence of that kind. Does nothing without a report.
-    void Report(ReadReport::Kind kind, std::initializer_list<std::wstring_view> parts);
+    void Report(ReadReport::Kind kind, std::initializer_list<std::wstring_view> parts,
+                std::error_code code = {});
 
     ReadLimits const m_limits;
     LimitedSource m_source;

@@ -30,7 +30,7 @@ class FileSource final : public Sax::DocumentSource {
 public:
     bool Open(std::wstring const& path) { return m_file.Open(path); }
     std::ptrdiff_t Read(char* into, std::size_t size) override { return m_file.Read(into, size); }
-    std::wstring FailureText() const override { return m_file.FailureText(); }
+    Io::Failure WhyItFailed() const override { return m_file.WhyItFailed(); }
 
 private:
     Io::InputFile m_file;
@@ -43,7 +43,9 @@ public:
     explicit StreamSource(std::istream& in) : m_in(in), m_hasFailed(in.fail() || in.rdbuf() == nullptr) {}
 
     bool HasFailed() const noexcept { return m_hasFailed; }
-    std::wstring FailureText() const override { return m_hasFailed ? L"The stream can't be read." : L""; }
+    Io::Failure WhyItFailed() const override {
+        return {m_hasFailed ? L"The stream can't be read." : L"", {}};
+    }
 
     std::ptrdiff_t Read(char* into, std::size_t size) override {
         try {
@@ -93,22 +95,24 @@ private:
 };
 
 /// For what fails before there is a document with places.
-void ReportUnreadable(ReadReport* report, std::wstring const& sentence) {
+void ReportUnreadable(ReadReport* report, Io::Failure const& failure) {
     if (report != nullptr) {
         ReadReport::Entry entry;
         entry.kind = ReadReport::Kind::CannotRead;
-        entry.sentence = sentence;
+        entry.sentence = failure.sentence;
+        entry.error = failure.code;
         report->Add(std::move(entry));
     }
 }
 
-/// Fills the report of a write that failed. `sinkText` says why the sink failed, for when it did: that cause
+/// Fills the report of a write that failed. `ofSink` says why the sink failed, for when it did: that cause
 /// goes first, and it lies at no element.
-bool Conclude(bool succeeded, Sax::WriteDriver const& driver, std::wstring const& sinkText,
+bool Conclude(bool succeeded, Sax::WriteDriver const& driver, Io::Failure const& ofSink,
               WriteReport* report) {
     if (!succeeded && report != nullptr) {
-        bool const sinkFailed = driver.SinkFailed() || !sinkText.empty();
-        report->m_sentence = sinkFailed ? sinkText : driver.FaultText();
+        bool const sinkFailed = driver.SinkFailed() || !ofSink.sentence.empty();
+        report->m_sentence = sinkFailed ? ofSink.sentence : driver.FaultText();
+        report->m_error = ofSink.code;
         report->m_path = sinkFailed ? std::wstring() : driver.FaultPath();
     }
     return succeeded;
@@ -137,7 +141,7 @@ void XMLNamespaceHandler::UpdateNamespaces(std::map<std::string, std::string> co
 bool ReadFile(std::wstring const& path, ISAXPersist& handler, ReadReport* report) {
     FileSource source;
     if (!source.Open(path)) {
-        ReportUnreadable(report, source.FailureText());
+        ReportUnreadable(report, source.WhyItFailed());
         return false;
     }
     return Sax::ReadDriver(source, handler, report).Run();
@@ -147,7 +151,7 @@ bool ReadFile(std::wstring const& path, ISAXPersist& handler, ReadReport* report
 bool ReadStream(std::basic_istream<char>& in, ISAXPersist& handler, ReadReport* report) {
     StreamSource source(in);
     if (source.HasFailed()) {
-        ReportUnreadable(report, source.FailureText());
+        ReportUnreadable(report, source.WhyItFailed());
         return false;
     }
     bool const succeeded = Sax::ReadDriver(source, handler, report).Run();
@@ -169,7 +173,7 @@ bool WriteFile(std::wstring const& path, ISAXPersist const& handler, WriteOption
     if (succeeded && report != nullptr) {
         report->m_notes = file.Notes();
     }
-    return Conclude(succeeded, driver, file.FailureText(), report);
+    return Conclude(succeeded, driver, file.WhyItFailed(), report);
 }
 
 bool WriteStream(std::basic_ostream<char>& out, ISAXPersist const& handler, WriteOptions const& options,
@@ -180,7 +184,7 @@ bool WriteStream(std::basic_ostream<char>& out, ISAXPersist const& handler, Writ
     bool const succeeded = !sink.HasFailed() && driver.Run(handler, options) && sink.Flush();
     // The report is filled before the stream's state is set, which may throw.
     bool const streamFailed = sink.HasFailed();
-    Conclude(succeeded, driver, streamFailed ? L"The stream can't be written." : L"", report);
+    Conclude(succeeded, driver, {streamFailed ? L"The stream can't be written." : L"", {}}, report);
     if (streamFailed) {
         out.setstate(std::ios_base::badbit);
     }

@@ -100,8 +100,9 @@ TEST_F(Files, AreRefusedWhereNoneCanBe) {
         OutputFile file;
         InputFile reader;
         EXPECT_FALSE(reader.Open(path) || (file.Open(path) && file.Write("new") && file.Commit()));
-        EXPECT_THAT(file.FailureText(), testing::AnyOf(L"No file can have the path \"" + path + L"\".",
-                                                       IsSentence(L"Can't write \"" + path + L"\": ")));
+        EXPECT_THAT(file.WhyItFailed().sentence,
+                    testing::AnyOf(L"No file can have the path \"" + path + L"\".",
+                                   IsSentence(L"Can't write \"" + path + L"\": ")));
     }
     Expect("old");
 }
@@ -178,7 +179,7 @@ TEST_F(Files, StayWhereAnotherProgramHoldsThem) {
         OutputFile file;
         ASSERT_TRUE(file.Open(WidePath(m_file)) && file.Write("new"));
         EXPECT_FALSE(file.Commit());
-        EXPECT_THAT(file.FailureText(), IsSentence(L"Can't write \"" + WidePath(m_file) + L"\": "));
+        EXPECT_THAT(file.WhyItFailed().sentence, IsSentence(L"Can't write \"" + WidePath(m_file) + L"\": "));
     }
     Expect("old");
     EXPECT_TRUE(Write(m_file, "new"));
@@ -361,7 +362,8 @@ TEST_F(Files, ThatCannotBeReplacedAreWrittenInPlaceWhereTheHostAllowsIt) {
             AsUser1 const user(m_folder / "");
             bool const isWritten = file.Open(L"a") && file.Write("new") && file.Commit();
             EXPECT_EQ(isWritten, row.mayWriteInPlace);
-            EXPECT_THAT(isWritten ? file.Notes().at(0) : file.FailureText(), testing::EndsWith(row.end));
+            EXPECT_THAT(isWritten ? file.Notes().at(0) : file.WhyItFailed().sentence,
+                        testing::EndsWith(row.end));
         }
         Expect(row.mayWriteInPlace ? "new" : "old content");
     }

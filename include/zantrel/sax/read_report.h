@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <system_error>
 #include <vector>
 
 namespace Zantrel {
@@ -45,6 +46,7 @@ public:
         std::uint64_t column = 0; ///< from 1, in characters
         std::wstring path;        ///< of the element in question; empty where there is none
         std::wstring sentence;    ///< for a person, quotes the text in question
+        std::error_code error;    ///< of CannotRead of a file, as WriteReport::m_error has it
     };
 
     /// In document order, read by read: the last one of a read that failed is its cause.

@@ -4,6 +4,7 @@
 #include <zantrel/export.h>
 
 #include <string>
+#include <system_error>
 #include <vector>
 
 namespace Zantrel {
@@ -14,6 +15,10 @@ class ZANTREL_EXPORT WriteReport {
 public:
     std::wstring m_sentence; ///< what made it fail, for a person; empty after a write that succeeded
     std::wstring m_path;     ///< the elements that were open, as ReadReport::Entry has it; may be empty
+    /// The system's error where it was the file that couldn't be written, or std::errc::invalid_argument of a
+    /// path that no file can have; none where the document was to blame, and of streams. Compare it with
+    /// std::errc::no_space_on_device and the others, which mean the same on every system.
+    std::error_code m_error;
 
     /// After a write that succeeded, a sentence for each thing that isn't as it should be, or may not be what
     /// was meant: profiles of a parameter file that share their name with an earlier one; owner, access
