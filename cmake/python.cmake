@@ -27,7 +27,8 @@ set_target_properties(_zantrel PROPERTIES
   LIBRARY_OUTPUT_DIRECTORY ${python_package}/zantrel)
 
 # Beside it the libraries, and what is Python already.
-set(python_files __init__.py __main__.py _arguments.py _docs.py _edit.py _protocols.py _types.py _zantrel.pyi py.typed)
+set(python_files __init__.py __main__.py _arguments.py _docs.py _edit.py _files.py _protocols.py _types.py _zantrel.pyi
+  py.typed)
 list(TRANSFORM python_files PREPEND ${PROJECT_SOURCE_DIR}/bindings/python/zantrel/)
 if(WIN32)
   set(python_libraries $<TARGET_FILE:zantrel> $<TARGET_FILE:zantrel_editing>)

@@ -5,6 +5,7 @@ import re
 import subprocess
 import sys
 import warnings
+from concurrent.futures import ThreadPoolExecutor
 
 import pytest
 from conftest import DATA, FORMATS, ROOT, machine_layout
@@ -70,6 +71,44 @@ def test_what_the_system_refuses_is_an_os_error_with_its_file(db, tmp_path):
     assert os.listdir(tmp_path) == []
 
 
+def test_what_can_be_read_once_only_is_read(db, tmp_path):
+    def through_a_pipe(read, data):
+        pipe = tmp_path / "pipe"
+        pipe.exists() or os.mkfifo(pipe)
+        with ThreadPoolExecutor(1) as pool:
+            pool.submit(pipe.write_bytes, data)
+            return read(pipe)
+
+    db["Power"] = 99
+    for format in ("generic", "machine"):
+        read = through_a_pipe(lambda pipe: zantrel.load(pipe, db.layout, notes=[]), db.dumps(format=format))
+        assert (read.to_dict(), read.format) == (db.to_dict(), format)
+    layout = through_a_pipe(lambda pipe: zantrel.Layout.load(pipe, notes=[]), db.layout.dumps())
+    assert layout.diff(db.layout) == []
+    db.set("Power", 20, force=True)
+    findings = through_a_pipe(lambda pipe: zantrel.check(pipe, db.layout), db.dumps())
+    assert ("below_minimum", "Power", 0) in [(f.kind, f.path, f.line) for f in findings]
+    limits = {"bytes": 100}
+    with pytest.raises(zantrel.ReadError, match="more than 100 bytes"):
+        through_a_pipe(lambda pipe: zantrel.load(pipe, db.layout, limits=limits), db.dumps())
+    with pytest.raises(zantrel.ReadError):
+        zantrel.load("/dev/zero", db.layout, limits=limits)
+    strange = os.fsencode(tmp_path) + b"/\xff.xml"
+    with open(strange, "wb") as file:
+        file.write(db.dumps())
+    assert zantrel.load(strange, db.layout) == db
+    with pytest.raises(OSError, match="No file can have the path"):
+        db.save(strange)
+
+
+def test_bytes_come_in_any_object_that_has_some(db):
+    for kind in (bytes, bytearray, memoryview):
+        assert zantrel.loads(kind(db.dumps()), db.layout) == db
+    for wrong in ("m.xml", 5, [1, 2], None):
+        with pytest.raises(TypeError):
+            zantrel.loads(wrong, db.layout)
+
+
 def test_limits_end_a_read(file, layout):
     with pytest.raises(zantrel.ReadError, match="more than 3 elements"):
         zantrel.load(file, layout, limits={"elements": 3})
@@ -129,8 +168,9 @@ def test_formats_and_reading_again(db, tmp_path):
     assert db["Heights"] == [5]
     with pytest.raises(zantrel.StaleNode):
         held.to_dict()
-    with pytest.raises(ValueError, match="format"):
-        db.save(tmp_path / "m.xml", format="json")
+    for wrong in ("json", "\udc80"):
+        with pytest.raises(ValueError, match='or "machine", not'):
+            db.save(tmp_path / "m.xml", format=wrong)
 
 
 def test_differences_and_migration(layout):
@@ -202,10 +242,21 @@ def test_examples_have_a_test(name):
     assert re.search(rf"\b{name}\b", (ROOT / "tests" / "python" / "examples_test.py").read_text())
 
 
-def test_errno_of_a_file_that_may_not_be_written(db, tmp_path):
-    if os.geteuid() == 0:
-        pytest.skip("root may write everywhere")
-    tmp_path.chmod(0o500)
-    with pytest.raises(PermissionError) as refused:
-        db.save(tmp_path / "m.xml")
-    assert refused.value.errno == errno.EACCES
+def test_errno_of_files_that_cant_be_written(db, tmp_path, monkeypatch):
+    with pytest.raises(OSError) as full:
+        db.save("/dev/full")
+    assert (full.value.errno, full.value.filename) == (errno.ENOSPC, "/dev/full")
+    db.save(tmp_path / "m.xml")
+    (tmp_path / "m.xml").chmod(0o666)
+    tmp_path.chmod(0o555)
+    monkeypatch.chdir(tmp_path)
+    is_root = os.geteuid() == 0  # who may write everywhere
+    if is_root:
+        os.seteuid(1)
+    try:
+        with pytest.raises(PermissionError, match=r"Permission denied \(no file can be made in its folder") as refused:
+            db.save("m.xml")
+    finally:
+        if is_root:
+            os.seteuid(0)
+    assert (refused.value.errno, refused.value.filename) == (errno.EACCES, "m.xml")

@@ -75,21 +75,26 @@ ReadOptions OptionsOf(Text const& format, py::object const& notes, py::object co
 void BindLoading(py::module_& module) {
     auto const load = [](FilePath const& path, LayoutPointer const& layout, Text const& format,
                          py::object const& notes, py::object const& limits) {
-        return LoadDatabase(layout, {path.value, std::nullopt}, OptionsOf(format, notes, limits));
+        ReadOptions const options = OptionsOf(format, notes, limits);
+        return LoadDatabase(layout, DocumentOf(path, options.limits), options);
     };
     module.def("load", load, py::arg("path"), py::arg("layout"), py::kw_only(), py::arg("format") = Text{},
                py::arg("notes") = py::none(), py::arg("limits") = py::none());
-    auto const loads = [](py::bytes const& data, LayoutPointer const& layout, Text const& format,
+    auto const loads = [](Data const& data, LayoutPointer const& layout, Text const& format,
                           py::object const& notes, py::object const& limits) {
-        return LoadDatabase(layout, {L"", py::cast<std::string>(data)}, OptionsOf(format, notes, limits));
+        return LoadDatabase(layout, DocumentOf(data), OptionsOf(format, notes, limits));
     };
     module.def("loads", loads, py::arg("data"), py::arg("layout"), py::kw_only(), py::arg("format") = Text{},
                py::arg("notes") = py::none(), py::arg("limits") = py::none());
-    auto const check = [](FilePath const& path, LayoutPointer const& layout) {
-        return CheckFile(layout, path.value);
+    auto const check = [](FilePath const& path, LayoutPointer const& layout, py::object const& limits) {
+        ReadLimits const read = LimitsOf(limits);
+        return Check(layout, DocumentOf(path, read), read);
     };
-    module.def("check", check, py::arg("path"), py::arg("layout"));
-    module.def("root_of", [](FilePath const& path) { return StrOf(RootOf({path.value, std::nullopt})); });
+    module.def("check", check, py::arg("path"), py::arg("layout"), py::kw_only(),
+               py::arg("limits") = py::none());
+    module.def(
+        "root_of", [](FilePath const& path) { return StrOf(RootOf(DocumentOf(path))); }, py::arg("path"));
+    module.def("_root_of_bytes", [](Data const& data) { return StrOf(RootOf(DocumentOf(data))); });
     auto const edit = [](FilePath const& path, LayoutPointer const& layout, Text const& format,
                          py::dict const& texts) {
         return EditTexts(layout, path.value, format.value, texts);
@@ -103,7 +108,8 @@ void BindFiles(DatabaseClass& type) {
         DatabasePointer const copy = CopyOf(self); // so that a read that fails changes nothing
         {
             Busy const busy(*self); // what were changed meanwhile would be lost
-            ReadInto(*copy, {path.value, std::nullopt}, OptionsOf(format, notes, limits));
+            ReadOptions const options = OptionsOf(format, notes, limits);
+            ReadInto(*copy, DocumentOf(path, options.limits), options);
         }
         self->TakeOver(*copy);
     };

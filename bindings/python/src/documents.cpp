@@ -44,16 +44,6 @@ public:
     std::wstring m_root;
 };
 
-/// Calls the reader for a file or the one for a stream.
-template <class OfFile, class OfStream>
-bool ReadDocument(Document const& document, OfFile ofFile, OfStream ofStream) {
-    if (!document.bytes) {
-        return ofFile(document.path);
-    }
-    std::istringstream in(*document.bytes);
-    return ofStream(in);
-}
-
 bool FindRoot(Document const& document, std::wstring& root, ReadReport& report) {
     RootReader reader;
     ReadDocument(
@@ -102,8 +92,8 @@ Sort SortOf(Document const& document, LayoutHandle const& layout, std::wstring c
     return sort;
 }
 
-/// What is wrong with a file, found without the interpreter's lock.
-struct FileCheck {
+/// What is wrong with a document, found without the interpreter's lock.
+struct DocumentCheck {
     Sort sort;
     bool isRead = false;
     ReadReport report; ///< of the structure
@@ -111,19 +101,36 @@ struct FileCheck {
     std::vector<ValuePlace> places; ///< of the findings
 
     void Run(ParameterLayout const& layout, Document const& document, LayoutHandle const& handle) {
+        ReadLimits const limits = report.m_limits;
         sort = SortOf(document, handle, L"", report);
+        report.m_limits = limits;
         if (!sort.isRead || !sort.strange.empty()) {
             return;
         }
-        std::wstring const& path = document.path;
         ParameterFileValidityResult result;
-        isRead = sort.isMachine ? KlvrProperties::IsValidParameterFile(layout, path, {}, &result, &report)
-                                : IsValidParameterFile(layout, path, {}, &result, &report);
+        isRead = ReadDocument(
+            document,
+            [&](std::wstring const& path) {
+                return sort.isMachine
+                           ? KlvrProperties::IsValidParameterFile(layout, path, {}, &result, &report)
+                           : IsValidParameterFile(layout, path, {}, &result, &report);
+            },
+            [&](std::istream& in) {
+                return sort.isMachine
+                           ? KlvrProperties::IsValidParameterStream(layout, in, {}, &result, &report)
+                           : IsValidParameterStream(layout, in, {}, &result, &report);
+            });
         isRead = isRead || !result.m_messages.empty();
         // Once more for the values, and without a report: what doesn't fit is told by now.
         ParameterDatabase database(&layout);
         isRead = isRead && ReadValues(database, document, sort.isMachine, nullptr);
         findings = Editing::Validate(database);
+        if (!document.bytes) {
+            FindPlaces(layout, document.path);
+        }
+    }
+
+    void FindPlaces(ParameterLayout const& layout, std::wstring const& path) {
         std::vector<std::wstring> paths;
         for (Editing::Finding const& finding : findings) {
             paths.push_back(finding.path);
@@ -133,12 +140,10 @@ struct FileCheck {
     }
 };
 
-std::wstring NameOf(Document const& document) { return document.bytes ? L"<bytes>" : document.path; }
-
 void RequireFormat(std::wstring const& format, wchar_t const* one, wchar_t const* other) {
     if (!format.empty() && format != one && format != other) {
-        throw py::value_error(py::cast<std::string>(StrOf(
-            L"a format is \"" + std::wstring(one) + L"\" or \"" + other + L"\", not \"" + format + L'"')));
+        RaiseValueError(L"a format is \"" + std::wstring(one) + L"\" or \"" + other + L"\", not \"" + format +
+                        L'"');
     }
 }
 
@@ -147,20 +152,10 @@ template <class ToFile, class ToStream>
 py::object SaveDocument(std::optional<FilePath> const& path, WriteReport report, ToFile toFile,
                         ToStream toStream) {
     std::ostringstream out;
-    bool isWritten = false, isOfDocument = !path;
+    bool isWritten = false;
     {
         Unlocked const unlocked;
         isWritten = path ? toFile(path->value, &report) : toStream(out, &report);
-        if (!isWritten && path) {
-            // The report has words alone: whether document or file is to blame shows by writing without the
-            // file.
-            std::ostringstream nowhere;
-            WriteReport ofDocument;
-            isOfDocument = !toStream(nowhere, &ofDocument);
-        }
-    }
-    if (!isWritten && isOfDocument) {
-        Raise("WriteError", StrOf(report.Format()));
     }
     TellWritten(isWritten, path ? path->value : L"", report);
     return path ? py::object(py::none()) : py::object(py::bytes(out.str()));
@@ -179,22 +174,22 @@ std::uint64_t CountOf(py::handle value) {
 
 ReadLimits LimitsOf(py::object const& limits) {
     static constexpr struct {
-        char const* name;
+        wchar_t const* name;
         std::uint64_t ReadLimits::*field;
-    } fields[] = {{"bytes", &ReadLimits::m_bytes},
-                  {"text_bytes", &ReadLimits::m_textBytes},
-                  {"elements", &ReadLimits::m_elements},
-                  {"depth", &ReadLimits::m_depth},
-                  {"list_items", &ReadLimits::m_listItems},
-                  {"profiles", &ReadLimits::m_profiles},
-                  {"report_bytes", &ReadLimits::m_reportBytes}};
+    } fields[] = {{L"bytes", &ReadLimits::m_bytes},
+                  {L"text_bytes", &ReadLimits::m_textBytes},
+                  {L"elements", &ReadLimits::m_elements},
+                  {L"depth", &ReadLimits::m_depth},
+                  {L"list_items", &ReadLimits::m_listItems},
+                  {L"profiles", &ReadLimits::m_profiles},
+                  {L"report_bytes", &ReadLimits::m_reportBytes}};
     ReadLimits read;
     if (limits.is_none()) {
         return read;
     }
     for (auto const& [key, value] : py::dict(limits)) {
-        auto const name = py::cast<std::string>(py::str(key));
-        bool isKnown = name == "refuses_same_profiles";
+        std::wstring const name = WideOf(py::str(key));
+        bool isKnown = name == L"refuses_same_profiles";
         if (isKnown) {
             read.m_refusesSameProfiles = py::cast<bool>(value);
         }
@@ -205,7 +200,7 @@ ReadLimits LimitsOf(py::object const& limits) {
             }
         }
         if (!isKnown) {
-            throw py::value_error("there is no limit \"" + name + '"');
+            RaiseValueError(L"there is no limit \"" + name + L'"');
         }
     }
     return read;
@@ -229,8 +224,8 @@ py::list TellRead(bool isRead, Document const& document, ReadReport const& repor
     if (!isRead) {
         ReadReport::Entry const last =
             report.m_entries.empty() ? ReadReport::Entry() : report.m_entries.back();
-        if (last.kind == ReadReport::Kind::CannotRead && !document.bytes) {
-            RaiseFileError(document.path, last.sentence, false);
+        if (last.error) {
+            RaiseFileError(document.path, last.sentence, last.error);
         }
         Raise("ReadError", StrOf(NameOf(document) + L':' + ReadReport::Format(last)), notes);
     }
@@ -245,8 +240,11 @@ py::list TellRead(bool isRead, Document const& document, ReadReport const& repor
 }
 
 void TellWritten(bool isWritten, std::wstring const& path, WriteReport const& report) {
+    if (report.m_error) {
+        RaiseFileError(path, report.m_sentence, report.m_error);
+    }
     if (!isWritten) {
-        RaiseFileError(path, report.Format(), true);
+        Raise("WriteError", StrOf(report.Format()));
     }
     for (std::wstring const& note : report.m_notes) {
         Warn("PassedOver", StrOf(path + L": " + note));
@@ -367,16 +365,17 @@ py::object SaveDatabase(DatabaseHandle& handle, std::optional<FilePath> const& p
         });
 }
 
-py::list CheckFile(std::shared_ptr<LayoutHandle> const& handle, std::wstring const& path) {
+py::list Check(std::shared_ptr<LayoutHandle> const& handle, Document const& document,
+               ReadLimits const& limits) {
     LayoutUse const layout(handle);
-    Document const document{path, std::nullopt};
-    FileCheck check;
+    DocumentCheck check;
+    check.report.m_limits = limits;
     {
         Unlocked const unlocked;
         check.Run(*layout, document, *handle);
     }
     if (!check.sort.strange.empty()) {
-        Raise("ReadError", StrOf(path + L" is " + check.sort.strange));
+        Raise("ReadError", StrOf(NameOf(document) + L" is " + check.sort.strange));
     }
     py::list told, structure;
     ReadOptions options;
@@ -386,7 +385,7 @@ py::list CheckFile(std::shared_ptr<LayoutHandle> const& handle, std::wstring con
         told.append(TypeNamed("Finding")(note.attr("kind"), "error", note.attr("path"), "", "",
                                          note.attr("sentence"), note.attr("line"), note.attr("column")));
     }
-    check.places.resize(check.findings.size()); // none of a file that is gone by now
+    check.places.resize(check.findings.size()); // none of a pipe, nor of a file that is gone by now
     for (std::size_t i = 0; i < check.findings.size(); ++i) {
         told.append(RecordOf(check.findings[i], check.places[i].line, check.places[i].column));
     }
@@ -400,9 +399,18 @@ bool EditTexts(std::shared_ptr<LayoutHandle> const& handle, std::wstring const& 
         values.push_back({WideOf(at), WideOf(text)});
     }
     LayoutUse const layout(handle);
-    Unlocked const unlocked;
-    return format == L"machine" ? KlvrProperties::EditValueTexts(*layout, path, values, path)
-                                : EditValueTexts(*layout, path, values, path);
+    WriteReport report;
+    bool isWritten = false;
+    {
+        Unlocked const unlocked;
+        isWritten = format == L"machine"
+                        ? KlvrProperties::EditValueTexts(*layout, path, values, path, &report)
+                        : EditValueTexts(*layout, path, values, path, &report);
+    }
+    if (isWritten || report.m_error) {
+        TellWritten(isWritten, path, report);
+    }
+    return isWritten;
 }
 
 } // namespace ZantrelPython

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "document.h"
 #include "handles.h"
 
 #include <zantrel/sax/read_limits.h>
@@ -12,12 +13,6 @@
 #include <string>
 
 namespace ZantrelPython {
-
-/// A document in a file or in memory.
-struct Document {
-    std::wstring path;
-    std::optional<std::string> bytes; ///< in place of the file
-};
 
 /// What Python says of a read.
 struct ReadOptions {
@@ -44,10 +39,12 @@ py::object SaveSchema(std::shared_ptr<LayoutHandle> const& layout, std::optional
 py::object SaveDatabase(DatabaseHandle& database, std::optional<FilePath> const& path,
                         std::wstring const& format, bool mayWriteInPlace);
 
-/// What is wrong with a parameter file: in its structure, and what the layout has against its values.
-py::list CheckFile(std::shared_ptr<LayoutHandle> const& layout, std::wstring const& path);
-/// Changes the texts of values where they stand in a file. False, and nothing happens, where that can't be
-/// done.
+/// What is wrong with a parameter document: in its structure, and what the layout has against its values.
+/// Findings about values have no places where it isn't in a file.
+py::list Check(std::shared_ptr<LayoutHandle> const& layout, Document const& document,
+               Zantrel::ReadLimits const& limits);
+/// Changes the texts of values where they stand in a file. False, and nothing happens, where the document
+/// doesn't let that be done.
 bool EditTexts(std::shared_ptr<LayoutHandle> const& layout, std::wstring const& path,
                std::wstring const& format, py::dict const& texts);
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "errors.h"
 
+#include <cerrno>
+
 namespace ZantrelPython {
 
 void RaiseUnknownName(std::wstring const& name, std::wstring const& where,
@@ -23,14 +25,23 @@ void RaiseUnknownName(std::wstring const& name, std::wstring const& where,
     throw py::error_already_set();
 }
 
-void RaiseFileError(std::wstring const& path, std::wstring const& sentence, bool isWritten) {
-    py::object const exception = TypeNamed("_file_error")(StrOf(path), StrOf(sentence), isWritten);
+void RaiseValueError(std::wstring const& sentence) {
+    PyErr_SetObject(PyExc_ValueError, StrOf(sentence).ptr());
+    throw py::error_already_set();
+}
+
+void RaiseFileError(std::wstring const& path, std::wstring const& sentence, std::error_code error) {
+    // Python's classes go by errno, into which the standard library puts what other systems say.
+    std::error_condition const condition = error.default_error_condition();
+    int const number = condition.category() == std::generic_category() ? condition.value() : EIO;
+    py::object const exception = FilesNamed("error_of")(number, StrOf(path), StrOf(sentence));
     PyErr_SetObject(py::type::of(exception).ptr(), exception.ptr());
     throw py::error_already_set();
 }
 
 void Warn(char const* category, py::str const& sentence) {
-    if (PyErr_WarnEx(TypeNamed(category).ptr(), py::cast<std::string>(sentence).c_str(), 1) != 0) {
+    // Not as bytes, which a file's name with lone surrogates hasn't.
+    if (PyErr_WarnFormat(TypeNamed(category).ptr(), 1, "%U", sentence.ptr()) != 0) {
         throw py::error_already_set();
     }
 }

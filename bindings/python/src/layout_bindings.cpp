@@ -102,12 +102,13 @@ void BindMaking(LayoutClass& type) {
     };
     type.def(py::init(make), py::arg("name") = Text{L"Parameters"});
     auto const load = [](FilePath const& path, py::object const& notes, py::object const& limits) {
-        return LoadLayout({path.value, std::nullopt}, {L"", LimitsOf(limits), notes});
+        ReadLimits const read = LimitsOf(limits);
+        return LoadLayout(DocumentOf(path, read), {L"", read, notes});
     };
     type.def_static("load", load, py::arg("path"), py::kw_only(), py::arg("notes") = py::none(),
                     py::arg("limits") = py::none());
-    auto const loads = [](py::bytes const& data, py::object const& notes, py::object const& limits) {
-        return LoadLayout({L"", py::cast<std::string>(data)}, {L"", LimitsOf(limits), notes});
+    auto const loads = [](Data const& data, py::object const& notes, py::object const& limits) {
+        return LoadLayout(DocumentOf(data), {L"", LimitsOf(limits), notes});
     };
     type.def_static("loads", loads, py::arg("data"), py::kw_only(), py::arg("notes") = py::none(),
                     py::arg("limits") = py::none());

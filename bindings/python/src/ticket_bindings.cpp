@@ -8,7 +8,6 @@
 #include <zantrel/store/sub_properties.h>
 
 #include <map>
-#include <sstream>
 #include <utility>
 #include <vector>
 
@@ -104,7 +103,7 @@ std::shared_ptr<TicketHandle> Load(Document const& document, py::object const& n
                                    py::object const& limits) {
     ReadOptions const options{L"", LimitsOf(limits), notes};
     if (RootOf(document) != L"KlvrBuildTicket") {
-        Raise("ReadError", StrOf(document.path + L" is no build ticket"));
+        Raise("ReadError", StrOf(NameOf(document) + L" is no build ticket"));
     }
     auto handle = std::make_shared<TicketHandle>();
     ReadReport report;
@@ -112,14 +111,12 @@ std::shared_ptr<TicketHandle> Load(Document const& document, py::object const& n
     bool isRead = false;
     {
         Unlocked const unlocked;
-        if (document.bytes) {
-            std::istringstream in(*document.bytes);
-            isRead = LoadBuildTicket(in, handle->ticket, &report);
-        } else {
-            isRead = LoadBuildTicket(document.path, handle->ticket, &report);
-        }
+        isRead = ReadDocument(
+            document,
+            [&](std::wstring const& path) { return LoadBuildTicket(path, handle->ticket, &report); },
+            [&](std::istream& in) { return LoadBuildTicket(in, handle->ticket, &report); });
     }
-    handle->path = document.path;
+    handle->path = NameOf(document);
     handle->notes = TellRead(isRead, document, report, options);
     return handle;
 }
@@ -150,13 +147,13 @@ void BindTickets(py::module_& module) {
     type.def_static(
         "load",
         [](FilePath const& path, py::object const& notes, py::object const& limits) {
-            return Load({path.value, std::nullopt}, notes, limits);
+            return Load(DocumentOf(path, LimitsOf(limits)), notes, limits);
         },
         py::arg("path"), py::kw_only(), py::arg("notes") = py::none(), py::arg("limits") = py::none());
     type.def_static(
         "loads",
-        [](py::bytes const& data, py::object const& notes, py::object const& limits) {
-            return Load({L"<bytes>", py::cast<std::string>(data)}, notes, limits);
+        [](Data const& data, py::object const& notes, py::object const& limits) {
+            return Load(DocumentOf(data), notes, limits);
         },
         py::arg("data"), py::kw_only(), py::arg("notes") = py::none(), py::arg("limits") = py::none());
     type.def("effective", &Effective, py::arg("part") = Text{}, py::arg("layout") = py::none());

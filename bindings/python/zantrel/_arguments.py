@@ -9,6 +9,8 @@ from typing import Any, NamedTuple, Optional, Sequence
 _FORM = re.compile(r"^ +\d+\. (?:[\w.]*)\((.*)\)(?: -> .*)?$", re.MULTILINE)
 _KNOWN: dict[str, Any] = {
     "bytes": bytes,
+    "bytearray": bytearray,
+    "memoryview": memoryview,
     "dict": dict,
     "list": list,
     "slice": slice,

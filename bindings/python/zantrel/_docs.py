@@ -40,10 +40,11 @@ _DOCS: dict[str, dict[str, str]] = {
 
         `format` is "generic" or "machine"; without it the file's root tells."""
         + _FILE_ARGUMENTS,
-        "loads": "As load, from bytes." + _FILE_ARGUMENTS,
+        "loads": "As load, from bytes, a bytearray or any other buffer of a document." + _FILE_ARGUMENTS,
         "check": """What is wrong with a parameter file, as Findings with lines and columns: its structure, and what
-        the layout has against its values. Raises OSError and ReadError as load.""",
-        "root_of": "The name of a document's root element. Raises OSError and ReadError as load.",
+        the layout has against its values; these have no places where it isn't a file but a pipe. Raises OSError and
+        ReadError, and takes `limits`, as load.""",
+        "root_of": "The name of a document's root element, which ends the read. Raises OSError and ReadError as load.",
     },
     "Database": {
         "": """The values of one layout, at first its defaults; a mapping of what stands at the layout's top.
@@ -155,7 +156,7 @@ _DOCS: dict[str, dict[str, str]] = {
         Layout(name) makes one without parameters. While databases stand on it, it can't be changed (RuntimeError);
         copy.deepcopy gives one that can.""",
         "load": "The layout in a meta file or a property template." + _FILE_ARGUMENTS,
-        "loads": "As load, from bytes." + _FILE_ARGUMENTS,
+        "loads": "As load, from bytes, a bytearray or any other buffer of a document." + _FILE_ARGUMENTS,
         "sample": "A layout to try things on; `level`, from 0 to 2 and more, says how much it holds.",
         "save": """Writes it to a file: `format` is "meta", or "template", which can't carry all.
 
@@ -272,7 +273,7 @@ _DOCS: dict[str, dict[str, str]] = {
     "Ticket": {
         "": "A build ticket: what counts for the parts of a build. Only read.",
         "load": "The ticket in a file." + _FILE_ARGUMENTS,
-        "loads": "As load, from bytes." + _FILE_ARGUMENTS,
+        "loads": "As load, from bytes, a bytearray or any other buffer of a document." + _FILE_ARGUMENTS,
         "effective": """What counts for a part, as EffectiveValues by name; without `part`, for those that override
         nothing.
 

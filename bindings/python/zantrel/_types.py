@@ -4,8 +4,6 @@
 from __future__ import annotations
 
 import enum
-import errno
-import os
 from typing import Any, NamedTuple, Sequence
 
 
@@ -174,18 +172,3 @@ class Refused(ValueError):
     def __init__(self, message: str, findings: Sequence[Finding] = ()) -> None:
         super().__init__(message)
         self.findings = list(findings)
-
-
-def _file_error(path: str, sentence: str, is_written: bool) -> OSError:
-    """The kind of OSError that Python itself would raise for the file; the library says it in words only."""
-    folder = os.path.dirname(os.path.abspath(path))
-    rights = os.W_OK if is_written else os.R_OK
-    for number, holds in (
-        (errno.ENOENT, not os.path.exists(folder if is_written else path)),
-        (errno.EISDIR, os.path.isdir(path)),
-        (errno.EACCES, not os.access(path if os.path.exists(path) else folder, rights)),
-        (errno.EACCES, is_written and not os.access(folder, rights)),
-    ):
-        if holds:
-            return OSError(number, sentence, path)
-    return OSError(errno.EIO, sentence, path)
