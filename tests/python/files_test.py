@@ -141,6 +141,45 @@ def test_an_edit_is_made_whole_or_not_at_all(file, layout):
     assert zantrel.load(file, layout).format == "generic"
 
 
+def test_an_edit_leaves_what_somebody_else_has_changed(file, layout):
+    def change_twice(change, **options):
+        with zantrel.edit(file, layout, **options) as db:
+            db["Power"] = 100
+            change()
+
+    def change():
+        with zantrel.edit(file, layout) as other:
+            other["Count"] += 1
+
+    before = file.read_bytes()
+    for somebody, left in ((change, before.replace(b"Count>3", b"Count>4")), (file.unlink, None)):
+        with pytest.raises(zantrel.FileChanged, match="changed it since") as refused:
+            change_twice(somebody)
+        assert refused.value.filename == str(file) and (file.read_bytes() if file.exists() else None) == left
+    with pytest.raises(FileNotFoundError), zantrel.edit(file, layout):
+        pass
+    with pytest.raises(zantrel.FileChanged):
+        change_twice(lambda: file.write_bytes(before), create=True)
+    change_twice(change, overwrite=True)
+    after = zantrel.load(file, layout)
+    assert (after["Power"], after["Count"]) == (100, 3)
+
+
+def test_an_edit_makes_reads_and_tells_as_it_is_told(file, layout):
+    new = file.with_name("new.xml")
+    with zantrel.edit(new, layout, create=True, backup=True, format="machine"):
+        pass
+    assert zantrel.load(new, layout).format == "machine" and not new.with_suffix(".xml.bak").exists()
+    notes = []
+    file.write_text(file.read_text().replace("<Power>200", "<Power>many"))
+    with zantrel.edit(file, layout, notes=notes):
+        assert [note.kind for note in notes] == ["unparsed_text"]
+    with pytest.raises(zantrel.ReadError, match="more than 3"), zantrel.edit(file, layout, limits={"elements": 3}):
+        pass
+    with pytest.raises(OSError, match="Only a file"), zantrel.edit("/dev/null", layout):
+        pass
+
+
 def test_a_file_can_be_checked_with_places(file, layout):
     assert not [f for f in zantrel.check(file, layout) if f.severity == "error"]
     file.write_text(file.read_text().replace("<Power>200<", "<Power>20<").replace("<Count>3<", "<Count>three<"))

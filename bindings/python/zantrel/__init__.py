@@ -9,7 +9,7 @@ docs/python.md tells all of it.
 """
 
 from . import _protocols
-from ._edit import edit
+from ._edit import FileChanged, edit
 from ._types import (
     Attachment,
     Choice,
@@ -53,6 +53,7 @@ __all__ = [
     "Database",
     "Difference",
     "EffectiveValue",
+    "FileChanged",
     "Finding",
     "Group",
     "Layout",
