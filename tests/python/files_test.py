@@ -262,18 +262,36 @@ def test_a_ticket_says_what_counts_for_a_part():
     assert ("z", 4, "layout") in ticket.effective("p", layout) and ticket == ticket
 
 
-def shown(*arguments):
-    return subprocess.run(
-        [sys.executable, "-m", "zantrel", *map(str, arguments)], capture_output=True, text=True, encoding="utf-8"
-    )
+def shown(*arguments, **options):
+    command = [sys.executable, "-m", "zantrel", *map(str, arguments)]
+    return subprocess.run(command, capture_output=True, text=True, encoding="utf-8", **options)
 
 
-def test_the_module_shows_a_file(file, layout, tmp_path):
-    layout.save(tmp_path / "l.xml")
-    run = shown(file, "--layout", tmp_path / "l.xml")
+def test_the_module_shows_a_file(db, tmp_path):
+    db.set("Material", "a\u2028b", force=True)
+    db["Record"] = zantrel.Attachment("\u65e5.bin", b"12345")
+    db["Materials"].add("Steel")
+    db.layout.save(tmp_path / "l.xml")
+    with open(tmp_path / "m.xml", "wb") as file:
+        file.write(db.dumps().replace(b"<Count>3", b"<Count>many"))
+    run = shown(tmp_path / "m.xml", "--layout", tmp_path / "l.xml", env={**os.environ, "PYTHONIOENCODING": "ascii"})
     assert "Power = 200.0 W\n" in run.stdout and "\n  Steel\n    Infill\n      Power = 280.0\n" in run.stdout
+    assert "\nRecord = \\u65e5.bin (5 bytes)\n" in run.stdout and "\nMaterial = 'a\\u2028b'\n" in run.stdout
+    assert re.match(r".*m\.xml:\d+:\d+: .*many", run.stderr)
+    assert "--layout LAYOUT" in shown(tmp_path / "m.xml").stderr
     assert "BuildHeight: DISTANCE = 325.0, 10.0 to 325.0 mm" in shown(METAL).stdout
+    with open(METAL, "rb") as stdin:
+        assert shown("-", stdin=stdin).stdout == shown(METAL).stdout
     assert shown(tmp_path / "none").returncode == 2
+    assert shown("--version").stdout == f"zantrel {zantrel.__version__}\n"
+
+
+def test_a_reader_that_goes_away_ends_the_module_quietly():
+    read, write = os.pipe()
+    os.close(read)
+    with os.fdopen(write, "w") as nowhere:
+        run = subprocess.run([sys.executable, "-m", "zantrel", METAL], stdout=nowhere, stderr=subprocess.PIPE)
+    assert (run.returncode, run.stderr) == (1, b"")
 
 
 @pytest.mark.parametrize("name", sorted(path.name for path in (ROOT / "examples" / "python").glob("*.py")))

@@ -40,7 +40,7 @@ from ._zantrel import (
     Parameter,
     ProfileList,
     Ticket,
-    __version__,
+    __version__ as __version__,
     check,
     load,
     loads,
