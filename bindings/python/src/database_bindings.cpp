@@ -42,6 +42,7 @@ py::object Migrated(DatabasePointer const& from, LayoutPointer const& layout, py
             pairs.push_back({WideOf(old), WideOf(now)});
         }
     }
+    // The new values stand on the new layout alone: whoever keeps them need not keep the old database.
     auto database = std::make_shared<DatabaseHandle>(layout);
     std::vector<MigrationStep> steps;
     {

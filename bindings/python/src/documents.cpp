@@ -78,6 +78,7 @@ struct Sort {
     std::wstring strange; ///< why it is no parameter file of the layout
 };
 
+// A property template doesn't say what the root of its parameter files is called, so that any will do there.
 Sort SortOf(Document const& document, LayoutHandle const& layout, std::wstring const& format,
             ReadReport& report) {
     Sort sort;
@@ -101,7 +102,7 @@ struct DocumentCheck {
     std::vector<ValuePlace> places; ///< of the findings
 
     void Run(ParameterLayout const& layout, Document const& document, LayoutHandle const& handle) {
-        ReadLimits const limits = report.m_limits;
+        ReadLimits const limits = report.m_limits; // which looking for the root empties with all else
         sort = SortOf(document, handle, L"", report);
         report.m_limits = limits;
         if (!sort.isRead || !sort.strange.empty()) {
@@ -120,6 +121,7 @@ struct DocumentCheck {
                            ? KlvrProperties::IsValidParameterStream(layout, in, {}, &result, &report)
                            : IsValidParameterStream(layout, in, {}, &result, &report);
             });
+        // False means a document that can't be read or one that doesn't fit; only the latter has messages.
         isRead = isRead || !result.m_messages.empty();
         // Once more for the values, and without a report: what doesn't fit is told by now.
         ParameterDatabase database(&layout);
@@ -147,7 +149,8 @@ void RequireFormat(std::wstring const& format, wchar_t const* one, wchar_t const
     }
 }
 
-/// Writes to a file, or gives the bytes where there is no path.
+/// Writes to a file, or gives the bytes where there is no path. `report` carries
+/// what the host allows.
 template <class ToFile, class ToStream>
 py::object SaveDocument(std::optional<FilePath> const& path, WriteReport report, ToFile toFile,
                         ToStream toStream) {
@@ -214,6 +217,7 @@ std::wstring RootOf(Document const& document) {
         Unlocked const unlocked;
         isRead = FindRoot(document, root, report);
     }
+    // Without options nobody has a list for notes, and a root alone makes none to warn of.
     TellRead(isRead, document, report, {});
     return root;
 }
@@ -240,6 +244,7 @@ py::list TellRead(bool isRead, Document const& document, ReadReport const& repor
 }
 
 void TellWritten(bool isWritten, std::wstring const& path, WriteReport const& report) {
+    // A full disk or a missing right is OSError, as everywhere in Python; all else lies in the values.
     if (report.m_error) {
         RaiseFileError(path, report.m_sentence, report.m_error);
     }
@@ -275,6 +280,8 @@ std::shared_ptr<LayoutHandle> LoadLayout(Document const& document, ReadOptions c
                 });
         }
     }
+    // Both readers take documents of any root, such as a parameter file, and find nothing in them. That would
+    // show only later, as unknown names, so it is said here.
     handle->m_isOfTemplate = root == TemplateRoot;
     handle->m_path = document.path;
     handle->m_notes = TellRead(isRead, document, report, options);
@@ -299,6 +306,7 @@ void ReadInto(DatabaseHandle& database, Document const& document, ReadOptions co
     if (!sort.strange.empty()) {
         Raise("ReadError", StrOf(NameOf(document) + L" is " + sort.strange));
     }
+    // Behind what may raise, so that a read that failed leaves what is known of the one before it.
     database.m_notes = TellRead(isRead, document, report, options);
     database.m_format = sort.isMachine ? L"machine" : L"generic";
     database.m_path = document.path;
@@ -367,6 +375,8 @@ py::object SaveDatabase(DatabaseHandle& handle, std::optional<FilePath> const& p
 
 py::list Check(std::shared_ptr<LayoutHandle> const& handle, Document const& document,
                ReadLimits const& limits) {
+    // Sentences of the structure and of the values come in one list, since who checks a file asks for both; a
+    // structure that is wrong is an error, whatever the reader made of it.
     LayoutUse const layout(handle);
     DocumentCheck check;
     check.report.m_limits = limits;
@@ -407,6 +417,8 @@ bool EditTexts(std::shared_ptr<LayoutHandle> const& handle, std::wstring const& 
                         ? KlvrProperties::EditValueTexts(*layout, path, values, path, &report)
                         : EditValueTexts(*layout, path, values, path, &report);
     }
+    // Where the document doesn't let it be done, writing it anew does. Where the file failed, that would
+    // fail, too, and not before it has warned of comments that it ends.
     if (isWritten || report.m_error) {
         TellWritten(isWritten, path, report);
     }

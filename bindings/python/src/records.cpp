@@ -13,7 +13,8 @@ using namespace Zantrel::Editing;
 
 namespace {
 
-// The words of kinds, by their number; the last of each enumeration must be the table's.
+// The words of kinds, by their number; the last of each enumeration must be the table's. Scripts compare and
+// store them, so that a word stays once it is here, whatever the library calls its kind.
 template <class Kind, std::size_t Size> struct Words {
     char const* words[Size];
     char const* operator[](Kind kind) const { return words[static_cast<std::size_t>(kind)]; }
@@ -75,6 +76,7 @@ py::object RecordOf(Finding const& finding, std::uint64_t line, std::uint64_t co
                                 StrOf(finding.sentence), line, column);
 }
 
+// Of flags the library has texts alone, which in a script would both be true.
 py::object RecordOf(Difference const& difference) {
     bool const isFlag = difference.kind == Difference::Kind::Flag;
     return TypeNamed("Difference")(
@@ -120,6 +122,7 @@ py::object RecordOf(Choice const& choice) {
     return TypeNamed("Choice")(StrOf(choice.value), StrOf(choice.displayName), choice.isDefaultProfile);
 }
 
+// What was left out is a note, too, so that nobody who counts them takes a list that was cut for all.
 py::list NotesOf(ReadReport const& report) {
     py::list notes = RecordsOf(report.m_entries);
     if (report.m_leftOut != 0) {
@@ -129,6 +132,7 @@ py::list NotesOf(ReadReport const& report) {
     return notes;
 }
 
+// One sentence for all findings: an exception is mostly read where it is printed, and rarely asked.
 void RaiseRefused(std::vector<Finding> const& findings, Node* parameter) {
     std::wstring sentence = findings.empty() ? L"" : findings.front().path + L": ";
     for (std::size_t i = 0; i < findings.size(); ++i) {

@@ -25,6 +25,8 @@ struct TicketHandle {
     std::wstring path;
 };
 
+// The type of each property stands in the ticket, and needn't be that of any layout. What Python has no type
+// for is told by the name of its own.
 py::object ValueOf(IPersistentProperty const& property) {
     if (auto const* const number = PropertyCast<double>(&property)) {
         return py::float_(number->m_value);
@@ -102,6 +104,7 @@ py::dict DictOf(PersistentProperties const& top) {
 std::shared_ptr<TicketHandle> Load(Document const& document, py::object const& notes,
                                    py::object const& limits) {
     ReadOptions const options{L"", LimitsOf(limits), notes};
+    // The reader takes any root for a ticket in which nothing stands.
     if (RootOf(document) != L"KlvrBuildTicket") {
         Raise("ReadError", StrOf(NameOf(document) + L" is no build ticket"));
     }
@@ -121,6 +124,7 @@ std::shared_ptr<TicketHandle> Load(Document const& document, py::object const& n
     return handle;
 }
 
+// Values of a ticket are told without a layout, too: one of which nothing is known has no defaults to give.
 py::list Effective(TicketHandle const& ticket, Text const& part,
                    std::shared_ptr<LayoutHandle> const& layout) {
     if (layout) {
@@ -162,6 +166,7 @@ void BindTickets(py::module_& module) {
     });
     type.def("to_dict", &ToDict);
     type.def_property_readonly("notes", [](TicketHandle const& ticket) { return ticket.notes; });
+    // By what it says, not by the order in which it says it.
     type.def(
         "__eq__",
         [](TicketHandle const& ticket, TicketHandle const& other) {
