@@ -9,7 +9,11 @@ import zantrel
 
 
 def main(layout_path: str, *paths: str) -> int:
-    layout = zantrel.Layout.load(layout_path, notes=[])
+    try:
+        layout = zantrel.Layout.load(layout_path, notes=[])
+    except (OSError, zantrel.ReadError) as error:
+        print(error)
+        return 2
     failed = False
     for path in paths:
         try:

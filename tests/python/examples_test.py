@@ -33,7 +33,8 @@ def run(folder, name, *arguments):
 
 def test_deviations(folder):
     files = sorted(path.name for path in folder.glob("f*.xml"))
-    assert run(folder, "deviations.py", "l.xml", "m.xml", "t.csv", *files).returncode == 0
+    told = run(folder, "deviations.py", "l.xml", "m.xml", "t.csv", "none.xml", *files)
+    assert told.returncode == 1 and "none.xml" in told.stderr
     rows = list(csv.DictReader(open(folder / "t.csv", encoding="utf-8")))
     assert [(row["file"], row["here"]) for row in rows] == [
         ("f07.xml", "307.0"),
@@ -56,3 +57,4 @@ def test_check_parameters(folder):
     (folder / "m.xml").write_text(wrong)
     told = run(folder, "check_parameters.py", "l.xml", "m.xml", "none.xml")
     assert told.returncode == 1 and "m.xml:3:3: error: 20 is below" in told.stdout and "none.xml" in told.stdout
+    assert run(folder, "check_parameters.py", "none.xml", "m.xml").returncode == 2
