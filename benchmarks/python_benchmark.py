@@ -117,6 +117,10 @@ def main(rounds: int = 9) -> None:
         def load(_: object = None) -> zantrel.Database:
             return zantrel.load(path, layout)
 
+        def job(_: object = None) -> object:
+            one = load()
+            return one.validate(), one.copy().diff(one), one.dumps()
+
         def by_hand() -> dict[str, Any]:
             return read_by_hand(path, types)
 
@@ -126,7 +130,11 @@ def main(rounds: int = 9) -> None:
         print("  write, to the disk     ", write)
         print("  write, to bytes        ", median_ratio(rounds, db.dumps, lambda: write_by_hand(copy, content)))
         print("time of one thread on two:")
-        works: list[tuple[str, Callable[[int], object]]] = [("16 reads", load), ("16 checksums", checksum)]
+        works: list[tuple[str, Callable[[int], object]]] = [
+            ("16 reads", load),
+            ("16 reads to writes", job),
+            ("16 checksums", checksum),
+        ]
         for name, work in works:
             with ThreadPoolExecutor(2) as pool:
                 many = range(16)
