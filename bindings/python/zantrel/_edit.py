@@ -105,7 +105,7 @@ class edit:
         stamp = self._look()
         is_as_read = stamp == self._stamp
         if not is_as_read and not self._overwrite:
-            sentence = "Somebody else has changed it since it was read, and it was left so (overwrite=True goes over it)"
+            sentence = "Somebody else has changed it since it was read; it was left so (overwrite=True goes over it)"
             raise FileChanged(errno.ESTALE, sentence, self._path)
         if self._backup and stamp is not None:
             shutil.copy2(self._path, self._path + ".bak")
@@ -127,7 +127,8 @@ class edit:
         if is_there:
             with open(self._path, "rb") as file:
                 comments = file.read().count(b"<!--")
-        lost = [f"{comments} comments"] * bool(comments) + ["what was passed over"] * bool(self._notes)
+        lost = [f"{comments} comment{'s' * (comments > 1)}"] * bool(comments)
+        lost += ["what was passed over"] * bool(self._notes)
         if lost:
             sentence = f"{self._path} is written anew, without {' and '.join(lost)} that it had"
             warnings.warn(sentence, PassedOver, stacklevel=4)
