@@ -5,8 +5,9 @@
 
 #include <zantrel/sax/read_limits.h>
 
+#include <istream>
 #include <optional>
-#include <sstream>
+#include <streambuf>
 #include <string>
 
 namespace ZantrelPython {
@@ -32,13 +33,23 @@ inline std::wstring NameOf(Document const& document) {
     return document.path.empty() ? L"<bytes>" : document.path;
 }
 
+/// Bytes to read where they lie, of which a string stream would take a copy for each read.
+class BytesToRead : public std::streambuf {
+public:
+    explicit BytesToRead(std::string const& bytes) {
+        char* const first = const_cast<char*>(bytes.data()); // which reading leaves alone
+        setg(first, first, first + bytes.size());
+    }
+};
+
 /// Calls the reader for a file or the one for a stream.
 template <class OfFile, class OfStream>
 bool ReadDocument(Document const& document, OfFile ofFile, OfStream ofStream) {
     if (!document.bytes) {
         return ofFile(document.path);
     }
-    std::istringstream in(*document.bytes);
+    BytesToRead bytes(*document.bytes);
+    std::istream in(&bytes);
     return ofStream(in);
 }
 
