@@ -16,7 +16,7 @@ if(ZANTREL_BUILD_FUZZ)
   add_library(zantrel_fuzzing INTERFACE)
   target_compile_features(zantrel_fuzzing INTERFACE cxx_std_20)
   target_include_directories(zantrel_fuzzing INTERFACE include ${PROJECT_SOURCE_DIR})
-  target_compile_definitions(zantrel_fuzzing INTERFACE ZANTREL_STATIC ZANTREL_EDITING_STATIC
+  target_compile_definitions(zantrel_fuzzing INTERFACE ZANTREL_STATIC ZANTREL_EDITING_STATIC ZANTREL_SMALL_PIECES
     "ZANTREL_TESTS=\"${PROJECT_SOURCE_DIR}/tests\"")
   if(ZANTREL_FUZZING_ENGINE)
     set(fuzzing_engine ${ZANTREL_FUZZING_ENGINE})

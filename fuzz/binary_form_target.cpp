@@ -43,7 +43,7 @@ template <class T> std::string FaultOfValue(std::string_view bytes) {
 
 } // namespace
 
-std::string FaultOfBinaryForm(std::string const& bytes) {
+std::string FaultOfBinaryForm(std::string const& bytes, unsigned) {
     static constexpr std::string (*faults[])(std::string_view) = {
         FaultOfValue<PersistentProperties>,
         FaultOfValue<IndexedProperties<PersistentProperties>>,

@@ -18,12 +18,14 @@ inline std::vector<std::string> InputsIn(std::string const& path) {
     return inputs;
 }
 
-/// What is wrong with an input of the target's corpus, and the input, or nothing.
+/// What is wrong with an input of the target's corpus, whatever its share, and the input, or nothing.
 inline std::string FaultInCorpus(Target const& target) {
     std::vector<std::string> const inputs = InputsIn(ZANTREL_TESTS "/../fuzz/corpora/" + target.name);
     for (std::string const& input : inputs) {
-        if (std::string const fault = target.faultOf(input); !fault.empty()) {
-            return fault + ":\n" + input;
+        for (unsigned share = 0; share < Shares; ++share) {
+            if (std::string const fault = target.faultOf(input, share); !fault.empty()) {
+                return fault + ":\n" + input;
+            }
         }
     }
     return inputs.size() < 10 ? "no corpus" : "";

@@ -12,23 +12,23 @@ using namespace TestSupport;
 
 /// A document in which the byte count of its own is the limit is taken as without one, and with a byte less
 /// it is refused.
-std::string FaultOfByteLimit(Subject& within, Subject& beyond, std::string const& document, bool isRead) {
+std::string FaultOfByteLimit(Subject const& like, std::string const& document, bool isRead) {
     ReadReport report;
     report.m_limits.m_bytes = document.size();
-    if (ReadText(within, document, &report) != isRead) {
+    if (ReadText(*like.Fresh(), document, &report) != isRead) {
         return "a limit that isn't exceeded";
     }
     report.m_limits.m_bytes = document.size() - 1;
-    return !document.empty() && ReadText(beyond, document, &report) ? "a limit that is exceeded" : "";
+    return !document.empty() && ReadText(*like.Fresh(), document, &report) ? "a limit that is exceeded" : "";
 }
 
-std::string FaultOfDocument(Format const& format, Subject const& like, std::string const& document) {
-    std::string const fault = FaultOf(format, like, document);
-    if (!fault.empty() || document.size() % 4 != 0) { // for each fourth, as it takes its time
-        return fault;
-    }
-    auto const within = like.Fresh(), beyond = like.Fresh(), plain = like.Fresh();
-    return FaultOfByteLimit(*within, *beyond, document, ReadText(*plain, document));
+std::string FaultOfDocument(Format const& format, Subject const& like, std::string const& document,
+                            unsigned share) {
+    ReadAndWritten const once = ReadAndWrite(like, document);
+    return !once.fault.empty() ? once.fault
+           : share % 4 == 0    ? FaultOfComingBack(format, like, once.written)
+           : share % 4 == 1    ? once.subject->Use()
+                               : FaultOfByteLimit(like, document, once.isRead);
 }
 
 std::string Told(bool isTaken, std::string const& what, ReadReport const& report) {
@@ -96,32 +96,44 @@ template <auto const& Io> std::string OutcomeOfCheck(Check check, std::istream& 
     return Told(isValid, messages, report);
 }
 
-template <auto const& Io> std::string FaultOfValidity(Check check, std::string const& document) {
+/// Whether the check says the same where it may tell one message only.
+template <auto const& Io> std::string FaultOfLimit(Check check, std::string const& document) {
     ParameterLayout const& layout = CheckedLayout<Io>();
     bool isValid = false, isValidToo = false, isSound = true;
     std::uint64_t const count = MessagesOf(check, layout, document, 1000, isValid, isSound);
-    if (MessagesOf(check, layout, document, 1, isValidToo, isSound) != count || isValid != isValidToo ||
-        !isSound) {
-        return "the messages";
-    }
+    bool const isSame = MessagesOf(check, layout, document, 1, isValidToo, isSound) == count;
+    return isSame && isValid == isValidToo && isSound ? "" : "the messages";
+}
+
+template <auto const& Io> std::string FaultOfVerdict(Check check, std::string const& document) {
+    ParameterLayout const& layout = CheckedLayout<Io>();
+    bool isValid = false, isSound = true;
+    MessagesOf(check, layout, document, 1000, isValid, isSound);
     ParameterDatabase database(&layout);
     std::istringstream in(document);
-    if (!Io.readStream(database, in, nullptr) || !isValid) {
-        return isValid ? "valid, and can't be read" : "";
+    bool const isRead = Io.readStream(database, in, nullptr);
+    if (!isSound || !isValid || !isRead) {
+        return !isSound ? "the messages" : isValid ? "valid, and can't be read" : "";
     }
     MessagesOf(check, layout, WriteText(Io, database), 1000, isValid, isSound);
     return isValid && isSound ? "" : "what was valid, when written again";
 }
 
 template <auto const& Io> Target TargetOf(char const* name, Check check, std::string const& example) {
-    return {name, [check](std::string const& document) { return FaultOfValidity<Io>(check, document); },
+    return {name,
+            [check](std::string const& document, unsigned share) {
+                return share % 4 == 0 ? FaultOfLimit<Io>(check, document)
+                                      : FaultOfVerdict<Io>(check, document);
+            },
             example, [check](std::istream& document) { return OutcomeOfCheck<Io>(check, document); }};
 }
 
 Target TargetOf(Format const& format) {
     std::shared_ptr<Subject> const like = format.make(); // with the one layout for all documents
     return {format.name,
-            [&format, like](std::string const& document) { return FaultOfDocument(format, *like, document); },
+            [&format, like](std::string const& document, unsigned share) {
+                return FaultOfDocument(format, *like, document, share);
+            },
             format.example, [like](std::istream& document) { return OutcomeOfDocument(*like, document); }};
 }
 
@@ -136,9 +148,8 @@ std::vector<Target> DocumentTargets() {
     targets.push_back(TargetOf<MachineParameterFile<false>>(
         "MachineValidity", KlvrProperties::IsValidParameterStream, ExampleOf("machine_parameters")));
     for (Target& target : targets) {
-        target.faultOf = [whole = target](std::string const& document) {
-            std::string const fault = whole.faultOf(document);
-            return fault.empty() && document.size() % 4 == 1 ? FaultOfPieces(whole, document) : fault;
+        target.faultOf = [whole = target](std::string const& document, unsigned share) {
+            return share % 4 == 3 ? FaultOfPieces(whole, document) : whole.faultOf(document, share);
         };
     }
     return targets;

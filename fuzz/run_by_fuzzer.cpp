@@ -28,7 +28,7 @@ extern "C" std::size_t LLVMFuzzerMutate(std::uint8_t* data, std::size_t size, st
 
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size) {
     std::string const bytes(data, data + size);
-    std::string const fault = TheTarget().faultOf(bytes);
+    std::string const fault = TheTarget().faultOf(bytes, Fuzz::ShareOf(bytes));
     if (!fault.empty()) {
         std::fprintf(stderr, "%s: %s\n%s\n", ZANTREL_FUZZ_TARGET, fault.c_str(), bytes.c_str());
         std::abort();

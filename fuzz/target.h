@@ -10,10 +10,18 @@
 /// What the fuzzers and the tests of their corpora run, in tables.
 namespace Fuzz {
 
+/// Checks that take long are each made of one share of the inputs, so that there are more of them in a
+/// second.
+inline constexpr unsigned Shares = 8;
+/// The share that an input belongs to, which is the same whenever it is replayed.
+inline unsigned ShareOf(std::string const& bytes) {
+    return static_cast<unsigned>(std::hash<std::string>()(bytes) % Shares);
+}
+
 struct Target {
     std::string name;
-    /// Does with the bytes all that the target is about. Gives what was wrong, or nothing.
-    std::function<std::string(std::string const& bytes)> faultOf;
+    /// Does with the bytes what inputs of that share are for. Gives what was wrong, or nothing.
+    std::function<std::string(std::string const& bytes, unsigned share)> faultOf;
     /// Whose elements and words the mutator puts into documents; empty where the input is no document.
     std::string example;
     /// Of documents: all that reading one gives, as a text. It begins with "taken" or "refused", in a line;
@@ -24,11 +32,11 @@ struct Target {
     friend void PrintTo(Target const& target, std::ostream* out) { *out << target.name; }
 };
 
-std::string FaultOfTokeniser(std::string const& bytes); ///< needs libexpat
-std::string FaultOfTexts(std::string const& bytes);
-std::string FaultOfBinaryForm(std::string const& bytes);
-std::string FaultOfCalls(std::string const& bytes);
-std::string FaultOfEditing(std::string const& document);
+std::string FaultOfTokeniser(std::string const& bytes, unsigned share); ///< needs libexpat
+std::string FaultOfTexts(std::string const& bytes, unsigned share);
+std::string FaultOfBinaryForm(std::string const& bytes, unsigned share);
+std::string FaultOfCalls(std::string const& bytes, unsigned share);
+std::string FaultOfEditing(std::string const& document, unsigned share);
 
 /// Those of documents, one for each format and the two checks.
 std::vector<Target> DocumentTargets();

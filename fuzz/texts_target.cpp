@@ -72,7 +72,7 @@ std::string FaultOfIdentifiers(std::wstring const& text) {
 
 } // namespace
 
-std::string FaultOfTexts(std::string const& bytes) {
+std::string FaultOfTexts(std::string const& bytes, unsigned) {
     std::wstring const wide = StringConversion::Utf8ToNative(bytes);
     if (StringConversion::Utf8ToNative(StringConversion::NativeToUtf8(wide)) != wide) {
         return "a wide text";

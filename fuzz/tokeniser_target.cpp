@@ -88,7 +88,7 @@ bool StopsAtNameOfFifthEdition(std::string_view bytes, Reading const& theirs) {
 
 } // namespace
 
-std::string FaultOfTokeniser(std::string const& bytes) {
+std::string FaultOfTokeniser(std::string const& bytes, unsigned) {
     Reading const theirs = TwoReaders::ReadByExpat(bytes);
     Reading const whole = TwoReaders::ReadByTokeniser(bytes, bytes.size());
     std::size_t const pieceSize = 1 + std::hash<std::string_view>()(bytes) % 40;

@@ -7,6 +7,7 @@
 #include <zantrel/sax/sax_writer.h>
 
 #include "io/byte_sink.h"
+#include "io/piece_size.h"
 #include "sax/escaping.h"
 #include "xml/depth_limit.h"
 
@@ -93,9 +94,7 @@ public:
     void Refuse(std::wstring_view sentence) override;
 
 private:
-    /// Large, so that the sink is called seldom, but no more than a heap gives again and again and a
-    /// processor keeps near.
-    static constexpr std::size_t BufferSize = 64 * 1024;
+    static constexpr std::size_t BufferSize = Io::PieceSize;
     /// What stands before a tag at most, or is copied with one and overwritten by what follows.
     static constexpr std::size_t TagRoom = 128 + 2 * Xml::MaxDepth;
     /// Up to so many names are compared one by one, which is faster than any set.

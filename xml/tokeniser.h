@@ -2,6 +2,7 @@
 #pragma once
 
 #include "io/byte_source.h"
+#include "io/piece_size.h"
 #include "xml/depth_limit.h"
 #include "xml/fault.h"
 #include "xml/indentation.h"
@@ -51,7 +52,7 @@ class Tokeniser {
 public:
     /// Asks `source`, which must outlive the tokeniser, for `pieceSize` bytes at a time. An element nested
     /// deeper than `maxDepth` is an error; the root has depth 1.
-    explicit Tokeniser(Io::ByteSource& source, std::size_t pieceSize = std::size_t(64) * 1024,
+    explicit Tokeniser(Io::ByteSource& source, std::size_t pieceSize = Io::PieceSize,
                        std::size_t maxDepth = MaxDepth);
     Tokeniser(Tokeniser const&) = delete;
     Tokeniser& operator=(Tokeniser const&) = delete;

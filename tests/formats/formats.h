@@ -352,48 +352,61 @@ inline std::size_t SizeWithoutIndentation(std::string_view document) {
     return size;
 }
 
-/// Reads the document and does with what was read all that a host can do. Gives what was wrong, or nothing.
-/// `like` is one of the format, which stays as it is.
-inline std::string FaultOf(Format const& format, Subject const& like, std::string const& document) {
-    auto const subject = like.Fresh();
+/// What reading a document into a new subject and writing that gave, and what was wrong with it.
+struct ReadAndWritten {
+    std::unique_ptr<Subject> subject;
+    bool isRead;
+    std::string written, fault;
+};
+
+/// `like` is a subject of the format, which stays as it is.
+inline ReadAndWritten ReadAndWrite(Subject const& like, std::string const& document) {
+    ReadAndWritten once{like.Fresh(), false, "", ""};
     ReadReport report;
-    bool const isRead = ReadText(*subject, document, &report);
-    if (isRead == std::any_of(report.m_entries.begin(), report.m_entries.end(), IsRefusal)) {
-        return "the report";
+    once.isRead = ReadText(*once.subject, document, &report);
+    if (once.isRead == std::any_of(report.m_entries.begin(), report.m_entries.end(), IsRefusal)) {
+        once.fault = "the report";
     }
-    std::string written = WriteText(*subject);
-    if (written.empty() && !format.isOfValues) { // whose nodes may have names that not every reader takes
-        return subject->Use();
-    }
-    if (SizeWithoutIndentation(written) > 4'096 + 64 * document.size()) {
+    once.written = WriteText(*once.subject);
+    if (SizeWithoutIndentation(once.written) > 4'096 + 64 * document.size()) {
         WriteReport noted; // of profiles of one name, with which a small document is a large one
         std::ostringstream out;
-        if (subject->Write(out, &noted) && noted.m_notes.empty()) {
-            return "so much from so little";
+        if (once.subject->Write(out, &noted) && noted.m_notes.empty()) {
+            once.fault = "so much from so little";
         }
     }
+    return once;
+}
+
+/// What was written must be read, and be written the same from some turn on.
+inline std::string FaultOfComingBack(Format const& format, Subject const& like, std::string written) {
+    if (written.empty() && !format.isOfValues) { // whose nodes may have names that not every reader takes
+        return "";
+    }
     for (int turn = 0; turn < 3; ++turn) { // the first may bring names and texts into their one form
-        auto const back = subject->Fresh();
+        auto const back = like.Fresh();
         ReadReport again;
         if (!ReadText(*back, written, &again)) {
             bool const isTooDeep =
                 !again.m_entries.empty() && again.m_entries.back().kind == ReadReport::Kind::RefusedDocument;
-            return isTooDeep ? subject->Use() : "what was written";
+            return isTooDeep ? "" : "what was written";
         }
-        std::string const next = WriteText(*back);
+        std::string next = WriteText(*back);
         if (!format.settles || next == written) {
-            break;
+            return "";
         }
-        if (turn == 2) {
-            return "what was written again";
-        }
-        written = next;
+        written = std::move(next);
     }
-    return subject->Use();
+    return "what was written again";
 }
 
+/// Reads the document and does with what was read all that a host can do. Gives what was wrong, or nothing.
 inline std::string FaultOf(Format const& format, std::string const& document) {
-    return FaultOf(format, *format.make(), document);
+    auto const like = format.make();
+    ReadAndWritten const once = ReadAndWrite(*like, document);
+    std::string const fault =
+        once.fault.empty() ? FaultOfComingBack(format, *like, once.written) : once.fault;
+    return fault.empty() ? once.subject->Use() : fault;
 }
 
 } // namespace TestSupport

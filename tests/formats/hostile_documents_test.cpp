@@ -69,7 +69,7 @@ TEST_P(DamagedDocumentOf, AnyBytesInPiecesOfAnySizeGiveTheSameAndWhatWorks) {
             EXPECT_EQ(outcomeInPieces(size), outcome) << damaged;
         }
         if (outcomes.insert(outcome.substr(0, outcome.find("\n\n"))).second) {
-            EXPECT_EQ(m_target.faultOf(damaged), "") << damaged;
+            EXPECT_EQ(m_target.faultOf(damaged, Fuzz::ShareOf(damaged)), "") << damaged;
         }
     };
     std::string const& example = m_target.example;
