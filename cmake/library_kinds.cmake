@@ -85,17 +85,18 @@ function(offer_as kind target prefix name)
     set_target_properties(${target} PROPERTIES
       PREFIX "" # zantrel.dll
       RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/examples) # a program finds DLLs beside itself
-    add_version_resource(${target} ${file} ${name})
+    add_version_resource(${target} ${name})
   elseif(UNIX AND NOT APPLE)
     # Otherwise the first file that is written waits while names of the C++ library are looked up one by one.
     target_link_options(${target} PRIVATE LINKER:-z,now)
   endif()
 endfunction()
 
-# The version, where Windows shows it.
-function(add_version_resource target file name)
-  set(resource ${PROJECT_BINARY_DIR}/${file}.rc)
-  configure_file(${PROJECT_SOURCE_DIR}/cmake/version.rc.in ${resource} @ONLY)
+# The version, where Windows shows it, with the name that the library has in this configuration.
+function(add_version_resource target name)
+  configure_file(${PROJECT_SOURCE_DIR}/cmake/version.rc.in ${PROJECT_BINARY_DIR}/${target}.rc.in @ONLY)
+  set(resource ${PROJECT_BINARY_DIR}/$<CONFIG>/${target}.rc)
+  file(GENERATE OUTPUT ${resource} INPUT ${PROJECT_BINARY_DIR}/${target}.rc.in)
   # Objects of their own: the options of this compiler aren't those of the other.
   add_library(${target}_resource OBJECT ${resource})
   target_sources(${target} PRIVATE $<TARGET_OBJECTS:${target}_resource>)

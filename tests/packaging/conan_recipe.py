@@ -1,7 +1,9 @@
 # SPDX-License-Identifier: Apache-2.0
 """Runs packaging/conan/conanfile.py with modules of the names that Conan has, which do the same by the simplest means,
 and writes a ZantrelConfig.cmake of what the recipe says about the package:
-conan_recipe.py <sources> <build folder> <package folder> <folder for the configuration>"""
+conan_recipe.py <sources> <package folder> <folder for results>
+What is built are the sources that the recipe exports and no others, as a debug build that compiles a folder at once, which
+is made soon. Its warnings are other builds' affair."""
 import collections
 import fnmatch
 import os
@@ -10,7 +12,8 @@ import subprocess
 import sys
 import types
 
-root, build, package, generated = map(os.path.abspath, sys.argv[1:])
+root, package, results = map(os.path.abspath, sys.argv[1:])
+build = os.path.join(results, "build")
 sys.dont_write_bytecode = True
 
 
@@ -32,8 +35,9 @@ class CMake:
 
     def configure(self):
         variables = {"CMAKE_BUILD_TYPE": self.recipe.settings.build_type, "BUILD_SHARED_LIBS": self.recipe.options.shared,
-                     "CMAKE_INSTALL_LIBDIR": "lib", **self.recipe.variables}
-        subprocess.run(["cmake", "-S", root, "-B", build, "-G", "Ninja", "-UCMAKE_INSTALL_DOCDIR",
+                     "CMAKE_INSTALL_LIBDIR": "lib", "CMAKE_CXX_FLAGS_DEBUG": "-O0 -w", "ZANTREL_FOLDERS_AT_ONCE": True,
+                     **self.recipe.variables}
+        subprocess.run(["cmake", "-S", self.recipe.source_folder, "-B", build, "-G", "Ninja",
                         *(f"-D{name}={value}" for name, value in variables.items())], check=True)
 
     def build(self):
@@ -82,17 +86,13 @@ import conanfile  # noqa: E402
 shutil.rmtree(package, ignore_errors=True)
 recipe = conanfile.ZantrelConan()
 recipe.recipe_folder = os.path.join(root, "packaging", "conan")
-recipe.source_folder, recipe.package_folder = root, package
-recipe.export_sources_folder = os.path.join(generated, "exported")
-recipe.settings = types.SimpleNamespace(build_type="Release")
+recipe.package_folder = package
+recipe.export_sources_folder = recipe.source_folder = os.path.join(results, "exported")
+recipe.settings = types.SimpleNamespace(build_type="Debug")
 recipe.options = types.SimpleNamespace(**recipe.default_options)
 recipe.cpp_info = Info()
 for step in ("set_version", "export_sources", "layout", "validate", "generate", "build", "package", "package_info"):
     getattr(recipe, step)()
-
-# What was exported has all that the build asks for.
-subprocess.run(["cmake", "-S", recipe.export_sources_folder, "-B", os.path.join(generated, "configured"), "-G", "Ninja",
-                *(f"-D{name}={value}" for name, value in recipe.variables.items())], check=True)
 
 lines = []
 for info in recipe.cpp_info.components.values():
@@ -103,5 +103,5 @@ for info in recipe.cpp_info.components.values():
               f"target_include_directories({target} INTERFACE {package}/include)",
               f"target_link_libraries({target} INTERFACE {' '.join(libraries + others)})"]
     lines += [f"target_compile_definitions({target} INTERFACE {name})" for name in info.defines]
-with open(os.path.join(generated, recipe.cpp_info.properties["cmake_file_name"] + "Config.cmake"), "w") as file:
+with open(os.path.join(results, recipe.cpp_info.properties["cmake_file_name"] + "Config.cmake"), "w") as file:
     file.write("\n".join(lines) + "\n")
