@@ -16,8 +16,8 @@ namespace Zantrel::Standard {
 /// zero and would become it.
 std::optional<double> ParseDecimalByDivision(std::string_view text) noexcept;
 
-/// Alike, by the standard library where it has the conversion (libc++ has it from version 20 on). Callers
-/// keep the words for what isn't finite away, which it would take, too.
+/// Alike, by the standard library where it says that it has all such conversions: libstdc++ does, libc++ 14
+/// doesn't. Callers keep the words for what isn't finite away, which it would take, too.
 inline std::optional<double> ParseDecimal(std::string_view text) noexcept {
 #ifdef __cpp_lib_to_chars
     double value = 0;
