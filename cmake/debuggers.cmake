@@ -21,8 +21,9 @@ endif()
 if(ZANTREL_BUILD_TESTS AND NOT CMAKE_CROSSCOMPILING)
   add_test(NAME Debuggers.Natvis COMMAND ${PROJECT_SOURCE_DIR}/tests/debuggers/natvis ${PROJECT_SOURCE_DIR})
   find_program(GDB gdb)
-  # Sanitisers don't run below a debugger.
-  if(GDB AND BUILD_SHARED_LIBS AND CMAKE_BUILD_TYPE STREQUAL "Debug" AND NOT CMAKE_CXX_FLAGS MATCHES "-fsanitize")
+  # Sanitisers don't run below a debugger, and the printers know one standard library.
+  if(GDB AND BUILD_SHARED_LIBS AND CMAKE_BUILD_TYPE STREQUAL "Debug" AND
+      NOT CMAKE_CXX_FLAGS MATCHES "-fsanitize|-stdlib=libc\\+\\+")
     add_executable(zantrel_debugger_host tests/debuggers/host.cpp)
     target_link_libraries(zantrel_debugger_host PRIVATE Zantrel::Zantrel zantrel_warnings)
     set_target_properties(zantrel_debugger_host PROPERTIES CXX_STANDARD 17 CXX_STANDARD_REQUIRED ON)

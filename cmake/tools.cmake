@@ -28,6 +28,7 @@ include(cmake/page.cmake)
 file(GLOB tool_sources CONFIGURE_DEPENDS tools/paramtool/*.cpp tools/paramtool/*/*.cpp examples/common/*.cpp)
 list(FILTER tool_sources EXCLUDE REGEX "/paramtool/page(_data)?\\.cpp$") # in paramtool_page
 add_executable(paramtool ${tool_sources})
+compile_folders_at_once(paramtool)
 target_include_directories(paramtool PRIVATE ${PROJECT_SOURCE_DIR}/tools/paramtool ${PROJECT_SOURCE_DIR}/examples)
 target_compile_definitions(paramtool PRIVATE "PARAMTOOL_VERSION=\"${PROJECT_VERSION}\"")
 target_link_libraries(paramtool PRIVATE

@@ -26,12 +26,16 @@ using Zantrel::ReadReport;
 
 void Fail(std::wstring const& sentence) { throw std::runtime_error(NativeToUtf8(sentence)); }
 
-// UTF-8 is a text of char in C++17 and of char8_t from C++20 on.
+// UTF-8 is a text of char in C++17 and of char8_t from C++20 on, where paths take that and deprecate u8path.
 using Utf8 = decltype(std::filesystem::path().u8string());
 
 std::filesystem::path PathOf(std::string const& argument) {
     Utf8 const text(argument.begin(), argument.end());
-    return std::filesystem::u8path(text.begin(), text.end());
+#ifdef __cpp_char8_t
+    return text;
+#else
+    return std::filesystem::u8path(text);
+#endif
 }
 
 std::wstring Wide(std::filesystem::path const& path) {
