@@ -5,7 +5,6 @@
 #include <zantrel/version.h>
 
 PYBIND11_MODULE(_zantrel, module) {
-    module.attr("__version__") = ZANTREL_VERSION_STRING;
     module.doc() = "What the package zantrel is made of; see there.";
     // In an order in which the forms of functions can name the classes that they take.
     ZantrelPython::BindLayouts(module);
