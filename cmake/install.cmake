@@ -46,6 +46,7 @@ foreach(folder libdir includedir)
 endforeach()
 function(install_pc name target description requires macro)
   set(flags "")
+  set(static_flags -D${macro}) # where both kinds were built, for pkg-config --static
   if(default_kind STREQUAL STATIC)
     set(flags "-D${macro} ")
   endif()

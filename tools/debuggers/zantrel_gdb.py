@@ -43,6 +43,29 @@ def quoted(text):
     return '"' + text.replace("\\", "\\\\").replace('"', '\\"') + '"'
 
 
+# --- What is known of a class ---
+
+UNKNOWN = "<no debug information of the library>"
+
+
+def is_known(name):
+    try:
+        gdb.lookup_type(name)
+        return True
+    except gdb.error:
+        return False
+
+
+def is_described(value):
+    """Whether there is more than the name of a class. The host's own debug information lacks those with virtual functions."""
+    return bool(value.type.strip_typedefs().fields())
+
+
+def of_the_library(read):
+    """Makes `read` yield nothing where the debug information of the library isn't there."""
+    return lambda value: read(value) if is_known("Zantrel::EntryBlock") else iter(())
+
+
 # --- What the library keeps: one reader for each form of a table, as store/entry_forms.h tells them ---
 
 
@@ -91,6 +114,7 @@ def tree_entries(tree):
     return listed_entries(entries())
 
 
+@of_the_library
 def entries_of(bag):
     """Pairs of name and property of a PersistentProperties."""
     word = int(bag["m_entries"])
@@ -122,6 +146,7 @@ def piece_of(index):
     return 9 + (index - 512) // 256, (index - 512) % 256
 
 
+@of_the_library
 def bags_of(sequence):
     content = sequence["m_content"]
     if not content:
@@ -132,6 +157,7 @@ def bags_of(sequence):
         yield pieces[piece][offset]
 
 
+@of_the_library
 def children_of(node):
     """The nodes below a LayoutNode, in the order in which they are shown."""
     children = pointer_in(node["m_children"]["m_list"])
@@ -143,22 +169,7 @@ def children_of(node):
             yield child.dereference()
 
 
-def is_known(name):
-    try:
-        gdb.lookup_type(name)
-        return True
-    except gdb.error:
-        return False
-
-
-def known(name, read, otherwise):
-    """What `read` gives where the debug information of the library has this class."""
-    return read() if is_known(name) else otherwise
-
-
 # --- One line for each ---
-
-UNKNOWN = "<no debug information of the library>"
 
 
 def type_word(node):
@@ -166,6 +177,8 @@ def type_word(node):
 
 
 def node_line(node):
+    if not is_described(node):
+        return UNKNOWN
     name = text_of(node["m_name"])
     kind = next((word for field, word in (("m_isCategoryList", "category list"), ("m_isProfileList", "profile list"),
                                           ("m_isList", "list")) if node[field]), type_word(node))
@@ -211,14 +224,15 @@ def cursor_line(cursor):
     node = cursor["m_pNode"]
     if not node:
         return "no node"
+    if not is_described(node.dereference()):
+        return UNKNOWN
     path = node_path(node.dereference()) or "the layout"
     bag = cursor["m_pProperties"]
     if not bag:
         return f"{path}: not valid"
     if cursor["m_isContainer"]:
         return f"{path}: the container"
-    values = known("Zantrel::EntryBlock",
-                   lambda: [property_line(prop) for name, prop in entries_of(bag.dereference()) if name == "Value"], [])
+    values = [property_line(prop) for name, prop in entries_of(bag.dereference()) if name == "Value"]
     return f"{path} ({type_word(node.dereference())})" + (f" = {values[0]}" if values else "")
 
 
@@ -246,8 +260,7 @@ class Map(Lines):
         return "map"
 
     def children(self):
-        pairs = known("Zantrel::EntryBlock", lambda: self.pairs(self.value), [])
-        for i, (name, value) in enumerate(pairs):
+        for i, (name, value) in enumerate(self.pairs(self.value)):
             yield f"[{2 * i}]", name
             yield f"[{2 * i + 1}]", value
 
@@ -267,13 +280,14 @@ def counted(count, one, more):
 
 
 def bag_line(bag):
-    return known("Zantrel::EntryBlock", lambda: counted(count_of(bag), "entry", "entries"), UNKNOWN)
+    return counted(count_of(bag), "entry", "entries") if is_known("Zantrel::EntryBlock") else UNKNOWN
 
 
 def sequence_line(sequence):
+    if not is_known("Zantrel::SequenceContent"):
+        return UNKNOWN
     content = sequence["m_content"]
-    return known("Zantrel::SequenceContent",
-                 lambda: counted(int(content["m_size"]) if content else 0, "bag", "bags"), UNKNOWN)
+    return counted(int(content["m_size"]) if content else 0, "bag", "bags")
 
 
 def object_line(store):
@@ -302,6 +316,8 @@ def report_entry_line(entry):
 
 def database_line(database):
     layout = database["m_pLayout"]
+    if layout and not is_described(layout.dereference()):
+        return UNKNOWN
     return f"values of {quoted(text_of(layout['m_name']))}" if layout else "without a layout"
 
 
@@ -334,7 +350,7 @@ class Collection(gdb.printing.PrettyPrinter):
     def __call__(self, value):
         name = value.type.unqualified().strip_typedefs().name or ""
         make = (lambda prop: Lines(prop, property_line)) if name.startswith("PersistentProperty<") else PRINTERS.get(name)
-        if make and not value.type.strip_typedefs().fields():  # a class that only the library describes
+        if make and not is_described(value):
             return Lines(value, lambda _: UNKNOWN)
         return make(value) if make else None
 
