@@ -92,6 +92,7 @@ void FinishFunction(py::handle thing, py::handle doc) {
     }
 }
 
+// The functions of a property have no docstrings of their own: help() shows that of the property.
 void FinishMember(py::handle member, py::handle doc) {
     if (PyObject_TypeCheck(member.ptr(), &PyProperty_Type) != 0) {
         FinishFunction(py::object(member.attr("fget")), py::none());

@@ -58,6 +58,7 @@ void BindSections(LayoutClass& type) {
     }
     type.def_property_readonly(
         "root", [](LayoutPointer const& layout) { return LayoutNodeOf(layout, &layout->Get()); });
+    // By calls of Python's, so that a layout and its profile editor never answer differently.
     auto const getItem = [](LayoutPointer const& layout, Text const& name) {
         return py::cast(ProfileEditor(layout)).attr("__getitem__")(name);
     };
@@ -67,7 +68,7 @@ void BindSections(LayoutClass& type) {
             return py::cast(ProfileEditor(layout)).attr(name)(*arguments);
         });
     }
-    type.def("__bool__", [](LayoutPointer const&) { return true; });
+    type.def("__bool__", [](LayoutPointer const&) { return true; }); // also without a parameter
     auto const add = [](LayoutPointer const& layout, Text const& name, std::int32_t nodeType,
                         py::object const& value) {
         return AddNode(ProfileEditor(layout), name, nodeType, value);
@@ -112,6 +113,7 @@ void BindMaking(LayoutClass& type) {
     };
     type.def_static("loads", loads, py::arg("data"), py::kw_only(), py::arg("notes") = py::none(),
                     py::arg("limits") = py::none());
+    // What the library's own tests and examples stand on, for who has no machine at hand.
     auto const sample = [](int level) {
         auto made = std::make_unique<Sample::ParameterLayout>(level);
         made->AddCategoryNodeIfNeeded();

@@ -151,6 +151,7 @@ void BindValueAttributes(NodeClass& type) {
 }
 
 /// A property for what the library keeps as a text and Python has as a value; the text where it is none.
+/// No typed one would do: the type may be set after the value.
 void BindTextAttribute(NodeClass& type, char const* name, std::wstring LayoutNodeAttributes::*field) {
     type.def_property(
         name,
@@ -305,6 +306,7 @@ LayoutNodeOf ChildNamed(LayoutNodeOf const& node, Text const& name) {
     return node.Other(child);
 }
 
+/// With the section in front and without the root, as lint and LayoutDifferences have it.
 std::wstring PathOf(LayoutNodeOf const& node) {
     std::wstring path;
     for (LayoutNode const* at = &node.Get(); at->Parent() != nullptr; at = at->Parent()) {
@@ -317,7 +319,7 @@ void BindMapping(NodeClass& type) {
     type.def("_ipython_key_completions_", &NamesBelow);
     type.def("__iter__", [](LayoutNodeOf const& node) { return py::iter(NamesBelow(node)); });
     type.def("__len__", [](LayoutNodeOf const& node) { return ChildrenOf(node.Get()).size(); });
-    type.def("__bool__", [](LayoutNodeOf const&) { return true; });
+    type.def("__bool__", [](LayoutNodeOf const&) { return true; }); // also without a child
     type.def("__contains__", [](LayoutNodeOf const& node, Text const& name) {
         return node.Get().GetNode(name.value) != nullptr;
     });
@@ -345,6 +347,7 @@ void BindTree(NodeClass& type) {
     type.def("__hash__", [](LayoutNodeOf const& node) { return std::hash<void const*>()(&node.Get()); });
     type.def("__repr__", [](LayoutNodeOf const& node) {
         py::object const kind = TypeOf(node.Get());
+        // A number that is no type has no name.
         py::str const word = py::hasattr(kind, "name") ? kind.attr("name") : py::str(kind);
         std::wstring const path = PathOf(node);
         return StrOf(L"<LayoutNode " + (path.empty() ? node.Get().m_name : path) + L" of type " +
@@ -353,7 +356,8 @@ void BindTree(NodeClass& type) {
     RefusePickling(type, "a node of a layout isn't pickled or copied: save the layout, or copy.deepcopy it");
 }
 
-// Deeper than any file can be: what walks over a tree may take stack for each level, and in Python does.
+// Deeper than any file can be. Nothing here takes stack for a level; but dicts of such content nest as
+// deeply, and what Python and scripts do with those does.
 constexpr std::size_t DeepestNode = 1000;
 
 } // namespace

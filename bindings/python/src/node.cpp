@@ -16,6 +16,7 @@ using namespace Zantrel;
 
 namespace {
 
+/// As a walk over the values has it, also of a node that is a list and a profile list in one.
 PlaceKind KindOf(LayoutNode const& layout) {
     return layout.m_isProfileList || layout.m_isCategoryList ? PlaceKind::ProfileList
            : layout.m_isList                                 ? PlaceKind::List
@@ -48,7 +49,10 @@ std::optional<std::size_t> NumberOf(std::wstring_view text) {
 [[noreturn]] void RaiseNotFound(Node& node, std::wstring_view path) {
     std::shared_ptr<Node> reached = node.shared_from_this();
     std::wstring_view wanted = path.substr(0, path.find(L'/'));
-    for (std::size_t end = path.rfind(L'_'); end != path.npos && end != 0; end = path.rfind(L'_', end - 1)) {
+    // Below another node the path is one of Python's, of which a prefix may be a path from the root by
+    // chance.
+    std::size_t end = node.Parent() ? path.npos : path.rfind(L'_');
+    for (; end != path.npos && end != 0; end = path.rfind(L'_', end - 1)) {
         if (auto const place = Editing::Place::Find(node.Database()->Get(), path.substr(0, end))) {
             reached = Node::Of(node.Database(), *place);
             wanted = path.substr(end + 1);
@@ -396,6 +400,7 @@ bool HasProfile(Node& profiles, std::wstring const& name) {
            profiles.Cursor().HasProfile(name.c_str());
 }
 
+// Of a parameter none, so that a walk needs no question of its own about what it has come to.
 std::vector<std::wstring> NamesIn(Node& node) {
     std::vector<std::wstring> names;
     if (node.Kind() == PlaceKind::ProfileList) {
@@ -444,6 +449,8 @@ std::shared_ptr<Node> NodeNamed(Node& node, std::wstring const& name) {
     RaiseUnknownName(name, WhereIs(node), NamesIn(node));
 }
 
+// The sentence says how many there are, which Python's own doesn't: the path alone may be of any of a
+// hundred.
 std::size_t IndexIn(Node& list, py::ssize_t index) {
     auto const size = static_cast<py::ssize_t>(list.Cursor().GetSize());
     py::ssize_t const counted = index < 0 ? index + size : index;

@@ -58,10 +58,11 @@ std::wstring ReprOf(Node& node) {
         return L"<Parameter " + path + L" = " + WideOf(py::repr(ValueOf(node.Cursor()))) +
                (layout.m_postfix.empty() ? L"" : L' ' + layout.m_postfix) + L'>';
     }
-    std::vector<std::wstring> const names = NamesIn(node);
     if (node.Kind() == PlaceKind::List) {
-        return L"<List " + path + L" of " + std::to_wstring(names.size()) + L" x " + layout.m_nodeName + L'>';
+        return L"<List " + path + L" of " + std::to_wstring(node.Cursor().GetSize()) + L" x " +
+               layout.m_nodeName + L'>';
     }
+    std::vector<std::wstring> const names = NamesIn(node);
     std::wstring text = (node.Kind() == PlaceKind::ProfileList ? L"<ProfileList " : L"<Group ") +
                         (path.empty() ? node.Database()->Layout()->Get().m_name : path) + L':';
     constexpr std::size_t shown = 8;
@@ -182,6 +183,7 @@ void BindGroup(py::module_& module) {
     py::class_<GroupNode, Node, std::shared_ptr<GroupNode>> type(module, "Group");
     RefuseMaking(type);
     BindMapping<NodePointer>(type, [](NodePointer const& node) { return node; });
+    // A profile is a group as any other, but for these; others raise.
     BindFlag(type, "name_read_only", &ParameterNode::GetNameReadOnly, &ParameterNode::SetNameReadOnly);
     BindFlag(type, "can_be_deleted", &ParameterNode::GetCanBeDeleted, &ParameterNode::SetCanBeDeleted);
     BindFlag(type, "user_default_profile", &ParameterNode::GetUserDefaultProfile,
@@ -225,6 +227,7 @@ void Remove(NodePointer const& list, std::size_t index) {
     list->ItemRemoved(index);
 }
 
+/// By Python's own rules for what is missing, negative or beyond the ends.
 std::vector<std::size_t> IndicesIn(Node& list, py::slice const& slice) {
     py::ssize_t start = 0, stop = 0, step = 0, length = 0;
     if (!slice.compute(static_cast<py::ssize_t>(list.Cursor().GetSize()), &start, &stop, &step, &length)) {
@@ -281,6 +284,7 @@ void BindSequence(ListClass& type) {
     auto const get = [](NodePointer const& list, Index index) {
         return ValueOrNode(NodeOfItem(*list, index.value));
     };
+    // Into the item that is there: it goes on to be the same one for who holds its node.
     auto const set = [](NodePointer const& list, Index index, py::object const& value) {
         Update(*NodeOfItem(*list, index.value), value, false);
     };
@@ -361,7 +365,8 @@ void BindProfiles(py::module_& module) {
         "add",
         [](NodePointer const& profiles, Text const& name, std::optional<Text> const& copyOf) {
             if (copyOf) {
-                NodeNamed(*profiles, copyOf->value);
+                NodeNamed(*profiles,
+                          copyOf->value); // KeyError where there is none: the library has a finding
             }
             RequireDone(copyOf ? DuplicateProfile(profiles->Place(), copyOf->value, name.value)
                                : AddProfile(profiles->Place(), name.value));
@@ -394,7 +399,7 @@ void BindProfiles(py::module_& module) {
 void BindNodes(py::module_& module) {
     py::class_<Node, std::shared_ptr<Node>> node(module, "Node");
     RefuseMaking(node);
-    BindNode(node);
+    BindNode(node); // before those that derive from it
     BindGroup(module);
     BindList(module);
     BindProfiles(module);

@@ -31,6 +31,7 @@ py::object MakeValue(std::int32_t value) { return py::int_(value); }
 py::object MakeValue(double value) { return py::float_(value); }
 py::object MakeValue(bool value) { return py::bool_(value); }
 py::object MakeValue(std::wstring const& value) { return StrOf(value); }
+/// A copy of the bytes, as of all values: what Python has stays when the database changes or ends.
 py::object MakeValue(KelAM::FileContent const& value) {
     return TypeNamed("Attachment")(
         StrOf(value.m_name),
@@ -108,7 +109,8 @@ std::wstring TextFor(Node& node, TypeTag<NoValue>, py::handle value) {
     RaiseWrongType(node, "no value", value);
 }
 
-/// Why a user may not change the place as it stands, from the outside; whether it is shown plays no part.
+/// Objections look at a value alone; what is around its place is asked here. Why a user may not change it as
+/// it stands, from the outside; whether it is shown plays no part.
 std::vector<Finding> ReadOnlyBy(Editing::Place const& place) {
     Look const look = LookOf(place);
     for (LookReason const& reason : look.reasons) {
@@ -160,7 +162,7 @@ py::object ValueOfText(eTypeLayoutNode type, std::wstring const& text) {
         using T = typename decltype(tag)::Type;
         if constexpr (std::is_same_v<T, std::int32_t> || std::is_same_v<T, double>) {
             return NumberOfText<T>(text);
-        } else if constexpr (std::is_same_v<T, bool>) {
+        } else if constexpr (std::is_same_v<T, bool>) { // any other word is false
             return py::bool_(text == L"True" || text == L"true");
         } else if constexpr (std::is_same_v<T, NoValue>) {
             return py::none();
