@@ -132,6 +132,14 @@ def test_a_list_is_a_sequence(db):
     rows += [{"X": 4}]
     rows.remove({"X": 1})
     assert [row["X"] for row in reversed(rows)] == [4, 2]
+    rows[:] = reversed(rows)
+    x = rows.node(0).node("X")
+    x.read_only = True
+    db["Rows"] += [{"X": 5}]
+    x.read_only = False
+    rows.update([rows[0], rows[2], rows[1]])
+    assert [row["X"] for row in rows] == [4, 5, 2]
+    db["Power"] = db.at("Power")
     rows.clear()
     materials = db["Materials"]
     assert materials.setdefault("Steel", {}) == materials["Steel"] and materials.pop("Brass", 5) == 5

@@ -252,7 +252,7 @@ py::list GetSlice(NodePointer const& list, py::slice const& slice) {
 /// As many as there are: others would have to be put between two items, which few layouts let a user do.
 void SetSlice(NodePointer const& list, py::slice const& slice, py::iterable const& values) {
     std::vector<std::size_t> const indices = IndicesIn(*list, slice);
-    py::list const wanted(values); // before anything is set, since it may be made of the list itself
+    py::list const wanted = KeptItems(values); // before anything is set: it may be made of the list itself
     if (wanted.size() != indices.size()) {
         throw py::value_error("a slice of " + std::to_string(indices.size()) + " items can't take " +
                               std::to_string(wanted.size()) +

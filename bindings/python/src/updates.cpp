@@ -28,6 +28,20 @@ py::dict CopyOf(py::handle mapping) {
     return copy;
 }
 
+/// What stands at a node by now, since it may change by what is set; anything else as it is.
+py::object Kept(py::handle value) {
+    return py::isinstance<Node>(value) ? ContentOf(*py::cast<std::shared_ptr<Node>>(value), false)
+                                       : py::reinterpret_borrow<py::object>(value);
+}
+
+py::list KeptPairs(py::handle mapping) {
+    py::list pairs;
+    for (auto const& [name, value] : CopyOf(mapping)) {
+        pairs.append(py::make_tuple(name, Kept(value)));
+    }
+    return pairs;
+}
+
 /// Containers that get their content, outermost first. They stand here and not in calls within calls, since a
 /// layout may be deep and the stack of a thread small.
 class Filling {
@@ -35,7 +49,7 @@ public:
     explicit Filling(bool isForced) : m_isForced(isForced) {}
 
     /// Sets a value; a container is opened, and gets its content by the steps that follow.
-    void Take(std::shared_ptr<Node> const& node, py::handle values);
+    void Take(std::shared_ptr<Node> const& node, py::handle given);
     void TakeNamed(Node& node, std::wstring const& name, py::handle values);
     /// False when all is set.
     bool Step();
@@ -45,11 +59,11 @@ public:
 private:
     struct Level {
         std::shared_ptr<Node> node;
-        py::object content; ///< of a list the sequence, otherwise a list of names and values
+        py::list content; ///< the items, or pairs of a name and a value
         std::size_t size;
         std::size_t next = 0;
     };
-    void StepInList(Node& list, py::object const& content, std::size_t index);
+    void StepInList(Node& list, py::handle value, std::size_t index);
     void EndList(Node& list, std::size_t size);
 
     std::vector<Level> m_levels;
@@ -58,20 +72,26 @@ private:
     bool m_isForced;
 };
 
-void Filling::Take(std::shared_ptr<Node> const& node, py::handle values) {
+void Filling::Take(std::shared_ptr<Node> const& node, py::handle given) {
+    if (py::isinstance<Node>(given) && py::cast<std::shared_ptr<Node>>(given) == node) {
+        return; // as after db["Rows"] += rows, where Python sets the list that has grown to itself
+    }
+    py::object const values = Kept(given);
     if (dynamic_cast<ParameterNodeOf*>(node.get()) != nullptr) {
         SetValue(*node, values, m_isForced);
     } else if (node->Kind() == PlaceKind::List) {
         if (PySequence_Check(values.ptr()) == 0 || PyUnicode_Check(values.ptr())) {
             RaiseWrongType(*node, "a sequence", values);
         }
-        m_levels.push_back({node, py::reinterpret_borrow<py::object>(values), py::len(values)});
+        py::list items = KeptItems(values);
+        std::size_t const size = items.size();
+        m_levels.push_back({node, std::move(items), size});
     } else if (PyMapping_Check(values.ptr()) == 0 || !py::hasattr(values, "keys")) {
         RaiseWrongType(*node, "a mapping", values);
     } else {
-        py::list content(CopyOf(values).attr("items")());
-        std::size_t const size = content.size();
-        m_levels.push_back({node, std::move(content), size});
+        py::list pairs = KeptPairs(values);
+        std::size_t const size = pairs.size();
+        m_levels.push_back({node, std::move(pairs), size});
     }
 }
 
@@ -113,19 +133,18 @@ bool Filling::Step() {
     }
     // Held here, since a level that is opened may move the others.
     std::shared_ptr<Node> const node = level.node;
-    py::object const content = level.content;
     std::size_t const index = level.next++;
+    py::object const next = level.content[index];
     if (isList) {
-        StepInList(*node, content, index);
+        StepInList(*node, next, index);
     } else {
-        auto const pair = py::reinterpret_borrow<py::tuple>(py::list(content)[index]);
+        auto const pair = py::reinterpret_borrow<py::tuple>(next);
         TakeNamed(*node, NameIn(*node, pair[0]), pair[1]);
     }
     return true;
 }
 
-void Filling::StepInList(Node& list, py::object const& content, std::size_t index) {
-    py::object const value = py::reinterpret_borrow<py::sequence>(content)[index];
+void Filling::StepInList(Node& list, py::handle value, std::size_t index) {
     if (index >= list.Cursor().GetSize()) {
         RequireDone(AddItem(list.Place()));
     }
@@ -165,6 +184,15 @@ template <class Begin> void Fill(bool isForced, Begin begin) {
 }
 
 } // namespace
+
+// So that two items can be exchanged.
+py::list KeptItems(py::handle values) {
+    py::list items;
+    for (py::handle const value : py::list(py::reinterpret_borrow<py::object>(values))) {
+        items.append(Kept(value));
+    }
+    return items;
+}
 
 void Update(Node& node, py::handle values, bool isForced) {
     Fill(isForced, [&](Filling& filling) { filling.Take(node.shared_from_this(), values); });

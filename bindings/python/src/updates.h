@@ -15,6 +15,9 @@ void UpdateNamed(Node& node, std::wstring const& name, py::handle values, bool i
 /// As dict.update: `values` is None, a mapping, or pairs of a name and a value; `named` are further ones.
 void UpdateAll(Node& node, py::handle values, py::dict const& named, bool isForced);
 
+/// A list of the same, in which nodes are their content as it is by now.
+py::list KeptItems(py::handle values);
+
 /// The name that a Python object is in a mapping. TypeError where it is no str.
 std::wstring NameIn(Node& mapping, py::handle name);
 
