@@ -13,7 +13,8 @@ _MAPPING = {
 
         Goes down into what is a mapping or a sequence itself, adds profiles that aren't there, and makes a list as long
         as its sequence. Raises KeyError for a name that a group doesn't have, TypeError and Refused as Parameter.set;
-        what stands before the value that is refused is set then. `force` is that of Parameter.set.""",
+        what stands before the value that is refused is set then. Nodes count as what they hold at first. `force` is
+        that of Parameter.set.""",
     "to_dict": """All of its content as dicts, lists and values, which have nothing to do with the database any more.
 
         With `default_profiles` each profile list has its default profile, too, under "::Default::".""",
