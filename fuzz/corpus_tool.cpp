@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 //
 // What a fuzzer takes and gives are files, one for each input; what is kept is one file for each target.
-//     zantrel_fuzz_corpus unpack CORPUS FOLDER | pack FOLDER CORPUS | dictionary TARGET
+//     zantrel_fuzz_corpus targets | unpack CORPUS FOLDER | pack FOLDER CORPUS | dictionary TARGET
 
 #include "fuzz/corpus.h"
 #include "fuzz/target.h"
@@ -47,6 +47,12 @@ void Pack(std::filesystem::path const& folder, std::string const& corpus) {
     }
 }
 
+void PrintTargets() {
+    for (Fuzz::Target const& target : Fuzz::AllTargets()) {
+        std::cout << target.name << '\n';
+    }
+}
+
 /// As libFuzzer has them: a line for each word, in which any byte can stand as "\xAB".
 void PrintDictionary(std::string const& name) {
     for (Fuzz::Target const& target : Fuzz::AllTargets()) {
@@ -69,6 +75,8 @@ int main(int count, char** arguments) {
         Unpack(words[1], words[2]);
     } else if (count == 4 && words[0] == "pack") {
         Pack(words[1], words[2]);
+    } else if (count == 2 && words[0] == "targets") {
+        PrintTargets();
     } else if (count == 3 && words[0] == "dictionary") {
         PrintDictionary(words[1]);
     } else {

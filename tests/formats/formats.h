@@ -12,6 +12,7 @@
 #include <zantrel/zantrel.h>
 
 #include <algorithm>
+#include <map>
 #include <memory>
 #include <sstream>
 #include <string>
@@ -276,7 +277,14 @@ inline constexpr DocumentIo<ParameterDatabaseIOFiltering> FilterFile = {
 
 /// A document of a format, without its line ends.
 inline std::string ExampleOf(std::string const& format) {
+#ifdef ZANTREL_EXAMPLES
+    static std::map<std::string, std::string> const within = {
+#include ZANTREL_EXAMPLES
+    };
+    std::string text = within.at(format);
+#else
     std::string text = ContentOf(ZANTREL_TESTS "/formats/examples/" + format + ".xml");
+#endif
     std::erase(text, '\n');
     return text;
 }
