@@ -62,7 +62,7 @@ public:
 
 private:
     /// Of nodes, places or properties, beyond which copies of copies aren't made; they'd take all the time.
-    static constexpr std::size_t MostItems = 100;
+    static constexpr std::size_t MostItems = 50;
 
     bool Flag() { return m_choices.Below(2) != 0; }
     wchar_t const* Name() { return Names[m_choices.Below(std::size(Names))]; }
