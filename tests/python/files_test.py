@@ -141,6 +141,49 @@ def test_an_edit_is_made_whole_or_not_at_all(file, layout):
     assert zantrel.load(file, layout).format == "generic"
 
 
+def test_an_edit_refuses_what_the_format_cant_keep(file, layout):
+    def changed(change, format):
+        zantrel.Database(layout).save(file, format=format)
+        before = file.read_bytes()
+        with pytest.raises(zantrel.WriteError) as refused, zantrel.edit(file, layout) as db:
+            change(db)
+        assert file.read_bytes() == before
+        return str(refused.value).partition("can't keep ")[2]
+
+    assert changed(lambda db: db["Rows"].append({"X": 4}), "machine") == "Rows_Row[0]"
+    assert changed(lambda db: db["Materials"].add("Steel"), "machine") == "Materials_Material[Steel]"
+    for format in ("generic", "machine"):
+        assert changed(lambda db: db["Rows"].default.update(X=2), format) == "Rows_Row::Default::_X"
+        flag = changed(lambda db: setattr(db["Rows"], "disable_add_remove", True), format)
+        assert flag == "DisableAddRemove of Rows"
+    assert changed(lambda db: [setattr(node, "hidden", True) for node in db.walk()], "machine").endswith("and 7 more")
+    file.write_bytes(zantrel.Database(layout).dumps().replace(b"<Materials>", b'<Materials ReadOnly="true">'))
+    with pytest.warns(zantrel.PassedOver, match="ReadOnly of Materials"), zantrel.edit(file, layout) as db:
+        db["Rows"].append({"X": 4})
+    assert zantrel.load(file, layout)["Rows"] == [{"X": 4}]
+
+
+def test_an_edit_warns_of_what_another_encoding_loses(file, layout):
+    text = file.read_text().replace("UTF-8", "UTF-16").replace("<Power>200", "<!-- mine --><Power>200")
+    for encoding in ("utf-16-le", "utf-16-be"):
+        file.write_bytes(("\ufeff" + text).encode(encoding))
+        told = pytest.warns(zantrel.PassedOver, match="1 comment and the encoding that")
+        with told, zantrel.edit(file, layout) as db:
+            db["Power"] = 275.5
+    assert zantrel.load(file, layout)["Power"] == 275.5
+
+
+def test_an_edit_tells_places_apart_that_share_a_path(tmp_path):
+    layout = zantrel.Layout("Machine")
+    layout.add("A_B", Type.INT, 1)
+    layout.add_group("A").add("B", Type.INT, 2)
+    zantrel.Database(layout).save(tmp_path / "m.xml")
+    for name, value in (("A/B", 7), ("A_B", 8)):
+        with zantrel.edit(tmp_path / "m.xml", layout) as db:
+            db.set(name, value)
+    assert zantrel.load(tmp_path / "m.xml", layout).to_dict() == {"A_B": 8, "A": {"B": 7}}
+
+
 def test_an_edit_leaves_what_somebody_else_has_changed(file, layout):
     def change_twice(change, **options):
         with zantrel.edit(file, layout, **options) as db:
@@ -153,7 +196,7 @@ def test_an_edit_leaves_what_somebody_else_has_changed(file, layout):
 
     before = file.read_bytes()
     for somebody, left in ((change, before.replace(b"Count>3", b"Count>4")), (file.unlink, None)):
-        with pytest.raises(zantrel.FileChanged, match="changed it since") as refused:
+        with pytest.raises(zantrel.FileChanged, match="has changed since") as refused:
             change_twice(somebody)
         assert refused.value.filename == str(file) and (file.read_bytes() if file.exists() else None) == left
     with pytest.raises(FileNotFoundError), zantrel.edit(file, layout):

@@ -35,6 +35,8 @@ _FILE_ARGUMENTS = """
         "list_items", "profiles", "report_bytes", and "refuses_same_profiles", which is True or False. Raises
         OSError for what can't be opened, and ReadError for what is no such document."""
 
+_FLAGS_LOST = ", but not of the root, of profile lists, of default profiles and of templates"
+
 _DOCS: dict[str, dict[str, str]] = {
     "": {
         "load": """The values in a parameter file, with the layout's defaults where it has none.
@@ -92,8 +94,8 @@ _DOCS: dict[str, dict[str, str]] = {
         "look": "Whether users see it and may change it, and why not.",
         "visible": "Whether users see it, by the layout's conditions and its own flag.",
         "editable": "Whether users may change it, likewise.",
-        "read_only": "A flag of its own, which files keep: users may not change it.",
-        "hidden": "A flag of its own, which files keep: users don't see it.",
+        "read_only": "A flag of its own: users may not change it. Generic files keep it" + _FLAGS_LOST + ".",
+        "hidden": "A flag of its own: users don't see it. Generic files keep it" + _FLAGS_LOST + ", and of profiles.",
     },
     "Parameter": {
         "": "The node of one value.",
@@ -116,8 +118,9 @@ _DOCS: dict[str, dict[str, str]] = {
     "Group": {
         "": "The node of a group, and a mapping of its children; they are the layout's, and none comes or goes.",
         **_MAPPING,
-        "name_read_only": "A flag of a profile: users may not rename it. AttributeError for what is no profile.",
-        "can_be_deleted": "Likewise: users may remove it.",
+        "name_read_only": """A flag of a profile, which generic files keep: users may not rename it. AttributeError for
+        what is no profile.""",
+        "can_be_deleted": "Likewise, but read and never written: users may remove it.",
         "user_default_profile": "Likewise: users have made it their default.",
     },
     "List": {
@@ -129,8 +132,8 @@ _DOCS: dict[str, dict[str, str]] = {
         "move": "Moves an item, so that it then has the index `to`.",
         "to_list": "Its content, which has nothing to do with the database any more.",
         "update": "Makes it as long as the sequence, and sets each item: see Group.update.",
-        "default": "The template of its items.",
-        "disable_add_remove": "A flag of its own, which files keep: users may not add or remove items.",
+        "default": "The template of its items, which no file keeps.",
+        "disable_add_remove": "A flag of its own, which is read and never written: users may not add or remove items.",
     },
     "ProfileList": {
         "": "The node of a profile list as a whole, and a mapping of its profiles by name.",
@@ -148,7 +151,7 @@ _DOCS: dict[str, dict[str, str]] = {
 
         With `force` also one of which no file says that it can be deleted.""",
         "default": "The default profile, whose values new ones get.",
-        "disable_add_remove": "A flag of its own, which files keep: users may not add or remove profiles.",
+        "disable_add_remove": "A flag of its own, which generic files keep: users may not add or remove profiles.",
     },
     "Layout": {
         "": """What parameters there are, with types, limits and looks; a mapping of the nodes below
