@@ -1,4 +1,5 @@
 # SPDX-License-Identifier: Apache-2.0
+import copy
 import errno
 import os
 import re
@@ -112,8 +113,17 @@ def test_bytes_come_in_any_object_that_has_some(db):
 def test_limits_end_a_read(file, layout):
     with pytest.raises(zantrel.ReadError, match="more than 3 elements"):
         zantrel.load(file, layout, limits={"elements": 3})
-    with pytest.raises(ValueError, match='no limit "element"'):
-        zantrel.load(file, layout, limits={"element": 3})
+    for limits, error, sentence in (
+        ({"element": 3}, ValueError, 'no limit "element"'),
+        ({"bytes": 1e6}, TypeError, 'limit "bytes" must be int, not float'),
+        ({"depth": -1}, ValueError, 'limit "depth" is a number from 0'),
+        ({"refuses_same_profiles": "yes"}, TypeError, 'profiles" must be bool, not str'),
+    ):
+        with pytest.raises(error, match=sentence):
+            zantrel.load(file, layout, limits=limits)
+    for read in (zantrel.load, zantrel.edit):
+        with pytest.raises(TypeError, match="notes must be a list, not tuple"):
+            read(file, layout, notes=())
 
 
 def test_an_edit_is_made_whole_or_not_at_all(file, layout):
@@ -283,6 +293,11 @@ def test_layouts_built_read_and_written(layout, tmp_path):
     assert (power.min, power.max, power.unit, power.default) == (50, 400, "W", 200) and power.type is Type.DOUBLE
     assert [(s.path, v) for s, v in back["Mesh"].visibility_sources] == [("ProfileEditor/Sieve", "True")]
     assert back.lint() == []
+    options = zantrel.Layout("T")
+    assert copy.copy(options).name == "T"
+    options.part_options.add("Depth", Type.INT, 4).set_prop_name("z")
+    for same in (zantrel.Layout.loads(options.dumps()), copy.deepcopy(options)):
+        assert list(same.part_options) == ["Depth"]
     back.add("Power", Type.INT)
     assert [f.kind for f in back.lint() if f.severity == "error"] == ["same_name"]
     metal = zantrel.Layout.load(METAL, notes=[])

@@ -164,16 +164,47 @@ py::object SaveDocument(std::optional<FilePath> const& path, WriteReport report,
     return path ? py::object(py::none()) : py::object(py::bytes(out.str()));
 }
 
-/// Of a Python int. TypeError for what is none, OverflowError for one below 0 or of more than 64 bits.
-std::uint64_t CountOf(py::handle value) {
-    unsigned long long const count = PyLong_AsUnsignedLongLong(value.ptr());
+[[noreturn]] void RaiseTypeError(std::wstring const& what, char const* wanted, py::handle value) {
+    throw py::type_error(py::cast<std::string>(StrOf(what)) + " must be " + wanted + ", not " +
+                         Py_TYPE(value.ptr())->tp_name);
+}
+
+/// Of a Python int. TypeError for what is none, ValueError for one below 0 or of more than 64 bits.
+std::uint64_t CountOf(py::handle value, std::wstring const& what) {
+    if (PyIndex_Check(value.ptr()) == 0) {
+        RaiseTypeError(what, "int", value);
+    }
+    auto const number = py::reinterpret_steal<py::object>(PyNumber_Index(value.ptr()));
+    unsigned long long const count = number ? PyLong_AsUnsignedLongLong(number.ptr()) : 0;
     if (PyErr_Occurred() != nullptr) {
-        throw py::error_already_set();
+        if (PyErr_ExceptionMatches(PyExc_OverflowError) == 0) {
+            throw py::error_already_set();
+        }
+        PyErr_Clear();
+        RaiseValueError(what + L" is a number from 0 to 2^64 - 1");
     }
     return count;
 }
 
+bool FlagOf(py::handle value, std::wstring const& what) {
+    if (!PyBool_Check(value.ptr())) {
+        RaiseTypeError(what, "bool", value);
+    }
+    return value.is(py::bool_(true));
+}
+
+bool DeclaresNothing(ParameterLayout const& layout) {
+    return layout.m_profileEditor->Size() == 0 && layout.m_platformOptions->Size() == 0 &&
+           layout.m_partOptions->Size() == 0 && layout.m_partConfigurator->Size() == 0;
+}
+
 } // namespace
+
+NotesList::NotesList(py::object const& list) : py::object(list) {
+    if (!is_none() && !py::hasattr(*this, "extend")) {
+        RaiseTypeError(L"notes", "a list", *this);
+    }
+}
 
 ReadLimits LimitsOf(py::object const& limits) {
     static constexpr struct {
@@ -192,13 +223,14 @@ ReadLimits LimitsOf(py::object const& limits) {
     }
     for (auto const& [key, value] : py::dict(limits)) {
         std::wstring const name = WideOf(py::str(key));
+        std::wstring const what = L"the limit \"" + name + L'"';
         bool isKnown = name == L"refuses_same_profiles";
         if (isKnown) {
-            read.m_refusesSameProfiles = py::cast<bool>(value);
+            read.m_refusesSameProfiles = FlagOf(value, what);
         }
         for (auto const& row : fields) {
             if (name == row.name) {
-                read.*row.field = CountOf(value);
+                read.*row.field = CountOf(value, what);
                 isKnown = true;
             }
         }
@@ -233,7 +265,7 @@ py::list TellRead(bool isRead, Document const& document, ReadReport const& repor
         }
         Raise("ReadError", StrOf(NameOf(document) + L':' + ReadReport::Format(last)), notes);
     }
-    if (options.notes && !options.notes.is_none()) {
+    if (!options.notes.is_none()) {
         options.notes.attr("extend")(notes);
     } else if (notes.size() != 0) {
         Warn("PassedOver", StrOf(NameOf(document) + L": " + std::to_wstring(notes.size()) +
@@ -256,7 +288,7 @@ void TellWritten(bool isWritten, std::wstring const& path, WriteReport const& re
     }
 }
 
-std::shared_ptr<LayoutHandle> LoadLayout(Document const& document, ReadOptions const& options) {
+std::shared_ptr<LayoutHandle> ReadLayout(Document const& document, ReadOptions const& options) {
     auto handle = std::make_shared<LayoutHandle>(std::make_unique<ParameterLayout>());
     ReadReport report;
     report.m_limits = options.limits;
@@ -280,12 +312,17 @@ std::shared_ptr<LayoutHandle> LoadLayout(Document const& document, ReadOptions c
                 });
         }
     }
-    // Both readers take documents of any root, such as a parameter file, and find nothing in them. That would
-    // show only later, as unknown names, so it is said here.
     handle->m_isOfTemplate = root == TemplateRoot;
     handle->m_path = document.path;
     handle->m_notes = TellRead(isRead, document, report, options);
-    if (handle->Get().m_profileEditor->Size() == 0) {
+    return handle;
+}
+
+// Both readers take documents of any root, such as a parameter file, and find nothing in them. That would
+// show only later, as unknown names, so it is said here.
+std::shared_ptr<LayoutHandle> LoadLayout(Document const& document, ReadOptions const& options) {
+    auto handle = ReadLayout(document, options);
+    if (DeclaresNothing(handle->Get())) {
         Raise("ReadError", StrOf(NameOf(document) + L" is no layout: it declares no parameters"));
     }
     return handle;

@@ -14,11 +14,19 @@
 
 namespace ZantrelPython {
 
+/// A list that gets the notes of a read, or None: then a warning tells of them. TypeError for what takes
+/// none, so that it comes before the read.
+class NotesList : public py::object {
+public:
+    NotesList() : py::object(py::none()) {}
+    NotesList(py::object const& list);
+};
+
 /// What Python says of a read.
 struct ReadOptions {
     std::wstring format; ///< "generic", "machine", or empty: what the document is
     Zantrel::ReadLimits limits;
-    py::object notes; ///< a list that gets them, or None: then a warning tells of them
+    NotesList notes;
 };
 
 Zantrel::ReadLimits LimitsOf(py::object const& limits);
@@ -26,6 +34,8 @@ Zantrel::ReadLimits LimitsOf(py::object const& limits);
 // All read and write without the interpreter's lock, and raise OSError for what can't be opened, ReadError
 // and WriteError for what can't be a document.
 
+/// Of any document, also one in which no parameters are declared.
+std::shared_ptr<LayoutHandle> ReadLayout(Document const& document, ReadOptions const& options);
 std::shared_ptr<LayoutHandle> LoadLayout(Document const& document, ReadOptions const& options);
 /// Into a database of which nobody has nodes. On failure it holds what had arrived.
 void ReadInto(DatabaseHandle& database, Document const& document, ReadOptions const& options);

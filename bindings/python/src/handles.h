@@ -88,7 +88,7 @@ public:
     std::uint64_t m_changes = 1;        ///< counts what can end cursors; see Node
     Node* m_root = nullptr;             ///< lives while Python, or a node below, holds it
     py::list m_notes;                   ///< of the reads into it
-    std::wstring m_path;                ///< of the file last read or written
+    std::wstring m_path;                ///< of the file last read
     std::wstring m_format = L"generic"; ///< of that file
 
 private:

@@ -29,7 +29,7 @@ std::shared_ptr<LayoutHandle> CopyOf(LayoutPointer const& layout) {
     py::object const bytes = SaveLayout(layout, std::nullopt, L"meta");
     ReadOptions options;
     options.notes = py::list();
-    auto copy = LoadLayout({L"", py::cast<std::string>(bytes)}, options);
+    auto copy = ReadLayout({L"", py::cast<std::string>(bytes)}, options);
     copy->m_isOfTemplate = layout->m_isOfTemplate;
     copy->m_path = layout->m_path;
     return copy;
