@@ -315,6 +315,10 @@ def test_a_ticket_says_what_counts_for_a_part():
     assert ticket.to_dict()["defaults"] == {"a": 5, "d": 0.5, "f": True, "g": "t"}
     assert ticket.to_dict()["parts"] == {"p": {"b": [{"c": ("n", b"\0\xff")}]}} and ticket.parts == ["p"]
     assert ("d", 0.5, "ticket") in ticket.effective("p")
+    pairs = (("a", 1), ("a", 2), ("a#2", 3), ("a", 4))
+    properties = "".join(f'<Property Name="{name}" Type="integer">{value}</Property>' for name, value in pairs)
+    same = f'<KlvrBuildTicket><Defaults type="build">{properties}</Defaults></KlvrBuildTicket>'.encode()
+    assert zantrel.Ticket.loads(same).to_dict()["defaults"] == {"a": 1, "a#2": 2, "a#2#2": 3, "a#3": 4}
     layout = zantrel.Layout()
     layout.part_options.add("Depth", Type.INT, 4).set_prop_name("z")
     assert ("z", 4, "layout") in ticket.effective("p", layout) and ticket == ticket

@@ -82,19 +82,29 @@ py::object Opened(IPersistentProperty const& property, Open& open) {
     return list;
 }
 
+/// The name, with the next number behind it where that is taken, as by another name that holds a "#". `turn`
+/// counts those that the name was tried with.
+py::str FreeKey(py::dict const& dict, std::wstring const& name, std::size_t& turn) {
+    for (;;) {
+        ++turn;
+        py::str const key = StrOf(turn == 1 ? name : name + L'#' + std::to_wstring(turn));
+        if (!dict.contains(key)) {
+            return key;
+        }
+    }
+}
+
 py::dict DictOf(PersistentProperties const& top) {
     py::dict all;
     Open open{{&top, all}};
     while (!open.empty()) {
         auto const [bag, dict] = open.back();
         open.pop_back();
-        std::map<std::wstring, std::size_t> met; // names of one bag may repeat
+        std::map<std::wstring, std::size_t> turns; // names of one bag may repeat
         for (auto const& [name, property] : *bag) {
             if (!property->IsDeleted()) {
-                std::wstring key(name);
-                std::size_t const earlier = met[key]++;
-                key += earlier == 0 ? L"" : L'#' + std::to_wstring(earlier + 1);
-                dict[StrOf(key)] = Opened(*property, open);
+                std::wstring const key(name);
+                dict[FreeKey(dict, key, turns[key])] = Opened(*property, open);
             }
         }
     }

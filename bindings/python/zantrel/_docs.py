@@ -284,7 +284,7 @@ _DOCS: dict[str, dict[str, str]] = {
         With a layout its defaults count, too.""",
         "parts": "The parts that override something.",
         "notes": "What the read passed over, as Notes.",
-        "to_dict": 'All that the ticket says. A second one of a name has "#2" behind it.',
+        "to_dict": 'All that the ticket says. A second one of a name has "#2" behind it, or a further number.',
     },
 }
 
