@@ -94,6 +94,8 @@ def test_what_can_be_read_once_only_is_read(db, tmp_path):
         through_a_pipe(lambda pipe: zantrel.load(pipe, db.layout, limits=limits), db.dumps())
     with pytest.raises(zantrel.ReadError):
         zantrel.load("/dev/zero", db.layout, limits=limits)
+    limits = {"bytes": 1 << 50}  # for which no room is taken before there are as many
+    assert through_a_pipe(lambda pipe: zantrel.load(pipe, db.layout, limits=limits), db.dumps())["Power"] == 20
     strange = os.fsencode(tmp_path) + b"/\xff.xml"
     with open(strange, "wb") as file:
         file.write(db.dumps())

@@ -4,7 +4,6 @@
 from __future__ import annotations
 
 import os
-import sys
 from typing import Optional
 
 
@@ -25,5 +24,9 @@ def bytes_unless_file(path: str, limit: int) -> Optional[bytes]:
             return None
     except UnicodeEncodeError:
         pass
+    blocks, left = [], limit + 1
     with open(path, "rb") as file:
-        return file.read(limit + 1 if limit < sys.maxsize else -1)
+        while block := file.read(min(left, 1 << 20)):  # of a limit as large as it may be no room is taken at once
+            blocks.append(block)
+            left -= len(block)
+    return b"".join(blocks)
