@@ -346,6 +346,10 @@ def test_the_module_shows_a_file(db, tmp_path):
     assert "BuildHeight: DISTANCE = 325.0, 10.0 to 325.0 mm" in shown(METAL).stdout
     with open(METAL, "rb") as stdin:
         assert shown("-", stdin=stdin).stdout == shown(METAL).stdout
+    db = zantrel.Layout("Machine")
+    db.add("a", Type.INT).unit = "\x9b2J"
+    db.save(tmp_path / "l.xml")
+    assert "\n    a: INT = None '\\x9b2J'\n" in shown(tmp_path / "l.xml").stdout
     assert shown(tmp_path / "none").returncode == 2
     assert shown("--version").stdout == f"zantrel {zantrel.__version__}\n"
 

@@ -49,17 +49,17 @@ def _values(parent: zantrel.Node) -> Iterator[_Branch]:
         children = [parent.node(name) for name in parent]
     for child in children:
         if isinstance(child, zantrel.Parameter):
-            yield _Branch(f"{_text(child.name)} = {_text(child.value)} {child.unit}".rstrip())
+            yield _Branch(f"{_text(child.name)} = {_text(child.value)} {_text(child.unit)}".rstrip())
         else:
             yield _Branch(_text(child.name), _values(child))
 
 
 def _declarations(parents: Iterable[zantrel.LayoutNode]) -> Iterator[_Branch]:
     for node in parents:
-        line = node.name
+        line = _text(node.name)
         if node.type != zantrel.Type.GROUP:
-            limits = "" if node.min is None and node.max is None else f", {node.min} to {node.max}"
-            line = f"{node.name}: {node.type.name} = {node.default!r}{limits} {node.unit}".rstrip()
+            limits = "" if node.min is None and node.max is None else f", {_text(node.min)} to {_text(node.max)}"
+            line = f"{line}: {node.type.name} = {node.default!r}{limits} {_text(node.unit)}".rstrip()
         yield _Branch(line, _declarations([node[name] for name in node]))
 
 
@@ -93,13 +93,13 @@ def _show(path: str, layout_path: Optional[str]) -> int:
         with open(sys.stdin.fileno() if path == "-" else path, "rb", closefd=path != "-") as file:
             branches = _branches(file.read(), layout_path, notes)
     except (OSError, ValueError) as error:
-        print(f"python -m zantrel: {error}".replace("<bytes>", path), file=sys.stderr)
+        print(f"python -m zantrel: {_text(error)}".replace("<bytes>", path), file=sys.stderr)
         return 2
     for line in _lines(branches):
         print(line)
     sys.stdout.flush()
     for note in notes:
-        print(f"{path}:{note}", file=sys.stderr)
+        print(f"{path}:{_text(note)}", file=sys.stderr)
     return 0
 
 
