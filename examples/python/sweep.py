@@ -15,11 +15,12 @@ def main(layout_path: str, file: str, path: str, first: str, last: str, folder: 
     layout = zantrel.Layout.load(layout_path, notes=[])
     database = zantrel.load(file, layout, notes=[])
     parameter = database.at(path)
+    digits = None if parameter.type == zantrel.Type.INT else parameter.precision  # None makes whole numbers
     step = (float(last) - float(first)) / (VARIANTS - 1)
     Path(folder).mkdir(parents=True, exist_ok=True)
     for number in range(VARIANTS):
         # Decimals that a person would write, and not those of the sum; what may not be raises ValueError.
-        parameter.value = round(float(first) + number * step, parameter.precision)
+        parameter.value = round(float(first) + number * step, digits)
         database.save(Path(folder) / f"{Path(file).stem}_{number + 1:02}.xml")
     return 0
 

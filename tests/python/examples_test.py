@@ -48,6 +48,8 @@ def test_sweep(folder):
     paths = sorted((folder / "out").iterdir())
     layout = machine_layout()
     assert [zantrel.load(path, layout)["Power"] for path in paths] == [100 + 10 * i for i in range(20)]
+    assert run(folder, "sweep.py", "l.xml", "m.xml", "Count", "0", "10", "counts").returncode == 0
+    assert zantrel.load(folder / "counts" / "m_20.xml", layout)["Count"] == 10
     assert "It takes 50 to 400 W." in run(folder, "sweep.py", "l.xml", "m.xml", "Power", "0", "1", "out").stderr
 
 
