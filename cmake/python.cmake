@@ -47,6 +47,7 @@ execute_process(COMMAND ${Python3_EXECUTABLE} -c
 list(GET python_tags 0 python_version_tag)
 list(GET python_tags 1 python_platform_tag)
 set(python_wheel zantrel-${PROJECT_VERSION})
+file(REMOVE_RECURSE ${PROJECT_BINARY_DIR}/wheel) # in which another version has left a folder of its own
 foreach(file METADATA WHEEL)
   configure_file(bindings/python/${file}.in ${PROJECT_BINARY_DIR}/wheel/${python_wheel}.dist-info/${file} @ONLY)
 endforeach()
