@@ -66,7 +66,7 @@ _DOCS: dict[str, dict[str, str]] = {
 
         `format` is "generic" or "machine"; without it that of the file last read. `in_place` lets a file be written
         over where no other can be put beside it. Raises OSError, and WriteError for a text that XML has no
-        characters for.""",
+        characters for. A PassedOver warning of what the file can't keep comes when it is there, also as an error.""",
         "dumps": "The bytes of the file that save would write.",
         "notes": "What the reads into it passed over, as Notes.",
         "path": "Of the file that it was read from; empty where there is none.",
