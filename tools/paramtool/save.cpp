@@ -27,12 +27,15 @@ using TextsEditor = bool (*)(ParameterLayout const&, std::wstring const&, std::v
                              std::wstring const&, WriteReport*);
 
 std::size_t CommentsIn(std::wstring const& path) {
-    static constexpr std::string_view beginning = "<!--";
+    // As UTF-8 has it, and UTF-16 of either byte order.
+    static constexpr std::string_view beginnings[] = {"<!--", {"<\0!\0-\0-", 7}};
     std::string const text = BytesOf(path);
     std::size_t count = 0;
-    for (std::size_t at = text.find(beginning); at != std::string::npos;
-         at = text.find(beginning, at + beginning.size())) {
-        ++count;
+    for (std::string_view const beginning : beginnings) {
+        for (std::size_t at = text.find(beginning); at != std::string::npos;
+             at = text.find(beginning, at + beginning.size())) {
+            ++count;
+        }
     }
     return count;
 }
