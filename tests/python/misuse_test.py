@@ -281,6 +281,22 @@ def test_objects_that_hold_nothing(db):
                         pass
 
 
+def test_no_object_becomes_one_of_another_class(db, layout, monkeypatch):
+    class Mine(zantrel.Database):
+        __slots__ = ()
+
+    things = [Mine(layout), db.root, db["Rows"], db.at("Power"), layout, layout["Power"]]
+    for one, other in itertools.permutations(things, 2):
+        with pytest.raises(TypeError, match="differs"):
+            one.__class__ = type(other)
+    with pytest.raises(TypeError, match="differs"):
+        Mine.__bases__ = (zantrel.Layout,)
+    for strange in (5, list):
+        monkeypatch.setattr(zantrel._types, "Row", strange)
+        with pytest.raises(TypeError, match="Row must be"):
+            db.rows()
+
+
 def test_a_fork_in_between(db, tmp_path):
     db["Power"] = 99
     child = os.fork()

@@ -71,6 +71,10 @@ bool Contains(Node& node, std::wstring const& name) {
 
 py::list RowsOf(Node& top) {
     py::object const row = TypeNamed("Row");
+    auto* const rowType = reinterpret_cast<PyTypeObject*>(row.ptr());
+    if (PyType_Check(row.ptr()) == 0 || PyType_IsSubtype(rowType, &PyTuple_Type) == 0) {
+        throw py::type_error("zantrel._types.Row must be a tuple's class"); // somebody has put another there
+    }
     std::wstring const above = top.Path();
     std::unordered_map<LayoutNode const*, Column> columns;
     py::list rows;
@@ -90,8 +94,7 @@ py::list RowsOf(Node& top) {
         // As Row._make does it: a call of the class costs more than all the rest.
         py::tuple const fields = py::make_tuple(StrOf(path), ValueOf(walk.Node()), column.unit, column.type);
         py::tuple const arguments = py::make_tuple(fields);
-        PyObject* const made =
-            PyTuple_Type.tp_new(reinterpret_cast<PyTypeObject*>(row.ptr()), arguments.ptr(), nullptr);
+        PyObject* const made = PyTuple_Type.tp_new(rowType, arguments.ptr(), nullptr);
         if (made == nullptr) {
             throw py::error_already_set();
         }
