@@ -153,6 +153,9 @@ def test_paths_lead_to_what_they_name(db):
     for path in ("Materials/17-4/H900/Infill/Power", "Materials_Material[17-4/H900]_Infill_Power"):
         assert db.at(path).value == 300 and db.at(path) is db.at(path)
     assert db.at("Materials/::Default::/Infill/Power").value == 280
+    other, template = db.copy(), db["Rows"].default
+    other.at("Rows/::Default::/X").value = 9
+    assert db.at(template.path) is template and other.at(other.diff(db)[0].path).value == 9
     for node in db.walk():
         assert node.path == "" or db.at(node.path) is node
     assert [row.path for row in materials.rows() if row.value == 300] == [

@@ -97,7 +97,11 @@ std::shared_ptr<Node> NextNode(Node& node, std::wstring_view& path) {
         break;
     case PlaceKind::List:
         if (node.Kind() == PlaceKind::List) {
-            std::optional<std::size_t> const index = NumberOf(NextSegment(path));
+            std::wstring_view const segment = NextSegment(path);
+            if (segment == DefaultProfileName) {
+                return node.DefaultEntry();
+            }
+            std::optional<std::size_t> const index = NumberOf(segment);
             return index && *index < node.Cursor().GetSize() ? node.Item(*index) : nullptr;
         }
         break;
@@ -107,6 +111,47 @@ std::shared_ptr<Node> NextNode(Node& node, std::wstring_view& path) {
     LayoutNode const* const child =
         node.Layout().m_type == Group ? node.Layout().GetNode(NextSegment(path)) : nullptr;
     return child != nullptr ? node.Child(*child) : nullptr;
+}
+
+/// The node of that path of the library's own form, `top` or one below it; null where there is none.
+std::shared_ptr<Node> FindBelow(std::shared_ptr<Node> top, std::wstring_view path) {
+    std::vector<std::shared_ptr<Node>> open{std::move(top)};
+    while (!open.empty()) {
+        std::shared_ptr<Node> const node = std::move(open.back());
+        open.pop_back();
+        std::wstring const here = node->Path();
+        if (here == path) {
+            return node;
+        }
+        if (path.substr(0, here.size() + 1) != here + L'_') {
+            continue;
+        }
+        bool const isList = node->Kind() == PlaceKind::List;
+        if (isList || node->Kind() == PlaceKind::ProfileList) {
+            open.push_back(node->DefaultEntry());
+        }
+        std::vector<std::wstring> const names = NamesIn(*node);
+        for (std::size_t i = 0; i < names.size(); ++i) {
+            open.push_back(isList ? node->Item(i) : NodeNamed(*node, names[i]));
+        }
+    }
+    return nullptr;
+}
+
+/// What a path of the library's own form, as differences have it, names in the template of a list; null where
+/// that is nothing. The library itself looks up what stands in files, and templates don't.
+std::shared_ptr<Node> FindInTemplate(std::shared_ptr<DatabaseHandle> const& database,
+                                     std::wstring const& path) {
+    std::size_t end = path.find(DefaultProfileName) != path.npos ? path.rfind(L'_') : path.npos;
+    for (; end != path.npos && end != 0; end = path.rfind(L'_', end - 1)) {
+        auto const place = Editing::Place::Find(database->Get(), std::wstring_view(path).substr(0, end));
+        if (place && place->GetKind() == PlaceKind::List) {
+            if (auto const found = FindBelow(Node::Of(database, *place)->DefaultEntry(), path)) {
+                return found;
+            }
+        }
+    }
+    return nullptr;
 }
 
 /// One less, of an index, which has no sign.
@@ -430,6 +475,9 @@ std::shared_ptr<Node> NodeAt(Node& top, std::wstring const& path) {
             // Not in this form; perhaps in the library's own, which begins at the profile editor.
             if (auto const place = Editing::Place::Find(top.Database()->Get(), path)) {
                 return Node::Of(top.Database(), *place);
+            }
+            if (auto const found = FindInTemplate(top.Database(), path)) {
+                return found;
             }
             RaiseNotFound(*node, here);
         }
