@@ -121,6 +121,8 @@ def test_a_list_is_a_sequence(db):
             insert()
     with pytest.raises(ValueError, match="a slice of 2 items can't take 1"):
         heights[:] = [5]
+    with pytest.raises(zantrel.Refused):
+        heights.update([1.25, 9, "no"])
     assert heights.to_list() == [1.25, 9]
     assert [row["X"] for row in rows] == [1, 2, 3] and rows == [{"X": 1}, {"X": 2}, {"X": 3}]
     for wrong in (3, -4, 2**40, 2**70):

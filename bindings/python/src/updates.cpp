@@ -53,7 +53,7 @@ public:
     void TakeNamed(Node& node, std::wstring const& name, py::handle values);
     /// False when all is set.
     bool Step();
-    /// Ends the profile that was being filled, if it is a new one.
+    /// Ends the profile or item that was being filled, if it is a new one.
     void TakeBack();
 
 private:
@@ -63,12 +63,13 @@ private:
         std::size_t size;
         std::size_t next = 0;
     };
+    void Remember(std::shared_ptr<Node> const& newEntry);
     void StepInList(Node& list, py::handle value, std::size_t index);
     void EndList(Node& list, std::size_t size);
 
     std::vector<Level> m_levels;
-    std::shared_ptr<Node> m_newProfile; ///< the outermost, with which those within it go
-    std::size_t m_newDepth = 0;         ///< how many levels there were before it
+    std::shared_ptr<Node> m_newEntry; ///< the outermost, with which those within it go
+    std::size_t m_newDepth = 0;       ///< how many levels there were before it
     bool m_isForced;
 };
 
@@ -107,17 +108,23 @@ void Filling::TakeNamed(Node& node, std::wstring const& name, py::handle values)
             RequireDone(AddProfile(node.Place(), name));
         }
         std::shared_ptr<Node> const profile = node.Profile(name);
-        if (isNew && !m_newProfile) {
-            m_newProfile = profile;
-            m_newDepth = m_levels.size();
+        if (isNew) {
+            Remember(profile);
         }
         Take(profile, values);
     }
 }
 
+void Filling::Remember(std::shared_ptr<Node> const& newEntry) {
+    if (!m_newEntry) {
+        m_newEntry = newEntry;
+        m_newDepth = m_levels.size();
+    }
+}
+
 bool Filling::Step() {
-    if (m_newProfile && m_levels.size() == m_newDepth) {
-        m_newProfile.reset(); // it is whole
+    if (m_newEntry && m_levels.size() == m_newDepth) {
+        m_newEntry.reset(); // it is whole
     }
     if (m_levels.empty()) {
         return false;
@@ -145,10 +152,15 @@ bool Filling::Step() {
 }
 
 void Filling::StepInList(Node& list, py::handle value, std::size_t index) {
-    if (index >= list.Cursor().GetSize()) {
+    bool const isNew = index >= list.Cursor().GetSize();
+    if (isNew) {
         RequireDone(AddItem(list.Place()));
     }
-    Take(list.Item(index), value);
+    std::shared_ptr<Node> const item = list.Item(index);
+    if (isNew) {
+        Remember(item);
+    }
+    Take(item, value);
 }
 
 /// What stands behind the new items goes.
@@ -160,12 +172,17 @@ void Filling::EndList(Node& list, std::size_t size) {
 }
 
 void Filling::TakeBack() {
-    if (m_newProfile && !m_newProfile->HasGone()) { // Python code that ran meanwhile may have removed it
-        Node& list = *m_newProfile->Parent();
-        std::wstring const name = m_newProfile->Name();
-        if (RemoveProfile(list.Place(), name)) {
-            list.ProfileRemoved(name);
+    if (!m_newEntry || m_newEntry->HasGone()) { // Python code that ran meanwhile may have removed it
+        return;
+    }
+    Node& list = *m_newEntry->Parent();
+    if (m_newEntry->Kind() == PlaceKind::Item) {
+        std::size_t const index = m_newEntry->Index();
+        if (RemoveItem(list.Place(), index)) {
+            list.ItemRemoved(index);
         }
+    } else if (std::wstring const name = m_newEntry->Name(); RemoveProfile(list.Place(), name)) {
+        list.ProfileRemoved(name);
     }
 }
 

@@ -8,7 +8,7 @@
 namespace ZantrelPython {
 
 /// Sets what a mapping or sequence names, or one value; adds profiles and items that aren't there. A profile
-/// whose content is refused isn't added; what was set before stays.
+/// or item whose content is refused isn't added; what was set before stays.
 void Update(Node& node, py::handle values, bool isForced);
 /// The same for what stands in a group or profile list under a name; KeyError where a group has none.
 void UpdateNamed(Node& node, std::wstring const& name, py::handle values, bool isForced);
