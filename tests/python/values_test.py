@@ -88,6 +88,10 @@ def test_a_parameter_tells_its_unit_limits_and_look(db):
     db["Sieve"] = False
     assert not db.at("Mesh").visible and "Sieve" in db.at("Mesh").look.reasons[0]
     assert repr(node) == "<Parameter Power = 200.0 W>"
+    layout = zantrel.Layout()
+    layout.add("Whole", Type.INT, " +5 ").set_range(" 5.0", "+9.5")
+    whole = zantrel.Database(layout).at("Whole")
+    assert (whole.min, whole.max, whole.default, whole.value) == (5, 9.5, 5, 5)
 
 
 def test_a_group_is_a_mapping(db):

@@ -156,8 +156,10 @@ void BindTextAttribute(NodeClass& type, char const* name, std::wstring LayoutNod
     type.def_property(
         name,
         [field](LayoutNodeOf const& node) {
+            bool const isLimit = field != &LayoutNodeAttributes::m_defaultValue;
             std::wstring const& text = node.Get().*field;
-            py::object const value = text.empty() ? py::none() : ValueOfText(node.Get().m_type, text);
+            py::object const value =
+                text.empty() ? py::none() : (isLimit ? LimitOfText : ValueOfText)(node.Get().m_type, text);
             return value.is_none() && !text.empty() ? StrOf(text) : value;
         },
         [field](LayoutNodeOf const& node, py::object const& value) {

@@ -139,9 +139,8 @@ void BindLimits(ParameterClass& type) {
                  {"default", &LayoutNodeAttributes::m_defaultValue}};
     for (auto const& row : texts) {
         type.def_property_readonly(row.name, [field = row.field](NodePointer const& node) -> py::object {
-            bool const isNone =
-                field != &LayoutNodeAttributes::m_defaultValue && (node->Layout().*field).empty();
-            return isNone ? py::none() : ValueOfText(node->Layout().m_type, node->Layout().*field);
+            bool const isLimit = field != &LayoutNodeAttributes::m_defaultValue;
+            return (isLimit ? LimitOfText : ValueOfText)(node->Layout().m_type, node->Layout().*field);
         });
     }
 }

@@ -7,10 +7,12 @@
 #include <zantrel/database/walk.h>
 #include <zantrel/text/string_conversion.h>
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
+#include <string_view>
 #include <type_traits>
 #include <unordered_map>
 #include <utility>
@@ -47,12 +49,18 @@ std::wstring TextOfNumber(double number) {
     return std::wstring(digits, std::to_chars(digits, digits + sizeof digits, number).ptr);
 }
 
-/// Without the locale, as the library reads its own texts. What isn't wholly a number is none.
+/// Without the locale, blanks at the ends and a "+", as the library reads its own texts. What isn't wholly a
+/// number is none.
 template <class Number> py::object NumberOfText(std::wstring const& text) {
     std::string const narrow = StringConversion::NativeToUtf8(text);
+    std::string_view digits = narrow;
+    digits.remove_prefix(std::min(digits.find_first_not_of(" \t\n\r"), digits.size()));
+    digits = digits.substr(0, digits.find_last_not_of(" \t\n\r") + 1); // npos and 1 are 0
+    bool const hasPlus = digits.size() > 1 && digits[0] == '+' && digits[1] != '-';
+    digits.remove_prefix(hasPlus ? 1 : 0);
     Number number{};
-    auto const end = std::from_chars(narrow.data(), narrow.data() + narrow.size(), number);
-    bool const isWhole = end.ec == std::errc() && end.ptr == narrow.data() + narrow.size();
+    auto const end = std::from_chars(digits.data(), digits.data() + digits.size(), number);
+    bool const isWhole = end.ec == std::errc() && end.ptr == digits.data() + digits.size();
     return isWhole ? MakeValue(number) : py::none();
 }
 
@@ -170,6 +178,12 @@ py::object ValueOfText(eTypeLayoutNode type, std::wstring const& text) {
             return StrOf(text);
         }
     });
+}
+
+// The library holds all values against a limit as doubles.
+py::object LimitOfText(eTypeLayoutNode type, std::wstring const& text) {
+    py::object const limit = text.empty() ? py::none() : ValueOfText(type, text);
+    return limit.is_none() && type == Int && !text.empty() ? ValueOfText(Double, text) : limit;
 }
 
 // Not through str(), which subclasses define as they like.

@@ -15,6 +15,8 @@ py::object ValueOf(Zantrel::ParameterView const& cursor);
 py::object TypeOf(Zantrel::LayoutNode const& layout);
 /// The value that a layout's text stands for at a node of this type; None where it is empty or no such value.
 py::object ValueOfText(Zantrel::eTypeLayoutNode type, std::wstring const& text);
+/// The same of the text of a least or greatest value, which may have a fraction where the type has none.
+py::object LimitOfText(Zantrel::eTypeLayoutNode type, std::wstring const& text);
 /// The text of a default or limit that a layout gets from Python.
 std::wstring LayoutTextOf(py::handle value);
 
