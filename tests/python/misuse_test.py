@@ -174,6 +174,9 @@ def test_a_layout_in_use_cant_be_changed():
         with pytest.raises(RuntimeError, match="in use"):
             change()
     del db
+    for name in ("set_list", "set_profile", "set_category_list", "set_is_list"):
+        with pytest.raises(ValueError, match="ProfileEditor is a section"):
+            getattr(layout.profile_editor, name)(*[True] * (name == "set_is_list"))
     layout["Power"].set_default_value(55)
     assert zantrel.Database(layout)["Power"] == 55
 

@@ -62,17 +62,38 @@ template <class Number> void FromPython(Number& field, py::handle value) {
     field = py::detail::cast_op<Number>(number);
 }
 
+/// Databases are built on the sections as the groups that they are. ValueError for one of them, and for what
+/// they stand in, where it is to be a container.
+void RequireNoSection(LayoutNodeOf const& node, bool const& isContainer) {
+    ParameterLayout const& layout = node.Layout()->Get();
+    for (ParameterLayout::pNode const& section :
+         {layout.m_profileEditor, layout.m_platformOptions, layout.m_partOptions, layout.m_partConfigurator,
+          layout.m_versionNode}) {
+        for (LayoutNode const* at = section.GetNode(); isContainer && at != nullptr; at = at->Parent()) {
+            if (at == &node.Get()) {
+                RaiseValueError(at->m_name +
+                                L" is a section of the layout, and can't be a list or a profile list");
+            }
+        }
+    }
+}
+
 /// A property, and a setter that gives the node, so that one expression declares a parameter.
-template <class Base, class Field> void Attribute(NodeClass& type, char const* name, Field Base::*field) {
+template <class Base, class Field>
+void Attribute(NodeClass& type, char const* name, Field Base::*field,
+               void (*require)(LayoutNodeOf const&, Field const&) = nullptr) {
     auto const get = [field](LayoutNodeOf const& node) { return ToPython(node.Get().*field); };
     // pybind11 would tell a wrong value by the forms of a lambda; so it comes as an object and is told here.
-    auto const set = [field, name](LayoutNodeOf const& node, py::object const& value) {
+    auto const set = [field, name, require](LayoutNodeOf const& node, py::object const& value) {
         Field wanted{}; // made before anything is changed: what is given may run Python code
         try {
             FromPython(wanted, value);
         } catch (py::cast_error const&) {
             throw py::type_error(std::string(name) + " must be " + KindOf(wanted) + ", not " +
                                  Py_TYPE(value.ptr())->tp_name);
+        }
+        if (require != nullptr) {
+            require(node, wanted);
         }
         node.Change().*field = std::move(wanted);
         return node;
@@ -87,9 +108,9 @@ template <class Base, class Field> void Attribute(NodeClass& type, char const* n
 
 void BindContainerAttributes(NodeClass& type) {
     using Fields = LayoutNodeListSettings;
-    Attribute(type, "is_list", &Fields::m_isList);
-    Attribute(type, "is_profile_list", &Fields::m_isProfileList);
-    Attribute(type, "is_category_list", &Fields::m_isCategoryList);
+    Attribute(type, "is_list", &Fields::m_isList, &RequireNoSection);
+    Attribute(type, "is_profile_list", &Fields::m_isProfileList, &RequireNoSection);
+    Attribute(type, "is_category_list", &Fields::m_isCategoryList, &RequireNoSection);
     Attribute(type, "user_can_add_remove", &Fields::m_userCanAddRemove);
     Attribute(type, "user_can_sort", &Fields::m_userCanSort);
     Attribute(type, "user_can_remove_any_element", &Fields::m_userCanRemoveAnyElement);
@@ -249,18 +270,21 @@ void BindConditions(NodeClass& type) {
 // Names come by NameOf, since these setters take them as texts that end at a null.
 void BindContainers(NodeClass& type) {
     auto const setList = [](LayoutNodeOf const& node, Text const& name, bool isList, Text const& display) {
+        RequireNoSection(node, isList);
         node.Change().SetList(isList, NameOf(name).c_str(), display.value);
         return node;
     };
     type.def("set_list", setList, py::arg("node_name") = Text{L"ListItem"}, py::arg("is_list") = true,
              py::arg("display_name") = Text{});
     auto const setProfile = [](LayoutNodeOf const& node, Text const& name, bool isProfile) {
+        RequireNoSection(node, isProfile);
         node.Change().SetProfile(isProfile, NameOf(name).c_str());
         return node;
     };
     type.def("set_profile", setProfile, py::arg("node_name") = Text{L"Profile"},
              py::arg("is_profile") = true);
     auto const setCategory = [](LayoutNodeOf const& node, Text const& name, bool isCategory) {
+        RequireNoSection(node, isCategory);
         node.Change().SetCategoryList(isCategory, NameOf(name).c_str());
         return node;
     };
