@@ -245,6 +245,7 @@ def test_wrong_arguments_are_type_errors():
     for function, argument in itertools.product(functions, (None, 5, [], object())):
         with pytest.raises(TypeError, match="must be|is missing"):
             function(argument)
+    nameless = zantrel.Attachment(5, b"")
     for call, sentence in (
         (lambda: db.at(), "Database.at() is missing the argument 'path'"),
         (lambda: db.at("a", "b"), "Database.at() takes 1 positional argument at most, not 2"),
@@ -258,10 +259,19 @@ def test_wrong_arguments_are_type_errors():
         (lambda: layout["Power"].set_precision("3"), "precision must be int, not str"),
         (lambda: setattr(db.root, "hidden", "False"), "the value must be bool, not str"),
         (lambda: setattr(layout, "name", 5), "the value must be str, not int"),
+        (lambda: db.migrate(layout, {"Power": 5}), "renamings are of str to str, not int"),
+        (lambda: db.set("Record", nameless), "Record takes an Attachment whose name is a str, not int"),
         (lambda: db.update({5: 1}), "names in Machine are str, not int"),
         (lambda: db.update("Power"), "Machine takes a mapping, or pairs of a name and a value, not str"),
     ):
         with pytest.raises(TypeError, match="^" + re.escape(sentence) + "$"):
+            call()
+    for call, sentence in (
+        (lambda: zantrel.Layout.sample(2**40), "level is out of range"),
+        (lambda: layout.add("New", -(2**70)), "type is out of range"),
+        (lambda: db.set("Power", 10**400), "Power takes no number that large"),
+    ):
+        with pytest.raises(ValueError, match=sentence):
             call()
     assert db != None and db.layout != None and db.root != None  # noqa: E711
 

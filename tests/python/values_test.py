@@ -29,6 +29,7 @@ class Half:
         ("Sieve", "1", True),
         ("Blade", "Rubber", "Rubber"),
         ("Record", zantrel.Attachment("a.bin", b"\0\xff"), ("a.bin", b"\0\xff")),
+        ("Record", zantrel.Attachment("a.bin", bytearray(b"x")), ("a.bin", b"x")),
         ("Material", "Default", "Default"),
     ],
 )
@@ -135,6 +136,9 @@ def test_a_list_is_a_sequence(db):
     with pytest.raises(ValueError):
         rows.append({"X": "no"})
     assert len(rows) == 3 and rows.pop() == {"X": 3} and rows.index({"X": 2}) == 1
+    for search in (rows.index, rows.remove):
+        with pytest.raises(ValueError, match="isn't in Rows"):
+            search({"X": 7})
     rows += [{"X": 4}]
     rows.remove({"X": 1})
     assert [row["X"] for row in reversed(rows)] == [4, 2]

@@ -39,6 +39,12 @@ py::object Migrated(DatabasePointer const& from, LayoutPointer const& layout, py
     std::vector<Renaming> pairs;
     if (!renamings.is_none()) {
         for (auto const& [old, now] : py::dict(renamings)) {
+            for (py::handle const path : {old, now}) {
+                if (PyUnicode_Check(path.ptr()) == 0) {
+                    throw py::type_error(std::string("renamings are of str to str, not ") +
+                                         Py_TYPE(path.ptr())->tp_name);
+                }
+            }
             pairs.push_back({WideOf(old), WideOf(now)});
         }
     }

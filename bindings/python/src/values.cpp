@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "values.h"
 
+#include "errors.h"
 #include "records.h"
 
 #include <zantrel/database/visit_value.h>
@@ -83,6 +84,10 @@ std::wstring TextFor(Node& node, TypeTag<double>, py::handle value) {
     }
     PyObject* const number = PyNumber_Float(value.ptr());
     if (number == nullptr) {
+        if (PyErr_ExceptionMatches(PyExc_OverflowError) != 0) {
+            PyErr_Clear();
+            RaiseValueError(WhereIs(node) + L" takes no number that large");
+        }
         throw py::error_already_set();
     }
     return TextOfNumber(PyFloat_AsDouble(py::reinterpret_steal<py::object>(number).ptr()));
@@ -135,11 +140,19 @@ std::vector<Finding> ReadOnlyBy(Editing::Place const& place) {
 
 // The bytes are copied before the database is asked for anything: making them may run Python code.
 void SetAttachment(Node& node, py::handle value, bool isForced) {
-    auto const pair = py::reinterpret_borrow<py::tuple>(value);
-    std::wstring name = WideOf(pair[0]);
-    auto const data = py::cast<std::string_view>(py::bytes(pair[1]));
-    auto const* const begin = reinterpret_cast<std::byte const*>(data.data());
-    KelAM::FileContent content(std::move(name), {begin, begin + data.size()});
+    py::tuple const pair(py::reinterpret_borrow<py::object>(value));
+    if (PyUnicode_Check(pair[0].ptr()) == 0) {
+        RaiseWrongType(node, "an Attachment whose name is a str", pair[0]);
+    }
+    if (PyObject_CheckBuffer(pair[1].ptr()) == 0) {
+        RaiseWrongType(node, "an Attachment whose data is bytes", pair[1]);
+    }
+    auto const bytes = py::reinterpret_steal<py::object>(PyBytes_FromObject(pair[1].ptr()));
+    if (!bytes) {
+        throw py::error_already_set();
+    }
+    auto const* const begin = reinterpret_cast<std::byte const*>(PyBytes_AS_STRING(bytes.ptr()));
+    KelAM::FileContent content(WideOf(pair[0]), {begin, begin + PyBytes_GET_SIZE(bytes.ptr())});
     std::vector<Finding> const findings = isForced ? std::vector<Finding>() : ReadOnlyBy(node.Place());
     if (!findings.empty()) {
         RaiseRefused(findings, nullptr);

@@ -86,6 +86,16 @@ def _wrong_type(forms: list[list[_Parameter]], args: Sequence[Any], named: dict[
     return None
 
 
+def _out_of_range(form: list[_Parameter], args: Sequence[Any], named: dict[str, Any]) -> Optional[str]:
+    """The first argument that is an int, but none of the library's."""
+    given = {**dict(zip([one.name for one in form], args)), **named}
+    for one in form:
+        value = given.get(one.name)
+        if one.type == "int" and isinstance(value, int) and not -(2**31) <= value < 2**31:
+            return f"{one.name} is out of range"
+    return None
+
+
 def _wrong_number(form: list[_Parameter], args: Sequence[Any], named: dict[str, Any]) -> Optional[str]:
     places = [parameter for parameter in form if not parameter.is_by_name]
     if len(args) > len(places):
@@ -101,7 +111,7 @@ def _wrong_number(form: list[_Parameter], args: Sequence[Any], named: dict[str, 
 
 
 def sentence(message: str, args: tuple[Any, ...], named: dict[str, Any]) -> str:
-    """The message of a TypeError; one that isn't pybind11's stays."""
+    """The message of a TypeError; one that isn't pybind11's stays. ValueError for an int that is too large."""
     function, found, _ = message.partition("(): incompatible ")
     forms = [_parameters(form) for form in _FORM.findall(message.partition("\nInvoked with")[0])]
     if not found or not forms:
@@ -121,8 +131,13 @@ def sentence(message: str, args: tuple[Any, ...], named: dict[str, Any]) -> str:
     if wrong:
         return f"{function} {wrong}"
     wrong = _wrong_type(forms, args, named)
-    if wrong:
-        return f"{function}: {wrong}" if function != "the value" else f"the value {wrong.partition(' ')[2]}"
+    outside = None if wrong else _out_of_range(forms[0], args, named)
+    said = wrong or outside
+    if said:
+        said = f"{function}: {said}" if function != "the value" else f"the value {said.partition(' ')[2]}"
+        if outside:
+            raise ValueError(said)
+        return said
     given = [type(value).__name__ for value in args] + [f"{name}: {type(named[name]).__name__}" for name in named]
     known = " or ".join("(" + ", ".join(f"{one.name}: {one.type}" for one in form) + ")" for form in forms)
     return f"{function} takes {known}, not ({', '.join(given)})"

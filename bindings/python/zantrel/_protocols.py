@@ -4,7 +4,7 @@
 from __future__ import annotations
 
 from collections.abc import ItemsView, KeysView, Mapping, MutableMapping, MutableSequence, ValuesView
-from typing import Any, Iterator
+from typing import Any, Iterator, Optional
 
 from ._zantrel import Database, Group, Layout, LayoutNode, List, ProfileList
 
@@ -84,6 +84,20 @@ def _pop_first_profile(self: ProfileList) -> tuple[str, Any]:
     return name, _pop_profile(self, name)
 
 
+def _index(self: List, value: Any, start: int = 0, stop: Optional[int] = None) -> int:
+    """Where the first item that is equal stands. ValueError where there is none."""
+    for index in range(*slice(start, stop).indices(len(self))):
+        item = self[index]
+        if item is value or item == value:
+            return index
+    raise ValueError(f"{value!r} isn't in {self.path}")
+
+
+def _remove(self: List, value: Any) -> None:
+    """Removes the first item that is equal. ValueError where there is none."""
+    del self[self.index(value)]
+
+
 def _clear_list(self: List) -> None:
     """Removes all items."""
     self.update([])
@@ -101,9 +115,11 @@ def _clear_profiles(self: ProfileList) -> None:
         del self[name]
 
 
-for _name in ("count", "index", "remove", "__contains__", "__iadd__", "__reversed__"):
+for _name in ("count", "__contains__", "__iadd__", "__reversed__"):
     setattr(List, _name, getattr(MutableSequence, _name))
 setattr(List, "clear", _clear_list)
+setattr(List, "index", _index)
+setattr(List, "remove", _remove)
 setattr(List, "pop", _pop_item)
 setattr(List, "reverse", _reverse)
 setattr(ProfileList, "clear", _clear_profiles)
